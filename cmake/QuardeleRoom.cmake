@@ -1,0 +1,52 @@
+# A room is one folder of src/ with one purpose, and one library target:
+#
+#   quardele_room(<name> SOURCES <files> [PUBLIC <targets>] [PRIVATE <targets>] [QT])
+#
+# Public headers lie in include/<room>/ and are included as <room/header.h>; all other headers of the folder
+# are the room's own. A room sees the headers of those rooms only that it names, so an include against the
+# arrows of docs/architecture.md does not compile.
+function(quardele_room name)
+    cmake_parse_arguments(ARG "QT" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+    set(target quardele_${name})
+    add_library(${target} STATIC ${ARG_SOURCES})
+    target_include_directories(${target} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/include
+                                         PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+    target_link_libraries(${target} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE} quardele_warnings)
+    if(ARG_QT)
+        set_target_properties(${target} PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
+    endif()
+endfunction()
+
+# A test program run by ctest:
+#
+#   quardele_test(<name> SOURCES <files> LINKS <targets> [QT] [LABELS <labels>] [INTERNALS <room>...])
+#
+# Plain tests use GoogleTest; QT tests bring their own main (Qt Test) and run on the off-screen platform.
+# INTERNALS opens a room's private headers to its own unit tests.
+function(quardele_test name)
+    cmake_parse_arguments(ARG "QT" "" "SOURCES;LINKS;LABELS;INTERNALS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_LINKS} quardele_warnings)
+    foreach(room IN LISTS ARG_INTERNALS)
+        get_target_property(folder quardele_${room} SOURCE_DIR)
+        target_include_directories(${name} PRIVATE ${folder})
+    endforeach()
+    target_compile_definitions(${name} PRIVATE
+        QUARDELE_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
+        QUARDELE_BINARY_DIR="${CMAKE_BINARY_DIR}"
+        QUARDELE_CORPUS_DIR="${QUARDELE_CORPUS}")
+    if(ARG_QT)
+        set_target_properties(${name} PROPERTIES AUTOMOC ON)
+        find_package(Qt6 REQUIRED COMPONENTS Test)
+        target_link_libraries(${name} PRIVATE Qt6::Test)
+        add_test(NAME ${name} COMMAND ${name})
+        set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LANG=C.UTF-8")
+    else()
+        find_package(GTest REQUIRED)
+        target_link_libraries(${name} PRIVATE GTest::gtest_main GTest::gmock)
+        add_test(NAME ${name} COMMAND ${name})
+        # A case that has nothing to run on (the corpus is elsewhere) says so and counts as skipped.
+        set_tests_properties(${name} PROPERTIES SKIP_REGULAR_EXPRESSION "nothing ran: all cases were skipped")
+    endif()
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600 LABELS "${ARG_LABELS}")
+endfunction()

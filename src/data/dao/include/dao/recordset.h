@@ -1,0 +1,122 @@
+// Rows with a current record.
+#pragma once
+
+#include <cstddef>
+#include <initializer_list>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include <dao/field.h>
+
+namespace quardele::dao {
+
+enum class RecordsetType { Table = 1, Dynaset = 2, Snapshot = 4 };
+enum class EditMode { None = 0, Edit = 1, Add = 2 };
+
+/// The position of a row in one recordset; valid as long as the recordset is. Compares equal for the same row.
+struct Bookmark {
+    std::vector<std::uint8_t> bytes;
+    friend bool operator==(const Bookmark&, const Bookmark&) = default;
+};
+
+class Recordset;
+
+/// Told by a recordset what happens to its current record; a data control keeps its bound controls in step
+/// with it. Not owned by the recordset. Throwing from a "...ing" call refuses the action.
+class RecordsetObserver {
+ public:
+    virtual ~RecordsetObserver() = default;
+    /// Before the current record is left by a move, a find, a seek, AddNew or a bookmark.
+    virtual void RowLeaving(Recordset&) {}
+    /// After the current record became another one (or none), AddNew began, or an edit was cancelled.
+    virtual void RowArrived(Recordset&) {}
+    /// Before Update writes the copy buffer: the last moment to put values into it.
+    virtual void Updating(Recordset&) {}
+    /// After Update or Delete has changed a row.
+    virtual void RowChanged(Recordset&) {}
+};
+
+/// Rows of a table or of a statement. Table type reads in index order once an index is set; a dynaset's
+/// membership and order are fixed when it is opened, and its values are read live; a snapshot is fixed.
+/// Reading without a current record throws 3021; a row deleted by somebody else throws 3167 when touched.
+class Recordset {
+ public:
+    virtual ~Recordset();
+
+    [[nodiscard]] virtual RecordsetType Type() const = 0;
+    /// The text that it was opened with.
+    [[nodiscard]] virtual const Text& Name() const = 0;
+    [[nodiscard]] virtual const std::vector<Field>& Fields() const = 0;
+    /// Position of a field by name ("column" or "table.column"), case ignored; throws 3265.
+    [[nodiscard]] int FieldIndex(TextView name) const;
+    [[nodiscard]] const Field& FieldNamed(TextView name) const;
+
+    // The current record.
+    /// Both true on an empty set.
+    [[nodiscard]] virtual bool Bof() const = 0;
+    [[nodiscard]] virtual bool Eof() const = 0;
+    /// Table: exact. Others: rows visited so far, exact after MoveLast; 0 only when there is none.
+    [[nodiscard]] virtual std::size_t RecordCount() const = 0;
+    virtual void MoveFirst() = 0;
+    virtual void MoveLast() = 0;
+    /// On the last row sets Eof; at Eof throws 3021.
+    virtual void MoveNext() = 0;
+    virtual void MovePrevious() = 0;
+    /// 0-based position of the current record, -1 without one (not for table type: throws 3251).
+    [[nodiscard]] virtual long AbsolutePosition() const = 0;
+    virtual void SetAbsolutePosition(long position) = 0;
+    [[nodiscard]] virtual Bookmark CurrentBookmark() const = 0;
+    virtual void SetBookmark(const Bookmark& bookmark) = 0;
+    [[nodiscard]] virtual Bookmark LastModified() const = 0;
+
+    // Values: of the copy buffer during Edit and AddNew, else of the current record.
+    [[nodiscard]] virtual Variant Value(int field) const = 0;
+    [[nodiscard]] Variant Value(TextView field) const { return Value(FieldIndex(field)); }
+    /// Puts a value into the copy buffer. Throws 3020 outside Edit and AddNew, 3163 text too long, 3315
+    /// empty text, 3421 wrong type, 3164 for a field that cannot be written.
+    virtual void SetValue(int field, const Variant& value) = 0;
+    void SetValue(TextView field, const Variant& value) { SetValue(FieldIndex(field), value); }
+
+    // Changes.
+    [[nodiscard]] virtual dao::EditMode EditMode() const = 0;
+    /// Copies the current record into the buffer and takes its lock. 3021, 3167, 3027, 3260, 3197.
+    virtual void Edit() = 0;
+    virtual void AddNew() = 0;
+    /// Writes the buffer; on disk when it returns. 3020 without Edit or AddNew; 3022, 3058, 3314 ... leave
+    /// the buffer as it was. The current record after AddNew + Update is the one before.
+    virtual void Update() = 0;
+    virtual void CancelUpdate() = 0;
+    /// Deletes the current record, which stays current: reading it throws 3167 until the next move.
+    virtual void Delete() = 0;
+
+    // Finding.
+    /// After Seek and Find...: true when nothing was found.
+    [[nodiscard]] virtual bool NoMatch() const = 0;
+    /// The condition is the text of a WHERE clause. On a miss the current record stays. Dynasets and
+    /// snapshots only (3251 for table type).
+    virtual void FindFirst(TextView condition) = 0;
+    virtual void FindLast(TextView condition) = 0;
+    virtual void FindNext(TextView condition) = 0;
+    virtual void FindPrevious(TextView condition) = 0;
+    /// Table type only: the index by name (3015 when there is none), and Seek "=", ">=", ">", "<=", "<" on
+    /// its leading columns (3019 without an index). On a miss there is no current record.
+    [[nodiscard]] virtual const Text& Index() const = 0;
+    virtual void SetIndex(TextView name) = 0;
+    virtual void Seek(TextView comparison, std::initializer_list<Variant> keys) = 0;
+
+    /// Runs the statement again; drops an edit without saving; first record current.
+    virtual void Requery() = 0;
+    virtual void Close() = 0;
+
+    // For grids: reading any row without moving the current record. Not for table type.
+    /// Number of rows, visited or not.
+    [[nodiscard]] virtual std::size_t RowCount() const = 0;
+    /// The value of a field in a row (0-based). 3167 when the row is gone.
+    [[nodiscard]] virtual Variant ValueAt(std::size_t row, int field) const = 0;
+
+    /// At most one observer; null removes it.
+    virtual void SetObserver(RecordsetObserver* observer) = 0;
+};
+
+}  // namespace quardele::dao

@@ -1,0 +1,35 @@
+// The definition of a table.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <dao/field.h>
+
+namespace quardele::dao {
+
+class DatabaseImpl;
+
+/// A table's definition, read when it was asked for.
+class TableDef {
+ public:
+    TableDef(std::shared_ptr<DatabaseImpl> database, Text name);
+
+    [[nodiscard]] const Text& Name() const { return name_; }
+    /// The columns in display order.
+    [[nodiscard]] const std::vector<Field>& Fields() const { return fields_; }
+    /// A field by name, case ignored; throws 3265.
+    [[nodiscard]] const Field& FieldNamed(TextView name) const;
+    /// An empty field to fill in and append.
+    [[nodiscard]] static Field CreateField() { return {}; }
+    /// Appends a column to the table in the file. Throws 3191 when the name exists (case ignored), 3211 when
+    /// the table is in use, 3251 while the engine cannot change structures.
+    void AppendField(const Field& field);
+
+ private:
+    std::shared_ptr<DatabaseImpl> database_;
+    Text name_;
+    std::vector<Field> fields_;
+};
+
+}  // namespace quardele::dao

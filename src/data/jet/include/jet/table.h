@@ -1,0 +1,139 @@
+// A table of an open data file: its definition, its rows by identity, by scan and by index, and changes.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <span>
+#include <utility>
+#include <vector>
+
+#include <basic/variant.h>
+#include <jet/types.h>
+
+namespace quardele::jet {
+
+using basic::Variant;
+
+class TableImpl;  // the engine's own
+class Row;
+class RowScan;
+class IndexCursor;
+
+/// A new value for one column of a row.
+struct ColumnChange {
+    int column = 0;  ///< ordinal
+    Variant value;   ///< of the column's type or convertible to it; Null clears
+};
+
+/// A table. Obtained from Database::OpenTable; keeps its database open. One thread.
+class Table {
+ public:
+    explicit Table(std::unique_ptr<TableImpl> impl);
+    ~Table();
+    Table(const Table&) = delete;
+    Table& operator=(const Table&) = delete;
+
+    [[nodiscard]] const Text& Name() const;
+    [[nodiscard]] const std::vector<Column>& Columns() const;
+    [[nodiscard]] const std::vector<Index>& Indexes() const;
+    /// Ordinal of a column by name, case ignored; -1 when there is none.
+    [[nodiscard]] int FindColumn(TextView name) const;
+    /// Position in Indexes() by name, case ignored; -1 when there is none. The index named "PrimaryKey" is
+    /// also found as the primary key whatever its stored name.
+    [[nodiscard]] int FindIndex(TextView name) const;
+    /// Number of rows as the file records it (exact in files that were closed properly).
+    [[nodiscard]] std::size_t RowCount() const;
+
+    /// All rows in physical order; rows written after the call may or may not come.
+    [[nodiscard]] RowScan Scan() const;
+    /// The row, or empty when it was deleted. Throws 3343 when the identity points at no row.
+    [[nodiscard]] std::optional<Row> Fetch(RowId id) const;
+    /// Walks an index. `index` is a position in Indexes().
+    [[nodiscard]] IndexCursor OpenIndex(int index) const;
+
+    /// Changes columns of a row, in place or by overflow, with every index entry of changed columns, as one
+    /// atomic step that is on disk when the call returns; on any error nothing is changed. Throws 3167 when
+    /// the row is gone, 3022 duplicate in a unique index, 3058 Null in the primary key, 3314 Null where
+    /// required, 3315 empty text where not allowed, 3163 text too long, 3421 value of another type, 3047 row
+    /// too large, 3027 read only, 3260 locked by another process.
+    void Update(RowId id, std::span<const ColumnChange> changes);
+
+    /// For the engine's own rooms.
+    [[nodiscard]] TableImpl& Impl() const { return *impl_; }
+
+ private:
+    std::unique_ptr<TableImpl> impl_;
+};
+
+/// A snapshot of one row's stored bytes; columns are decoded when asked for. Cheap to move; independent of
+/// later changes to the file, except that long values are read from the file when asked for.
+class Row {
+ public:
+    [[nodiscard]] RowId Id() const { return id_; }
+    [[nodiscard]] bool IsNull(int column) const;
+    /// The decoded value; Null when null. Boolean columns are never Null.
+    [[nodiscard]] Variant Value(int column) const;
+
+ private:
+    friend class TableImpl;
+    Row(const TableImpl* table, RowId id, std::vector<std::uint8_t> bytes)
+        : table_(table), id_(id), bytes_(std::move(bytes)) {}
+
+    const TableImpl* table_;
+    RowId id_;
+    std::vector<std::uint8_t> bytes_;
+};
+
+/// Forward iteration over all live rows of a table; must not outlive it.
+class RowScan {
+ public:
+    /// The next row, or empty at the end.
+    [[nodiscard]] std::optional<Row> Next();
+    /// The next row's identity only, without reading its columns.
+    [[nodiscard]] std::optional<RowId> NextId();
+
+ private:
+    friend class TableImpl;
+    explicit RowScan(const TableImpl* table) : table_(table) {}
+    const TableImpl* table_;
+    std::size_t page_ = 0;  ///< position in the table's list of pages
+    int slot_ = 0;
+};
+
+enum class SeekOperator { Equal, GreaterOrEqual, Greater, LessOrEqual, Less };
+
+/// A position in an index. Entries come in the index's order. Must not outlive its table. After a change to
+/// the table the position is found again by key.
+class IndexCursor {
+ public:
+    IndexCursor(IndexCursor&&) noexcept;
+    IndexCursor& operator=(IndexCursor&&) noexcept;
+    ~IndexCursor();
+
+    /// Each returns false, and leaves no position, when there is no such entry.
+    bool First();
+    bool Last();
+    bool Next();
+    bool Previous();
+    /// Goes to the first (Equal, GreaterOrEqual, Greater) or last (LessOrEqual, Less) entry that compares so
+    /// with the values for the leading columns; fewer values than columns are allowed.
+    bool Seek(SeekOperator op, std::span<const Variant> values);
+    /// Whether the entry at the position has these values in its leading columns.
+    [[nodiscard]] bool Matches(std::span<const Variant> values) const;
+
+    [[nodiscard]] bool Valid() const;
+    /// The row of the current entry. Requires Valid().
+    [[nodiscard]] RowId Current() const;
+    /// The stored key bytes of the current entry, without the row. Requires Valid().
+    [[nodiscard]] std::span<const std::uint8_t> KeyBytes() const;
+
+    struct State;
+
+ private:
+    friend class TableImpl;
+    explicit IndexCursor(std::unique_ptr<State> state);
+    std::unique_ptr<State> state_;
+};
+
+}  // namespace quardele::jet

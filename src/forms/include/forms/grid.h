@@ -1,0 +1,160 @@
+// The spreadsheet grid: cells addressed by a current cell, bound to a data control or filled by the program.
+// One class for every list. UI thread only.
+//
+//   DBG_RELANCES->SetCol(8);
+//   for (int row = 1; row <= DBG_RELANCES->MaxRows(); ++row) { DBG_RELANCES->SetRow(row); ... }
+//
+// Rows and columns are 1-based; row 0 is the column header, column 0 the row header, -1 the whole column or
+// row. Setting Row and Col does not move the cursor, which is ActiveRow and ActiveCol.
+#pragma once
+
+#include <memory>
+
+#include <QColor>
+#include <QStringList>
+#include <QTableView>
+
+#include <basic/variant.h>
+#include <forms/data_control.h>
+
+namespace quardele::forms {
+
+class GridModel;
+
+/// Values of CellType that the system uses.
+enum class CellType { Date = 0, Edit = 1, Float = 2, Integer = 3, Button = 7, CheckBox = 10, Number = 13 };
+
+class Grid : public QTableView, private RowsView {
+    Q_OBJECT
+    Q_PROPERTY(QString dataSourceName READ DataSourceName WRITE SetDataSourceName)
+    /// One line per column: heading | data field | width in characters | kind (date, text, number, check,
+    /// button) | "locked" or "". Empty parts are allowed.
+    Q_PROPERTY(QStringList columns READ ColumnLines WRITE SetColumnLines)
+    /// Width of one character of column width, in pixels.
+    Q_PROPERTY(double characterWidth READ CharacterWidth WRITE SetCharacterWidth)
+    /// Painted in the middle while there is no row; never a cell text.
+    Q_PROPERTY(QString emptyHint READ EmptyHint WRITE SetEmptyHint)
+    Q_PROPERTY(bool rowHeader READ RowHeader WRITE SetRowHeader)
+
+ public:
+    explicit Grid(QWidget* parent = nullptr);
+    ~Grid() override;
+
+    // Binding.
+    [[nodiscard]] DataControl* DataSource() const { return dataSource_; }
+    void SetDataSource(DataControl* source);
+    [[nodiscard]] QString DataSourceName() const { return dataSourceName_; }
+    void SetDataSourceName(const QString& name) { dataSourceName_ = name; }
+    [[nodiscard]] QStringList ColumnLines() const;
+    void SetColumnLines(const QStringList& lines);
+    /// Field of the column Col().
+    [[nodiscard]] QString DataField() const;
+
+    // Size. Setting MaxRows to 0 empties the grid; setting it higher adds blank rows.
+    [[nodiscard]] int MaxRows() const;
+    void SetMaxRows(int rows);
+    [[nodiscard]] int MaxCols() const;
+
+    // The addressed cell.
+    [[nodiscard]] int Row() const { return row_; }
+    void SetRow(int row) { row_ = row; }
+    [[nodiscard]] int Col() const { return col_; }
+    void SetCol(int col) { col_ = col; }
+    /// What the cell shows. A program's assignment is no operator's change.
+    [[nodiscard]] QString Text() const;
+    void SetText(const QString& text);
+    /// Check cells: 1 or 0 (-1 is taken as ticked); others as Text.
+    [[nodiscard]] QString Value() const;
+    void SetValue(int value);
+    void SetValue(const QString& value) { SetText(value); }
+    [[nodiscard]] forms::CellType CellType() const;
+    [[nodiscard]] bool Lock() const;
+    void SetLock(bool locked);
+    /// 0x00BBGGRR as the platform counts colours: 255 is pure red, 16777215 white.
+    [[nodiscard]] int BackColor() const;
+    void SetBackColor(int color);
+    [[nodiscard]] bool FontItalic() const;
+    void SetFontItalic(bool italic);
+    [[nodiscard]] bool FontBold() const;
+    void SetFontBold(bool bold);
+    /// Whether the cell was changed and must be saved.
+    [[nodiscard]] bool ChangedFlag() const;
+    void SetChangedFlag(bool changed);
+    /// Of the column Col(), of the row Row().
+    [[nodiscard]] bool ColHidden() const;
+    void SetColHidden(bool hidden);
+    [[nodiscard]] bool RowHidden() const;
+    void SetRowHidden(bool hidden);
+    /// In characters.
+    [[nodiscard]] double ColWidth() const;
+    void SetColWidth(double characters);
+
+    // The cursor.
+    [[nodiscard]] int ActiveRow() const;
+    [[nodiscard]] int ActiveCol() const;
+    void SetActiveCell(int col, int row);
+    /// 0 makes Row/Col the active cell; 15 writes the changed rows of a bound grid to its data control.
+    /// Throws RuntimeError 5 for others, the engine's errors for 15.
+    void Action(int action);
+
+    /// Whether the operator has changed a cell since it was last set to false.
+    [[nodiscard]] bool ChangeMade() const;
+    void SetChangeMade(bool changed);
+    [[nodiscard]] bool ReDraw() const;
+    void SetReDraw(bool redraw);
+    [[nodiscard]] QString ToolTipText() const { return toolTipText_; }
+    void SetToolTipText(const QString& text);
+
+    // Look.
+    [[nodiscard]] double CharacterWidth() const;
+    void SetCharacterWidth(double pixels);
+    [[nodiscard]] QString EmptyHint() const { return emptyHint_; }
+    void SetEmptyHint(const QString& hint);
+    [[nodiscard]] bool RowHeader() const;
+    void SetRowHeader(bool shown);
+
+ signals:
+    void Click(int col, int row);
+    void DblClick(int col, int row);
+    void GotFocus();
+    void LostFocus();
+    void KeyDown(int& keyCode, int shift);
+    /// Before the cursor moves; cancel keeps it.
+    void LeaveCell(int col, int row, int newCol, int newRow, bool& cancel);
+    void LeaveRow(int row, int newRow, bool& cancel);
+    /// A check cell was ticked (1) or unticked (0), or a button cell pressed (1).
+    void ButtonClicked(int col, int row, int buttonDown);
+    /// Mouse position in twips inside the grid.
+    void RightClick(int clickType, int col, int row, int mouseX, int mouseY);
+    /// For each bound cell as its row is loaded, left to right; a row is loaded before any code or the eye
+    /// reads one of its cells. getData is true while loading from the data control.
+    void DataFill(int col, int row, int dataType, bool getData, bool& cancel);
+
+ protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+ private:
+    void RowsReplaced() override;
+    void CurrentRowMoved() override;
+    void RowsChanged() override;
+    friend class GridModel;
+
+    GridModel* model_;
+    DataControl* dataSource_ = nullptr;
+    QString dataSourceName_;
+    QString toolTipText_;
+    QString emptyHint_;
+    int row_ = 1;
+    int col_ = 1;
+    class Private;
+    std::unique_ptr<Private> d_;
+};
+
+}  // namespace quardele::forms

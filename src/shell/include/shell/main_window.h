@@ -1,0 +1,54 @@
+// The main window: menu, child forms, status bar, and the road from process start to idle.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <forms/controls.h>
+#include <forms/mdi_form.h>
+#include <forms/status_bar.h>
+
+class QAction;
+
+namespace quardele::shell {
+
+/// The forms that the menu opens lie in rooms of their own; the program's start says here how to reach them.
+/// Each gives the form's one instance, creating it at first use.
+struct MenuForms {
+    std::function<forms::Form&()> vehicles;
+    std::function<forms::Form&()> reminders;
+    std::function<forms::Form&()> changeLog;  ///< shown modally; nothing happens while it is not set
+};
+[[nodiscard]] MenuForms& TheMenuForms();
+
+namespace detail {
+class MainWindowLayout;
+}
+
+class MDIMENU_VEH : public forms::MdiForm {
+    Q_OBJECT
+ public:
+    MDIMENU_VEH();
+    ~MDIMENU_VEH() override;
+
+    forms::StatusBar* PIC_STATUS = nullptr;
+    QAction* M_VEHIC = nullptr;
+    QAction* M_RELANC = nullptr;
+    QAction* M_INFOS = nullptr;
+    QAction* M_PARAM = nullptr;
+    QAction* M_QUIT = nullptr;
+
+ protected:
+    void Form_Load() override;
+    void Form_Resize() override;
+
+ private:
+    void M_VEHIC_Click();
+    void M_RELANC_Click();
+    void M_INFOS_Click();
+    void M_PARAM_Click();
+    static void M_QUIT_Click();
+    static void PIC_STATUS_PanelClick(const forms::StatusPanel& panel);
+};
+
+}  // namespace quardele::shell

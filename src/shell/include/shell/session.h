@@ -1,0 +1,51 @@
+// Values that live from start to end of the process; module-level state, one of each. UI thread only.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include <QString>
+
+#include <dao/dao.h>
+#include <word/gword.h>
+
+namespace quardele::shell {
+
+struct Session {
+    /// The data database; null when start-up could not open it.
+    std::shared_ptr<dao::Database> BD_DONNEES;
+    /// Its folder as stored, with a trailing backslash; also holds templates and letters.
+    QString CHEMIN_DONNEES;
+    /// Folder of the stock database; may stay empty.
+    QString CHEMIN_STOCK;
+    /// The stock database, its file name, and whether it lists an active site; set by the reminders form.
+    std::shared_ptr<dao::Database> BD_STOCK;
+    QString NOM_BD_STOCK;
+    bool SITES_DISPO = false;
+    /// The one instance of the Word vocabulary.
+    std::unique_ptr<word::GWORD> OBJ_WORD;
+    /// Twips.
+    int ScreenWidth = 0;
+    int ScreenHeight = 0;
+    int MDI_LARGEUR = 0;
+    int MDI_HAUTEUR = 0;
+    /// Dialogs place themselves with these (twips); WorkAreaHeight stays 0.
+    int WorkAreaTop = 0;
+    int WorkAreaHeight = 0;
+    /// Number of this module once the change log was asked for; 0 before.
+    int NUMAPPLI_COURANT = 0;
+    /// Local parameters.
+    bool MIRE_ACTIVE = true;
+    QString MIRE_VEH;
+    QString PARAM_DEVCAL;
+    QString PARAM_SITE;
+    std::int16_t PARAM_CALENDRIER = 0;
+    /// A hook of the letters: sends F10 to Word's window. Nothing sets it.
+    bool B_MENU_WORD = false;
+    /// Set when a calendar was asked for; nothing reads it.
+    bool calendarOpen = false;
+};
+
+[[nodiscard]] Session& TheSession();
+
+}  // namespace quardele::shell

@@ -1,0 +1,193 @@
+#include <basic/date.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+#include <ctime>
+
+#include <basic/runtime_error.h>
+
+namespace quardele::basic {
+namespace {
+
+constexpr int kFirstYear = 100;
+constexpr int kLastYear = 9999;
+constexpr int kMonthsInYear = 12;
+constexpr int kMonthsInQuarter = 3;
+constexpr int kDaysInWeek = 7;
+constexpr std::int64_t kSecondsInDay = 86400;
+constexpr std::int64_t kSecondsInHour = 3600;
+constexpr std::int64_t kSecondsInMinute = 60;
+/// Far more than any two dates lie apart in the smallest unit, yet safe to multiply.
+constexpr double kLargestStep = 1e12;
+
+/// Day 0 of dates is 30/12/1899, day 0 of the clock's calendar 01/01/1970.
+constexpr std::chrono::sys_days kDayZero = std::chrono::year(1899) / 12 / 30;
+
+std::chrono::year_month_day YearMonthDay(int year, int month, int day) {
+    return std::chrono::year(year) / std::chrono::month(static_cast<unsigned>(month)) /
+           std::chrono::day(static_cast<unsigned>(day));
+}
+
+std::int64_t DayNumber(const CivilDate& civil) {
+    return (std::chrono::sys_days(YearMonthDay(civil.year, civil.month, civil.day)) - kDayZero).count();
+}
+
+CivilDate CivilOfDay(std::int64_t dayNumber) {
+    const std::chrono::year_month_day ymd(kDayZero + std::chrono::days(dayNumber));
+    return {static_cast<int>(ymd.year()), static_cast<int>(static_cast<unsigned>(ymd.month())),
+            static_cast<int>(static_cast<unsigned>(ymd.day()))};
+}
+
+constexpr std::int64_t kFirstDay = -657434;
+constexpr std::int64_t kLastDay = 2958465;
+
+[[noreturn]] void ThrowInvalidCall() {
+    throw RuntimeError(error::kInvalidCall);
+}
+
+/// A date taken apart: its day, and the whole seconds since that day's midnight.
+struct SplitDate {
+    std::int64_t dayNumber = 0;
+    std::int64_t seconds = 0;
+};
+
+SplitDate Split(Date date) {
+    const double day = std::trunc(date.days);
+    // Written so that a value that is no number fails as well.
+    if (!(day >= static_cast<double>(kFirstDay) && day <= static_cast<double>(kLastDay))) {
+        throw RuntimeError(error::kOverflow);
+    }
+    SplitDate split{static_cast<std::int64_t>(day), std::llround(std::fabs(date.days - day) * kSecondsInDay)};
+    if (split.seconds == kSecondsInDay) {
+        split = {split.dayNumber + 1, 0};
+    }
+    return split;
+}
+
+Date Join(const SplitDate& split) {
+    if (split.dayNumber < kFirstDay || split.dayNumber > kLastDay) {
+        ThrowInvalidCall();
+    }
+    const auto day = static_cast<double>(split.dayNumber);
+    const double time = static_cast<double>(split.seconds) / static_cast<double>(kSecondsInDay);
+    return Date{split.dayNumber < 0 ? day - time : day + time};
+}
+
+Date AddMonths(const SplitDate& start, std::int64_t months) {
+    const CivilDate civil = CivilOfDay(start.dayNumber);
+    const std::int64_t total = std::int64_t{civil.year} * kMonthsInYear + (civil.month - 1) + months;
+    if (total < std::int64_t{kFirstYear} * kMonthsInYear ||
+        total >= std::int64_t{kLastYear + 1} * kMonthsInYear) {
+        ThrowInvalidCall();
+    }
+    const int year = static_cast<int>(total / kMonthsInYear);
+    const int month = static_cast<int>(total % kMonthsInYear) + 1;
+    const int day = std::min(civil.day, DaysInMonth(year, month));
+    return Join({DayNumber({year, month, day}), start.seconds});
+}
+
+Date AddDays(const SplitDate& start, std::int64_t days) {
+    return Join({start.dayNumber + days, start.seconds});
+}
+
+Date AddSeconds(const SplitDate& start, std::int64_t seconds) {
+    const std::int64_t total = start.dayNumber * kSecondsInDay + start.seconds + seconds;
+    const std::int64_t timeOfDay = ((total % kSecondsInDay) + kSecondsInDay) % kSecondsInDay;
+    return Join({(total - timeOfDay) / kSecondsInDay, timeOfDay});
+}
+
+std::tm LocalTime() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+#ifdef _WIN32
+    localtime_s(&local, &now);
+#else
+    localtime_r(&now, &local);
+#endif
+    return local;
+}
+
+/// What DateAdd does for an interval: a number of months, days or seconds, so many for each step.
+struct Interval {
+    TextView name;
+    Date (*add)(const SplitDate& start, std::int64_t count);
+    std::int64_t factor;
+};
+
+constexpr std::array<Interval, 10> kIntervals = {{
+    {u"yyyy", AddMonths, kMonthsInYear},
+    {u"q", AddMonths, kMonthsInQuarter},
+    {u"m", AddMonths, 1},
+    {u"y", AddDays, 1},
+    {u"d", AddDays, 1},
+    {u"w", AddDays, 1},
+    {u"ww", AddDays, kDaysInWeek},
+    {u"h", AddSeconds, kSecondsInHour},
+    {u"n", AddSeconds, kSecondsInMinute},
+    {u"s", AddSeconds, 1},
+}};
+
+}  // namespace
+
+bool IsValidDay(int year, int month, int day) {
+    return year >= kFirstYear && year <= kLastYear && month >= 1 && month <= kMonthsInYear && day >= 1 &&
+           day <= DaysInMonth(year, month);
+}
+
+int DaysInMonth(int year, int month) {
+    if (month < 1 || month > kMonthsInYear) {
+        ThrowInvalidCall();
+    }
+    const auto last =
+        std::chrono::year(year) / std::chrono::month(static_cast<unsigned>(month)) / std::chrono::last;
+    return static_cast<int>(static_cast<unsigned>(last.day()));
+}
+
+Date DateOf(int year, int month, int day) {
+    return DateOf(year, month, day, 0, 0, 0);
+}
+
+Date DateOf(int year, int month, int day, int hour, int minute, int second) {
+    const bool validTime = hour >= 0 && hour < 24 && minute >= 0 && minute < 60 && second >= 0 && second < 60;
+    if (!validTime || !IsValidDay(year, month, day)) {
+        ThrowInvalidCall();
+    }
+    return Join({DayNumber({year, month, day}), hour * kSecondsInHour + minute * kSecondsInMinute + second});
+}
+
+CivilDate CivilOf(Date date) {
+    return CivilOfDay(Split(date).dayNumber);
+}
+
+TimeOfDay TimeOf(Date date) {
+    const auto seconds = static_cast<int>(Split(date).seconds);
+    constexpr auto kHour = static_cast<int>(kSecondsInHour);
+    constexpr auto kMinute = static_cast<int>(kSecondsInMinute);
+    return {seconds / kHour, seconds % kHour / kMinute, seconds % kMinute};
+}
+
+Date DateAdd(TextView interval, double number, Date date) {
+    const auto* found =
+        std::find_if(kIntervals.begin(), kIntervals.end(),
+                     [interval](const Interval& candidate) { return EqualNoCase(candidate.name, interval); });
+    if (found == kIntervals.end() || !(std::fabs(number) <= kLargestStep)) {
+        ThrowInvalidCall();
+    }
+    return found->add(Split(date), std::llrint(number) * found->factor);
+}
+
+Date Today() {
+    const std::tm now = LocalTime();
+    return DateOf(now.tm_year + 1900, now.tm_mon + 1, now.tm_mday);
+}
+
+Date Now() {
+    const std::tm now = LocalTime();
+    return DateOf(now.tm_year + 1900, now.tm_mon + 1, now.tm_mday, now.tm_hour, now.tm_min,
+                  std::min(now.tm_sec, 59));
+}
+
+}  // namespace quardele::basic

@@ -1,0 +1,49 @@
+// Calendar arithmetic on dates of the years 100 to 9999 (proleptic Gregorian calendar).
+#pragma once
+
+#include <basic/text.h>
+#include <basic/variant.h>
+
+namespace quardele::basic {
+
+struct CivilDate {
+    int year = 1899;
+    int month = 12;
+    int day = 30;
+    friend auto operator<=>(const CivilDate&, const CivilDate&) = default;
+};
+struct TimeOfDay {
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+};
+
+/// The date of a calendar day; throws RuntimeError 5 when the day does not exist or lies outside 100-9999.
+[[nodiscard]] Date DateOf(int year, int month, int day);
+[[nodiscard]] Date DateOf(int year, int month, int day, int hour, int minute, int second);
+[[nodiscard]] bool IsValidDay(int year, int month, int day);
+/// Number of days of a month.
+[[nodiscard]] int DaysInMonth(int year, int month);
+
+/// The day of a date. This and the other functions that take a Date throw RuntimeError 6 when it lies outside
+/// the years 100 to 9999.
+[[nodiscard]] CivilDate CivilOf(Date date);
+/// The time of day, rounded to whole seconds (a value that rounds to 24:00:00 carries into CivilOf).
+[[nodiscard]] TimeOfDay TimeOf(Date date);
+
+/// Adds a number of units; interval is "yyyy", "q", "m", "y", "d", "w", "ww", "h", "n" or "s" in any case.
+/// Months and years keep the day or fall to the target month's last day. Throws RuntimeError 5 for another
+/// interval or a result outside 100-9999.
+[[nodiscard]] Date DateAdd(TextView interval, double number, Date date);
+
+/// The date and the moment of the workstation's clock, without and with the time.
+[[nodiscard]] Date Today();
+[[nodiscard]] Date Now();
+
+/// Formats a value with a date pattern: d dd ddd dddd m mm mmm mmmm yy yyyy h hh n nn s ss; "/" is the
+/// locale's date separator, ":" stays; other characters stay. A text is converted to a date first; a text
+/// that is no date comes back as it is. Empty and Null give the empty text.
+[[nodiscard]] Text Format(const Variant& value, TextView pattern);
+[[nodiscard]] Text Format(Date date, TextView pattern);
+
+}  // namespace quardele::basic

@@ -28,7 +28,8 @@ struct CatalogEntry {
 class Database : public std::enable_shared_from_this<Database> {
  public:
     /// Opens an existing file. A hot rollback journal beside it is rolled back first.
-    static std::shared_ptr<Database> Open(const std::filesystem::path& file, OpenMode mode = OpenMode::Shared);
+    static std::shared_ptr<Database> Open(const std::filesystem::path& file,
+                                          OpenMode mode = OpenMode::Shared);
     ~Database();
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;

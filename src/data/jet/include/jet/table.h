@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <span>
@@ -16,6 +17,7 @@ namespace quardele::jet {
 using basic::Variant;
 
 class TableImpl;  // the engine's own
+struct Page;
 class Row;
 class RowScan;
 class IndexCursor;
@@ -66,23 +68,36 @@ class Table {
     std::unique_ptr<TableImpl> impl_;
 };
 
-/// A snapshot of one row's stored bytes; columns are decoded when asked for. Cheap to move; independent of
-/// later changes to the file, except that long values are read from the file when asked for.
+/// A snapshot of one row's stored bytes; columns are decoded when asked for. Copying and moving are cheap:
+/// rows share the page they were read from, which never changes under them. Long values are read from the
+/// file when asked for; 3197 when they were replaced since. Must not outlive its table.
 class Row {
  public:
     [[nodiscard]] RowId Id() const { return id_; }
+    /// A Boolean column is never Null.
     [[nodiscard]] bool IsNull(int column) const;
     /// The decoded value; Null when null. Boolean columns are never Null.
     [[nodiscard]] Variant Value(int column) const;
 
+    // Ways that make no Variant, for scans and comparisons over many rows.
+
+    /// A number, amount or date (in days) as a double, a truth value as -1 or 0; 0 when null or of another
+    /// type.
+    [[nodiscard]] double NumberAt(int column) const;
+    /// Puts the text of a Text or Memo column into `text`, whose memory is reused; false, and an empty text,
+    /// when it is null.
+    bool TextAt(int column, Text& text) const;
+
  private:
     friend class TableImpl;
-    Row(const TableImpl* table, RowId id, std::vector<std::uint8_t> bytes)
-        : table_(table), id_(id), bytes_(std::move(bytes)) {}
+    Row(const TableImpl* table, RowId id, std::shared_ptr<const Page> page,
+        std::span<const std::uint8_t> bytes)
+        : table_(table), id_(id), page_(std::move(page)), bytes_(bytes) {}
 
     const TableImpl* table_;
     RowId id_;
-    std::vector<std::uint8_t> bytes_;
+    std::shared_ptr<const Page> page_;
+    std::span<const std::uint8_t> bytes_;  ///< within page_
 };
 
 /// Forward iteration over all live rows of a table; must not outlive it.
@@ -95,10 +110,16 @@ class RowScan {
 
  private:
     friend class TableImpl;
-    explicit RowScan(const TableImpl* table) : table_(table) {}
+    explicit RowScan(const TableImpl* table);
+    /// Goes to the next page of the table; false behind the last.
+    bool Advance();
+
     const TableImpl* table_;
-    std::size_t page_ = 0;  ///< position in the table's list of pages
+    std::shared_ptr<const std::vector<std::uint32_t>> pages_;
+    std::size_t nextPage_ = 0;
+    std::shared_ptr<const Page> page_;
     int slot_ = 0;
+    int slotCount_ = 0;
 };
 
 enum class SeekOperator { Equal, GreaterOrEqual, Greater, LessOrEqual, Less };

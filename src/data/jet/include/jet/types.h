@@ -10,9 +10,6 @@
 
 namespace quardele::jet {
 
-using basic::Text;
-using basic::TextView;
-
 /// Type codes of columns as stored in the file.
 enum class ColumnType : std::uint8_t {
     Boolean = 0x01,
@@ -31,6 +28,9 @@ enum class ColumnType : std::uint8_t {
     Numeric = 0x10,
     Opaque = 0x11,
 };
+
+using basic::Text;
+using basic::TextView;
 
 /// One column. Ordinals elsewhere in this engine are positions in Table::Columns(), which is display order.
 struct Column {
@@ -59,6 +59,9 @@ struct Index {
     bool unique = false;
     bool ignoreNulls = false;
     bool required = false;
+    /// False when its texts are in an order that is not ours (another language's, or Access 97's): such an
+    /// index can be walked but Seek throws 3251 on it, and rows are not changed in its columns.
+    bool seekable = false;
 };
 
 /// Identity of a row for the life of the row: page and slot where it was first written.

@@ -1,0 +1,68 @@
+#include <jet/database.h>
+
+#include <algorithm>
+
+#include <basic/runtime_error.h>
+
+#include "engine.h"
+#include "linked_table.h"
+#include "table_impl.h"
+
+namespace quardele::jet {
+
+Database::Database(std::unique_ptr<Engine> engine) : engine_(std::move(engine)) {}
+
+Database::~Database() = default;
+
+std::shared_ptr<Database> Database::Open(const std::filesystem::path& file, OpenMode mode) {
+    const std::shared_ptr<Database> database(new Database(std::make_unique<Engine>(file, mode)));
+    return database;
+}
+
+const std::filesystem::path& Database::File() const {
+    return engine_->Path();
+}
+
+bool Database::IsReadOnly() const {
+    return engine_->IsReadOnly();
+}
+
+std::vector<CatalogEntry> Database::Catalog() const {
+    std::vector<CatalogEntry> entries;
+    for (const CatalogTable& table : engine_->Objects().Tables()) {
+        entries.push_back({.name = table.name, .system = table.system, .linked = table.linked});
+    }
+    return entries;
+}
+
+bool Database::HasTable(TextView name) const {
+    return engine_->Objects().Find(name) != nullptr;
+}
+
+std::shared_ptr<Table> Database::OpenTable(TextView name) {
+    std::weak_ptr<Table>& open = engine_->openTables[basic::UCase(name)];
+    if (std::shared_ptr<Table> table = open.lock()) {
+        return table;
+    }
+    const jet::Catalog& catalog = engine_->Objects();
+    const CatalogTable* found = catalog.Find(name);
+    if (found == nullptr) {
+        throw basic::RuntimeError(basic::error::kNoSuchTable,
+                                  basic::Describe(basic::error::kNoSuchTable, name));
+    }
+    std::shared_ptr<Table> table;
+    if (found->linked) {
+        table = OpenLinkedTable(*engine_, *found);
+    } else {
+        table = std::make_shared<Table>(std::make_unique<TableImpl>(*engine_, shared_from_this(), found->name,
+                                                                    catalog.Define(*engine_, *found)));
+    }
+    open = table;
+    return table;
+}
+
+void Database::Refresh() {
+    engine_->Refresh();
+}
+
+}  // namespace quardele::jet

@@ -1,0 +1,68 @@
+#include "engine.h"
+
+#include <basic/runtime_error.h>
+
+#include "file_header.h"
+#include "lock_bytes.h"
+
+namespace quardele::jet {
+
+namespace {
+
+[[noreturn]] void Throw(int number, const std::filesystem::path& path) {
+    throw basic::RuntimeError(number, basic::Describe(number, PathText(path)));
+}
+
+}  // namespace
+
+Engine::Engine(const std::filesystem::path& path, OpenMode mode) : path_(path), mode_(mode) {
+    OpenFile();
+    TakePresence();
+    format_ = &ReadFileHeader(file_);
+    readOnly_ = readOnly_ || !format_->wideText;
+    pages_ = std::make_unique<PageCache>(file_, *format_);
+}
+
+void Engine::OpenFile() {
+    std::error_code failure;
+    const std::filesystem::path folder = path_.has_parent_path() ? path_.parent_path() : ".";
+    if (!std::filesystem::is_directory(folder, failure)) {
+        Throw(basic::error::kBadPath, path_);
+    }
+    if (std::filesystem::is_directory(path_, failure)) {
+        Throw(basic::error::kCannotOpenFile, path_);
+    }
+    // A change needs room for its journal beside the file.
+    readOnly_ = mode_ == OpenMode::ReadOnly || !IsWritableFolder(folder) ||
+                !file_.Open(path_, OsFile::Access::ReadWrite);
+    if (readOnly_ && !file_.Open(path_, OsFile::Access::Read)) {
+        Throw(basic::error::kCannotOpenFile, path_);
+    }
+}
+
+void Engine::TakePresence() {
+    const bool exclusive = mode_ == OpenMode::Exclusive && !readOnly_;
+    const auto kind = exclusive ? OsFile::Lock::Exclusive : OsFile::Lock::Shared;
+    switch (file_.TryLock(lock_bytes::kPresence, kind)) {
+        case OsFile::LockResult::Taken:
+            return;
+        case OsFile::LockResult::Held:
+            Throw(exclusive ? basic::error::kFileInUse : basic::error::kOpenExclusive, path_);
+        case OsFile::LockResult::Unsupported:
+            readOnly_ = true;  // without locks nobody can be kept from writing at the same time
+    }
+}
+
+const jet::Catalog& Engine::Objects() {
+    if (!catalog_) {
+        catalog_ = jet::Catalog::Read(*this);
+    }
+    return *catalog_;
+}
+
+void Engine::Refresh() {
+    pages_->Clear();
+    catalog_.reset();
+}
+
+}  // namespace quardele::jet

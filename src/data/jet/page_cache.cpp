@@ -1,0 +1,103 @@
+#include "page_cache.h"
+
+#include <algorithm>
+
+namespace quardele::jet {
+
+namespace {
+
+/// 16 MiB of pages of 4 KiB.
+constexpr std::size_t kMostFrames = 4096;
+/// A reader that goes through the file in order gets so many pages with one system call.
+constexpr std::uint32_t kReadAhead = 16;
+
+}  // namespace
+
+PageCache::PageCache(const OsFile& file, const Format& format) : PageSource(format), file_(file) {
+    Clear();
+}
+
+void PageCache::Clear() {
+    frameOf_.clear();
+    frames_.clear();
+    hand_ = 0;
+    expected_ = 0;
+    pageCount_ = static_cast<std::uint32_t>(std::min(file_.Size(), kLargestFile) / Layout().pageSize);
+    ++generation_;
+}
+
+void PageCache::Put(PagePtr page) {
+    pageCount_ = std::max(pageCount_, page->number + 1);
+    if (const auto found = frameOf_.find(page->number); found != frameOf_.end()) {
+        frames_[found->second].page = std::move(page);
+    } else {
+        Insert(std::move(page));
+    }
+    ++generation_;
+}
+
+PagePtr PageCache::ReadInside(std::uint32_t number) const {
+    if (const auto found = frameOf_.find(number); found != frameOf_.end()) {
+        Frame& frame = frames_[found->second];
+        frame.used = true;
+        expected_ = number + 1;
+        return frame.page;
+    }
+    const std::uint32_t run = RunLength(number);
+    expected_ = number + 1;
+    const std::size_t pageSize = Layout().pageSize;
+    readBuffer_.resize(run * pageSize);
+    if (file_.ReadAt(std::uint64_t{number} * pageSize, readBuffer_) != readBuffer_.size()) {
+        ThrowDamaged(number, u"page incomplète");
+    }
+    PagePtr first;
+    for (std::uint32_t i = 0; i < run; ++i) {
+        auto page = std::make_shared<Page>();
+        page->number = number + i;
+        page->size = Layout().pageSize;
+        std::copy_n(readBuffer_.begin() + static_cast<std::ptrdiff_t>(i * pageSize), pageSize,
+                    page->bytes.begin());
+        if (i == 0) {
+            first = page;
+        }
+        Insert(std::move(page));
+    }
+    return first;
+}
+
+std::uint32_t PageCache::RunLength(std::uint32_t number) const {
+    if (number != expected_) {
+        return 1;
+    }
+    std::uint32_t run = 1;
+    while (run < kReadAhead && number + run < pageCount_ && !frameOf_.contains(number + run)) {
+        ++run;
+    }
+    return run;
+}
+
+void PageCache::Insert(PagePtr page) const {
+    const std::uint32_t number = page->number;
+    if (frames_.size() < kMostFrames) {
+        frameOf_[number] = frames_.size();
+        frames_.push_back({std::move(page), false});
+        return;
+    }
+    const std::size_t index = FrameToReuse();
+    frameOf_.erase(frames_[index].page->number);
+    frameOf_[number] = index;
+    frames_[index] = {std::move(page), false};
+}
+
+// Second chance: a frame that was used since the hand last passed stays for one more round.
+std::size_t PageCache::FrameToReuse() const {
+    for (;;) {
+        hand_ = (hand_ + 1) % frames_.size();
+        if (!frames_[hand_].used) {
+            return hand_;
+        }
+        frames_[hand_].used = false;
+    }
+}
+
+}  // namespace quardele::jet

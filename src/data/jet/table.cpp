@@ -1,0 +1,58 @@
+#include <jet/table.h>
+
+#include <algorithm>
+
+#include "table_impl.h"
+
+namespace quardele::jet {
+
+namespace {
+
+constexpr TextView kPrimaryKeyName = u"PrimaryKey";
+
+}  // namespace
+
+Table::Table(std::unique_ptr<TableImpl> impl) : impl_(std::move(impl)) {}
+
+Table::~Table() = default;
+
+const Text& Table::Name() const {
+    return impl_->Name();
+}
+
+const std::vector<Column>& Table::Columns() const {
+    return impl_->Def().columns;
+}
+
+const std::vector<Index>& Table::Indexes() const {
+    return impl_->Def().indexes;
+}
+
+int Table::FindColumn(TextView name) const {
+    return impl_->Def().FindColumn(name);
+}
+
+int Table::FindIndex(TextView name) const {
+    const std::vector<Index>& indexes = Indexes();
+    auto found = std::find_if(indexes.begin(), indexes.end(),
+                              [name](const Index& index) { return basic::EqualNoCase(index.name, name); });
+    if (found == indexes.end() && basic::EqualNoCase(name, kPrimaryKeyName)) {
+        found =
+            std::find_if(indexes.begin(), indexes.end(), [](const Index& index) { return index.primary; });
+    }
+    return found == indexes.end() ? -1 : static_cast<int>(found - indexes.begin());
+}
+
+std::size_t Table::RowCount() const {
+    return impl_->RowCount();
+}
+
+RowScan Table::Scan() const {
+    return impl_->Scan();
+}
+
+std::optional<Row> Table::Fetch(RowId id) const {
+    return impl_->Fetch(id);
+}
+
+}  // namespace quardele::jet

@@ -1,0 +1,91 @@
+#include "table_impl.h"
+
+#include "data_page.h"
+#include "usage_map.h"
+
+namespace quardele::jet {
+
+TableImpl::TableImpl(Engine& engine, std::shared_ptr<Database> database, Text name, TableDef def)
+    : engine_(engine), database_(std::move(database)), name_(std::move(name)), def_(std::move(def)) {}
+
+PageList TableImpl::DataPages() const {
+    if (!dataPages_ || dataPagesGeneration_ != engine_.Pages().Generation()) {
+        dataPagesGeneration_ = engine_.Pages().Generation();
+        dataPages_ = std::make_shared<std::vector<std::uint32_t>>(ReadUsageMap(Pages(), def_.ownedMap));
+    }
+    return dataPages_;
+}
+
+std::size_t TableImpl::RowCount() const {
+    return Pages().Read(def_.page)->View().U32(Layout().def.rowCount);
+}
+
+RowScan TableImpl::Scan() const {
+    return RowScan(this);
+}
+
+std::optional<Row> TableImpl::Fetch(RowId id) const {
+    const PagePtr page = Pages().Read(id.page);
+    const DataPage slots(*page, Layout());
+    if (slots.Owner() != def_.page || id.slot >= slots.SlotCount()) {
+        ThrowDamaged(id.page, u"ligne inexistante");
+    }
+    return RowAt(page, id.slot);
+}
+
+std::optional<Row> TableImpl::RowAt(const PagePtr& page, int slotNumber) const {
+    const DataPage slots(*page, Layout());
+    const std::uint16_t flags = slots.Flags(slotNumber);
+    if ((flags & slot::kHidden) != 0) {
+        return std::nullopt;
+    }
+    const RowId id{page->number, static_cast<std::uint8_t>(slotNumber)};
+    const ByteView bytes = slots.Row(slotNumber);
+    return flags == slot::kMoved ? Moved(id, bytes) : Row(this, id, page, bytes.Span());
+}
+
+Row TableImpl::Moved(RowId id, const ByteView& pointer) const {
+    RowBytes target = ReadRow(Pages(), LoadRowPointer(pointer, 0));
+    return {this, id, std::move(target.page), target.bytes.Span()};
+}
+
+RowScan::RowScan(const TableImpl* table) : table_(table), pages_(table->DataPages()) {}
+
+bool RowScan::Advance() {
+    if (nextPage_ == pages_->size()) {
+        return false;
+    }
+    page_ = table_->Pages().Read((*pages_)[nextPage_++]);
+    const DataPage slots(*page_, table_->Layout());
+    if (slots.Owner() != table_->Def().page) {
+        ThrowDamaged(page_->number, u"page d'une autre table");
+    }
+    slot_ = 0;
+    slotCount_ = slots.SlotCount();
+    return true;
+}
+
+std::optional<Row> RowScan::Next() {
+    do {
+        while (slot_ < slotCount_) {
+            if (auto row = table_->RowAt(page_, slot_++)) {
+                return row;
+            }
+        }
+    } while (Advance());
+    return std::nullopt;
+}
+
+std::optional<RowId> RowScan::NextId() {
+    do {
+        while (slot_ < slotCount_) {
+            const int slotNumber = slot_++;
+            if ((DataPage(*page_, table_->Layout()).Flags(slotNumber) & slot::kHidden) == 0) {
+                return RowId{page_->number, static_cast<std::uint8_t>(slotNumber)};
+            }
+        }
+    } while (Advance());
+    return std::nullopt;
+}
+
+}  // namespace quardele::jet

@@ -1,0 +1,49 @@
+// What stands behind a Table.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include <jet/table.h>
+
+#include "engine.h"
+#include "table_def.h"
+
+namespace quardele::jet {
+
+using PageList = std::shared_ptr<const std::vector<std::uint32_t>>;
+
+class TableImpl {
+ public:
+    /// `database` keeps the engine alive; the engine's own use gives none.
+    TableImpl(Engine& engine, std::shared_ptr<Database> database, Text name, TableDef def);
+
+    [[nodiscard]] const Text& Name() const { return name_; }
+    [[nodiscard]] const TableDef& Def() const { return def_; }
+    [[nodiscard]] Engine& Owner() const { return engine_; }
+    [[nodiscard]] const Format& Layout() const { return engine_.Layout(); }
+    [[nodiscard]] const PageSource& Pages() const { return engine_.Pages(); }
+
+    /// The table's data pages in ascending order.
+    [[nodiscard]] PageList DataPages() const;
+    [[nodiscard]] RowScan Scan() const;
+    [[nodiscard]] std::optional<Row> Fetch(RowId id) const;
+    /// The row of a slot that a page shows; empty for a deleted slot and for the target of a moved row.
+    [[nodiscard]] std::optional<Row> RowAt(const PagePtr& page, int slotNumber) const;
+
+    /// As the definition records it now.
+    [[nodiscard]] std::size_t RowCount() const;
+
+ private:
+    [[nodiscard]] Row Moved(RowId id, const ByteView& pointer) const;
+
+    Engine& engine_;
+    std::shared_ptr<Database> database_;
+    Text name_;
+    TableDef def_;
+    mutable PageList dataPages_;
+    mutable std::uint64_t dataPagesGeneration_ = 0;
+};
+
+}  // namespace quardele::jet

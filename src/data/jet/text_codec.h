@@ -1,0 +1,23 @@
+// Stored text: UTF-16, compressed or plain, in Access 2000-2003; eight bits per character in Access 97.
+#pragma once
+
+#include <vector>
+
+#include <basic/text.h>
+
+#include "bytes.h"
+#include "format.h"
+
+namespace quardele::jet {
+
+/// The text that stored bytes mean. An odd last byte of plain text is passed over.
+void DecodeText(const ByteView& stored, const Format& format, basic::Text& result);
+[[nodiscard]] basic::Text DecodeText(const ByteView& stored, const Format& format);
+
+/// UTF-16 little-endian as it stands: names, properties.
+[[nodiscard]] basic::Text DecodePlainText(const ByteView& stored);
+
+/// The stored form for Access 2000-2003; compressed when that is allowed, possible and saves anything.
+[[nodiscard]] std::vector<std::uint8_t> EncodeText(basic::TextView text, bool compress);
+
+}  // namespace quardele::jet

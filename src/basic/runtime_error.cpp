@@ -81,6 +81,7 @@ constexpr Entry kDescriptions[] = {
      u"L'instruction SELECT comporte un mot réservé ou un nom mal orthographié ou absent, ou sa ponctuation "
      u"est incorrecte."},
     {error::kSyntaxInSql, u"Erreur de syntaxe dans l'instruction UPDATE."},
+    {error::kInvalidBookmark, u"Ce signet n'est pas correct."},
     {error::kTextTooLong, u"Le champ est trop petit pour la quantité de données à y placer.",
      u"Le champ « |1 » est trop petit pour la quantité de données à y placer."},
     {error::kFieldNotUpdatable, u"Le champ ne peut pas être mis à jour.",
@@ -88,10 +89,14 @@ constexpr Entry kDescriptions[] = {
     {error::kRecordDeleted, u"L'enregistrement est supprimé."},
     {error::kLockedHere,
      u"Mise à jour impossible : l'enregistrement est verrouillé par une autre session de ce poste."},
+    {error::kFieldExists, u"Ce nom de champ existe déjà dans la table.",
+     u"Le champ « |1 » existe déjà dans la table."},
     {error::kFileInUseBy, u"La base de données est utilisée par un autre utilisateur.",
      u"La base de données « |1 » est utilisée par un autre utilisateur. Réessayez quand elle sera libre."},
     {error::kRecordChanged,
      u"Opération arrêtée : un autre utilisateur tente de modifier les mêmes données au même moment."},
+    {error::kTableInUse, u"La table est déjà utilisée par un autre utilisateur ou un autre processus.",
+     u"La table « |1 » est déjà utilisée par un autre utilisateur ou un autre processus."},
     {error::kOperationNotSupported, u"Cet objet ne permet pas cette opération."},
     {error::kInvalidOperation, u"Opération incorrecte."},
     {error::kRecordLocked,
@@ -110,6 +115,7 @@ constexpr Entry kDescriptions[] = {
      u"libre.",
      u"La base de données « |1 » est ouverte en mode exclusif par un autre utilisateur. Réessayez quand elle "
      u"sera libre."},
+    {error::kObjectClosed, u"Cet objet est fermé ou n'est plus défini."},
     {error::kTypeConversion, u"Erreur de conversion de type de données."},
     {error::kDataTypeMismatch, u"Types de données incompatibles dans l'expression du critère."},
 };

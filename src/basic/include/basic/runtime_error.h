@@ -96,6 +96,10 @@ inline constexpr int kOpenExclusive = 3356;
 inline constexpr int kDataTypeMismatch = 3464;
 inline constexpr int kLinkedTableMissing = 3011;
 inline constexpr int kRecordTooLarge = 3047;
+inline constexpr int kInvalidBookmark = 3159;
+inline constexpr int kFieldExists = 3191;
+inline constexpr int kTableInUse = 3211;
+inline constexpr int kObjectClosed = 3420;
 }  // namespace error
 
 }  // namespace quardele::basic

@@ -4,11 +4,15 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
+#include <vector>
 
 #include "damage.h"
 
 namespace quardele::jet {
+
+using ByteString = std::vector<std::uint8_t>;
 
 /// Read-only bytes of one place in the file. Every access is checked against the size; a violation throws
 /// RuntimeError 3343 naming the page. The bytes belong to somebody else.
@@ -85,6 +89,22 @@ class ByteView {
     std::span<const std::uint8_t> bytes_;
     std::uint32_t page_ = 0;
 };
+
+/// Plain byte order; a text that another one starts with comes first. Negative, 0 or positive.
+[[nodiscard]] inline int CompareBytes(std::span<const std::uint8_t> left,
+                                      std::span<const std::uint8_t> right) {
+    const std::size_t common = left.size() < right.size() ? left.size() : right.size();
+    const int order = common == 0 ? 0 : std::memcmp(left.data(), right.data(), common);
+    if (order != 0 || left.size() == right.size()) {
+        return order;
+    }
+    return left.size() < right.size() ? -1 : 1;
+}
+
+[[nodiscard]] inline bool StartsWith(std::span<const std::uint8_t> bytes,
+                                     std::span<const std::uint8_t> start) {
+    return bytes.size() >= start.size() && CompareBytes(bytes.first(start.size()), start) == 0;
+}
 
 /// Stores an integer little-endian at the front of `target`, which must be large enough.
 template <class Integer>

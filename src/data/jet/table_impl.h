@@ -32,6 +32,7 @@ class TableImpl {
     /// The row of a slot that a page shows; empty for a deleted slot and for the target of a moved row.
     [[nodiscard]] std::optional<Row> RowAt(const PagePtr& page, int slotNumber) const;
 
+    [[nodiscard]] IndexCursor OpenIndex(int index) const;
     /// As the definition records it now.
     [[nodiscard]] std::size_t RowCount() const;
 

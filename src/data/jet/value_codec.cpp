@@ -1,8 +1,8 @@
 #include "value_codec.h"
 
 #include <algorithm>
-#include <cmath>
 
+#include "decimal_codec.h"
 #include "text_codec.h"
 
 namespace quardele::jet {
@@ -33,15 +33,6 @@ basic::Guid DecodeGuid(const ByteView& bytes) {
     basic::Guid guid;
     std::copy(bytes.Span().begin(), bytes.Span().end(), guid.bytes.begin());
     return guid;
-}
-
-double DecimalNumber(const basic::Decimal& decimal) {
-    double value = 0;
-    for (const std::uint32_t word : decimal.magnitude) {
-        value = value * 4294967296.0 + word;
-    }
-    value /= std::pow(10.0, decimal.scale);
-    return decimal.negative ? -value : value;
 }
 
 }  // namespace

@@ -6,16 +6,17 @@
 #include <compare>
 #include <string>
 
-#include <basic/text.h>
+#include <jet/types.h>
 
 namespace quardele::jet {
-
-using basic::Text;
-using basic::TextView;
 
 /// The bytes whose plain byte order is the order of texts: what an ascending index stores behind its value
 /// marker, terminator included. Units outside the tables compare behind all others by their code.
 [[nodiscard]] std::string SortKey(TextView text);
+/// Whether all units of the text are in the tables, so that its key is the one that the original engine would
+/// store. An index must not be asked for another text (Seek throws 3251), and such a text is not written into
+/// one.
+[[nodiscard]] bool HasSortKey(TextView text);
 /// Order of two texts as SortKey gives it, without building keys where a shorter way decides.
 [[nodiscard]] std::weak_ordering Compare(TextView left, TextView right);
 [[nodiscard]] bool Equal(TextView left, TextView right);

@@ -88,6 +88,9 @@ class Row {
     /// when it is null.
     bool TextAt(int column, Text& text) const;
 
+    /// The stored bytes; for the engine's own rooms and tests.
+    [[nodiscard]] std::span<const std::uint8_t> Bytes() const { return bytes_; }
+
  private:
     friend class TableImpl;
     Row(const TableImpl* table, RowId id, std::shared_ptr<const Page> page,
@@ -124,8 +127,9 @@ class RowScan {
 
 enum class SeekOperator { Equal, GreaterOrEqual, Greater, LessOrEqual, Less };
 
-/// A position in an index. Entries come in the index's order. Must not outlive its table. After a change to
-/// the table the position is found again by key.
+/// A position in an index. Entries come in the index's order, which Seek follows as well: in a descending
+/// column larger values come first and count as less; Null counts as less than every value. Must not outlive
+/// its table. After a change to the table the position is found again by key.
 class IndexCursor {
  public:
     IndexCursor(IndexCursor&&) noexcept;
@@ -138,7 +142,9 @@ class IndexCursor {
     bool Next();
     bool Previous();
     /// Goes to the first (Equal, GreaterOrEqual, Greater) or last (LessOrEqual, Less) entry that compares so
-    /// with the values for the leading columns; fewer values than columns are allowed.
+    /// with the values for the leading columns; fewer values than columns are allowed. A value that the
+    /// column cannot hold exactly (1.5 for a Long) equals nothing and is compared all the same. Throws 3421
+    /// for a value of another type, 3251 when the index or a text is not seekable (see Index, HasSortKey).
     bool Seek(SeekOperator op, std::span<const Variant> values);
     /// Whether the entry at the position has these values in its leading columns.
     [[nodiscard]] bool Matches(std::span<const Variant> values) const;

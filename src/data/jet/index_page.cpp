@@ -1,0 +1,83 @@
+#include "index_page.h"
+
+#include <algorithm>
+
+namespace quardele::jet {
+
+IndexPage::IndexPage(PagePtr page, const Format& format, std::uint32_t table)
+    : page_(std::move(page)), view_(page_->View()), format_(&format) {
+    const PageType type = page_->Type();
+    if (type != PageType::IndexLeaf && type != PageType::IndexNode) {
+        ThrowDamaged(page_->number, u"page d'index attendue");
+    }
+    if (view_.U32(format.index.owner) != table) {
+        ThrowDamaged(page_->number, u"page d'index d'une autre table");
+    }
+    prefix_ = format.index.prefixBytes == 1 ? view_.U8(format.index.prefix) : view_.U16(format.index.prefix);
+    ReadEnds();
+}
+
+// A bit for each byte of the entries tells where one ends.
+void IndexPage::ReadEnds() {
+    const std::size_t shortest = kEntryRow + (IsLeaf() ? 0 : kEntryChild);
+    const std::size_t capacity = page_->size - format_->index.entries;
+    const ByteView bits = view_.Sub(format_->index.bitmap, format_->index.entries - format_->index.bitmap);
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < bits.Size(); ++i) {
+        const std::uint8_t byte = bits.U8(i);
+        for (unsigned bit = 0; byte >> bit != 0; ++bit) {
+            if ((byte >> bit & 1) == 0) {
+                continue;
+            }
+            const std::size_t end = i * 8 + bit;
+            const std::size_t least = shortest + (ends_.empty() ? prefix_ : 0);
+            if (end > capacity || end - start < least) {
+                ThrowDamaged(page_->number, u"entrée d'index impossible");
+            }
+            ends_.push_back(static_cast<std::uint16_t>(end));
+            start = end;
+        }
+    }
+}
+
+std::span<const std::uint8_t> IndexPage::Stored(std::size_t entry) const {
+    const std::size_t start = entry == 0 ? 0 : ends_[entry - 1];
+    const std::size_t child = IsLeaf() ? 0 : kEntryChild;
+    return view_.Span().subspan(format_->index.entries + start, ends_[entry] - start - child);
+}
+
+std::span<const std::uint8_t> IndexPage::Prefix(std::size_t entry) const {
+    return view_.Span().subspan(format_->index.entries, entry == 0 ? 0 : prefix_);
+}
+
+void IndexPage::CopyEntry(std::size_t entry, ByteString& target) const {
+    const auto prefix = Prefix(entry);
+    const auto stored = Stored(entry);
+    target.assign(prefix.begin(), prefix.end());
+    target.insert(target.end(), stored.begin(), stored.end());
+}
+
+int IndexPage::CompareStart(std::size_t entry, std::span<const std::uint8_t> sought) const {
+    const auto prefix = Prefix(entry);
+    const auto inPrefix = std::min(prefix.size(), sought.size());
+    if (const int order = CompareBytes(prefix.first(inPrefix), sought.first(inPrefix)); order != 0) {
+        return order;
+    }
+    const auto stored = Stored(entry);
+    const auto rest = sought.subspan(inPrefix);
+    if (prefix.size() > sought.size()) {
+        return 0;
+    }
+    return CompareBytes(stored.first(std::min(stored.size(), rest.size())), rest);
+}
+
+std::uint32_t IndexPage::Child(std::size_t entry) const {
+    return view_.U32Big(format_->index.entries + ends_[entry] - kEntryChild);
+}
+
+RowPointer EntryRow(std::span<const std::uint8_t> entry, std::uint32_t page) {
+    const ByteView row(entry.last(kEntryRow), page);
+    return {.page = row.U24Big(0), .slot = row.U8(3)};
+}
+
+}  // namespace quardele::jet

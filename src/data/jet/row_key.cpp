@@ -1,0 +1,40 @@
+#include "row_key.h"
+
+#include "key_encoder.h"
+#include "long_value.h"
+
+namespace quardele::jet {
+
+std::optional<ByteString> ColumnData(const PageSource& pages, const StoredColumn& column,
+                                     const RowLayout& row) {
+    if (column.type == ColumnType::Boolean) {
+        return ByteString{row.IsNull(column) ? std::uint8_t{0} : std::uint8_t{1}};
+    }
+    const auto field = row.Field(column);
+    if (!field || (field->IsEmpty() && NaturalSize(column.type))) {
+        return std::nullopt;
+    }
+    if (column.IsLong()) {
+        return ReadLongValue(pages, *field);
+    }
+    return ByteString(field->Span().begin(), field->Span().end());
+}
+
+RowKey MakeKey(const TableDef& table, const RealIndex& index, const Format& format,
+               const std::vector<std::optional<ByteString>>& values) {
+    RowKey key;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const IndexColumn& part = index.columns[i];
+        std::optional<ByteView> data;
+        if (values[i]) {
+            data.emplace(*values[i], table.page);
+        }
+        AppendKey(table.stored[static_cast<std::size_t>(part.column)], part.ascending, data, format,
+                  key.bytes);
+        key.anyNull = key.anyNull || !data;
+        key.allNull = key.allNull && !data;
+    }
+    return key;
+}
+
+}  // namespace quardele::jet

@@ -1,0 +1,56 @@
+// The sample installation reads exactly as the independent reader shows it.
+
+#include "csv.h"
+#include "support.h"
+
+namespace quardele::jet::test {
+namespace {
+
+// mdb-export prints an empty text like a Null.
+constexpr CsvLimits kLimits{.emptyIsNull = true};
+
+TEST(Sample, EveryTableReadsAsTheIndependentReaderShowsIt) {
+    SKIP_WITHOUT_MDB_EXPORT();
+    std::size_t rows = 0;
+    for (const auto& file : SampleFiles()) {
+        const auto database = Database::Open(file, OpenMode::ReadOnly);
+        for (const CatalogEntry& entry : database->Catalog()) {
+            if (entry.system) {
+                continue;
+            }
+            SCOPED_TRACE(file.filename().string() + "/" + basic::ToUtf8(entry.name));
+            const auto lines = ParseCsv(MdbExport(file, basic::ToUtf8(entry.name)));
+            const auto table = database->OpenTable(entry.name);
+            RowScan scan = table->Scan();
+            std::size_t count = 0;
+            while (const auto row = scan.Next()) {
+                ++count;
+                ASSERT_LT(count, lines.size());
+                EXPECT_EQ(Difference(*table, *row, lines[count], kLimits), "") << "row " << count;
+            }
+            EXPECT_EQ(count, lines.size() - 1);
+            EXPECT_EQ(count, table->RowCount());
+            rows += count;
+        }
+    }
+    EXPECT_GT(rows, 10000u);
+}
+
+TEST(Sample, EmptyTextsAndNullsAreDifferent) {
+    const auto table = Database::Open(SampleFile("DATA/talmeon.mdb"), OpenMode::ReadOnly)->OpenTable(u"TAFF");
+    const int site = table->FindColumn(u"taff_site");
+    ASSERT_GE(site, 0);
+    std::size_t nulls = 0;
+    std::size_t empties = 0;
+    Text text;
+    RowScan scan = table->Scan();
+    while (const auto row = scan.Next()) {
+        nulls += row->IsNull(site) ? 1u : 0u;
+        empties += row->TextAt(site, text) && text.empty() ? 1u : 0u;
+    }
+    EXPECT_GT(nulls, 0u);
+    EXPECT_GT(empties, 0u);
+}
+
+}  // namespace
+}  // namespace quardele::jet::test

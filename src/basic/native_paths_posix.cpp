@@ -44,7 +44,7 @@ std::vector<Text> ComponentsOf(TextView path) {
 
 /// The entry of a folder that has the name in any case; the name itself when there is none.
 fs::path EntryOf(const fs::path& folder, const Text& name) {
-    const fs::path exact = folder / PathOf(name);
+    fs::path exact = folder / PathOf(name);
     std::error_code ignored;
     if (fs::exists(fs::symlink_status(exact, ignored))) {
         return exact;

@@ -11,6 +11,8 @@ namespace {
 
 constexpr int kLargestExponent = 99999;
 constexpr int kCurrencyDecimals = 4;
+/// The largest magnitude of a negative amount; a positive one may be one less.
+constexpr std::uint64_t kAmountLimit = std::uint64_t{1} << 63;
 
 constexpr bool IsDigit(char16_t c) {
     return c >= u'0' && c <= u'9';
@@ -101,15 +103,19 @@ std::optional<std::int64_t> WrittenNumber::TenThousandths() const {
     }
     std::string whole = "0" + all.substr(0, static_cast<std::size_t>(kept));
     whole.resize(static_cast<std::size_t>(kept) + 1, '0');
-    std::int64_t amount = 0;
+    std::uint64_t amount = 0;
     const auto read = std::from_chars(whole.data(), whole.data() + whole.size(), amount);
-    if (read.ec != std::errc()) {
+    if (read.ec != std::errc() || amount > kAmountLimit) {
         return {};
     }
     const std::string_view rest =
         std::string_view(all).substr(std::min(all.size(), static_cast<std::size_t>(kept)));
     amount += RoundsUp(rest, amount % 2 != 0) ? 1 : 0;
-    return negative ? -amount : amount;
+    const std::uint64_t limit = negative ? kAmountLimit : kAmountLimit - 1;
+    if (amount > limit) {
+        return {};
+    }
+    return static_cast<std::int64_t>(negative ? 0 - amount : amount);
 }
 
 std::optional<WrittenNumber> ReadNumber(TextView text, char16_t decimalSeparator) {

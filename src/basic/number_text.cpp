@@ -45,26 +45,37 @@ Text ExponentText(const std::string& digits, int exponent, bool negative) {
            FromAscii(power);
 }
 
-/// The shortest text of at most `precision` significant digits: plain when neither its whole part nor its
-/// decimals need more places than that, else with an exponent.
-Text FloatingText(double value, int precision) {
-    if (!std::isfinite(value)) {
-        const Text sign = std::signbit(value) ? u"-" : u"";
-        return sign + u"1" + SessionLocale().decimalSeparator + (std::isnan(value) ? u"#IND" : u"#INF");
-    }
+/// A number as d.ddd * 10^exponent.
+struct Scientific {
+    /// Without a point and without zeros at the end; empty for 0.
+    std::string digits;
+    int exponent = 0;
+};
+
+/// The magnitude of a number, rounded to so many digits.
+Scientific RoundedTo(int precision, double value) {
     std::array<char, 64> buffer{};
     const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value),
                                        std::chars_format::scientific, precision - 1);
-    const std::string_view all(buffer.data(), static_cast<std::size_t>(written.ptr - buffer.data()));
+    const std::string all(buffer.data(), written.ptr);
     const std::size_t e = all.find('e');
-    const int exponent = std::atoi(std::string(all.substr(e + 1)).c_str());
-    std::string digits(1, all.front());
-    digits += all.substr(2, e - 2);
-    digits.erase(digits.find_last_not_of('0') + 1);
+    Scientific result{all.substr(0, 1) + all.substr(2, e - 2), std::stoi(all.substr(e + 1))};
+    result.digits.erase(result.digits.find_last_not_of('0') + 1);
+    return result;
+}
+
+/// Plain when neither the whole part nor the decimals need more places than `precision`, else with an
+/// exponent.
+Text FloatingText(double value, int precision) {
+    const bool negative = std::signbit(value);
+    if (!std::isfinite(value)) {
+        return (negative ? u"-1" : u"1") + Text(1, SessionLocale().decimalSeparator) +
+               (std::isnan(value) ? u"#IND" : u"#INF");
+    }
+    auto [digits, exponent] = RoundedTo(precision, value);
     if (digits.empty()) {
         return u"0";
     }
-    const bool negative = value < 0;
     const int decimals = static_cast<int>(digits.size()) - 1 - exponent;
     if (exponent >= precision || decimals > precision) {
         return ExponentText(digits, exponent, negative);

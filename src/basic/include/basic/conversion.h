@@ -43,8 +43,8 @@ namespace quardele::basic {
 
 /// A text as a date: separators "/", "-", "." and blanks; month names in French and English; a missing year
 /// is the current one; years 0-29 are 2000-2029, 30-99 are 1930-1999; day and month change places when they
-/// can only be read so; a month with a year of four digits is its first day; a time part h:m[:s] may follow
-/// or stand alone. Empty when it is no date.
+/// can only be read so; a month with a year of more than two digits is its first day; a time part h:m[:s] may
+/// follow or stand alone. Empty when it is no date.
 [[nodiscard]] std::optional<Date> ParseDate(TextView text);
 
 /// A number as text, with the locale's separator ("1,5"), 15 significant digits at most.

@@ -10,6 +10,7 @@ struct CivilDate {
     int year = 1899;
     int month = 12;
     int day = 30;
+    // NOLINTNEXTLINE(modernize-use-nullptr): clang-tidy takes the generated comparison with 0 for a pointer.
     friend auto operator<=>(const CivilDate&, const CivilDate&) = default;
 };
 struct TimeOfDay {

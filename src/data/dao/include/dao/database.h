@@ -33,13 +33,15 @@ class Database {
     void Close();
 
  private:
+    [[nodiscard]] const std::shared_ptr<DatabaseImpl>& Open() const;
+
     std::shared_ptr<DatabaseImpl> impl_;
 };
 
 class Workspace {
  public:
-    /// Opens a data file by its Windows path, shared and read-write by default. A file that may not be written
-    /// opens read-only. Throws 3024, 3044, 3051, 3343, 3031, 3045, 3356.
+    /// Opens a data file by its Windows path, shared and read-write by default. A file that may not be
+    /// written opens read-only. Throws 3024, 3044, 3051, 3343, 3031, 3045, 3356.
     [[nodiscard]] std::shared_ptr<Database> OpenDatabase(TextView windowsPath, bool exclusive = false,
                                                          bool readOnly = false);
 };

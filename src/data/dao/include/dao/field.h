@@ -7,10 +7,6 @@
 
 namespace quardele::dao {
 
-using basic::Text;
-using basic::TextView;
-using basic::Variant;
-
 /// Type numbers of the object model.
 enum class FieldType : std::int16_t {
     Boolean = 1,
@@ -28,6 +24,10 @@ enum class FieldType : std::int16_t {
     Guid = 15,
     Decimal = 20,
 };
+
+using basic::Text;
+using basic::TextView;
+using basic::Variant;
 
 /// What a field is; a plain value. A new field (TableDef::CreateField) starts empty.
 struct Field {

@@ -14,7 +14,8 @@ namespace quardele::dao {
 enum class RecordsetType { Table = 1, Dynaset = 2, Snapshot = 4 };
 enum class EditMode { None = 0, Edit = 1, Add = 2 };
 
-/// The position of a row in one recordset; valid as long as the recordset is. Compares equal for the same row.
+/// The position of a row in one recordset; valid as long as the recordset is. Compares equal for the same
+/// row.
 struct Bookmark {
     std::vector<std::uint8_t> bytes;
     friend bool operator==(const Bookmark&, const Bookmark&) = default;
@@ -117,6 +118,11 @@ class Recordset {
 
     /// At most one observer; null removes it.
     virtual void SetObserver(RecordsetObserver* observer) = 0;
+
+ protected:
+    /// Position of a field by name, -1 when there is none; recordsets that know their tables take
+    /// "table.column" too.
+    [[nodiscard]] virtual int FindField(TextView name) const;
 };
 
 }  // namespace quardele::dao

@@ -1,0 +1,59 @@
+#include "bookmark.h"
+
+#include <cstdint>
+
+#include <basic/runtime_error.h>
+
+namespace quardele::dao {
+namespace {
+
+constexpr std::size_t kPageBytes = 4;
+constexpr std::size_t kRowIdBytes = kPageBytes + 1;
+constexpr std::size_t kPositionBytes = 8;
+
+void Append(Bookmark& bookmark, std::uint64_t number, std::size_t bytes) {
+    for (std::size_t i = 0; i < bytes; ++i) {
+        bookmark.bytes.push_back(static_cast<std::uint8_t>(number >> (8 * i)));
+    }
+}
+
+std::uint64_t Read(const Bookmark& bookmark, std::size_t bytes) {
+    std::uint64_t number = 0;
+    for (std::size_t i = 0; i < bytes; ++i) {
+        number |= std::uint64_t{bookmark.bytes[i]} << (8 * i);
+    }
+    return number;
+}
+
+void RequireSize(const Bookmark& bookmark, std::size_t bytes) {
+    if (bookmark.bytes.size() != bytes) {
+        throw basic::RuntimeError(basic::error::kInvalidBookmark);
+    }
+}
+
+}  // namespace
+
+Bookmark BookmarkOf(jet::RowId row) {
+    Bookmark bookmark;
+    Append(bookmark, row.page, kPageBytes);
+    Append(bookmark, row.slot, 1);
+    return bookmark;
+}
+
+jet::RowId RowIdOf(const Bookmark& bookmark) {
+    RequireSize(bookmark, kRowIdBytes);
+    return {static_cast<std::uint32_t>(Read(bookmark, kPageBytes)), bookmark.bytes[kPageBytes]};
+}
+
+Bookmark BookmarkOf(std::size_t position) {
+    Bookmark bookmark;
+    Append(bookmark, position, kPositionBytes);
+    return bookmark;
+}
+
+std::size_t PositionOf(const Bookmark& bookmark) {
+    RequireSize(bookmark, kPositionBytes);
+    return static_cast<std::size_t>(Read(bookmark, kPositionBytes));
+}
+
+}  // namespace quardele::dao

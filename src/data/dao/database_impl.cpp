@@ -1,0 +1,61 @@
+#include "database_impl.h"
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include <basic/paths.h>
+#include <basic/runtime_error.h>
+#include <dao/database.h>
+
+namespace quardele::dao {
+namespace {
+
+namespace error = basic::error;
+using basic::RuntimeError;
+
+[[noreturn]] void Throw(int number, TextView windowsPath) {
+    throw RuntimeError(number, basic::Describe(number, windowsPath));
+}
+
+/// The file's place on this machine; what is missing is told by the path that the operator knows.
+std::filesystem::path PlaceOf(TextView windowsPath) {
+    if (windowsPath.empty()) {
+        Throw(error::kBadPath, windowsPath);
+    }
+    std::filesystem::path place;
+    try {
+        place = basic::NativePath(windowsPath);
+    } catch (const RuntimeError&) {
+        Throw(error::kBadPath, windowsPath);
+    }
+    std::error_code ignored;
+    if (!std::filesystem::is_directory(place.parent_path(), ignored)) {
+        Throw(error::kBadPath, windowsPath);
+    }
+    if (!std::filesystem::exists(place, ignored)) {
+        Throw(error::kFileMissing, windowsPath);
+    }
+    return place;
+}
+
+}  // namespace
+
+DatabaseImpl::DatabaseImpl(Text name, std::shared_ptr<jet::Database> file)
+    : name_(std::move(name)), file_(std::move(file)) {}
+
+std::shared_ptr<DatabaseImpl> DatabaseImpl::Open(TextView windowsPath, jet::OpenMode mode) {
+    auto file = jet::Database::Open(PlaceOf(windowsPath), mode);
+    auto database = std::make_shared<DatabaseImpl>(Text(windowsPath), std::move(file));
+    auto& open = DBEngine::Instance().open_;
+    std::erase_if(open, [](const auto& entry) { return entry.expired(); });
+    open.push_back(database);
+    return database;
+}
+
+void DatabaseImpl::Refresh() {
+    file_->Refresh();
+    ++version_;
+}
+
+}  // namespace quardele::dao

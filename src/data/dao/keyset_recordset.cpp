@@ -1,0 +1,218 @@
+#include "keyset_recordset.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <basic/runtime_error.h>
+
+#include "bookmark.h"
+#include "field_of_column.h"
+
+namespace quardele::dao {
+namespace {
+
+namespace error = basic::error;
+using basic::RuntimeError;
+
+/// A column of a statement: with the rules of the table's column when it is one, under the statement's name.
+Field FieldOf(const sql::ResultColumn& column, const jet::Column* origin) {
+    Field field;
+    if (origin != nullptr) {
+        field = dao::FieldOf(*origin);
+    } else {
+        field.type = FieldTypeOf(column.type);
+        field.size = column.size;
+        field.allowZeroLength = true;
+    }
+    field.name = column.name;
+    return field;
+}
+
+RecordLayout LayoutOf(const sql::Query& query) {
+    RecordLayout layout;
+    layout.tables = query.Sources();
+    for (const sql::ResultColumn& column : query.Columns()) {
+        const jet::Column* origin = nullptr;
+        if (column.source) {
+            layout.origins.push_back(FieldOrigin{*column.source, column.sourceColumn});
+            origin = &layout.tables[*column.source]->Columns()[static_cast<std::size_t>(column.sourceColumn)];
+        } else {
+            layout.origins.push_back({});
+        }
+        layout.fields.push_back(FieldOf(column, origin));
+    }
+    return layout;
+}
+
+}  // namespace
+
+KeysetRecordset::KeysetRecordset(std::shared_ptr<DatabaseImpl> database, Text name,
+                                 std::shared_ptr<sql::Query> query, RecordsetType type)
+    : RecordsetBase(std::move(database), std::move(name), LayoutOf(*query)),
+      type_(type),
+      query_(std::move(query)) {
+    Run();
+    Arrive(GoFirst() ? Place::Row : Place::Empty);
+}
+
+void KeysetRecordset::Run() {
+    rows_ = query_->Run();
+    visited_ = 0;
+}
+
+void KeysetRecordset::Requery() {
+    RequireOpen();
+    File().Refresh();
+    Run();
+    DropEdit();
+    Arrive(GoFirst() ? Place::Row : Place::Empty);
+}
+
+// Counting and position.
+
+std::size_t KeysetRecordset::RecordCount() const {
+    RequireOpen();
+    return visited_;
+}
+
+std::size_t KeysetRecordset::RowCount() const {
+    RequireOpen();
+    return rows_.Size();
+}
+
+void KeysetRecordset::Visit(std::size_t rows) {
+    visited_ = std::max(visited_, rows);
+}
+
+long KeysetRecordset::AbsolutePosition() const {
+    RequireOpen();
+    return Standing() == Place::Row ? static_cast<long>(row_) : -1;
+}
+
+void KeysetRecordset::SetAbsolutePosition(long position) {
+    RequireOpen();
+    if (position < 0 || static_cast<std::size_t>(position) >= rows_.Size()) {
+        throw RuntimeError(error::kInvalidArgument);
+    }
+    Leave();
+    Land(static_cast<std::size_t>(position));
+    Arrive(Place::Row);
+}
+
+bool KeysetRecordset::GoFirst() {
+    return Land(0);
+}
+
+bool KeysetRecordset::GoLast() {
+    return rows_.Size() > 0 && Land(rows_.Size() - 1);
+}
+
+bool KeysetRecordset::GoNext() {
+    return Land(row_ + 1);
+}
+
+bool KeysetRecordset::GoPrevious() {
+    return row_ > 0 && Land(row_ - 1);
+}
+
+bool KeysetRecordset::Land(std::size_t row) {
+    if (row >= rows_.Size()) {
+        return false;
+    }
+    row_ = row;
+    Visit(row + 1);
+    return true;
+}
+
+void KeysetRecordset::GoTo(const Bookmark& bookmark) {
+    if (!Land(PositionOf(bookmark))) {
+        throw RuntimeError(error::kInvalidBookmark);
+    }
+}
+
+Bookmark KeysetRecordset::RowBookmark() const {
+    return BookmarkOf(row_);
+}
+
+// Values.
+
+std::optional<jet::RowId> KeysetRecordset::RowIn(std::size_t table) const {
+    return rows_.Key(row_, table);
+}
+
+bool KeysetRecordset::AllowsChanges() const {
+    return type_ == RecordsetType::Dynaset && rows_.HasKeys();
+}
+
+Variant KeysetRecordset::ValueAt(std::size_t row, int field) const {
+    RequireOpen();
+    Checked(field);
+    if (row >= rows_.Size()) {
+        throw RuntimeError(error::kNoCurrentRecord);
+    }
+    return Read(row, field);
+}
+
+Variant KeysetRecordset::Read(std::size_t row, int field) const {
+    if (type_ == RecordsetType::Dynaset && (row != readRow_ || readVersion_ != File().Version())) {
+        rows_.Forget(row);
+        readRow_ = row;
+        readVersion_ = File().Version();
+    }
+    return rows_.Value(row, field);
+}
+
+// Finding.
+
+void KeysetRecordset::FindFirst(TextView text) {
+    RequireOpen();
+    const sql::Condition& condition = Prepared(text);
+    const bool wasEditing = Leave();
+    const auto found = condition.FindForward(rows_, 0);
+    Visit(found ? *found + 1 : rows_.Size());
+    Finish(found, wasEditing);
+}
+
+void KeysetRecordset::FindLast(TextView text) {
+    RequireOpen();
+    const sql::Condition& condition = Prepared(text);
+    const bool wasEditing = Leave();
+    Visit(rows_.Size());
+    Finish(rows_.Size() > 0 ? condition.FindBackward(rows_, rows_.Size() - 1) : std::nullopt, wasEditing);
+}
+
+void KeysetRecordset::FindNext(TextView text) {
+    RequireCurrent();
+    const sql::Condition& condition = Prepared(text);
+    const bool wasEditing = Leave();
+    const auto found = condition.FindForward(rows_, row_ + 1);
+    Visit(found ? *found + 1 : rows_.Size());
+    Finish(found, wasEditing);
+}
+
+void KeysetRecordset::FindPrevious(TextView text) {
+    RequireCurrent();
+    const sql::Condition& condition = Prepared(text);
+    const bool wasEditing = Leave();
+    Finish(row_ > 0 ? condition.FindBackward(rows_, row_ - 1) : std::nullopt, wasEditing);
+}
+
+const sql::Condition& KeysetRecordset::Prepared(TextView condition) {
+    if (!condition_ || conditionText_ != condition) {
+        condition_.emplace(query_, condition);
+        conditionText_ = condition;
+    }
+    return *condition_;
+}
+
+void KeysetRecordset::Finish(std::optional<std::size_t> found, bool wasEditing) {
+    SetNoMatch(!found);
+    if (found) {
+        Land(*found);
+        Arrive(Place::Row);
+    } else if (wasEditing) {
+        Arrive(Standing());
+    }
+}
+
+}  // namespace quardele::dao

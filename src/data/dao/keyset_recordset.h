@@ -1,0 +1,67 @@
+// The dynaset and snapshot types of recordset: the rows of a statement, fixed when it ran.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include <sql/query.h>
+
+#include "recordset_base.h"
+
+namespace quardele::dao {
+
+class KeysetRecordset final : public RecordsetBase {
+ public:
+    /// Runs the query. `type` is Dynaset or Snapshot.
+    KeysetRecordset(std::shared_ptr<DatabaseImpl> database, Text name, std::shared_ptr<sql::Query> query,
+                    RecordsetType type);
+
+    [[nodiscard]] RecordsetType Type() const override { return type_; }
+    [[nodiscard]] std::size_t RecordCount() const override;
+    [[nodiscard]] long AbsolutePosition() const override;
+    void SetAbsolutePosition(long position) override;
+
+    void FindFirst(TextView condition) override;
+    void FindLast(TextView condition) override;
+    void FindNext(TextView condition) override;
+    void FindPrevious(TextView condition) override;
+    void Requery() override;
+
+    [[nodiscard]] std::size_t RowCount() const override;
+    [[nodiscard]] Variant ValueAt(std::size_t row, int field) const override;
+
+ protected:
+    [[nodiscard]] int FindField(TextView name) const override { return query_->FindColumn(name); }
+
+    bool GoFirst() override;
+    bool GoLast() override;
+    bool GoNext() override;
+    bool GoPrevious() override;
+    void GoTo(const Bookmark& bookmark) override;
+    [[nodiscard]] Bookmark RowBookmark() const override;
+    [[nodiscard]] Variant Stored(int field) const override { return Read(row_, field); }
+    [[nodiscard]] std::optional<jet::RowId> RowIn(std::size_t table) const override;
+    [[nodiscard]] bool AllowsChanges() const override;
+    [[nodiscard]] bool AllowsChangeOf(int field) const override { return rows_.IsUpdatable(field); }
+
+ private:
+    void Run();
+    bool Land(std::size_t row);
+    [[nodiscard]] Variant Read(std::size_t row, int field) const;
+    [[nodiscard]] const sql::Condition& Prepared(TextView condition);
+    /// Ends a search: the observer has been asked, `wasEditing` says whether that dropped an edit.
+    void Finish(std::optional<std::size_t> found, bool wasEditing);
+    void Visit(std::size_t rows);
+
+    RecordsetType type_;
+    std::shared_ptr<sql::Query> query_;
+    mutable sql::RowSet rows_;
+    std::size_t row_ = 0;
+    std::size_t visited_ = 0;  ///< rows counted from the first that a move or a search has come to
+    Text conditionText_;       ///< of the condition prepared last
+    std::optional<sql::Condition> condition_;
+    mutable std::size_t readRow_ = 0;  ///< the row read last, and when
+    mutable std::uint64_t readVersion_ = 0;
+};
+
+}  // namespace quardele::dao

@@ -1,0 +1,391 @@
+#include "recordset_base.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <basic/runtime_error.h>
+
+#include "default_value.h"
+#include "field_value.h"
+#include "table_changes.h"
+
+namespace quardele::dao {
+namespace {
+
+namespace error = basic::error;
+using basic::RuntimeError;
+
+[[noreturn]] void ThrowUnsupported() {
+    throw RuntimeError(error::kOperationNotSupported);
+}
+
+}  // namespace
+
+RecordsetBase::RecordsetBase(std::shared_ptr<DatabaseImpl> database, Text name, RecordLayout layout)
+    : database_(std::move(database)), name_(std::move(name)), layout_(std::move(layout)) {}
+
+// The place.
+
+bool RecordsetBase::Bof() const {
+    RequireOpen();
+    return place_ == Place::Before || place_ == Place::Empty;
+}
+
+bool RecordsetBase::Eof() const {
+    RequireOpen();
+    return place_ == Place::Behind || place_ == Place::Empty;
+}
+
+void RecordsetBase::MoveFirst() {
+    RequireOpen();
+    Leave();
+    Arrive(GoFirst() ? Place::Row : Place::Empty);
+    if (place_ == Place::Empty) {
+        throw RuntimeError(error::kNoCurrentRecord);
+    }
+}
+
+void RecordsetBase::MoveLast() {
+    RequireOpen();
+    Leave();
+    Arrive(GoLast() ? Place::Row : Place::Empty);
+    if (place_ == Place::Empty) {
+        throw RuntimeError(error::kNoCurrentRecord);
+    }
+}
+
+void RecordsetBase::MoveNext() {
+    if (Eof() || place_ == Place::Nowhere) {
+        throw RuntimeError(error::kNoCurrentRecord);
+    }
+    Leave();
+    const bool found = place_ == Place::Before ? GoFirst() : GoNext();
+    Arrive(found ? Place::Row : Place::Behind);
+}
+
+void RecordsetBase::MovePrevious() {
+    if (Bof() || place_ == Place::Nowhere) {
+        throw RuntimeError(error::kNoCurrentRecord);
+    }
+    Leave();
+    const bool found = place_ == Place::Behind ? GoLast() : GoPrevious();
+    Arrive(found ? Place::Row : Place::Before);
+}
+
+long RecordsetBase::AbsolutePosition() const {
+    ThrowUnsupported();
+}
+
+void RecordsetBase::SetAbsolutePosition(long /*position*/) {
+    ThrowUnsupported();
+}
+
+Bookmark RecordsetBase::CurrentBookmark() const {
+    RequireCurrent();
+    return RowBookmark();
+}
+
+void RecordsetBase::SetBookmark(const Bookmark& bookmark) {
+    RequireOpen();
+    Leave();
+    GoTo(bookmark);
+    Arrive(Place::Row);
+}
+
+Bookmark RecordsetBase::LastModified() const {
+    RequireOpen();
+    if (!lastModified_) {
+        throw RuntimeError(error::kNoCurrentRecord);
+    }
+    return *lastModified_;
+}
+
+// Values.
+
+Variant RecordsetBase::Value(int field) const {
+    RequireOpen();
+    const std::size_t position = Checked(field);
+    if (mode_ != dao::EditMode::None) {
+        return buffer_.Value(position);
+    }
+    RequireCurrent();
+    return Stored(field);
+}
+
+void RecordsetBase::SetValue(int field, const Variant& value) {
+    RequireOpen();
+    const std::size_t position = Checked(field);
+    if (mode_ == dao::EditMode::None) {
+        throw RuntimeError(error::kUpdateWithoutEdit);
+    }
+    const Field& target = layout_.fields[position];
+    if (!IsWritable(position)) {
+        throw RuntimeError(error::kFieldNotUpdatable,
+                           basic::Describe(error::kFieldNotUpdatable, target.name));
+    }
+    buffer_.Set(position, CheckedFor(target, value));
+}
+
+bool RecordsetBase::IsWritable(std::size_t field) const {
+    const auto& origin = layout_.origins[field];
+    if (!origin || !AllowsChangeOf(static_cast<int>(field))) {
+        return false;
+    }
+    const auto& columns = layout_.tables[origin->table]->Columns();
+    if (columns[static_cast<std::size_t>(origin->column)].autoNumber) {
+        return false;
+    }
+    return mode_ == dao::EditMode::Add || originals_[origin->table].has_value();
+}
+
+// Changes.
+
+void RecordsetBase::Edit() {
+    RequireCurrent();
+    RequireUpdatable();
+    database_->Refresh();
+    std::vector<std::optional<SourceRow>> originals(layout_.tables.size());
+    for (std::size_t table = 0; table < originals.size(); ++table) {
+        if (const auto row = RowIn(table)) {
+            originals[table].emplace(layout_.tables[table], *row);
+        }
+    }
+    originals_ = std::move(originals);
+    buffer_.Fill(ValuesToEdit());
+    mode_ = dao::EditMode::Edit;
+}
+
+std::vector<Variant> RecordsetBase::ValuesToEdit() const {
+    std::vector<Variant> values(layout_.fields.size());
+    for (std::size_t field = 0; field < values.size(); ++field) {
+        const auto& origin = layout_.origins[field];
+        values[field] = origin && originals_[origin->table] ? originals_[origin->table]->Value(origin->column)
+                                                            : Stored(static_cast<int>(field));
+    }
+    return values;
+}
+
+void RecordsetBase::AddNew() {
+    RequireOpen();
+    RequireUpdatable();
+    Leave();
+    std::vector<Variant> values;
+    values.reserve(layout_.fields.size());
+    for (const Field& field : layout_.fields) {
+        values.push_back(DefaultOf(database_->File(), field));
+    }
+    buffer_.Fill(std::move(values));
+    mode_ = dao::EditMode::Add;
+    Arrive(place_);
+}
+
+void RecordsetBase::Update() {
+    RequireOpen();
+    if (mode_ != dao::EditMode::None && observer_ != nullptr) {
+        observer_->Updating(*this);
+    }
+    if (mode_ == dao::EditMode::None) {
+        throw RuntimeError(error::kUpdateWithoutEdit);
+    }
+    if (mode_ == dao::EditMode::Edit) {
+        WriteEdit();
+    } else {
+        WriteNew();
+    }
+    database_->RowsChanged();
+    DropEdit();
+    if (observer_ != nullptr) {
+        observer_->RowChanged(*this);
+    }
+}
+
+void RecordsetBase::WriteEdit() {
+    database_->Refresh();
+    std::vector<Changes> changes(layout_.tables.size());
+    for (std::size_t table = 0; table < changes.size(); ++table) {
+        changes[table] = ChangesOf(table);
+        if (!changes[table].empty()) {
+            originals_[table]->RequireUnchanged();
+        }
+    }
+    std::size_t written = 0;
+    try {
+        for (; written < changes.size(); ++written) {
+            if (!changes[written].empty()) {
+                originals_[written]->Write(changes[written]);
+            }
+        }
+    } catch (const RuntimeError&) {
+        // A record of several tables is written whole or not at all.
+        for (std::size_t table = 0; table < written; ++table) {
+            if (!changes[table].empty()) {
+                originals_[table]->Restore(changes[table]);
+            }
+        }
+        throw;
+    }
+    lastModified_ = RowBookmark();
+}
+
+void RecordsetBase::WriteNew() {
+    for (std::size_t table = 0; table < layout_.tables.size(); ++table) {
+        if (!ChangesOf(table).empty()) {
+            InsertRow(*layout_.tables[table], NewRowOf(table));
+        }
+    }
+}
+
+RecordsetBase::Changes RecordsetBase::ChangesOf(std::size_t table) const {
+    Changes changes;
+    for (std::size_t field = 0; field < layout_.fields.size(); ++field) {
+        const auto& origin = layout_.origins[field];
+        if (origin && origin->table == table && buffer_.IsChanged(field)) {
+            changes.push_back({origin->column, buffer_.Value(field)});
+        }
+    }
+    return changes;
+}
+
+RecordsetBase::Changes RecordsetBase::NewRowOf(std::size_t table) const {
+    Changes values;
+    for (std::size_t field = 0; field < layout_.fields.size(); ++field) {
+        const auto& origin = layout_.origins[field];
+        if (origin && origin->table == table && !buffer_.Value(field).IsNull()) {
+            values.push_back({origin->column, buffer_.Value(field)});
+        }
+    }
+    return values;
+}
+
+void RecordsetBase::CancelUpdate() {
+    RequireOpen();
+    if (mode_ == dao::EditMode::None) {
+        throw RuntimeError(error::kUpdateWithoutEdit);
+    }
+    DropEdit();
+    Arrive(place_);
+}
+
+void RecordsetBase::Delete() {
+    RequireCurrent();
+    RequireUpdatable();
+    DropEdit();
+    database_->Refresh();
+    const std::size_t table = TableToDeleteFrom();
+    DeleteRow(*layout_.tables[table], *RowIn(table));
+    database_->RowsChanged();
+    if (observer_ != nullptr) {
+        observer_->RowChanged(*this);
+    }
+}
+
+std::size_t RecordsetBase::TableToDeleteFrom() const {
+    for (std::size_t field = 0; field < layout_.fields.size(); ++field) {
+        const auto& origin = layout_.origins[field];
+        if (origin && RowIn(origin->table) && AllowsChangeOf(static_cast<int>(field))) {
+            return origin->table;
+        }
+    }
+    throw RuntimeError(error::kReadOnly);
+}
+
+// What one kind only offers.
+
+void RecordsetBase::FindFirst(TextView /*condition*/) {
+    ThrowUnsupported();
+}
+
+void RecordsetBase::FindLast(TextView /*condition*/) {
+    ThrowUnsupported();
+}
+
+void RecordsetBase::FindNext(TextView /*condition*/) {
+    ThrowUnsupported();
+}
+
+void RecordsetBase::FindPrevious(TextView /*condition*/) {
+    ThrowUnsupported();
+}
+
+const Text& RecordsetBase::Index() const {
+    ThrowUnsupported();
+}
+
+void RecordsetBase::SetIndex(TextView /*name*/) {
+    ThrowUnsupported();
+}
+
+void RecordsetBase::Seek(TextView /*comparison*/, std::initializer_list<Variant> /*keys*/) {
+    ThrowUnsupported();
+}
+
+void RecordsetBase::Requery() {
+    ThrowUnsupported();
+}
+
+std::size_t RecordsetBase::RowCount() const {
+    ThrowUnsupported();
+}
+
+Variant RecordsetBase::ValueAt(std::size_t /*row*/, int /*field*/) const {
+    ThrowUnsupported();
+}
+
+// Ends and guards.
+
+void RecordsetBase::Close() {
+    RequireOpen();
+    DropEdit();
+    place_ = Place::Empty;
+    database_.reset();
+}
+
+void RecordsetBase::RequireOpen() const {
+    if (database_ == nullptr) {
+        throw RuntimeError(error::kObjectClosed);
+    }
+}
+
+void RecordsetBase::RequireCurrent() const {
+    RequireOpen();
+    if (place_ != Place::Row) {
+        throw RuntimeError(error::kNoCurrentRecord);
+    }
+}
+
+void RecordsetBase::RequireUpdatable() const {
+    if (!database_->Updatable() || !AllowsChanges()) {
+        throw RuntimeError(error::kReadOnly);
+    }
+}
+
+std::size_t RecordsetBase::Checked(int field) const {
+    if (field < 0 || static_cast<std::size_t>(field) >= layout_.fields.size()) {
+        throw RuntimeError(error::kNoSuchField);
+    }
+    return static_cast<std::size_t>(field);
+}
+
+bool RecordsetBase::Leave() {
+    if (observer_ != nullptr && (place_ == Place::Row || mode_ != dao::EditMode::None)) {
+        observer_->RowLeaving(*this);
+    }
+    const bool wasEditing = mode_ != dao::EditMode::None;
+    DropEdit();
+    return wasEditing;
+}
+
+void RecordsetBase::Arrive(Place place) {
+    place_ = place;
+    if (observer_ != nullptr) {
+        observer_->RowArrived(*this);
+    }
+}
+
+void RecordsetBase::DropEdit() {
+    mode_ = dao::EditMode::None;
+    buffer_.Clear();
+    originals_.clear();
+}
+
+}  // namespace quardele::dao

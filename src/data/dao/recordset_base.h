@@ -1,0 +1,147 @@
+// What all recordsets have in common: the place of the current record, the copy buffer, the observer.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include <dao/recordset.h>
+#include <jet/table.h>
+
+#include "copy_buffer.h"
+#include "database_impl.h"
+#include "source_row.h"
+
+namespace quardele::dao {
+
+/// Where a field's values are stored.
+struct FieldOrigin {
+    std::size_t table = 0;  ///< position in RecordLayout::tables
+    int column = 0;         ///< ordinal there
+};
+
+/// The fields of a recordset and the tables behind them.
+struct RecordLayout {
+    std::vector<Field> fields;
+    std::vector<std::optional<FieldOrigin>> origins;  ///< one per field; empty for computed ones
+    std::vector<std::shared_ptr<jet::Table>> tables;
+};
+
+/// A kind of recordset says how rows are walked and read; moving, editing and telling the observer are done
+/// here. What a kind does not offer throws 3251.
+class RecordsetBase : public Recordset {
+ public:
+    [[nodiscard]] const Text& Name() const final { return name_; }
+    [[nodiscard]] const std::vector<Field>& Fields() const final { return layout_.fields; }
+
+    [[nodiscard]] bool Bof() const final;
+    [[nodiscard]] bool Eof() const final;
+    void MoveFirst() final;
+    void MoveLast() final;
+    void MoveNext() final;
+    void MovePrevious() final;
+    [[nodiscard]] long AbsolutePosition() const override;
+    void SetAbsolutePosition(long position) override;
+    [[nodiscard]] Bookmark CurrentBookmark() const final;
+    void SetBookmark(const Bookmark& bookmark) final;
+    [[nodiscard]] Bookmark LastModified() const final;
+
+    [[nodiscard]] Variant Value(int field) const final;
+    void SetValue(int field, const Variant& value) final;
+    using Recordset::SetValue;
+    using Recordset::Value;
+
+    [[nodiscard]] dao::EditMode EditMode() const final { return mode_; }
+    void Edit() final;
+    void AddNew() final;
+    void Update() final;
+    void CancelUpdate() final;
+    void Delete() final;
+
+    [[nodiscard]] bool NoMatch() const final { return noMatch_; }
+    void FindFirst(TextView condition) override;
+    void FindLast(TextView condition) override;
+    void FindNext(TextView condition) override;
+    void FindPrevious(TextView condition) override;
+    [[nodiscard]] const Text& Index() const override;
+    void SetIndex(TextView name) override;
+    void Seek(TextView comparison, std::initializer_list<Variant> keys) override;
+
+    void Requery() override;
+    void Close() final;
+
+    [[nodiscard]] std::size_t RowCount() const override;
+    [[nodiscard]] Variant ValueAt(std::size_t row, int field) const override;
+
+    void SetObserver(RecordsetObserver* observer) final { observer_ = observer; }
+
+ protected:
+    /// Where the recordset stands.
+    enum class Place {
+        Row,
+        Before,   ///< in front of the first row
+        Behind,   ///< behind the last row
+        Nowhere,  ///< a seek missed
+        Empty,    ///< there are no rows
+    };
+
+    RecordsetBase(std::shared_ptr<DatabaseImpl> database, Text name, RecordLayout layout);
+
+    // A kind of recordset. "The row" is the one that the last of the Go calls that returned true went to.
+    virtual bool GoFirst() = 0;
+    virtual bool GoLast() = 0;
+    virtual bool GoNext() = 0;
+    virtual bool GoPrevious() = 0;
+    /// Throws 3159 for a bookmark that is none of this recordset's, 3167 when its row is known to be gone.
+    virtual void GoTo(const Bookmark& bookmark) = 0;
+    [[nodiscard]] virtual Bookmark RowBookmark() const = 0;
+    /// The row's stored value of a field; throws 3167 when the row is gone.
+    [[nodiscard]] virtual Variant Stored(int field) const = 0;
+    /// The identity of the row's part from one of the layout's tables, empty when it has none.
+    [[nodiscard]] virtual std::optional<jet::RowId> RowIn(std::size_t table) const = 0;
+    /// Whether records of this recordset may be changed at all.
+    [[nodiscard]] virtual bool AllowsChanges() const = 0;
+    /// Whether a stored field may be written as far as the recordset's statement is concerned.
+    [[nodiscard]] virtual bool AllowsChangeOf(int field) const = 0;
+
+    void RequireOpen() const;
+    void RequireCurrent() const;
+    /// Throws 3265 when there is no such field.
+    std::size_t Checked(int field) const;
+    /// Asks the observer and drops the copy buffer. Whoever calls it goes somewhere and calls Arrive. Returns
+    /// whether there was an edit to drop.
+    bool Leave();
+    void Arrive(Place place);
+    void SetNoMatch(bool noMatch) { noMatch_ = noMatch; }
+    void DropEdit();
+
+    [[nodiscard]] Place Standing() const { return place_; }
+    [[nodiscard]] DatabaseImpl& File() const { return *database_; }
+    [[nodiscard]] const RecordLayout& Layout() const { return layout_; }
+
+ private:
+    using Changes = std::vector<jet::ColumnChange>;
+
+    void RequireUpdatable() const;
+    [[nodiscard]] bool IsWritable(std::size_t field) const;
+    [[nodiscard]] std::vector<Variant> ValuesToEdit() const;
+    [[nodiscard]] Changes ChangesOf(std::size_t table) const;
+    [[nodiscard]] Changes NewRowOf(std::size_t table) const;
+    void WriteEdit();
+    void WriteNew();
+    /// The table that loses a row with the record: of a join, the side that may be written.
+    [[nodiscard]] std::size_t TableToDeleteFrom() const;
+
+    std::shared_ptr<DatabaseImpl> database_;  ///< null once closed
+    Text name_;
+    RecordLayout layout_;
+    RecordsetObserver* observer_ = nullptr;
+    Place place_ = Place::Empty;
+    bool noMatch_ = false;
+    dao::EditMode mode_ = dao::EditMode::None;
+    CopyBuffer buffer_;
+    std::vector<std::optional<SourceRow>> originals_;  ///< during Edit, one per table
+    std::optional<Bookmark> lastModified_;
+};
+
+}  // namespace quardele::dao

@@ -1,0 +1,52 @@
+#include <dao/table_def.h>
+
+#include <algorithm>
+#include <utility>
+
+#include <basic/runtime_error.h>
+
+#include "database_impl.h"
+#include "field_of_column.h"
+#include "table_changes.h"
+
+namespace quardele::dao {
+namespace {
+
+namespace error = basic::error;
+using basic::RuntimeError;
+
+auto Find(const std::vector<Field>& fields, TextView name) {
+    return std::find_if(fields.begin(), fields.end(),
+                        [name](const Field& field) { return basic::EqualNoCase(field.name, name); });
+}
+
+}  // namespace
+
+TableDef::TableDef(std::shared_ptr<DatabaseImpl> database, Text name)
+    : database_(std::move(database)), name_(std::move(name)) {
+    const auto table = database_->File()->OpenTable(name_);
+    for (const jet::Column& column : table->Columns()) {
+        fields_.push_back(FieldOf(column));
+    }
+}
+
+const Field& TableDef::FieldNamed(TextView name) const {
+    const auto found = Find(fields_, name);
+    if (found == fields_.end()) {
+        throw RuntimeError(error::kNoSuchField, basic::Describe(error::kNoSuchField, name));
+    }
+    return *found;
+}
+
+void TableDef::AppendField(const Field& field) {
+    if (Find(fields_, field.name) != fields_.end()) {
+        throw RuntimeError(error::kFieldExists, basic::Describe(error::kFieldExists, field.name));
+    }
+    if (!database_->Updatable()) {
+        throw RuntimeError(error::kReadOnly);
+    }
+    AppendColumn(*database_->File()->OpenTable(name_), field);
+    fields_.push_back(field);
+}
+
+}  // namespace quardele::dao

@@ -1,0 +1,183 @@
+#include "table_recordset.h"
+
+#include <utility>
+
+#include <basic/runtime_error.h>
+
+#include "bookmark.h"
+#include "field_of_column.h"
+
+namespace quardele::dao {
+namespace {
+
+namespace error = basic::error;
+using basic::RuntimeError;
+
+RecordLayout LayoutOf(const std::shared_ptr<jet::Table>& table) {
+    RecordLayout layout;
+    layout.tables.push_back(table);
+    for (const jet::Column& column : table->Columns()) {
+        layout.origins.push_back(FieldOrigin{0, static_cast<int>(layout.fields.size())});
+        layout.fields.push_back(FieldOf(column));
+    }
+    return layout;
+}
+
+jet::SeekOperator OperatorOf(TextView comparison) {
+    if (comparison == u"=") {
+        return jet::SeekOperator::Equal;
+    }
+    if (comparison == u">=") {
+        return jet::SeekOperator::GreaterOrEqual;
+    }
+    if (comparison == u">") {
+        return jet::SeekOperator::Greater;
+    }
+    if (comparison == u"<=") {
+        return jet::SeekOperator::LessOrEqual;
+    }
+    if (comparison == u"<") {
+        return jet::SeekOperator::Less;
+    }
+    throw RuntimeError(error::kInvalidArgument);
+}
+
+}  // namespace
+
+TableRecordset::TableRecordset(std::shared_ptr<DatabaseImpl> database, Text name,
+                               const std::shared_ptr<jet::Table>& table)
+    : RecordsetBase(std::move(database), std::move(name), LayoutOf(table)),
+      order_(std::make_unique<PhysicalOrder>(*table)) {
+    Arrive(GoFirst() ? Place::Row : Place::Empty);
+}
+
+std::size_t TableRecordset::RecordCount() const {
+    RequireOpen();
+    return Source().RowCount();
+}
+
+void TableRecordset::SetIndex(TextView name) {
+    RequireOpen();
+    std::unique_ptr<RowOrder> order;
+    IndexOrder* indexOrder = nullptr;
+    if (name.empty()) {
+        order = std::make_unique<PhysicalOrder>(Source());
+    } else {
+        const int index = Source().FindIndex(name);
+        if (index < 0) {
+            throw RuntimeError(error::kIndexNotFound, basic::Describe(error::kIndexNotFound, name));
+        }
+        auto owned = std::make_unique<IndexOrder>(Source(), index);
+        indexOrder = owned.get();
+        order = std::move(owned);
+    }
+    Leave();
+    order_ = std::move(order);
+    index_ = indexOrder;
+    indexName_ = name;
+    Arrive(GoFirst() ? Place::Row : Place::Empty);
+}
+
+void TableRecordset::Seek(TextView comparison, std::initializer_list<Variant> keys) {
+    RequireOpen();
+    if (index_ == nullptr) {
+        throw RuntimeError(error::kNotAnIndex);
+    }
+    const jet::SeekOperator op = OperatorOf(comparison);
+    if (keys.size() == 0 || keys.size() > index_->Definition().columns.size()) {
+        throw RuntimeError(error::kInvalidArgument);
+    }
+    Leave();
+    const auto found = index_->Seek(op, keys);
+    SetNoMatch(!found || !Land(*found));
+    Arrive(NoMatch() ? Place::Nowhere : Place::Row);
+}
+
+int TableRecordset::FindField(TextView name) const {
+    const std::size_t dot = name.find(u'.');
+    if (dot != TextView::npos && basic::EqualNoCase(name.substr(0, dot), Source().Name())) {
+        name.remove_prefix(dot + 1);
+    }
+    return Source().FindColumn(name);
+}
+
+bool TableRecordset::GoFirst() {
+    return LandBehind(order_->First());
+}
+
+bool TableRecordset::GoLast() {
+    return LandBefore(order_->Last());
+}
+
+bool TableRecordset::GoNext() {
+    TellOrder();
+    return LandBehind(order_->Behind(at_));
+}
+
+bool TableRecordset::GoPrevious() {
+    TellOrder();
+    return LandBefore(order_->Before(at_));
+}
+
+void TableRecordset::GoTo(const Bookmark& bookmark) {
+    if (!Land(RowIdOf(bookmark))) {
+        throw RuntimeError(error::kRecordDeleted);
+    }
+}
+
+Bookmark TableRecordset::RowBookmark() const {
+    return BookmarkOf(at_);
+}
+
+Variant TableRecordset::Stored(int field) const {
+    if (rowVersion_ != File().Version()) {
+        row_ = Source().Fetch(at_);
+        rowVersion_ = File().Version();
+    }
+    if (!row_) {
+        throw RuntimeError(error::kRecordDeleted);
+    }
+    return row_->Value(field);
+}
+
+std::optional<jet::RowId> TableRecordset::RowIn(std::size_t /*table*/) const {
+    return at_;
+}
+
+bool TableRecordset::AllowsChangeOf(int /*field*/) const {
+    return true;
+}
+
+void TableRecordset::TellOrder() {
+    if (orderVersion_ != File().Version()) {
+        order_->RowsChanged();
+        orderVersion_ = File().Version();
+    }
+}
+
+bool TableRecordset::Land(jet::RowId row) {
+    auto stored = Source().Fetch(row);
+    if (!stored) {
+        return false;
+    }
+    at_ = row;
+    row_ = std::move(stored);
+    rowVersion_ = File().Version();
+    return true;
+}
+
+bool TableRecordset::LandBehind(std::optional<jet::RowId> row) {
+    while (row && !Land(*row)) {
+        row = order_->Behind(*row);
+    }
+    return row.has_value();
+}
+
+bool TableRecordset::LandBefore(std::optional<jet::RowId> row) {
+    while (row && !Land(*row)) {
+        row = order_->Before(*row);
+    }
+    return row.has_value();
+}
+
+}  // namespace quardele::dao

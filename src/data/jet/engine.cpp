@@ -3,7 +3,9 @@
 #include <basic/runtime_error.h>
 
 #include "file_header.h"
+#include "journal.h"
 #include "lock_bytes.h"
+#include "write_step.h"
 
 namespace quardele::jet {
 
@@ -20,7 +22,36 @@ Engine::Engine(const std::filesystem::path& path, OpenMode mode) : path_(path), 
     TakePresence();
     format_ = &ReadFileHeader(file_);
     readOnly_ = readOnly_ || !format_->wideText;
+    Recover();
     pages_ = std::make_unique<PageCache>(file_, *format_);
+}
+
+// A writer that died has left its journal. One that lives holds the lock, and its journal is its own affair.
+void Engine::Recover() {
+    if (!HasJournal(path_)) {
+        return;
+    }
+    if (readOnly_) {
+        if (NeedsRecovery(file_, *format_)) {
+            throw basic::RuntimeError(
+                basic::error::kReadOnly,
+                u"Une écriture interrompue doit d'abord être annulée, mais la base de données "
+                u"est en lecture seule.");
+        }
+        return;
+    }
+    if (!WaitForWriterLock(file_)) {
+        return;
+    }
+    try {
+        if (HasJournal(path_)) {
+            RecoverFromJournal(file_, *format_);
+        }
+    } catch (const basic::RuntimeError&) {
+        file_.Unlock(lock_bytes::kWriter);
+        throw;
+    }
+    file_.Unlock(lock_bytes::kWriter);
 }
 
 void Engine::OpenFile() {

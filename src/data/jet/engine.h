@@ -37,6 +37,7 @@ class Engine {
  private:
     void OpenFile();
     void TakePresence();
+    void Recover();
 
     std::filesystem::path path_;
     OpenMode mode_;

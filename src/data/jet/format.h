@@ -28,6 +28,13 @@ enum class PageType : std::uint8_t {
     UsageBitmap = 5
 };
 
+/// Second byte of each page that is in use.
+inline constexpr std::uint8_t kLivePage = 1;
+/// Put over the type of a page that was given back.
+inline constexpr std::uint8_t kFreedPage = 0x08;
+/// Data pages with less room than this are not worth trying for new rows.
+inline constexpr std::size_t kWorthTrying = 500;
+
 /// The header page; the same in both versions but for the masked area's length.
 namespace header {
 inline constexpr std::size_t kEngineName = 0x04;

@@ -84,6 +84,7 @@ std::vector<std::uint8_t> ReadLongValue(const PageSource& pages, const ByteView&
 std::vector<RowPointer> PiecesOf(const PageSource& pages, const LongValueDescriptor& value) {
     std::vector<RowPointer> pieces;
     if (value.form == long_value::kSingle) {
+        static_cast<void>(ReadPiece(pages, value.first));
         pieces.push_back(value.first);
     } else if (value.form == 0) {
         CheckLength(pages, value, value.first.page);

@@ -163,7 +163,7 @@ void RemoveFile(const std::filesystem::path& path) {
 
 void SyncFolder(const std::filesystem::path& folder) {
     BeforeWriting({.step = WriteStep::SyncFolder, .path = folder, .bytes = {}});
-    const int handle = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int handle = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (handle < 0) {
         ThrowFor(errno);
     }

@@ -53,6 +53,14 @@ bool RowLayout::IsNull(const StoredColumn& column) const {
     return (row_.U8(bitmap_ + column.number / 8u) >> (column.number % 8) & 1) == 0;
 }
 
+ByteView RowLayout::FixedArea() const {
+    const std::size_t end = firstOffset_ == 0 ? bitmap_ : VariableOffset(0);
+    if (end < fixedStart_) {
+        ThrowDamaged(row_.Page(), u"table des positions hors de sa ligne");
+    }
+    return row_.Sub(fixedStart_, end - fixedStart_);
+}
+
 std::optional<ByteView> RowLayout::Field(const StoredColumn& column) const {
     if (IsNull(column)) {
         return std::nullopt;

@@ -17,6 +17,8 @@ class RowLayout {
     [[nodiscard]] bool IsNull(const StoredColumn& column) const;
     /// The stored bytes of a column; empty option when it is null. A Boolean has no bytes: ask IsNull.
     [[nodiscard]] std::optional<ByteView> Field(const StoredColumn& column) const;
+    /// All bytes between the column count and the variable data.
+    [[nodiscard]] ByteView FixedArea() const;
 
  private:
     void LocateVariable(const Format& format);

@@ -1,7 +1,10 @@
 #include "row_key.h"
 
+#include <jet/collation.h>
+
 #include "key_encoder.h"
 #include "long_value.h"
+#include "text_codec.h"
 
 namespace quardele::jet {
 
@@ -25,12 +28,14 @@ RowKey MakeKey(const TableDef& table, const RealIndex& index, const Format& form
     RowKey key;
     for (std::size_t i = 0; i < values.size(); ++i) {
         const IndexColumn& part = index.columns[i];
+        const StoredColumn& column = table.stored[static_cast<std::size_t>(part.column)];
         std::optional<ByteView> data;
         if (values[i]) {
             data.emplace(*values[i], table.page);
         }
         AppendKey(table.stored[static_cast<std::size_t>(part.column)], part.ascending, data, format,
                   key.bytes);
+        key.known = key.known && (!column.IsText() || !data || HasSortKey(DecodeText(*data, format)));
         key.anyNull = key.anyNull || !data;
         key.allNull = key.allNull && !data;
     }

@@ -19,6 +19,7 @@ struct RowKey {
     ByteString bytes;
     bool anyNull = false;
     bool allNull = true;
+    bool known = true;  ///< false when a text has units whose order in indexes is not known
 };
 
 /// The key of values given in the order of the index's columns.

@@ -55,4 +55,8 @@ std::optional<Row> Table::Fetch(RowId id) const {
     return impl_->Fetch(id);
 }
 
+void Table::Update(RowId id, std::span<const ColumnChange> changes) {
+    impl_->Update(id, changes);
+}
+
 }  // namespace quardele::jet

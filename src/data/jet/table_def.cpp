@@ -13,9 +13,9 @@ namespace {
 constexpr std::size_t kLargestDefinition = std::size_t{1} << 20;
 
 // A definition is one string of bytes, cut into pages that name their successor.
-std::vector<std::uint8_t> Gather(const PageSource& pages, std::uint32_t first) {
+ByteString Gather(const PageSource& pages, std::uint32_t first) {
     const auto& at = pages.Layout().def;
-    std::vector<std::uint8_t> string;
+    ByteString string;
     std::size_t wanted = at.end;
     for (std::uint32_t number = first; string.size() < wanted;) {
         const PagePtr page = pages.Read(number);
@@ -275,9 +275,22 @@ std::optional<std::size_t> NaturalSize(ColumnType type) {
 TableDef TableDef::Read(const PageSource& pages, std::uint32_t page) {
     TableDef table;
     table.page = page;
-    table.structure = Gather(pages, page);
-    Parser(pages.Layout(), {table.structure, page}, table).Parse();
+    table.bytes = Gather(pages, page);
+    Parser(pages.Layout(), {table.bytes, page}, table).Parse();
     return table;
+}
+
+bool TableDef::HasSameStructure(const TableDef& other, const Format& format) const {
+    const auto& at = format.def;
+    if (bytes.size() != other.bytes.size() || realIndexes.size() != other.realIndexes.size()) {
+        return false;
+    }
+    const std::size_t statistics = at.end + realIndexes.size() * at.indexStatistics;
+    const auto mine = std::span(bytes);
+    const auto theirs = std::span(other.bytes);
+    return CompareBytes(mine.subspan(at.kind, at.end - at.kind), theirs.subspan(at.kind, at.end - at.kind)) ==
+               0 &&
+           CompareBytes(mine.subspan(statistics), theirs.subspan(statistics)) == 0;
 }
 
 int TableDef::FindColumn(TextView name) const {

@@ -67,10 +67,11 @@ class TableDef {
     std::vector<RealIndex> realIndexes;
     std::vector<Index> indexes;
     std::vector<std::size_t> realOf;  ///< for each of indexes, its position in realIndexes
-    /// The parts of the definition that only a change of structure alters, to recognise one.
-    std::vector<std::uint8_t> structure;
+    ByteString bytes;                 ///< the definition as it was read
 
     [[nodiscard]] int FindColumn(TextView name) const;
+    /// Whether columns, indexes and maps are the same; counters and statistics may differ.
+    [[nodiscard]] bool HasSameStructure(const TableDef& other, const Format& format) const;
 };
 
 }  // namespace quardele::jet

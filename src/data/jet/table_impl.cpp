@@ -1,7 +1,11 @@
 #include "table_impl.h"
 
+#include <basic/runtime_error.h>
+
 #include "data_page.h"
+#include "row_update.h"
 #include "usage_map.h"
+#include "write_step.h"
 
 namespace quardele::jet {
 
@@ -46,7 +50,20 @@ std::optional<Row> TableImpl::RowAt(const PagePtr& page, int slotNumber) const {
 
 Row TableImpl::Moved(RowId id, const ByteView& pointer) const {
     RowBytes target = ReadRow(Pages(), LoadRowPointer(pointer, 0));
+    if (DataPage(*target.page, Layout()).Owner() != def_.page) {
+        ThrowDamaged(id.page, u"ligne déplacée hors de sa table");
+    }
     return {this, id, std::move(target.page), target.bytes.Span()};
+}
+
+void TableImpl::Update(RowId id, std::span<const ColumnChange> changes) {
+    WriteStep step(engine_);
+    if (!TableDef::Read(step.Pages(), def_.page).HasSameStructure(def_, Layout())) {
+        throw basic::RuntimeError(basic::error::kRecordChanged,
+                                  u"La structure de la table a été modifiée par un autre utilisateur.");
+    }
+    RowUpdate(step.Pages(), def_).Run(id, changes);
+    step.Commit();
 }
 
 RowScan::RowScan(const TableImpl* table) : table_(table), pages_(table->DataPages()) {}

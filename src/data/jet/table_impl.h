@@ -33,6 +33,7 @@ class TableImpl {
     [[nodiscard]] std::optional<Row> RowAt(const PagePtr& page, int slotNumber) const;
 
     [[nodiscard]] IndexCursor OpenIndex(int index) const;
+    void Update(RowId id, std::span<const ColumnChange> changes);
     /// As the definition records it now.
     [[nodiscard]] std::size_t RowCount() const;
 

@@ -1,0 +1,72 @@
+// Adding entries to an index tree and taking them out.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "index_node.h"
+#include "page_allocator.h"
+#include "table_def.h"
+
+namespace quardele::jet {
+
+/// One tree within a transaction. The root's page number never changes; leaves are chained from left to
+/// right; a node right above the leaves keeps its last child as its tail, other nodes have an item for each
+/// child.
+class IndexTree {
+ public:
+    IndexTree(Transaction& pages, PageAllocator& allocator, std::uint32_t table, const RealIndex& index)
+        : pages_(pages), allocator_(allocator), table_(table), index_(index) {}
+
+    /// An entry is a key and the row that has it. Throws 3251 for a key that is too long.
+    void Insert(const ByteString& entry);
+    /// Throws 3343 when the tree has no such entry.
+    void Remove(const ByteString& entry);
+    /// Whether an entry has exactly this key.
+    [[nodiscard]] bool HasKey(std::span<const std::uint8_t> key) const;
+    /// Whether an entry of another row has exactly this key.
+    [[nodiscard]] bool HasKeyOfOther(std::span<const std::uint8_t> key, RowId row) const;
+
+ private:
+    struct Step {
+        std::uint32_t node;
+        std::size_t position;  ///< of the child that was taken
+    };
+    using Path = std::vector<Step>;
+
+    /// What a child has become, for its parent. Without `last` the entry that stood for it goes on standing.
+    struct ChildRef {
+        std::uint32_t page;
+        std::optional<ByteString> last;
+    };
+    using Children = std::vector<ChildRef>;
+
+    [[nodiscard]] IndexNode Load(std::uint32_t page) const { return IndexNode::Load(pages_, page, table_); }
+    void Store(const IndexNode& node) { node.Store(pages_, table_); }
+    [[nodiscard]] std::uint32_t NewPage();
+    void DropPage(std::uint32_t page);
+
+    /// The leaf where an entry belongs, and the nodes above it.
+    [[nodiscard]] IndexNode Descend(std::span<const std::uint8_t> entry, Path& path) const;
+    [[nodiscard]] ByteString LastBelow(std::uint32_t page) const;
+
+    void SaveLeaf(const Path& path, IndexNode leaf, bool appended);
+    void DropLeaf(const Path& path, const IndexNode& leaf);
+    /// Puts new children in the place of the one that the path took at a depth, upwards to the root.
+    void ReplaceChild(const Path& path, std::size_t depth, const Children& children);
+    void SaveNode(const Path& path, std::size_t depth, IndexNode node, bool lastChanged);
+    [[nodiscard]] Children Split(IndexNode node, bool appended);
+    void SplitRoot(IndexNode root, bool appended);
+    void CollapseRoot(IndexNode root);
+    [[nodiscard]] std::size_t SplitPoint(const IndexNode& node, bool appended) const;
+    [[nodiscard]] bool IsAboveLeaves(const IndexNode& node) const;
+    void RelinkChildren(const IndexNode& node);
+    void Relink(std::uint32_t page, std::optional<std::uint32_t> previous, std::optional<std::uint32_t> next);
+
+    Transaction& pages_;
+    PageAllocator& allocator_;
+    std::uint32_t table_;
+    const RealIndex& index_;
+};
+
+}  // namespace quardele::jet

@@ -1,0 +1,23 @@
+// Putting a row's bytes together.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "table_def.h"
+
+namespace quardele::jet {
+
+/// The stored bytes of each column by ordinal, none for Null; of a Boolean one byte, of a long value its
+/// descriptor with what follows.
+using RowFields = std::vector<std::optional<ByteString>>;
+
+/// The fields of a stored row. `fixedArea` gets the bytes of its fixed area, in which columns that were
+/// deleted from the table go on living.
+[[nodiscard]] RowFields SplitRow(const ByteView& row, const TableDef& table, const Format& format,
+                                 ByteString& fixedArea);
+
+/// The row in the layout of Access 2000-2003, with the table's present number of columns.
+[[nodiscard]] ByteString BuildRow(const TableDef& table, const RowFields& fields, ByteString fixedArea);
+
+}  // namespace quardele::jet

@@ -1,0 +1,60 @@
+#include "write_step.h"
+
+#include <chrono>
+#include <thread>
+
+#include <basic/runtime_error.h>
+
+#include "engine.h"
+#include "journal.h"
+#include "lock_bytes.h"
+
+namespace quardele::jet {
+
+bool WaitForWriterLock(OsFile& file) {
+    using namespace std::chrono_literals;
+    constexpr auto kPatience = 2s;
+    constexpr auto kPause = 10ms;
+    const auto end = std::chrono::steady_clock::now() + kPatience;
+    while (file.TryLock(lock_bytes::kWriter, OsFile::Lock::Exclusive) != OsFile::LockResult::Taken) {
+        if (std::chrono::steady_clock::now() >= end) {
+            return false;
+        }
+        std::this_thread::sleep_for(kPause);
+    }
+    return true;
+}
+
+WriteStep::WriteStep(Engine& engine) : engine_(engine) {
+    if (engine.IsReadOnly()) {
+        throw basic::RuntimeError(basic::error::kReadOnly);
+    }
+    if (!WaitForWriterLock(engine.File())) {
+        throw basic::RuntimeError(basic::error::kRecordLocked);
+    }
+    try {
+        if (HasJournal(engine.Path())) {
+            RecoverFromJournal(engine.File(), engine.Layout());
+        }
+        engine.Pages().Clear();
+        pages_.emplace(engine.Pages());
+    } catch (...) {
+        engine.File().Unlock(lock_bytes::kWriter);
+        throw;
+    }
+}
+
+WriteStep::~WriteStep() {
+    engine_.File().Unlock(lock_bytes::kWriter);
+}
+
+void WriteStep::Commit() {
+    try {
+        pages_->Commit(engine_.File());
+    } catch (const basic::RuntimeError&) {
+        engine_.Pages().Clear();
+        throw;
+    }
+}
+
+}  // namespace quardele::jet

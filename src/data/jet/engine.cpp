@@ -20,9 +20,10 @@ namespace {
 Engine::Engine(const std::filesystem::path& path, OpenMode mode) : path_(path), mode_(mode) {
     OpenFile();
     TakePresence();
-    format_ = &ReadFileHeader(file_);
+    format_ = &IdentifyFormat(file_);
     readOnly_ = readOnly_ || !format_->wideText;
     Recover();
+    CheckHeader(file_, *format_);
     pages_ = std::make_unique<PageCache>(file_, *format_);
 }
 

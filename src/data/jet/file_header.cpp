@@ -73,7 +73,20 @@ bool HasPassword(const ByteView& page, bool hiddenByDate) {
     return false;
 }
 
-const Format& FormatOf(const OsFile& file, const ByteView& page) {
+// Enough of the header page for all that is looked at, in both versions.
+ByteString ReadStart(const OsFile& file) {
+    ByteString bytes(kJet3.pageSize);
+    if (file.ReadAt(0, bytes) != bytes.size()) {
+        ThrowForeign(file, u"est vide ou incomplet");
+    }
+    return bytes;
+}
+
+}  // namespace
+
+const Format& IdentifyFormat(const OsFile& file) {
+    const ByteString bytes = ReadStart(file);
+    const ByteView page(bytes, kHeaderPage);
     const ByteView name = page.Sub(header::kEngineName, kEngineName.size());
     const bool known = std::equal(kEngineName.begin(), kEngineName.end(), name.Span().begin(),
                                   [](char a, std::uint8_t b) { return static_cast<std::uint8_t>(a) == b; });
@@ -90,17 +103,11 @@ const Format& FormatOf(const OsFile& file, const ByteView& page) {
     }
 }
 
-}  // namespace
-
-const Format& ReadFileHeader(const OsFile& file) {
-    std::vector<std::uint8_t> bytes(kJet3.pageSize);
-    if (file.ReadAt(0, bytes) != bytes.size()) {
-        ThrowForeign(file, u"est vide ou incomplet");
-    }
-    const Format& format = FormatOf(file, {bytes, kHeaderPage});
+void CheckHeader(const OsFile& file, const Format& format) {
     if (file.Size() % format.pageSize != 0 || file.Size() / format.pageSize <= kCatalogPage) {
         ThrowForeign(file, u"est incomplet");
     }
+    ByteString bytes = ReadStart(file);
     Unmask(bytes, format.headerMaskLength);
     const ByteView page(bytes, kHeaderPage);
     if (page.U32(header::kEncryptionKey) != 0) {
@@ -112,7 +119,6 @@ const Format& ReadFileHeader(const OsFile& file) {
     if (!format.wideText && page.U16(header::kCodePage) != kWestern) {
         ThrowUnsupported(file, u"est écrit dans une page de codes autre que 1252");
     }
-    return format;
 }
 
 }  // namespace quardele::jet

@@ -8,9 +8,12 @@
 
 namespace quardele::jet {
 
-/// Checks the header of a file and gives the layout of its version. Throws 3343 for a file that is empty,
-/// cut off, of another kind or of a newer version, 3031 when it asks for a password, 3251 when its pages
-/// are encrypted or its texts are in a code page other than 1252.
-[[nodiscard]] const Format& ReadFileHeader(const OsFile& file);
+/// The layout of the file's version. Throws 3343 for a file that is empty, of another kind or of a newer
+/// version.
+[[nodiscard]] const Format& IdentifyFormat(const OsFile& file);
+
+/// Whether the file may be read. Throws 3343 when it is cut off, 3031 when it asks for a password, 3251 when
+/// its pages are encrypted or its texts are in a code page other than 1252.
+void CheckHeader(const OsFile& file, const Format& format);
 
 }  // namespace quardele::jet

@@ -213,7 +213,9 @@ std::size_t IndexTree::SplitPoint(const IndexNode& node, bool appended) const {
     if (appended && node.Fits(format, 0, count - 1)) {
         return count - 1;
     }
-    const std::size_t half = count / 2;
+    // Rounded up: of three children of a node with very long keys two stay together on the left, which nobody
+    // may ever add to.
+    const std::size_t half = (count + 1) / 2;
     for (std::size_t distance = 0; distance <= half; ++distance) {
         for (const std::size_t point : {half - distance, half + distance}) {
             if (point > 0 && point < count && node.Fits(format, 0, point) &&

@@ -54,7 +54,20 @@ Progress Measure(const OsFile& file, const Format& format, const StoredJournal& 
 
 void DropJournal(const OsFile& file) {
     RemoveFile(JournalPath(file.Path()));
-    SyncFolder(file.Path().parent_path());
+    try {
+        SyncFolder(file.Path().parent_path());
+    } catch (const basic::RuntimeError&) {
+        // A removal that gets lost with the power does no harm: the journal then describes a finished step.
+        return;
+    }
+}
+
+void DropUnfinished(const OsFile& file) {
+    try {
+        DropJournal(file);
+    } catch (const basic::RuntimeError&) {
+        return;  // whoever finds it sees that it was not finished
+    }
 }
 
 // A journal that lies here by mistake, beside a file of the same name, is kept for whoever misses it.
@@ -107,7 +120,7 @@ void CommitThroughJournal(OsFile& file, const Format& format, std::uint32_t page
     try {
         WriteJournal(file, format, pageCount, records);
     } catch (const basic::RuntimeError&) {
-        DropJournal(file);
+        DropUnfinished(file);
         throw;
     }
     try {
@@ -115,6 +128,7 @@ void CommitThroughJournal(OsFile& file, const Format& format, std::uint32_t page
             file.WriteAt(std::uint64_t{record.after->number} * format.pageSize, record.after->View().Span());
         }
         file.Sync();
+        DropJournal(file);
     } catch (const basic::RuntimeError&) {
         if (const auto journal = ReadJournal(file, format)) {
             Undo(file, format, *journal);
@@ -122,7 +136,6 @@ void CommitThroughJournal(OsFile& file, const Format& format, std::uint32_t page
         DropJournal(file);
         throw;
     }
-    DropJournal(file);
 }
 
 void RecoverFromJournal(OsFile& file, const Format& format) {

@@ -96,7 +96,10 @@ std::vector<StoredRecord> ParseRecords(const ByteView& bytes, std::uint32_t coun
 std::uint64_t FileIdentity(const OsFile& file, const Format& format) {
     ByteString header(std::min<std::size_t>(format.pageSize, kUnchangingHeader));
     header.resize(file.ReadAt(0, header));
-    return Checksum(header);
+    // Files made from one template have equal headers; their names tell them apart.
+    const std::string name = basic::ToUtf8(basic::LCase(FileName(file.Path())));
+    const ByteString letters(name.begin(), name.end());
+    return Checksum(letters, Checksum(header));
 }
 
 void WriteJournal(const OsFile& file, const Format& format, std::uint32_t pageCount,

@@ -26,7 +26,7 @@ struct StoredJournal {
     std::vector<StoredRecord> records;
 };
 
-/// What identifies a data file to its journal: the unchanging part of its header page.
+/// What identifies a data file to its journal: the unchanging part of its header page, and its name.
 [[nodiscard]] std::uint64_t FileIdentity(const OsFile& file, const Format& format);
 
 /// Makes the journal file and returns when it is on the disk.

@@ -1,0 +1,95 @@
+// The order of texts, by keys that were read out of real files and by what people expect.
+
+#include <jet/collation.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+namespace quardele::jet::test {
+namespace {
+
+std::string HexKey(TextView text) {
+    std::string hex;
+    for (const char byte : SortKey(text)) {
+        char pair[3];
+        std::snprintf(pair, sizeof pair, "%02X", static_cast<unsigned>(static_cast<unsigned char>(byte)));
+        hex += pair;
+    }
+    return hex;
+}
+
+TEST(Collation, KeysAreThoseOfTheOriginalEngine) {
+    EXPECT_EQ(HexKey(u""), "0100");
+    EXPECT_EQ(HexKey(u"ab"), "4A4C0100");
+    EXPECT_EQ(HexKey(u"AB"), "4A4C0100");
+    EXPECT_EQ(HexKey(u"co-op"),
+              "4D6464660101010180"
+              "0F068200");
+    EXPECT_EQ(HexKey(u"é"), "51010E00");
+    EXPECT_EQ(HexKey(u"aé"), "4A5101020E00");
+    EXPECT_EQ(HexKey(u"d'a"),
+              "4F4A0101010180"
+              "0B068000");
+    EXPECT_EQ(HexKey(u"ß"), "6B6B0100");
+    EXPECT_EQ(HexKey(u"Œ"), "64510100");
+}
+
+TEST(Collation, CaseAndTrailingBlanksDoNotCount) {
+    EXPECT_TRUE(Equal(u"Renault", u"RENAULT   "));
+    EXPECT_TRUE(Equal(u"", u"   "));
+    EXPECT_FALSE(Equal(u"Renault", u" Renault"));
+    EXPECT_TRUE(Equal(u"straße", u"STRASSE"));
+}
+
+TEST(Collation, AccentsDecideAfterLetters) {
+    EXPECT_TRUE(Compare(u"cote", u"côte") < 0);
+    EXPECT_TRUE(Compare(u"côte", u"coteau") < 0);
+    EXPECT_TRUE(Compare(u"Éric", u"Eric") > 0);
+    EXPECT_TRUE(Compare(u"Éric", u"Erick") < 0);
+    EXPECT_FALSE(Equal(u"garcon", u"garçon"));
+}
+
+TEST(Collation, HyphensAndApostrophesWeighLeast) {
+    EXPECT_TRUE(Compare(u"AB-123-CD", u"AB123CD") > 0);
+    EXPECT_TRUE(Compare(u"AB-123-CD", u"AB123CE") < 0);
+    EXPECT_TRUE(Compare(u"l'an", u"lancer") < 0);
+    EXPECT_FALSE(Equal(u"co-op", u"coop"));
+    EXPECT_FALSE(Equal(u"co-op", u"coo-p"));
+}
+
+TEST(Collation, BlanksComeBeforePunctuationDigitsAndLetters) {
+    const TextView inOrder[] = {u"", u"a b", u"a!b", u"a1", u"aa", u"ab", u"b", u"é", u"z"};
+    for (std::size_t i = 1; i < std::size(inOrder); ++i) {
+        EXPECT_TRUE(Compare(inOrder[i - 1], inOrder[i]) < 0) << i;
+    }
+}
+
+TEST(Collation, CompareAgreesWithTheKeysForAllPairsOfManyTexts) {
+    std::vector<Text> texts;
+    const TextView letters = u"aAéÉ-' œzß\u0301Ω€\u4E2D1";
+    for (std::size_t i = 0; i < letters.size(); ++i) {
+        texts.emplace_back(1, letters[i]);
+        for (std::size_t j = 0; j < letters.size(); ++j) {
+            texts.push_back({letters[i], letters[j]});
+            texts.push_back({letters[i], u'b', letters[j]});
+        }
+    }
+    for (const Text& left : texts) {
+        for (const Text& right : texts) {
+            const auto byKeys = SortKey(left) <=> SortKey(right);
+            ASSERT_EQ(Compare(left, right) < 0, byKeys < 0);
+            ASSERT_EQ(Compare(left, right) == 0, byKeys == 0);
+        }
+    }
+}
+
+TEST(Collation, UnitsOutsideTheTablesComeLastAndAreTold) {
+    EXPECT_TRUE(HasSortKey(u"Citroën C4 – 1,6 l € Мир"));
+    EXPECT_FALSE(HasSortKey(u"\u4E2D"));
+    EXPECT_TRUE(Compare(u"\u4E2D", u"zzz") > 0);
+    EXPECT_TRUE(Compare(u"\u4E2D", u"\u4E2E") < 0);
+}
+
+}  // namespace
+}  // namespace quardele::jet::test

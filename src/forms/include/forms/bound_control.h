@@ -13,15 +13,24 @@ class DataControl;
 /// way but Fill, program assignments included.
 class BoundControl {
  public:
+    BoundControl() = default;
+    BoundControl(const BoundControl&) = delete;
+    BoundControl& operator=(const BoundControl&) = delete;
     virtual ~BoundControl();
 
     /// Empty when the control is not bound.
     [[nodiscard]] QString DataField() const { return dataField_; }
     void SetDataField(const QString& field) { dataField_ = field; }
     [[nodiscard]] DataControl* DataSource() const { return dataSource_; }
+    /// Not owned; shows the field of its current record. Null unbinds.
     void SetDataSource(DataControl* source);
+    /// Name of the data control in the layout file; the form binds by it when it is loaded.
+    [[nodiscard]] QString DataSourceName() const { return dataSourceName_; }
+    void SetDataSourceName(const QString& name) { dataSourceName_ = name; }
     [[nodiscard]] bool DataChanged() const { return dataChanged_; }
     void SetDataChanged(bool changed);
+    /// Whether a save would write this control: it is bound, and changed.
+    [[nodiscard]] bool HasPendingChange() const;
 
     /// Shows a value without counting as a change; Null and Empty show as blank.
     virtual void Fill(const basic::Variant& value) = 0;
@@ -34,6 +43,7 @@ class BoundControl {
 
  private:
     QString dataField_;
+    QString dataSourceName_;
     DataControl* dataSource_ = nullptr;
     bool dataChanged_ = false;
 };

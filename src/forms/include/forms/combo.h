@@ -7,6 +7,8 @@
 
 namespace quardele::forms {
 
+class RowsModel;
+
 /// Choosing a row, or typing a text that equals a row's first column, makes that row the current record of
 /// the data control. Text() is the first column of the choice, or what was typed.
 class ListCombo : public QComboBox, private RowsView {
@@ -29,26 +31,34 @@ class ListCombo : public QComboBox, private RowsView {
     void SetDataSourceName(const QString& name) { dataSourceName_ = name; }
     /// Fields shown, in column order.
     [[nodiscard]] QStringList ListFields() const { return listFields_; }
-    void SetListFields(const QStringList& fields) { listFields_ = fields; }
+    void SetListFields(const QStringList& fields);
 
  signals:
+    /// The text changed, by hand or by the program.
     void Change();
+    /// The operator chose a row of the list.
     void Click();
     void GotFocus();
     void LostFocus();
 
  protected:
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
+    void showPopup() override;
 
  private:
     void RowsReplaced() override;
     void CurrentRowMoved() override {}
-    void RowsChanged() override {}
+    void RowsChanged() override;
+    void SourceGone() override;
+
+    void TextChanged(const QString& text);
+    void RowChosen(int row);
+    void MakeCurrent(int row);
+    void ShowRows();
 
     DataControl* rowSource_ = nullptr;
     QString dataSourceName_;
     QStringList listFields_;
+    RowsModel* rows_;
 };
 
 }  // namespace quardele::forms

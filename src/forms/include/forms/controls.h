@@ -1,6 +1,10 @@
 // The plain controls. In layout files they are promoted widgets; object names are the controls' names.
 // Signals are the controls' events; connect them with On() of events.h. Key codes and shift as in form.h.
+// GotFocus and LostFocus follow the focus among the program's controls: a message box or a menu takes no
+// focus away.
 #pragma once
+
+#include <vector>
 
 #include <QCheckBox>
 #include <QFrame>
@@ -20,6 +24,8 @@ class TextBox : public QLineEdit, public BoundControl {
     Q_OBJECT
     Q_PROPERTY(QString dataField READ DataField WRITE SetDataField)
     Q_PROPERTY(QString dataSourceName READ DataSourceName WRITE SetDataSourceName)
+    /// Shows looked-up text: a darker face than a locked box has.
+    Q_PROPERTY(bool shaded READ IsShaded WRITE SetShaded)
 
  public:
     explicit TextBox(QWidget* parent = nullptr);
@@ -27,16 +33,14 @@ class TextBox : public QLineEdit, public BoundControl {
     [[nodiscard]] QString Text() const { return text(); }
     void SetText(const QString& text);
     /// In UTF-16 units; 0 is no limit. Limits typing only.
-    [[nodiscard]] int MaxLength() const;
-    void SetMaxLength(int units);
+    [[nodiscard]] int MaxLength() const { return maxLength_; }
+    void SetMaxLength(int units) { maxLength_ = units; }
     [[nodiscard]] int SelStart() const;
     void SetSelStart(int position);
     void SetSelLength(int length);
     [[nodiscard]] bool Locked() const { return isReadOnly(); }
-
-    /// Name of the data control in the layout file; bound when the form has been set up (BindControls).
-    [[nodiscard]] QString DataSourceName() const { return dataSourceName_; }
-    void SetDataSourceName(const QString& name) { dataSourceName_ = name; }
+    [[nodiscard]] bool IsShaded() const { return shaded_; }
+    void SetShaded(bool shaded);
 
     void Fill(const basic::Variant& value) override;
     [[nodiscard]] basic::Variant Content() const override;
@@ -50,17 +54,23 @@ class TextBox : public QLineEdit, public BoundControl {
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void DataChangedChanged() override;
 
  private:
-    QString dataSourceName_;
+    void Changed();
+    /// Gives back what was typed or pasted beyond MaxLength.
+    void CutToMaxLength();
+
+    QString before_;
+    int maxLength_ = 0;
     bool filling_ = false;
+    bool assigning_ = false;
+    bool shaded_ = false;
 };
 
-/// A text box of several lines.
+/// A text box of several lines. Texts keep CR LF between their lines.
 class MemoBox : public QPlainTextEdit, public BoundControl {
     Q_OBJECT
     Q_PROPERTY(QString dataField READ DataField WRITE SetDataField)
@@ -69,12 +79,11 @@ class MemoBox : public QPlainTextEdit, public BoundControl {
  public:
     explicit MemoBox(QWidget* parent = nullptr);
 
-    [[nodiscard]] QString Text() const { return toPlainText(); }
+    [[nodiscard]] QString Text() const;
     void SetText(const QString& text);
+    /// In UTF-16 units of Text(); 0 is no limit. Limits typing only.
     [[nodiscard]] int MaxLength() const { return maxLength_; }
     void SetMaxLength(int units) { maxLength_ = units; }
-    [[nodiscard]] QString DataSourceName() const { return dataSourceName_; }
-    void SetDataSourceName(const QString& name) { dataSourceName_ = name; }
 
     void Fill(const basic::Variant& value) override;
     [[nodiscard]] basic::Variant Content() const override;
@@ -93,32 +102,65 @@ class MemoBox : public QPlainTextEdit, public BoundControl {
     void DataChangedChanged() override;
 
  private:
-    QString dataSourceName_;
+    /// How many units more fit in when the selection is replaced.
+    [[nodiscard]] qsizetype Room() const;
+
     int maxLength_ = 0;
     bool filling_ = false;
 };
 
+/// A text that does not fit ends in an ellipsis and shows whole in a text tip.
 class Label : public QLabel {
     Q_OBJECT
+    /// Secondary text.
+    Q_PROPERTY(bool hint READ IsHint WRITE SetHint)
+
  public:
     explicit Label(QWidget* parent = nullptr);
     [[nodiscard]] QString Caption() const { return text(); }
     void SetCaption(const QString& caption);
+    [[nodiscard]] bool IsHint() const { return hint_; }
+    void SetHint(bool hint);
+
+ protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool event(QEvent* event) override;
+
+ private:
+    [[nodiscard]] bool IsClipped() const;
+
+    bool hint_ = false;
 };
 
 /// A push button, with picture or text. Takes the focus when clicked or when its key is pressed, so that the
-/// box left runs its checks first.
+/// box left runs its checks first. Enter presses it as well as the space bar.
 class Button : public QPushButton {
     Q_OBJECT
+    /// The form's main action.
+    Q_PROPERTY(bool main READ IsMain WRITE SetMain)
+
  public:
     explicit Button(QWidget* parent = nullptr);
+    [[nodiscard]] bool IsMain() const { return main_; }
+    void SetMain(bool main);
 
  signals:
     void Click();
+
+ protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+    bool main_ = false;
 };
 
+/// A tick box. Click comes with every change of the value, by hand or by SetValue.
 class CheckBox : public QCheckBox, public BoundControl {
     Q_OBJECT
+    Q_PROPERTY(QString dataField READ DataField WRITE SetDataField)
+    Q_PROPERTY(QString dataSourceName READ DataSourceName WRITE SetDataSourceName)
+
  public:
     explicit CheckBox(QWidget* parent = nullptr);
     /// 0 or 1.
@@ -129,6 +171,8 @@ class CheckBox : public QCheckBox, public BoundControl {
 
  signals:
     void Click();
+    void GotFocus();
+    void LostFocus();
 
  private:
     bool filling_ = false;
@@ -139,6 +183,8 @@ class Frame : public QFrame {
     Q_OBJECT
     Q_PROPERTY(QString caption READ Caption WRITE SetCaption)
     Q_PROPERTY(bool floating READ IsFloating WRITE SetFloating)
+    /// A bar of buttons across the form.
+    Q_PROPERTY(bool bar READ IsBar WRITE SetBar)
 
  public:
     explicit Frame(QWidget* parent = nullptr);
@@ -146,15 +192,21 @@ class Frame : public QFrame {
     void SetCaption(const QString& caption);
     [[nodiscard]] bool IsFloating() const { return floating_; }
     void SetFloating(bool floating);
+    [[nodiscard]] bool IsBar() const { return bar_; }
+    void SetBar(bool bar);
     /// 0 brings the frame to the front.
     void ZOrder(int position);
 
  protected:
     void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
  private:
+    void PaintFloating(QPainter& painter) const;
+
     QString caption_;
     bool floating_ = false;
+    bool bar_ = false;
 };
 
 /// A container of buttons.
@@ -168,6 +220,9 @@ class PictureBox : public QFrame {
 class TabControl : public QTabWidget {
     Q_OBJECT
  public:
+    /// Pages begin so far below the control's top.
+    static constexpr int kStripPixels = 32;
+
     explicit TabControl(QWidget* parent = nullptr);
     [[nodiscard]] int Tab() const { return currentIndex(); }
     void SetTab(int tab);
@@ -175,12 +230,27 @@ class TabControl : public QTabWidget {
     [[nodiscard]] int TabHeight() const;
     [[nodiscard]] QString TabCaption(int tab) const { return tabText(tab); }
     void SetTabCaption(int tab, const QString& caption) { setTabText(tab, caption); }
+    /// Moves a control of a page into the tab strip, where it stays visible while its page is. Its geometry
+    /// counts from the tab control.
+    void PlaceInStrip(QWidget* control, int page);
 
  signals:
     void Click(int previousTab);
+    void GotFocus();
+    void LostFocus();
+
+ protected:
+    void keyPressEvent(QKeyEvent* event) override;
 
  private:
-    int current_ = 0;
+    struct StripControl {
+        QWidget* control;
+        int page;
+    };
+    void TabChanged(int tab);
+
+    int current_ = -1;
+    std::vector<StripControl> strip_;
 };
 
 }  // namespace quardele::forms

@@ -23,6 +23,8 @@ class RowsView {
     virtual void CurrentRowMoved() = 0;
     /// Values of rows changed on disk.
     virtual void RowsChanged() = 0;
+    /// The data control is about to be destroyed; it has let go of the view already.
+    virtual void SourceGone() = 0;
 };
 
 /// Invisible on the form; a promoted widget in the layout file. UI thread only.
@@ -57,6 +59,8 @@ class DataControl : public QWidget, private dao::RecordsetObserver {
     /// Null before the first Refresh. A data control that is bound and was never refreshed is refreshed when
     /// its form is first shown.
     [[nodiscard]] std::shared_ptr<dao::Recordset> Recordset() const { return recordset_; }
+    /// Refreshes when something is bound, there is a RecordSource and no Refresh has been tried yet.
+    void RefreshIfBound();
     [[nodiscard]] dao::EditMode EditMode() const;
     /// Writes the bound controls to the current record, or into the new record in add mode, and saves it.
     void UpdateRecord();
@@ -79,6 +83,14 @@ class DataControl : public QWidget, private dao::RecordsetObserver {
     void Updating(dao::Recordset& recordset) override;
     void RowChanged(dao::Recordset& recordset) override;
 
+    [[nodiscard]] std::shared_ptr<dao::Database> OpenedDatabase();
+    [[nodiscard]] dao::Recordset& Opened() const;
+    [[nodiscard]] bool AnyChanged() const;
+    void SaveChanges(dao::Recordset& recordset);
+    void Fill(BoundControl& control) const;
+    void FillAll();
+    void TellViews(void (RowsView::*what)());
+
     QString databaseName_;
     QString recordSource_;
     QString connect_;
@@ -88,11 +100,12 @@ class DataControl : public QWidget, private dao::RecordsetObserver {
     std::shared_ptr<dao::Recordset> recordset_;
     std::vector<BoundControl*> controls_;
     std::vector<RowsView*> views_;
-    bool saving_ = false;
+    bool tried_ = false;   ///< Refresh was called
+    bool saving_ = false;  ///< changes of the row that is being left are on their way
 };
 
-/// Binds the controls of a surface to its data controls by their dataSourceName properties. Call after
-/// setupUi.
+/// Binds the controls of a surface to its data controls by their dataSourceName properties. A form does this
+/// by itself when it is loaded; call it after setupUi for a surface without a form.
 void BindControls(QWidget* surface);
 
 }  // namespace quardele::forms

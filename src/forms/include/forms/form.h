@@ -2,6 +2,8 @@
 #pragma once
 
 #include <memory>
+#include <typeindex>
+#include <typeinfo>
 #include <vector>
 
 #include <QObject>
@@ -71,7 +73,9 @@ class Form : public QObject {
     /// The controls in the order of the layout file, those inside containers included.
     [[nodiscard]] std::vector<QWidget*> Controls() const;
 
-    /// Runs QueryUnload, then Unload, and destroys the default instance; false when a handler cancelled.
+    /// Runs QueryUnload, then Unload, and destroys the default instance; false when a handler cancelled. The
+    /// object itself lives on until control is back in the event loop, so a handler may unload its own form.
+    /// The main window unloads its child forms first.
     bool Unload();
 
  protected:
@@ -93,16 +97,30 @@ class Form : public QObject {
     template <class F>
     friend bool IsLoaded();
 
-    /// Registers the form, runs Form_Load. Called once by Instance().
-    void Load();
     class Private;
+
+    /// The place of the one instance of a form class.
+    static std::unique_ptr<Form>& Slot(std::type_index type);
+    /// Puts a new instance into its place, registers it and runs Form_Load; takes it out again when that
+    /// fails.
+    static void Load(std::unique_ptr<Form>& slot, std::unique_ptr<Form> form);
+    static bool UnloadChildren();
+
+    void AdoptSurface();
+    void ShowFirst();
+    void RunModally();
+    void BecomeActive();
+    void Resized();
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    [[nodiscard]] bool MayUnload();
+    void Release();
+
     std::unique_ptr<Private> d_;
     QString name_;
     FormKind kind_;
     QString tag_;
-    QWidget* surface_ = nullptr;
-    QWidget* window_ = nullptr;
-    static std::unique_ptr<Form>& Slot(const std::type_info& type);
+    QWidget* surface_;
+    QWidget* window_;
 };
 
 /// The global instance of a form class, created (and loaded) at first touch and again after it was unloaded.
@@ -110,8 +128,7 @@ template <class F>
 F& Instance() {
     std::unique_ptr<Form>& slot = Form::Slot(typeid(F));
     if (!slot) {
-        slot.reset(new F());
-        slot->Load();
+        Form::Load(slot, std::unique_ptr<Form>(new F()));
     }
     return static_cast<F&>(*slot);
 }

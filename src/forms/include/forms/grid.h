@@ -8,9 +8,9 @@
 // row. Setting Row and Col does not move the cursor, which is ActiveRow and ActiveCol.
 #pragma once
 
+#include <functional>
 #include <memory>
 
-#include <QColor>
 #include <QStringList>
 #include <QTableView>
 
@@ -20,6 +20,7 @@
 namespace quardele::forms {
 
 class GridModel;
+struct CellLook;
 
 /// Values of CellType that the system uses.
 enum class CellType { Date = 0, Edit = 1, Float = 2, Integer = 3, Button = 7, CheckBox = 10, Number = 13 };
@@ -27,14 +28,23 @@ enum class CellType { Date = 0, Edit = 1, Float = 2, Integer = 3, Button = 7, Ch
 class Grid : public QTableView, private RowsView {
     Q_OBJECT
     Q_PROPERTY(QString dataSourceName READ DataSourceName WRITE SetDataSourceName)
-    /// One line per column: heading | data field | width in characters | kind (date, text, number, check,
-    /// button) | "locked" or "". Empty parts are allowed.
+    /// One line per column: heading | data field | width in characters | kind (text, date, number, float,
+    /// integer, check, button) | "locked" or "" | icon of button cells. Parts at the end may be left out;
+    /// "\n" in the heading breaks its line.
     Q_PROPERTY(QStringList columns READ ColumnLines WRITE SetColumnLines)
     /// Width of one character of column width, in pixels.
     Q_PROPERTY(double characterWidth READ CharacterWidth WRITE SetCharacterWidth)
     /// Painted in the middle while there is no row; never a cell text.
     Q_PROPERTY(QString emptyHint READ EmptyHint WRITE SetEmptyHint)
     Q_PROPERTY(bool rowHeader READ RowHeader WRITE SetRowHeader)
+    /// Pixels.
+    Q_PROPERTY(int rowHeight READ RowHeight WRITE SetRowHeight)
+    /// Pixels; 0 for as much as the texts need, two lines at most.
+    Q_PROPERTY(int headingHeight READ HeadingHeight WRITE SetHeadingHeight)
+    /// Text heights in pixels; 0 for the grid's font.
+    Q_PROPERTY(int textPixels READ TextPixels WRITE SetTextPixels)
+    Q_PROPERTY(int headingPixels READ HeadingPixels WRITE SetHeadingPixels)
+    Q_PROPERTY(bool headingBold READ HeadingBold WRITE SetHeadingBold)
 
  public:
     explicit Grid(QWidget* parent = nullptr);
@@ -50,7 +60,8 @@ class Grid : public QTableView, private RowsView {
     /// Field of the column Col().
     [[nodiscard]] QString DataField() const;
 
-    // Size. Setting MaxRows to 0 empties the grid; setting it higher adds blank rows.
+    // Size. Setting MaxRows to 0 empties the grid; setting it higher adds blank rows. The recordset of a
+    // bound grid keeps its rows either way.
     [[nodiscard]] int MaxRows() const;
     void SetMaxRows(int rows);
     [[nodiscard]] int MaxCols() const;
@@ -89,9 +100,14 @@ class Grid : public QTableView, private RowsView {
     [[nodiscard]] double ColWidth() const;
     void SetColWidth(double characters);
 
-    // The cursor.
+    // The cursor. It stands in a cell whenever there is one; ActiveRow is 0 without rows. A move by the
+    // program fires neither LeaveCell nor LeaveRow. Of a bound grid the current record follows the active row
+    // and the other way round; leaving a changed record saves it first, and a refused save raises its error
+    // to the program's move, or is the unhandled error when the operator moved.
     [[nodiscard]] int ActiveRow() const;
     [[nodiscard]] int ActiveCol() const;
+    /// Column 0 puts the cursor in front of the row: its next step is column 1. What does not exist stays as
+    /// it is.
     void SetActiveCell(int col, int row);
     /// 0 makes Row/Col the active cell; 15 writes the changed rows of a bound grid to its data control.
     /// Throws RuntimeError 5 for others, the engine's errors for 15.
@@ -112,6 +128,22 @@ class Grid : public QTableView, private RowsView {
     void SetEmptyHint(const QString& hint);
     [[nodiscard]] bool RowHeader() const;
     void SetRowHeader(bool shown);
+    [[nodiscard]] int RowHeight() const;
+    void SetRowHeight(int pixels);
+    [[nodiscard]] int HeadingHeight() const;
+    void SetHeadingHeight(int pixels);
+    [[nodiscard]] int TextPixels() const { return textPixels_; }
+    void SetTextPixels(int pixels);
+    [[nodiscard]] int HeadingPixels() const;
+    void SetHeadingPixels(int pixels);
+    [[nodiscard]] bool HeadingBold() const;
+    void SetHeadingBold(bool bold);
+    [[nodiscard]] QFont CellFont() const;
+    /// Whether there are cells to type in. Such a grid shows its locked cells grey and moves on with Enter; a
+    /// grid without is a list and shows its active row.
+    [[nodiscard]] bool IsEntryGrid() const;
+    /// Whether the grid or the open cell in it has the focus.
+    [[nodiscard]] bool HasFocusInside() const;
 
  signals:
     void Click(int col, int row);
@@ -133,18 +165,56 @@ class Grid : public QTableView, private RowsView {
  protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
-    void contextMenuEvent(QContextMenuEvent* event) override;
+    bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+    void keyboardSearch(const QString& search) override;
+    bool viewportEvent(QEvent* event) override;
 
  private:
+    class Private;
+
+    // RowsView.
     void RowsReplaced() override;
     void CurrentRowMoved() override;
     void RowsChanged() override;
-    friend class GridModel;
+    void SourceGone() override;
+
+    // Binding.
+    [[nodiscard]] std::shared_ptr<dao::Recordset> Rows() const;
+    bool MakeRecordCurrent(int modelRow);
+    void SaveChangedRows();
+    void SaveRow(dao::Recordset& rows, int modelRow);
+    void LoadRowsInView();
+    [[nodiscard]] bool HasUnloadedRowsInView() const;
+
+    // The addressed cells, in the model's counting.
+    [[nodiscard]] bool AddressesCell() const;
+    [[nodiscard]] bool AddressesHeading() const;
+    void ForEachAddressed(const std::function<void(int row, int column)>& act);
+    void SetLook(const std::function<void(CellLook&)>& set);
+    [[nodiscard]] CellLook AddressedLook() const;
+
+    // Cursor and input.
+    void Place(int modelRow, int modelColumn);
+    void PlaceSomewhere();
+    [[nodiscard]] bool MayMove(const QModelIndex& to);
+    void MoveToNextCell();
+    bool PressCell(int modelRow, int modelColumn);
+    [[nodiscard]] bool TellKey(const QKeyEvent& event);
+    void KeyInEditor(QKeyEvent* event, bool& taken);
+    void CloseOpenCell();
+    void TellRightClick(const QPoint& position, const QModelIndex& cell);
+    void HeadingPressed(int section, Qt::MouseButton button, const QPoint& position);
+    void ApplyWidths();
 
     GridModel* model_;
     DataControl* dataSource_ = nullptr;
@@ -153,7 +223,7 @@ class Grid : public QTableView, private RowsView {
     QString emptyHint_;
     int row_ = 1;
     int col_ = 1;
-    class Private;
+    int textPixels_ = 0;
     std::unique_ptr<Private> d_;
 };
 

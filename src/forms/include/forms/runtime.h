@@ -66,7 +66,8 @@ void SendKeys(const QString& keys);
 struct ProcessEnded {
     int exitCode;
 };
-/// Tests: EndProcess throws ProcessEnded and counts instead of ending. Returns how often it was called so far.
+/// Tests: EndProcess throws ProcessEnded and counts instead of ending. Returns how often it was called so
+/// far.
 int CatchEndOfProcess(bool on);
 
 /// Style, palette, font, French texts of Qt's own, message box defaults. Call once, after QApplication.

@@ -4,6 +4,9 @@
 #include <vector>
 
 #include <QFrame>
+#include <QStringList>
+
+class QLabel;
 
 namespace quardele::forms {
 
@@ -22,12 +25,13 @@ class StatusPanel : public QFrame {
     void SetVisible(bool visible) { setHidden(!visible); }
 
  protected:
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
  private:
     int index_;
-    class QLabel* label_;
+    QLabel* label_;
     StatusBar* bar_;
 };
 

@@ -1,4 +1,5 @@
-// Texts below this room are UTF-16 std::u16string, above it QString; both are UTF-16, so converting is a copy.
+// Texts below this room are UTF-16 std::u16string, above it QString; both are UTF-16, so converting is a
+// copy.
 #pragma once
 
 #include <QString>
@@ -8,8 +9,10 @@
 namespace quardele::forms {
 
 [[nodiscard]] inline QString ToQString(basic::TextView text) {
-    return {reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size())};
+    return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
 }
-[[nodiscard]] inline basic::Text ToText(const QString& text) { return text.toStdU16String(); }
+[[nodiscard]] inline basic::Text ToText(const QString& text) {
+    return text.toStdU16String();
+}
 
 }  // namespace quardele::forms

@@ -7,7 +7,9 @@ namespace quardele::forms {
 
 inline constexpr int kTwipsPerPixel = 15;
 
-[[nodiscard]] constexpr int ToTwips(int pixels) { return pixels * kTwipsPerPixel; }
+[[nodiscard]] constexpr int ToTwips(int pixels) {
+    return pixels * kTwipsPerPixel;
+}
 /// Rounded to the nearest pixel.
 [[nodiscard]] inline int ToPixels(int twips) {
     return static_cast<int>(std::lround(static_cast<double>(twips) / kTwipsPerPixel));

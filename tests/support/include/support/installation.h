@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include <basic/paths.h>
 #include <basic/text.h>
 
 namespace quardele::support {
@@ -33,6 +34,7 @@ class Installation {
  private:
     std::filesystem::path driveC_;
     std::filesystem::path before_;
+    basic::DriveTable drives_;
 };
 
 }  // namespace quardele::support

@@ -1,0 +1,36 @@
+#include <forms/bound_control.h>
+#include <forms/data_control.h>
+
+namespace quardele::forms {
+
+BoundControl::~BoundControl() {
+    if (dataSource_ != nullptr) {
+        dataSource_->Detach(this);
+    }
+}
+
+void BoundControl::SetDataSource(DataControl* source) {
+    if (source == dataSource_) {
+        return;
+    }
+    if (dataSource_ != nullptr) {
+        dataSource_->Detach(this);
+    }
+    dataSource_ = source;
+    if (dataSource_ != nullptr) {
+        dataSource_->Attach(this);
+    }
+}
+
+void BoundControl::SetDataChanged(bool changed) {
+    if (changed != dataChanged_) {
+        dataChanged_ = changed;
+        DataChangedChanged();
+    }
+}
+
+bool BoundControl::HasPendingChange() const {
+    return dataChanged_ && dataSource_ != nullptr && !dataField_.isEmpty();
+}
+
+}  // namespace quardele::forms

@@ -1,0 +1,53 @@
+#include <QKeyEvent>
+
+#include <forms/controls.h>
+
+#include "key_codes.h"
+
+namespace quardele::forms {
+namespace {
+
+constexpr QSize kPicture(20, 20);
+
+}  // namespace
+
+Button::Button(QWidget* parent) : QPushButton(parent) {
+    setFocusPolicy(Qt::StrongFocus);
+    setAutoDefault(false);
+    setIconSize(kPicture);
+    connect(this, &QPushButton::clicked, this, [this] { emit Click(); });
+}
+
+void Button::SetMain(bool main) {
+    main_ = main;
+    update();
+}
+
+bool Button::event(QEvent* event) {
+    switch (event->type()) {
+        case QEvent::Shortcut:
+            if (focusPolicy() != Qt::NoFocus) {
+                setFocus(Qt::ShortcutFocusReason);
+            }
+            click();
+            return true;
+        case QEvent::ToolTipChange:
+            if (accessibleName().isEmpty() && text().isEmpty()) {
+                setAccessibleName(toolTip());
+            }
+            break;
+        default:
+            break;
+    }
+    return QPushButton::event(event);
+}
+
+void Button::keyPressEvent(QKeyEvent* event) {
+    if (KeyCodeOf(*event) == kKeyEnter) {
+        click();
+        return;
+    }
+    QPushButton::keyPressEvent(event);
+}
+
+}  // namespace quardele::forms

@@ -1,0 +1,129 @@
+#include <forms/combo.h>
+
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QScopedValueRollback>
+#include <QTableView>
+
+#include <forms/events.h>
+
+#include "rows_model.h"
+
+namespace quardele::forms {
+namespace {
+
+constexpr int kListRow = 22;
+
+QTableView* MakeList(QWidget* parent) {
+    auto* list = new QTableView(parent);
+    list->horizontalHeader()->hide();
+    list->verticalHeader()->hide();
+    list->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    list->verticalHeader()->setDefaultSectionSize(kListRow);
+    list->setShowGrid(false);
+    list->setSelectionBehavior(QAbstractItemView::SelectRows);
+    list->setSelectionMode(QAbstractItemView::SingleSelection);
+    return list;
+}
+
+}  // namespace
+
+ListCombo::ListCombo(QWidget* parent) : QComboBox(parent), rows_(new RowsModel(this)) {
+    setEditable(true);
+    setInsertPolicy(QComboBox::NoInsert);
+    setCompleter(nullptr);
+    setModel(rows_);
+    setView(MakeList(this));
+    setModelColumn(0);
+    connect(this, &QComboBox::editTextChanged, this, &ListCombo::TextChanged);
+    connect(this, &QComboBox::activated, this, &ListCombo::RowChosen);
+}
+
+ListCombo::~ListCombo() {
+    if (rowSource_ != nullptr) {
+        rowSource_->DetachView(this);
+    }
+}
+
+QString ListCombo::Text() const {
+    return currentText();
+}
+
+void ListCombo::SetText(const QString& text) {
+    setEditText(text);
+}
+
+void ListCombo::Clear() {
+    setCurrentIndex(-1);
+    clearEditText();
+}
+
+void ListCombo::SetRowSource(DataControl* source) {
+    if (source == rowSource_) {
+        return;
+    }
+    if (rowSource_ != nullptr) {
+        rowSource_->DetachView(this);
+    }
+    rowSource_ = source;
+    if (rowSource_ != nullptr) {
+        rowSource_->AttachView(this);
+    } else {
+        ShowRows();
+    }
+}
+
+void ListCombo::SetListFields(const QStringList& fields) {
+    listFields_ = fields;
+    ShowRows();
+}
+
+void ListCombo::RowsReplaced() {
+    ShowRows();
+}
+void ListCombo::RowsChanged() {
+    ShowRows();
+}
+void ListCombo::SourceGone() {
+    rowSource_ = nullptr;
+    ShowRows();
+}
+
+/// A list that is replaced leaves the text alone; only the operator and the program change that.
+void ListCombo::ShowRows() {
+    const QString text = Text();
+    const QSignalBlocker quiet(this);
+    rows_->SetRows(rowSource_ == nullptr ? nullptr : rowSource_->Recordset(), listFields_);
+    setCurrentIndex(-1);
+    setEditText(text);
+}
+
+void ListCombo::TextChanged(const QString& text) {
+    MakeCurrent(rows_->RowOf(text));
+    emit Change();
+}
+
+void ListCombo::RowChosen(int row) {
+    MakeCurrent(row);
+    emit Click();
+}
+
+void ListCombo::MakeCurrent(int row) {
+    if (row < 0 || rowSource_ == nullptr || rowSource_->Recordset() == nullptr) {
+        return;
+    }
+    RunHandler([this, row] { rowSource_->Recordset()->SetAbsolutePosition(row); });
+}
+
+void ListCombo::showPopup() {
+    auto* list = qobject_cast<QTableView*>(view());
+    list->resizeColumnsToContents();
+    int width = 2 * list->frameWidth() + 24;
+    for (int column = 0; column < rows_->columnCount(); ++column) {
+        width += list->columnWidth(column);
+    }
+    list->setMinimumWidth(std::max(width, this->width()));
+    QComboBox::showPopup();
+}
+
+}  // namespace quardele::forms

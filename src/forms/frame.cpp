@@ -1,0 +1,79 @@
+#include <QPainter>
+
+#include <forms/controls.h>
+
+#include "palette.h"
+
+namespace quardele::forms {
+namespace {
+
+constexpr int kShadow = 2;
+constexpr int kTitleBand = 24;
+constexpr int kTitleIndent = 8;
+
+}  // namespace
+
+Frame::Frame(QWidget* parent) : QFrame(parent) {}
+
+void Frame::SetCaption(const QString& caption) {
+    caption_ = caption;
+    setAccessibleName(caption);
+    update();
+}
+
+void Frame::SetFloating(bool floating) {
+    floating_ = floating;
+    update();
+}
+
+void Frame::SetBar(bool bar) {
+    bar_ = bar;
+    update();
+}
+
+void Frame::ZOrder(int position) {
+    if (position == 0) {
+        raise();
+    } else {
+        lower();
+    }
+}
+
+void Frame::showEvent(QShowEvent* event) {
+    QFrame::showEvent(event);
+    if (floating_) {
+        raise();
+    }
+}
+
+void Frame::paintEvent(QPaintEvent* event) {
+    if (floating_) {
+        QPainter painter(this);
+        PaintFloating(painter);
+        return;
+    }
+    if (bar_) {
+        QPainter(this).fillRect(rect(), colors::kHeading);
+    }
+    QFrame::paintEvent(event);
+}
+
+void Frame::PaintFloating(QPainter& painter) const {
+    const QRect sheet = rect().adjusted(0, 0, -kShadow, -kShadow);
+    painter.fillRect(sheet.translated(kShadow, kShadow), QColor(0x1B, 0x24, 0x30, 0x60));
+    painter.fillRect(sheet, colors::kWindow);
+    painter.setPen(colors::kAccent);
+    painter.drawRect(sheet.adjusted(0, 0, -1, -1));
+    const QRect band(sheet.left(), sheet.top(), sheet.width(), kTitleBand);
+    painter.fillRect(band, colors::kAccent);
+    painter.setPen(colors::kEntry);
+    QFont bold = font();
+    bold.setWeight(QFont::DemiBold);
+    painter.setFont(bold);
+    painter.drawText(band.adjusted(kTitleIndent, 0, -kTitleIndent, 0), Qt::AlignLeft | Qt::AlignVCenter,
+                     caption_);
+}
+
+PictureBox::PictureBox(QWidget* parent) : QFrame(parent) {}
+
+}  // namespace quardele::forms

@@ -1,0 +1,196 @@
+// A grid and its data control: rows, the current record, saving.
+#include <QScopedValueRollback>
+
+#include <basic/runtime_error.h>
+#include <forms/events.h>
+#include <forms/grid.h>
+
+#include "field_text.h"
+#include "grid_private.h"
+
+namespace quardele::forms {
+
+void Grid::SetDataSource(DataControl* source) {
+    if (source == dataSource_) {
+        return;
+    }
+    if (dataSource_ != nullptr) {
+        dataSource_->DetachView(this);
+    }
+    dataSource_ = source;
+    if (dataSource_ != nullptr) {
+        dataSource_->AttachView(this);
+    }
+}
+
+void Grid::SourceGone() {
+    dataSource_ = nullptr;
+    model_->Bind(nullptr);
+}
+
+std::shared_ptr<dao::Recordset> Grid::Rows() const {
+    return dataSource_ == nullptr ? nullptr : dataSource_->Recordset();
+}
+
+int Grid::MaxRows() const {
+    return model_->Rows();
+}
+
+void Grid::SetMaxRows(int rows) {
+    model_->SetRows(std::max(rows, 0));
+    PlaceSomewhere();
+}
+
+int Grid::MaxCols() const {
+    return model_->columnCount();
+}
+
+void Grid::RowsReplaced() {
+    const std::shared_ptr<dao::Recordset> rows = Rows();
+    if (rows == nullptr) {
+        return;
+    }
+    model_->Bind(rows);
+    PlaceSomewhere();
+    CurrentRowMoved();
+    if (isVisible()) {
+        LoadRowsInView();
+    }
+}
+
+/// The cursor follows the current record, unless it is the cursor that made it current.
+void Grid::CurrentRowMoved() {
+    const std::shared_ptr<dao::Recordset> rows = Rows();
+    const bool follows = !d_->movesRecord && !d_->saving && rows != nullptr && rows == model_->Source() &&
+                         rows->EditMode() != dao::EditMode::Add;
+    if (!follows) {
+        return;
+    }
+    if (const std::optional<int> row = model_->RowOf(rows->AbsolutePosition())) {
+        Place(*row, d_->lastColumn);
+    }
+}
+
+void Grid::RowsChanged() {
+    const std::shared_ptr<dao::Recordset> rows = Rows();
+    if (d_->saving || rows == nullptr || rows != model_->Source()) {
+        return;
+    }
+    model_->TakeAddedRecords();
+    const std::optional<int> row = model_->RowOf(rows->AbsolutePosition());
+    if (row && !model_->IsRowChanged(*row)) {
+        model_->Unload(*row);
+    }
+    viewport()->update();
+    if (isVisible()) {
+        LoadRowsInView();
+    }
+}
+
+/// False when there is no such record; throws when the row that is left cannot be saved.
+bool Grid::MakeRecordCurrent(int modelRow) {
+    const std::shared_ptr<dao::Recordset> rows = Rows();
+    const std::optional<long> record = model_->RecordOf(modelRow);
+    if (rows == nullptr || rows != model_->Source() || !record || rows->AbsolutePosition() == *record) {
+        return false;
+    }
+    const QScopedValueRollback<bool> moves(d_->movesRecord, true);
+    rows->SetAbsolutePosition(*record);
+    return true;
+}
+
+// Loading.
+
+bool Grid::HasUnloadedRowsInView() const {
+    const int first = rowAt(0);
+    for (int row = std::max(first, 0); first >= 0 && row < model_->Rows(); ++row) {
+        if (isRowHidden(row)) {
+            continue;
+        }
+        if (rowViewportPosition(row) >= viewport()->height()) {
+            break;
+        }
+        if (!model_->IsLoaded(row)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void Grid::LoadRowsInView() {
+    if (!HasUnloadedRowsInView()) {
+        return;
+    }
+    RunHandler([this] {
+        const int first = std::max(rowAt(0), 0);
+        for (int row = first; row < model_->Rows() && rowViewportPosition(row) < viewport()->height();
+             ++row) {
+            if (!isRowHidden(row)) {
+                model_->Load(row);
+            }
+        }
+    });
+    viewport()->update();
+}
+
+// Saving.
+
+void Grid::Action(int action) {
+    constexpr int kActiveCell = 0;
+    constexpr int kSave = 15;
+    if (action == kActiveCell) {
+        SetActiveCell(col_, row_);
+    } else if (action == kSave) {
+        SaveChangedRows();
+    } else {
+        throw basic::RuntimeError(basic::error::kInvalidCall);
+    }
+}
+
+void Grid::SaveChangedRows() {
+    CloseOpenCell();
+    const std::shared_ptr<dao::Recordset> rows = Rows();
+    if (rows == nullptr || rows != model_->Source()) {
+        return;
+    }
+    {
+        const QScopedValueRollback<bool> saving(d_->saving, true);
+        for (int row = 0; row < model_->Rows(); ++row) {
+            if (model_->IsRowChanged(row)) {
+                SaveRow(*rows, row);
+            }
+        }
+    }
+    MakeRecordCurrent(currentIndex().row());
+}
+
+void Grid::SaveRow(dao::Recordset& rows, int modelRow) {
+    const std::optional<long> record = model_->RecordOf(modelRow);
+    if (record) {
+        rows.SetAbsolutePosition(*record);
+        rows.Edit();
+    } else {
+        rows.AddNew();
+    }
+    try {
+        for (int column = 0; column < model_->columnCount(); ++column) {
+            const dao::Field* field = model_->FieldOf(column);
+            if (field != nullptr && model_->IsChanged(modelRow, column)) {
+                rows.SetValue(model_->FieldIndexOf(column),
+                              FieldValue(model_->Text(modelRow, column), *field));
+            }
+        }
+        rows.Update();
+    } catch (...) {
+        rows.CancelUpdate();
+        throw;
+    }
+    if (!record) {
+        model_->SetRecord(modelRow, static_cast<long>(rows.RowCount()) - 1);
+    }
+    for (int column = 0; column < model_->columnCount(); ++column) {
+        model_->SetChanged(modelRow, column, false);
+    }
+}
+
+}  // namespace quardele::forms

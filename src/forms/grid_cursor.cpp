@@ -1,0 +1,104 @@
+// The cursor of a grid.
+#include <QScopedValueRollback>
+
+#include <forms/events.h>
+#include <forms/grid.h>
+
+#include "grid_private.h"
+
+namespace quardele::forms {
+
+int Grid::ActiveRow() const {
+    return currentIndex().isValid() ? currentIndex().row() + 1 : 0;
+}
+
+int Grid::ActiveCol() const {
+    return d_->beforeRow ? 0 : d_->lastColumn + 1;
+}
+
+void Grid::SetActiveCell(int col, int row) {
+    const int modelRow = row >= 1 && row <= MaxRows() ? row - 1 : currentIndex().row();
+    const int modelColumn = col >= 1 && col <= MaxCols() ? col - 1 : d_->lastColumn;
+    if (modelRow < 0) {
+        d_->lastColumn = modelColumn;
+        return;
+    }
+    if (!d_->moving) {
+        MakeRecordCurrent(modelRow);
+    }
+    Place(modelRow, col == 0 ? 0 : modelColumn);
+    d_->beforeRow = col == 0;
+    viewport()->update();
+}
+
+void Grid::Place(int modelRow, int modelColumn) {
+    d_->cursor->Place(model_->index(modelRow, modelColumn));
+}
+
+/// Wherever there are rows the cursor stands in one.
+void Grid::PlaceSomewhere() {
+    if (model_->Rows() > 0 && !currentIndex().isValid() && model_->columnCount() > 0) {
+        Place(0, std::min(d_->lastColumn, model_->columnCount() - 1));
+    }
+}
+
+void Grid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTableView::currentChanged(current, previous);
+    if (current.isValid()) {
+        d_->lastColumn = current.column();
+        d_->beforeRow = false;
+    }
+    viewport()->update();  // lists show the whole active row
+}
+
+/// Before the operator's move: the program may refuse it, and so may a changed row that cannot be saved.
+bool Grid::MayMove(const QModelIndex& to) {
+    const QPersistentModelIndex wanted = to;
+    const int row = ActiveRow();
+    const int col = ActiveCol();
+    const QScopedValueRollback<bool> moving(d_->moving, true);
+    CloseOpenCell();
+    bool cancel = false;
+    emit LeaveCell(col, row, wanted.column() + 1, wanted.row() + 1, cancel);
+    if (cancel || !wanted.isValid()) {
+        return false;
+    }
+    if (wanted.row() + 1 == row) {
+        return true;
+    }
+    emit LeaveRow(row, wanted.row() + 1, cancel);
+    if (cancel || !wanted.isValid()) {
+        return false;
+    }
+    bool moved = false;
+    RunHandler([&] {
+        MakeRecordCurrent(wanted.row());
+        moved = true;
+    });
+    return moved && wanted.isValid();
+}
+
+/// Enter: to the next cell that is shown, from the last one to the first of the next row.
+void Grid::MoveToNextCell() {
+    int row = currentIndex().row();
+    int column = d_->beforeRow ? -1 : currentIndex().column();
+    do {
+        if (++column >= model_->columnCount()) {
+            column = 0;
+            do {
+                ++row;
+            } while (row < model_->Rows() && isRowHidden(row));
+        }
+    } while (row < model_->Rows() && isColumnHidden(column));
+    if (row >= model_->Rows() || row < 0) {
+        return;
+    }
+    if (d_->beforeRow && model_->index(row, column) == currentIndex()) {
+        d_->beforeRow = false;
+        viewport()->update();
+        return;
+    }
+    d_->cursor->setCurrentIndex(model_->index(row, column), QItemSelectionModel::NoUpdate);
+}
+
+}  // namespace quardele::forms

@@ -1,0 +1,209 @@
+#include "grid_delegate.h"
+
+#include <QApplication>
+#include <QHelpEvent>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPainter>
+#include <QToolTip>
+
+#include <basic/conversion.h>
+#include <forms/runtime.h>
+#include <forms/strings.h>
+
+#include "field_text.h"
+#include "grid_model.h"
+#include "palette.h"
+#include "style.h"
+
+namespace quardele::forms {
+namespace {
+
+constexpr int kMargin = 4;
+constexpr int kPicture = 14;
+/// Pure red, as the platform counts colours: a state with a pictogram of its own.
+constexpr int kRed = 255;
+
+QColor FromPlatform(int color) {
+    return {color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF};
+}
+
+/// A date as it is stored: the short date. Empty for a text that is none.
+std::optional<QString> DateText(const QString& typed) {
+    const std::optional<basic::Date> date = basic::ParseDate(ToText(typed));
+    return date ? std::optional<QString>(ShownText(*date)) : std::nullopt;
+}
+
+}  // namespace
+
+GridDelegate::GridDelegate(Grid& grid, GridModel& model)
+    : QStyledItemDelegate(&grid), grid_(grid), model_(model) {}
+
+QRect GridDelegate::TickRect(const QRect& cell) {
+    QRect box(0, 0, draw::kTickSize, draw::kTickSize);
+    box.moveCenter(cell.center());
+    return box;
+}
+
+QRect GridDelegate::ButtonRect(const QRect& cell) {
+    return cell.adjusted(5, 2, -6, -3);
+}
+
+bool GridDelegate::IsActive(const QModelIndex& index) const {
+    return index.row() + 1 == grid_.ActiveRow() && index.column() + 1 == grid_.ActiveCol();
+}
+
+bool GridDelegate::HasNoHistory(const QModelIndex& index) const {
+    return model_.Look(index.row(), index.column()).backColor == kRed;
+}
+
+QColor GridDelegate::BackOf(const QModelIndex& index) const {
+    const int row = index.row();
+    const int column = index.column();
+    const bool locked = model_.IsLocked(row, column);
+    if (const std::optional<int> own = model_.Look(row, column).backColor;
+        own && FromPlatform(*own) != Qt::white) {
+        return FromPlatform(*own);
+    }
+    if (model_.IsChanged(row, column) && model_.FieldOf(column) != nullptr) {
+        return colors::kPendingFill;
+    }
+    if (grid_.IsEntryGrid()) {
+        return locked ? colors::kLocked : colors::kEntry;
+    }
+    if (row + 1 == grid_.ActiveRow()) {
+        return colors::kSelectedRow;
+    }
+    return row % 2 == 0 ? colors::kEntry : colors::kEvenRow;
+}
+
+QFont GridDelegate::FontOf(const QModelIndex& index) const {
+    QFont font = grid_.CellFont();
+    const CellLook look = model_.Look(index.row(), index.column());
+    font.setItalic(look.italic.value_or(font.italic()));
+    font.setBold(look.bold.value_or(font.bold()));
+    return font;
+}
+
+void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+    const QRect rect = option.rect;
+    painter->save();
+    painter->fillRect(rect, BackOf(index));
+    PaintContent(*painter, rect, index);
+    if (model_.IsChanged(index.row(), index.column()) && model_.FieldOf(index.column()) != nullptr) {
+        draw::PendingBar(*painter, rect);
+    }
+    if (IsActive(index) && grid_.HasFocusInside()) {
+        draw::CellFrame(*painter, rect, HasNoHistory(index) ? QColor(Qt::black) : colors::kAccent);
+    }
+    painter->restore();
+}
+
+void GridDelegate::PaintContent(QPainter& painter, const QRect& rect, const QModelIndex& index) const {
+    switch (model_.Column(index.column()).type) {
+        case CellType::CheckBox:
+            draw::TickBox(painter, TickRect(rect), index.data(Qt::CheckStateRole).toInt() == Qt::Checked,
+                          !model_.IsLocked(index.row(), index.column()));
+            return;
+        case CellType::Button:
+            PaintButton(painter, rect, index);
+            return;
+        default:
+            PaintText(painter, rect, index);
+    }
+}
+
+void GridDelegate::PaintText(QPainter& painter, const QRect& rect, const QModelIndex& index) const {
+    const QString text = index.data(Qt::DisplayRole).toString();
+    if (text.isEmpty() && HasNoHistory(index)) {
+        QRect place(0, 0, kPicture, kPicture);
+        place.moveCenter(rect.center());
+        QIcon(QStringLiteral(":/icons/sans-historique.svg")).paint(&painter, place);
+        return;
+    }
+    painter.setPen(HasNoHistory(index) ? colors::kEntry : colors::kInk);
+    painter.setFont(FontOf(index));
+    const QRect room = rect.adjusted(kMargin, 0, -kMargin, 0);
+    painter.drawText(room, static_cast<int>(model_.Column(index.column()).Alignment()),
+                     painter.fontMetrics().elidedText(text, Qt::ElideRight, room.width()));
+}
+
+void GridDelegate::PaintButton(QPainter& painter, const QRect& rect, const QModelIndex& index) const {
+    const QRect face = ButtonRect(rect);
+    draw::Face(painter, face, colors::kButton, colors::kBorder, 1);
+    const QString& picture = model_.Column(index.column()).picture;
+    if (!picture.isEmpty()) {
+        QRect place(0, 0, kPicture, kPicture);
+        place.moveCenter(face.center());
+        QIcon(QStringLiteral(":/icons/%1.svg").arg(picture)).paint(&painter, place);
+    }
+}
+
+QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
+                                    const QModelIndex& index) const {
+    auto* editor = new QLineEdit(parent);
+    editor->setFrame(false);
+    editor->setFont(FontOf(index));
+    editor->setAlignment(model_.Column(index.column()).Alignment());
+    editor->setAccessibleName(model_.Column(index.column()).heading);
+    const dao::Field* field = model_.FieldOf(index.column());
+    if (field != nullptr && field->type == dao::FieldType::Text && field->size > 0) {
+        editor->setMaxLength(field->size);
+    }
+    connect(editor, &QLineEdit::textEdited, this, &GridDelegate::Typed);
+    return editor;
+}
+
+void GridDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
+    auto* line = qobject_cast<QLineEdit*>(editor);
+    line->setText(index.data(Qt::EditRole).toString());
+    line->selectAll();
+}
+
+void GridDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const {
+    QString text = qobject_cast<QLineEdit*>(editor)->text();
+    const bool isDate = model_.Column(index.column()).type == CellType::Date;
+    if (isDate && !text.trimmed().isEmpty()) {
+        const std::optional<QString> date = DateText(text);
+        if (!date) {
+            Beep();  // a date cell takes nothing else
+            return;
+        }
+        text = *date;
+    }
+    if (text != index.data(Qt::EditRole).toString()) {
+        model->setData(index, text, Qt::EditRole);
+    }
+}
+
+void GridDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                        const QModelIndex& /*index*/) const {
+    editor->setGeometry(option.rect.adjusted(2, 2, -2, -2));
+}
+
+bool GridDelegate::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        bool taken = false;
+        emit KeyInEditor(static_cast<QKeyEvent*>(event), taken);
+        if (taken) {
+            return true;
+        }
+    }
+    return QStyledItemDelegate::eventFilter(watched, event);
+}
+
+bool GridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                             const QModelIndex& index) {
+    const QString text = index.data(Qt::DisplayRole).toString();
+    const int room = option.rect.width() - 2 * kMargin;
+    if (QFontMetrics(FontOf(index)).horizontalAdvance(text) > room) {
+        QToolTip::showText(event->globalPos(), text, view, option.rect);
+        return true;
+    }
+    QToolTip::hideText();
+    return false;
+}
+
+}  // namespace quardele::forms

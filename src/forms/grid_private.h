@@ -1,0 +1,37 @@
+// What the source files of the grid share.
+#pragma once
+
+#include <map>
+
+#include <forms/grid.h>
+
+#include "grid_delegate.h"
+#include "grid_header.h"
+#include "grid_model.h"
+#include "grid_selection.h"
+
+namespace quardele::forms {
+
+class Grid::Private {
+ public:
+    GridHeader* header = nullptr;
+    GridSelection* cursor = nullptr;
+    GridDelegate* delegate = nullptr;
+
+    double characterWidth = 8.117;
+    /// Texts of the row headers and of the corner, which belong to the program alone.
+    std::map<int, QString> rowHeaderTexts;
+
+    bool changeMade = false;
+    bool redraw = true;
+    int lastColumn = 0;             ///< the cursor's column, kept while there is no row
+    bool beforeRow = false;         ///< the cursor stands in front of its row, on column 0
+    bool movesRecord = false;       ///< the current record is following the cursor just now
+    bool saving = false;            ///< changed rows are on their way into the recordset
+    bool moving = false;            ///< a move by the operator is being asked for
+    QPersistentModelIndex pressed;  ///< cell under the button that went down
+    bool loadRequested =
+        false;  ///< rows in view are to be loaded as soon as control is back in the event loop
+};
+
+}  // namespace quardele::forms

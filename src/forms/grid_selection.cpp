@@ -1,0 +1,20 @@
+#include "grid_selection.h"
+
+namespace quardele::forms {
+
+GridSelection::GridSelection(QAbstractItemModel* model, QObject* parent, Gate mayMove)
+    : QItemSelectionModel(model, parent), mayMove_(std::move(mayMove)) {}
+
+void GridSelection::setCurrentIndex(const QModelIndex& index,
+                                    QItemSelectionModel::SelectionFlags /*command*/) {
+    const QPersistentModelIndex wanted = index;
+    if (wanted.isValid() && wanted != currentIndex() && mayMove_(wanted) && wanted.isValid()) {
+        Place(wanted);
+    }
+}
+
+void GridSelection::Place(const QModelIndex& index) {
+    QItemSelectionModel::setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+}
+
+}  // namespace quardele::forms

@@ -1,0 +1,64 @@
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+#include <QTabBar>
+
+#include <forms/controls.h>
+#include <forms/twips.h>
+
+namespace quardele::forms {
+namespace {
+
+constexpr double kTabPoints = 9.75;
+
+}  // namespace
+
+TabControl::TabControl(QWidget* parent) : QTabWidget(parent) {
+    QFont font = tabBar()->font();
+    font.setPointSizeF(kTabPoints);
+    tabBar()->setFont(font);
+    // As with a button: the box that is left runs its checks before the tab changes.
+    tabBar()->setFocusPolicy(Qt::StrongFocus);
+    tabBar()->setDrawBase(false);
+    connect(this, &QTabWidget::currentChanged, this, &TabControl::TabChanged);
+}
+
+void TabControl::SetTab(int tab) {
+    QWidget* page = currentWidget();
+    if (tab != currentIndex() && page != nullptr && page->isAncestorOf(page->window()->focusWidget())) {
+        // The control with the focus is about to go off screen; Qt would pick one of the new page by itself.
+        tabBar()->setFocus();
+    }
+    setCurrentIndex(tab);
+}
+
+int TabControl::TabHeight() const {
+    return ToTwips(kStripPixels);
+}
+
+void TabControl::PlaceInStrip(QWidget* control, int page) {
+    control->setParent(this);
+    control->setVisible(page == currentIndex());
+    control->raise();
+    strip_.push_back({control, page});
+}
+
+void TabControl::TabChanged(int tab) {
+    const int previous = std::exchange(current_, tab);
+    for (const StripControl& entry : strip_) {
+        entry.control->setVisible(entry.page == tab);
+    }
+    if (previous >= 0) {
+        emit Click(previous);
+    }
+}
+
+void TabControl::keyPressEvent(QKeyEvent* event) {
+    const bool backwards = event->matches(QKeySequence::PreviousChild);
+    if ((backwards || event->matches(QKeySequence::NextChild)) && count() > 0) {
+        SetTab((currentIndex() + (backwards ? count() - 1 : 1)) % count());
+        return;
+    }
+    QTabWidget::keyPressEvent(event);
+}
+
+}  // namespace quardele::forms

@@ -42,6 +42,8 @@ class Value {
     [[nodiscard]] bool IsObject() const { return std::holds_alternative<ObjectPtr>(storage_); }
     /// The value; Empty when it is missing. Throws 438 when it is an object.
     [[nodiscard]] Variant Plain() const;
+    /// The value in place, as long as this one lives; null when it is missing or an object.
+    [[nodiscard]] const Variant* PlainInPlace() const { return std::get_if<Variant>(&storage_); }
     /// The object; throws 424 (object required) when it is none, 91 when it is null.
     [[nodiscard]] Object& AsObject() const;
     [[nodiscard]] ObjectPtr Pointer() const;

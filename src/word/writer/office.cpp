@@ -1,0 +1,151 @@
+#include "office.h"
+
+#include <unistd.h>
+
+#include <chrono>
+#include <string>
+#include <thread>
+#include <utility>
+
+#include <com/sun/star/bridge/UnoUrlResolver.hpp>
+#include <com/sun/star/connection/NoConnectException.hpp>
+#include <com/sun/star/frame/Desktop.hpp>
+#include <cppuhelper/bootstrap.hxx>
+#include <rtl/bootstrap.hxx>
+
+#include <basic/runtime_error.h>
+
+#include "border.h"
+#include "installation.h"
+#include "office_process.h"
+#include "open_document.h"
+#include "profile.h"
+
+namespace quardele::word::writer {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+constexpr auto kPatience = std::chrono::seconds(60);
+constexpr auto kPollInterval = std::chrono::milliseconds(15);
+
+std::weak_ptr<Office>& Current() {
+    static std::weak_ptr<Office> office;
+    return office;
+}
+
+[[noreturn]] void ThrowNoAnswer() {
+    throw basic::RuntimeError(
+        basic::error::kCannotCreateObject,
+        basic::DescriptionOf(basic::error::kCannotCreateObject) + u" : LibreOffice ne répond pas");
+}
+
+std::string NextPipeName() {
+    static int count = 0;
+    return "quardele_" + std::to_string(getpid()) + "_" + std::to_string(++count);
+}
+
+/// The interface library of this process. It needs the office's type descriptions, else the first call across
+/// the connection ends the process.
+Reference<css::uno::XComponentContext> BootstrapHere(const fs::path& installation) {
+    const fs::path program = installation / "program";
+    rtl::Bootstrap::set("URE_MORE_TYPES", FileUrl(program / "types" / "offapi.rdb"));
+    return cppu::defaultBootstrap_InitialComponentContext(FileUrl(program / "unorc"));
+}
+
+Reference<css::uno::XComponentContext> Connect(const Reference<css::uno::XComponentContext>& here,
+                                               const std::string& pipe, OfficeProcess& process) {
+    const auto resolver = css::bridge::UnoUrlResolver::create(here);
+    const auto url = rtl::OUString::createFromAscii(
+        ("uno:pipe,name=" + pipe + ";urp;StarOffice.ComponentContext").c_str());
+    const auto end = Clock::now() + kPatience;
+    while (Clock::now() < end) {
+        try {
+            return {resolver->resolve(url), css::uno::UNO_QUERY_THROW};
+        } catch (const css::connection::NoConnectException&) {
+            process.Watch();
+            std::this_thread::sleep_for(kPollInterval);
+        }
+    }
+    process.Kill();
+    ThrowNoAnswer();
+}
+
+fs::path LockFileOf(const fs::path& file) {
+    return file.parent_path() / (".~lock." + file.filename().string() + "#");
+}
+
+}  // namespace
+
+std::shared_ptr<Office> Office::Acquire() {
+    if (auto office = Current().lock(); office != nullptr && !office->IsGone()) {
+        return office;
+    }
+    const fs::path installation = InstallationFolder();
+    const std::shared_ptr<Office> office(new Office(CanShowWindows(installation)));
+    try {
+        office->Start(installation);
+    } catch (const css::uno::Exception&) {
+        ThrowNoAnswer();
+    }
+    Current() = office;
+    return office;
+}
+
+void Office::Start(const fs::path& installation) {
+    localContext_ = BootstrapHere(installation);
+    const std::string pipe = NextPipeName();
+    OfficeProcess process(installation, PreparedProfile(showsWindows_), pipe, showsWindows_);
+    context_ = Connect(localContext_, pipe, process);
+    desktop_ = css::frame::Desktop::create(context_);
+}
+
+Office::~Office() {
+    try {
+        if (desktop_.is() && !gone_ && !desktop_->getComponents()->createEnumeration()->hasMoreElements()) {
+            desktop_->terminate();
+        }
+    } catch (const css::uno::Exception&) {
+        gone_ = true;  // The connection breaks while the office ends, or was broken before.
+    }
+}
+
+bool Office::IsGone() {
+    if (gone_) {
+        return true;
+    }
+    try {
+        desktop_->getCurrentFrame();
+    } catch (const css::uno::Exception&) {
+        gone_ = true;
+        for (const fs::path& file : openFiles_) {
+            std::error_code ignored;
+            fs::remove(LockFileOf(file), ignored);
+        }
+    }
+    return gone_;
+}
+
+void Office::ShowSoon(const std::shared_ptr<OpenDocument>& document) {
+    if (!showsWindows_) {
+        return;
+    }
+    pending_.push_back(document);
+    Border::Instance().WhenQuiet([weak = weak_from_this()] {
+        if (const auto office = weak.lock()) {
+            office->ShowPending();
+        }
+    });
+}
+
+void Office::ShowPending() {
+    for (const auto& waiting : std::exchange(pending_, {})) {
+        if (const auto document = waiting.lock()) {
+            document->ShowWindow();
+        }
+    }
+}
+
+}  // namespace quardele::word::writer

@@ -2,9 +2,7 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 
-#include <forms/controls.h>
 #include <forms/mdi_form.h>
 #include <forms/status_bar.h>
 
@@ -21,15 +19,10 @@ struct MenuForms {
 };
 [[nodiscard]] MenuForms& TheMenuForms();
 
-namespace detail {
-class MainWindowLayout;
-}
-
 class MDIMENU_VEH : public forms::MdiForm {
     Q_OBJECT
  public:
     MDIMENU_VEH();
-    ~MDIMENU_VEH() override;
 
     forms::StatusBar* PIC_STATUS = nullptr;
     QAction* M_VEHIC = nullptr;
@@ -43,9 +36,14 @@ class MDIMENU_VEH : public forms::MdiForm {
     void Form_Resize() override;
 
  private:
+    void PlaceOnScreen();
+    void ExtendCaption();
+    void SetUpStatusBar();
+    void ShowPanel(int index, const QString& text);
+
     void M_VEHIC_Click();
     void M_RELANC_Click();
-    void M_INFOS_Click();
+    static void M_INFOS_Click();
     void M_PARAM_Click();
     static void M_QUIT_Click();
     static void PIC_STATUS_PanelClick(const forms::StatusPanel& panel);

@@ -1,0 +1,119 @@
+// Translation of a form's own texts, control by control.
+#include <functional>
+
+#include <QAction>
+#include <QComboBox>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QRadioButton>
+
+#include <basic/resume_next.h>
+#include <forms/control.h>
+#include <forms/controls.h>
+#include <forms/grid.h>
+#include <services/charset_converter.h>
+#include <services/translation.h>
+
+namespace quardele::services {
+
+namespace {
+
+/// One text of a control: how to read it and how to write it.
+void TranslateText(const QString& text, const std::function<void(const QString&)>& write) {
+    if (!text.isEmpty()) {
+        write(TRAD(text));
+    }
+}
+
+void TranslateToolTip(QWidget* control) {
+    TranslateText(control->toolTip(), [control](const QString& text) { control->setToolTip(text); });
+}
+
+void TranslateTag(QWidget* control) {
+    TranslateText(forms::Tag(control), [control](const QString& text) { forms::SetTag(control, text); });
+}
+
+void TranslateButton(QAbstractButton* button) {
+    TranslateText(button->text(), [button](const QString& text) { button->setText(text); });
+    TranslateTag(button);
+}
+
+void TranslateTabs(forms::TabControl* tabs) {
+    for (int tab = 0; tab < tabs->count(); ++tab) {
+        TranslateText(tabs->TabCaption(tab), [=](const QString& text) { tabs->SetTabCaption(tab, text); });
+    }
+    TranslateToolTip(tabs);
+}
+
+void TranslateGrid(forms::Grid* grid) {
+    grid->SetRow(0);
+    for (int column = 1; column <= grid->MaxCols(); ++column) {
+        grid->SetCol(column);
+        TranslateText(grid->Value(), [grid](const QString& text) { grid->SetValue(text); });
+    }
+    TranslateText(grid->ToolTipText(), [grid](const QString& text) { grid->SetToolTipText(text); });
+}
+
+/// The font of translated texts; the character set goes with the font on this platform.
+void SetTranslationFont(QWidget* control) {
+    if (const QString& family = Translation().TranslationFont; !family.isEmpty()) {
+        QFont font = control->font();
+        font.setFamily(family);
+        control->setFont(font);
+    }
+}
+
+void TranslateControl(QWidget* control) {
+    SetTranslationFont(control);
+    if (auto* label = qobject_cast<forms::Label*>(control)) {
+        TranslateText(label->Caption(), [label](const QString& text) { label->SetCaption(text); });
+        TranslateToolTip(label);
+        TranslateTag(label);
+    } else if (auto* checkBox = qobject_cast<forms::CheckBox*>(control)) {
+        TranslateButton(checkBox);
+    } else if (qobject_cast<forms::Button*>(control) != nullptr ||
+               qobject_cast<QRadioButton*>(control) != nullptr) {
+        TranslateButton(qobject_cast<QAbstractButton*>(control));
+        TranslateToolTip(control);
+    } else if (qobject_cast<QComboBox*>(control) != nullptr ||
+               qobject_cast<forms::TextBox*>(control) != nullptr ||
+               qobject_cast<forms::MemoBox*>(control) != nullptr) {
+        TranslateToolTip(control);
+        TranslateTag(control);
+    } else if (auto* frame = qobject_cast<forms::Frame*>(control)) {
+        if (!frame->Caption().isEmpty()) {
+            frame->SetCaption(TRAD(frame->Caption(), Plain));
+        }
+    } else if (auto* tabs = qobject_cast<forms::TabControl*>(control)) {
+        TranslateTabs(tabs);
+    } else if (auto* grid = qobject_cast<forms::Grid*>(control)) {
+        TranslateGrid(grid);
+    }
+}
+
+void TranslateMenu(const QMainWindow& window) {
+    for (QAction* entry : window.menuBar()->actions()) {
+        if (!entry->isSeparator()) {
+            TranslateText(entry->text(), [entry](const QString& text) { entry->setText(text); });
+        }
+    }
+}
+
+}  // namespace
+
+void TranslateForm(forms::Form& form) {
+    if (!Translation().TranslationOn) {
+        return;
+    }
+    CharsetConverter::Instance().SetSourceCharset(QStringLiteral("utf-8"));
+    form.SetCaption(TRAD(form.Caption()));
+    basic::ResumeNext statement;
+    for (QWidget* control : form.Controls()) {
+        statement([control] { TranslateControl(control); });
+    }
+    if (const auto* window = qobject_cast<QMainWindow*>(form.Window())) {
+        statement([window] { TranslateMenu(*window); });
+    }
+}
+
+}  // namespace quardele::services

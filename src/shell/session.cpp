@@ -1,0 +1,10 @@
+#include <shell/session.h>
+
+namespace quardele::shell {
+
+Session& TheSession() {
+    static Session session;
+    return session;
+}
+
+}  // namespace quardele::shell

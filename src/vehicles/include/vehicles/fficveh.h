@@ -1,0 +1,106 @@
+// The vehicle file: the list of all vehicles and the record of the current one, on two tabs.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+
+#include <dao/dao.h>
+#include <forms/controls.h>
+#include <forms/form.h>
+
+namespace Ui {
+class FFICVEH;
+}
+
+namespace quardele::vehicles {
+
+/// Child form of the main window. The list moves the current record of DBD_TVEH, and the bound boxes of the
+/// record follow; the customer's name and the visits are read anew each time the record is entered. The
+/// operator does not leave a record with an unsaved change.
+class FFICVEH : public forms::Form {
+    Q_OBJECT
+ public:
+    FFICVEH();
+    ~FFICVEH() override;
+
+ protected:
+    void Form_Load() override;
+    void Form_Activate() override;
+    void Form_Resize() override;
+    void Form_Unload(bool& cancel) override;
+    void Form_KeyDown(int& keyCode, int shift) override;
+
+ private:
+    static constexpr int kUserFields = 22;
+    /// The site's parameters name this many of the user fields.
+    static constexpr int kNamedUserFields = 15;
+
+    /// What the site has made of the user fields, by number; slot 0 and those behind kNamedUserFields stay
+    /// empty.
+    struct UserFields {
+        std::array<QString, kUserFields + 1> UserLabel;
+        std::array<QString, kUserFields + 1> UserType;
+        std::array<std::int16_t, kUserFields + 1> UserLength{};
+        std::array<std::int16_t, kUserFields + 1> UserDecimals{};
+        std::array<QString, kUserFields + 1> UserTable;
+        std::array<std::shared_ptr<dao::Recordset>, kUserFields + 1> UserRecordset;
+        /// Lookup tables of values. Nothing switches them on in this edition.
+        bool UserTableSwitch = false;
+        std::shared_ptr<dao::Database> UserDatabase;
+    };
+
+    // Load, activation, layout.
+    void HideFloatingFrames();
+    void DockButtonBar();
+    void LayOut();
+    void SetMaxLengths();
+
+    // Tabs.
+    void ConnectTabs();
+    void SST_ONGLET_Click(int previousTab);
+    void EnterList();
+    void EnterRecord();
+    void ShowRecordButtons(bool visible);
+
+    // List.
+    void ConnectList();
+    void Cmd_ToolBar_Click(int index);
+    void PrintList();
+    void DBG_Liste_KeyDown(int keyCode);
+
+    // Record.
+    void ConnectRecord();
+    void ConnectField(forms::TextBox* box);
+    void CTX_CODCLI_LostFocus();
+    void CMD_REFRESH_Click();
+    void Cmd_Quitter_Click();
+    /// Whether the customer of the box's code exists; ClientTable stands on it then.
+    [[nodiscard]] bool FindClient();
+    [[nodiscard]] QString ClientName() const;
+
+    // User fields.
+    void init_user();
+    void ReadUserParameters();
+    void ReadUserField(const dao::Recordset& parameters, int number);
+    void HeadUserColumns();
+    void ShowUserField(int number);
+
+    std::unique_ptr<Ui::FFICVEH> ui_;
+    forms::ControlArray<forms::Button> Cmd_ToolBar;
+    forms::ControlArray<forms::TextBox> CTX_USER;
+    forms::ControlArray<forms::Label> CTL_USER;
+    forms::ControlArray<forms::TextBox> CTX_USERCHER;
+    forms::ControlArray<forms::Label> CTL_USERCHER;
+
+    /// True from load until the first activation has run.
+    bool FirstActivate = false;
+    /// What the adaptation to the screen answered at load.
+    std::int16_t ScreenResult = 0;
+    /// Customers, for the lookup of names; vehicles, for the sizes of their fields.
+    std::shared_ptr<dao::Recordset> ClientTable;
+    std::shared_ptr<dao::Recordset> VehicleTable;
+    UserFields user_;
+};
+
+}  // namespace quardele::vehicles

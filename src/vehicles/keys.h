@@ -1,0 +1,9 @@
+// Key codes of the platform that the form answers to.
+#pragma once
+
+namespace quardele::vehicles {
+
+inline constexpr int kKeyEnter = 13;
+inline constexpr int kKeyF8 = 119;
+
+}  // namespace quardele::vehicles

@@ -79,16 +79,21 @@ std::shared_ptr<dao::Database> DataControl::OpenedDatabase() {
 
 void DataControl::Refresh() {
     tried_ = true;
-    const std::shared_ptr<dao::Recordset> opened =
-        OpenedDatabase()->OpenRecordset(ToText(recordSource_), dao::RecordsetType::Dynaset);
+    SetRecordset(OpenedDatabase()->OpenRecordset(ToText(recordSource_), dao::RecordsetType::Dynaset));
+}
+
+void DataControl::SetRecordset(std::shared_ptr<dao::Recordset> recordset) {
+    tried_ = true;
     if (recordset_ != nullptr) {
         recordset_->SetObserver(nullptr);
     }
-    recordset_ = opened;
-    if (!recordset_->Bof() || !recordset_->Eof()) {
-        recordset_->MoveFirst();
+    recordset_ = std::move(recordset);
+    if (recordset_ != nullptr) {
+        if (!recordset_->Bof() || !recordset_->Eof()) {
+            recordset_->MoveFirst();
+        }
+        recordset_->SetObserver(this);
     }
-    recordset_->SetObserver(this);
     FillAll();
     TellViews(&RowsView::RowsReplaced);
     emit Reposition();

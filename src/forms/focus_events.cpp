@@ -53,7 +53,7 @@ QWidget* FocusEvents::ControlOf(QWidget* widget) {
 }
 
 void FocusEvents::FocusChanged(QWidget* now) {
-    if (holds_ > 0) {
+    if (holds_ > 0 || now == nullptr || !now->isVisible()) {
         return;
     }
     if (QWidget* control = ControlOf(now)) {
@@ -92,9 +92,7 @@ FocusEvents::Hold::Hold(const QWidget* window) : window_(window) {
 FocusEvents::Hold::~Hold() {
     FocusEvents& events = Instance();
     --events.holds_;
-    if (window_ != nullptr) {
-        events.FocusChanged(window_->focusWidget());
-    }
+    events.FocusChanged(window_ != nullptr ? window_->focusWidget() : QApplication::focusWidget());
 }
 
 }  // namespace quardele::forms

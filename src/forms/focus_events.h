@@ -26,7 +26,7 @@ class FocusEvents : public QObject {
     /// While it lives, focus changes made by Qt are not told; at the end the difference is.
     class Hold {
      public:
-        /// The window whose focus counts at the end.
+        /// The window whose focus counts at the end; null for the one that is active then.
         explicit Hold(const QWidget* window);
         ~Hold();
         Hold(const Hold&) = delete;

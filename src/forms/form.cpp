@@ -314,6 +314,7 @@ void Form::BecomeActive() {
     if (!Visible()) {
         return;
     }
+    const FocusEvents::Hold hold(window_);
     if (auto* child = qobject_cast<QMdiSubWindow*>(window_);
         child != nullptr && child->mdiArea() != nullptr) {
         child->mdiArea()->setActiveSubWindow(child);
@@ -326,8 +327,12 @@ void Form::BecomeActive() {
 }
 
 void Form::Hide() {
-    window_->hide();
-    FormHost::Instance().Leave(*this);
+    {
+        // Qt passes the focus on inside the form that goes; nobody can see that.
+        const FocusEvents::Hold hold(nullptr);
+        window_->hide();
+        FormHost::Instance().Leave(*this);
+    }
     if (d_->modalLoop != nullptr) {
         d_->modalLoop->quit();
     }
@@ -351,12 +356,13 @@ std::vector<QWidget*> Form::Controls() const {
     return controls;
 }
 
-bool Form::UnloadChildren() {
+/// All other forms, in the order of loading: a dialog left behind would keep a process without a window.
+bool Form::UnloadOthers() {
     const std::vector<Form*> loaded = FormHost::Instance().Loaded();
     return std::all_of(loaded.begin(), loaded.end(), [](Form* form) {
         const std::vector<Form*>& still = FormHost::Instance().Loaded();
         const bool there = std::find(still.begin(), still.end(), form) != still.end();
-        return !there || form->kind_ != FormKind::MdiChild || form->Unload();
+        return !there || form->kind_ == FormKind::Main || form->Unload();
     });
 }
 
@@ -373,7 +379,7 @@ bool Form::Unload() {
     if (d_->gone || d_->unloading) {
         return true;
     }
-    if (kind_ == FormKind::Main && !UnloadChildren()) {
+    if (kind_ == FormKind::Main && !UnloadOthers()) {
         return false;
     }
     d_->unloading = true;

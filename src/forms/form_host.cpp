@@ -94,7 +94,7 @@ void FormHost::Leave(Form& form) {
 
 void FormHost::WindowActivated(const QObject* window) {
     Form* form = FormWithWindow(window);
-    if (form == nullptr) {
+    if (form == nullptr || !form->Visible()) {
         return;
     }
     if (const auto* main = qobject_cast<MdiForm*>(form)) {

@@ -44,7 +44,7 @@ class DataControl : public QWidget, private dao::RecordsetObserver {
 
     /// A Windows path.
     [[nodiscard]] QString DatabaseName() const { return databaseName_; }
-    void SetDatabaseName(const QString& path);
+    void SetDatabaseName(const QString& path) { databaseName_ = path; }
     /// A table name or a SELECT text.
     [[nodiscard]] QString RecordSource() const { return recordSource_; }
     void SetRecordSource(const QString& source) { recordSource_ = source; }
@@ -59,6 +59,8 @@ class DataControl : public QWidget, private dao::RecordsetObserver {
     /// Null before the first Refresh. A data control that is bound and was never refreshed is refreshed when
     /// its form is first shown.
     [[nodiscard]] std::shared_ptr<dao::Recordset> Recordset() const { return recordset_; }
+    /// Shows the rows of a recordset that is open already, from its first row. Null for none.
+    void SetRecordset(std::shared_ptr<dao::Recordset> recordset);
     /// Refreshes when something is bound, there is a RecordSource and no Refresh has been tried yet.
     void RefreshIfBound();
     [[nodiscard]] dao::EditMode EditMode() const;

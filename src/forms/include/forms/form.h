@@ -75,7 +75,7 @@ class Form : public QObject {
 
     /// Runs QueryUnload, then Unload, and destroys the default instance; false when a handler cancelled. The
     /// object itself lives on until control is back in the event loop, so a handler may unload its own form.
-    /// The main window unloads its child forms first.
+    /// The main window unloads all other forms first, in the order of loading.
     bool Unload();
 
  protected:
@@ -104,7 +104,7 @@ class Form : public QObject {
     /// Puts a new instance into its place, registers it and runs Form_Load; takes it out again when that
     /// fails.
     static void Load(std::unique_ptr<Form>& slot, std::unique_ptr<Form> form);
-    static bool UnloadChildren();
+    static bool UnloadOthers();
 
     void AdoptSurface();
     void ShowFirst();

@@ -26,24 +26,6 @@ bool IsSelect(TextView source) {
     return basic::EqualNoCase(source.substr(start, kSelect.size()), kSelect);
 }
 
-/// A table as a statement: all its rows, in the order of the primary key when it has one.
-Text SelectAll(TextView name, const jet::Table& table) {
-    Text statement = u"SELECT * FROM [" + Text(name) + u"]";
-    for (const jet::Index& index : table.Indexes()) {
-        if (!index.primary) {
-            continue;
-        }
-        TextView separator = u" ORDER BY ";
-        for (const jet::IndexColumn& part : index.columns) {
-            statement.append(separator);
-            statement += u"[" + table.Columns()[static_cast<std::size_t>(part.column)].name + u"]";
-            statement += part.ascending ? u"" : u" DESC";
-            separator = u", ";
-        }
-    }
-    return statement;
-}
-
 std::optional<jet::CatalogEntry> EntryOf(const jet::Database& file, TextView table) {
     for (jet::CatalogEntry& entry : file.Catalog()) {
         if (basic::EqualNoCase(entry.name, table)) {
@@ -55,21 +37,21 @@ std::optional<jet::CatalogEntry> EntryOf(const jet::Database& file, TextView tab
 
 std::shared_ptr<Recordset> OpenKeyset(const std::shared_ptr<DatabaseImpl>& database, TextView source,
                                       TextView statement, RecordsetType type) {
+    const auto values = type == RecordsetType::Snapshot ? sql::RowValues::Fixed : sql::RowValues::Live;
     return std::make_shared<KeysetRecordset>(database, Text(source),
-                                             sql::Query::Prepare(database->File(), statement), type);
+                                             sql::Query::Prepare(database->File(), statement, values), type);
 }
 
 std::shared_ptr<Recordset> OpenTable(const std::shared_ptr<DatabaseImpl>& database, TextView source,
                                      bool linked, std::optional<RecordsetType> type) {
     const RecordsetType wanted = type.value_or(linked ? RecordsetType::Dynaset : RecordsetType::Table);
-    const auto table = database->File()->OpenTable(source);
     if (wanted != RecordsetType::Table) {
-        return OpenKeyset(database, source, SelectAll(source, *table), wanted);
+        return OpenKeyset(database, source, u"SELECT * FROM [" + Text(source) + u"]", wanted);
     }
     if (linked) {
         throw RuntimeError(error::kInvalidOperation);
     }
-    return std::make_shared<TableRecordset>(database, Text(source), table);
+    return std::make_shared<TableRecordset>(database, Text(source), database->File()->OpenTable(source));
 }
 
 std::shared_ptr<Recordset> OpenStatement(const std::shared_ptr<DatabaseImpl>& database, TextView source,
@@ -101,6 +83,7 @@ const Text& Database::Name() const {
 
 std::shared_ptr<Recordset> Database::OpenRecordset(TextView source, std::optional<RecordsetType> type) const {
     const auto& database = Open();
+    database->Refresh();
     const auto entry = EntryOf(*database->File(), source);
     return entry ? OpenTable(database, source, entry->linked, type) : OpenStatement(database, source, type);
 }

@@ -34,10 +34,10 @@ RecordLayout LayoutOf(const sql::Query& query) {
     for (const sql::ResultColumn& column : query.Columns()) {
         const jet::Column* origin = nullptr;
         if (column.source) {
-            layout.origins.push_back(FieldOrigin{*column.source, column.sourceColumn});
+            layout.origins.emplace_back(FieldOrigin{*column.source, column.sourceColumn});
             origin = &layout.tables[*column.source]->Columns()[static_cast<std::size_t>(column.sourceColumn)];
         } else {
-            layout.origins.push_back({});
+            layout.origins.emplace_back();
         }
         layout.fields.push_back(FieldOf(column, origin));
     }
@@ -154,47 +154,57 @@ Variant KeysetRecordset::ValueAt(std::size_t row, int field) const {
 }
 
 Variant KeysetRecordset::Read(std::size_t row, int field) const {
-    if (type_ == RecordsetType::Dynaset && (row != readRow_ || readVersion_ != File().Version())) {
-        rows_.Forget(row);
-        readRow_ = row;
+    Freshen();
+    return rows_.Value(row, field);
+}
+
+void KeysetRecordset::Freshen() const {
+    if (readVersion_ != File().Version()) {
+        rows_.ForgetAll();
         readVersion_ = File().Version();
     }
-    return rows_.Value(row, field);
 }
 
 // Finding.
 
-void KeysetRecordset::FindFirst(TextView text) {
+void KeysetRecordset::FindFirst(TextView condition) {
     RequireOpen();
-    const sql::Condition& condition = Prepared(text);
-    const bool wasEditing = Leave();
-    const auto found = condition.FindForward(rows_, 0);
-    Visit(found ? *found + 1 : rows_.Size());
-    Finish(found, wasEditing);
+    SearchForward(condition, 0);
 }
 
-void KeysetRecordset::FindLast(TextView text) {
+void KeysetRecordset::FindNext(TextView condition) {
+    RequireCurrent();
+    SearchForward(condition, row_ + 1);
+}
+
+void KeysetRecordset::FindLast(TextView condition) {
     RequireOpen();
-    const sql::Condition& condition = Prepared(text);
-    const bool wasEditing = Leave();
+    SearchBackward(condition, rows_.Size());
     Visit(rows_.Size());
-    Finish(rows_.Size() > 0 ? condition.FindBackward(rows_, rows_.Size() - 1) : std::nullopt, wasEditing);
 }
 
-void KeysetRecordset::FindNext(TextView text) {
+void KeysetRecordset::FindPrevious(TextView condition) {
     RequireCurrent();
-    const sql::Condition& condition = Prepared(text);
-    const bool wasEditing = Leave();
-    const auto found = condition.FindForward(rows_, row_ + 1);
+    SearchBackward(condition, row_);
+}
+
+void KeysetRecordset::SearchForward(TextView condition, std::size_t from) {
+    const bool wasEditing = StartSearch(condition);
+    const auto found = Prepared(condition).FindForward(rows_, from);
     Visit(found ? *found + 1 : rows_.Size());
-    Finish(found, wasEditing);
+    FinishSearch(found, wasEditing);
 }
 
-void KeysetRecordset::FindPrevious(TextView text) {
-    RequireCurrent();
-    const sql::Condition& condition = Prepared(text);
+void KeysetRecordset::SearchBackward(TextView condition, std::size_t end) {
+    const bool wasEditing = StartSearch(condition);
+    FinishSearch(end > 0 ? Prepared(condition).FindBackward(rows_, end - 1) : std::nullopt, wasEditing);
+}
+
+bool KeysetRecordset::StartSearch(TextView condition) {
+    (void)Prepared(condition);  // a bad condition is told before the row is left
     const bool wasEditing = Leave();
-    Finish(row_ > 0 ? condition.FindBackward(rows_, row_ - 1) : std::nullopt, wasEditing);
+    Freshen();
+    return wasEditing;
 }
 
 const sql::Condition& KeysetRecordset::Prepared(TextView condition) {
@@ -205,7 +215,7 @@ const sql::Condition& KeysetRecordset::Prepared(TextView condition) {
     return *condition_;
 }
 
-void KeysetRecordset::Finish(std::optional<std::size_t> found, bool wasEditing) {
+void KeysetRecordset::FinishSearch(std::optional<std::size_t> found, bool wasEditing) {
     SetNoMatch(!found);
     if (found) {
         Land(*found);

@@ -48,9 +48,15 @@ class KeysetRecordset final : public RecordsetBase {
     void Run();
     bool Land(std::size_t row);
     [[nodiscard]] Variant Read(std::size_t row, int field) const;
+    /// Drops what was read from the file before the last change.
+    void Freshen() const;
+    /// The rows from `from` on, and the rows in front of `end` from behind.
+    void SearchForward(TextView condition, std::size_t from);
+    void SearchBackward(TextView condition, std::size_t end);
+    /// Leaves the row; returns whether that dropped an edit.
+    bool StartSearch(TextView condition);
+    void FinishSearch(std::optional<std::size_t> found, bool wasEditing);
     [[nodiscard]] const sql::Condition& Prepared(TextView condition);
-    /// Ends a search: the observer has been asked, `wasEditing` says whether that dropped an edit.
-    void Finish(std::optional<std::size_t> found, bool wasEditing);
     void Visit(std::size_t rows);
 
     RecordsetType type_;
@@ -60,8 +66,7 @@ class KeysetRecordset final : public RecordsetBase {
     std::size_t visited_ = 0;  ///< rows counted from the first that a move or a search has come to
     Text conditionText_;       ///< of the condition prepared last
     std::optional<sql::Condition> condition_;
-    mutable std::size_t readRow_ = 0;  ///< the row read last, and when
-    mutable std::uint64_t readVersion_ = 0;
+    mutable std::uint64_t readVersion_ = 0;  ///< of the file when rows were last read
 };
 
 }  // namespace quardele::dao

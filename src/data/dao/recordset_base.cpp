@@ -128,14 +128,16 @@ void RecordsetBase::SetValue(int field, const Variant& value) {
 
 bool RecordsetBase::IsWritable(std::size_t field) const {
     const auto& origin = layout_.origins[field];
-    if (!origin || !AllowsChangeOf(static_cast<int>(field))) {
-        return false;
-    }
-    const auto& columns = layout_.tables[origin->table]->Columns();
-    if (columns[static_cast<std::size_t>(origin->column)].autoNumber) {
+    if (!origin || IsAutoNumber(field) || !AllowsChangeOf(static_cast<int>(field))) {
         return false;
     }
     return mode_ == dao::EditMode::Add || originals_[origin->table].has_value();
+}
+
+bool RecordsetBase::IsAutoNumber(std::size_t field) const {
+    const auto& origin = layout_.origins[field];
+    return origin &&
+           layout_.tables[origin->table]->Columns()[static_cast<std::size_t>(origin->column)].autoNumber;
 }
 
 // Changes.
@@ -168,12 +170,12 @@ std::vector<Variant> RecordsetBase::ValuesToEdit() const {
 void RecordsetBase::AddNew() {
     RequireOpen();
     RequireUpdatable();
-    Leave();
-    std::vector<Variant> values;
-    values.reserve(layout_.fields.size());
-    for (const Field& field : layout_.fields) {
-        values.push_back(DefaultOf(database_->File(), field));
+    std::vector<Variant> values(layout_.fields.size());
+    for (std::size_t field = 0; field < values.size(); ++field) {
+        values[field] = IsAutoNumber(field) ? Variant(basic::Null{})
+                                            : DefaultOf(database_->File(), layout_.fields[field]);
     }
+    Leave();
     buffer_.Fill(std::move(values));
     mode_ = dao::EditMode::Add;
     Arrive(place_);

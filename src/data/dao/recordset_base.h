@@ -124,6 +124,7 @@ class RecordsetBase : public Recordset {
 
     void RequireUpdatable() const;
     [[nodiscard]] bool IsWritable(std::size_t field) const;
+    [[nodiscard]] bool IsAutoNumber(std::size_t field) const;
     [[nodiscard]] std::vector<Variant> ValuesToEdit() const;
     [[nodiscard]] Changes ChangesOf(std::size_t table) const;
     [[nodiscard]] Changes NewRowOf(std::size_t table) const;

@@ -17,7 +17,7 @@ RecordLayout LayoutOf(const std::shared_ptr<jet::Table>& table) {
     RecordLayout layout;
     layout.tables.push_back(table);
     for (const jet::Column& column : table->Columns()) {
-        layout.origins.push_back(FieldOrigin{0, static_cast<int>(layout.fields.size())});
+        layout.origins.emplace_back(FieldOrigin{0, static_cast<int>(layout.fields.size())});
         layout.fields.push_back(FieldOf(column));
     }
     return layout;

@@ -19,8 +19,9 @@ class Database {
 
     /// The Windows path that the file was opened with.
     [[nodiscard]] const Text& Name() const;
-    /// Opens a recordset on a table name or a SELECT text. Without a type: Table for a table of this file,
-    /// Dynaset otherwise. Throws 3078 (no such table), SQL errors, 3011 for a broken link.
+    /// Opens a recordset on a table name or a SELECT text; it shows the file as it is now. Without a type:
+    /// Table for a table of this file, Dynaset otherwise. Throws 3078 (no such table), SQL errors, 3011 for a
+    /// broken link, 3219 for the table type on anything but a table of this file.
     [[nodiscard]] std::shared_ptr<Recordset> OpenRecordset(TextView source,
                                                            std::optional<RecordsetType> type = {}) const;
     /// The definition of a table; throws 3265 when there is none.

@@ -35,6 +35,9 @@ struct ResultColumn {
     int sourceColumn = -1;
 };
 
+/// Whether the values of a run's rows are read from the file when they are asked for, or copied by the run.
+enum class RowValues { Live, Fixed };
+
 class RowSet;
 class PreparedSelect;  // the room's own
 
@@ -42,7 +45,8 @@ class PreparedSelect;  // the room's own
 class Query : public std::enable_shared_from_this<Query> {
  public:
     /// Parses and binds. A trailing ";" is allowed.
-    static std::shared_ptr<Query> Prepare(std::shared_ptr<jet::Database> database, TextView statement);
+    static std::shared_ptr<Query> Prepare(std::shared_ptr<jet::Database> database, TextView statement,
+                                          RowValues values = RowValues::Live);
     explicit Query(std::unique_ptr<PreparedSelect> select);
     ~Query();
 
@@ -62,7 +66,7 @@ class Query : public std::enable_shared_from_this<Query> {
 
 /// The rows of one run. Membership and order are fixed. For statements without aggregation, DISTINCT or
 /// UNION a row is a set of row identities, one per source, and values are read from the file when asked for;
-/// otherwise the rows hold their values. Copying is cheap: copies share the rows.
+/// otherwise, and with RowValues::Fixed, the rows hold their values. Copying is cheap: copies share the rows.
 class RowSet {
  public:
     RowSet() = default;
@@ -81,6 +85,8 @@ class RowSet {
     [[nodiscard]] bool IsUpdatable(int column) const;
     /// Throws away decoded rows so that the next read sees the file as it is.
     void Forget(std::size_t row);
+    /// The same for all rows, with what searches have remembered of them.
+    void ForgetAll();
 
     struct Data;
     explicit RowSet(std::shared_ptr<Data> data) : data_(std::move(data)) {}

@@ -1,0 +1,217 @@
+// Opening data files, and what a Database says of itself.
+#include <filesystem>
+#include <fstream>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "dao_test.h"
+
+namespace quardele::dao {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::Contains;
+using testing::HasSubstr;
+using testing::Not;
+
+class DatabaseTest : public DaoTest {
+ protected:
+    /// Runs a check in a child process that is not allowed to do everything, whoever runs the tests.
+    template <class Check>
+    static bool HoldsForAnOrdinaryUser(Check&& check) {
+        const pid_t child = fork();
+        if (child == 0) {
+            constexpr uid_t kNobody = 65534;
+            bool held = geteuid() != 0 || (setgid(kNobody) == 0 && setuid(kNobody) == 0);
+            try {
+                held = held && check();
+            } catch (const std::exception&) {
+                held = false;
+            }
+            _exit(held ? 0 : 1);
+        }
+        int status = -1;
+        waitpid(child, &status, 0);
+        return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    }
+
+    /// Lets everybody look into the installation, and write where `writable` says so.
+    void OpenUp(fs::perms data, fs::perms folder) const {
+        for (const fs::path& path : {Installed().DriveC(), Installed().File(""), Installed().File("DATA")}) {
+            fs::permissions(path, kReadableFolder, fs::perm_options::add);
+        }
+        fs::permissions(Installed().File("DATA"), folder);
+        fs::permissions(Installed().File("DATA/talmeon.mdb"), data);
+    }
+
+    static constexpr fs::perms kReadableFile =
+        fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read;
+    static constexpr fs::perms kWritableFile =
+        kReadableFile | fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    static constexpr fs::perms kEnter =
+        fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
+    static constexpr fs::perms kReadableFolder = kReadableFile | kEnter;
+    static constexpr fs::perms kWritableFolder = kWritableFile | kEnter;
+};
+
+TEST_F(DatabaseTest, NameIsThePathThatItWasOpenedWith) {
+    EXPECT_EQ(OpenDatabase(u"c:\\quardele\\data\\TALMEON.MDB")->Name(), u"c:\\quardele\\data\\TALMEON.MDB");
+}
+
+TEST_F(DatabaseTest, MissingFileRaises3024AndNamesThePathTyped) {
+    const auto open = [] { (void)OpenDatabase(u"C:\\QUARDELE\\DATA\\rien.mdb"); };
+    EXPECT_EQ(ErrorOf(open), error::kFileMissing);
+    EXPECT_NE(DescriptionOfErrorOf(open).find(u"C:\\QUARDELE\\DATA\\rien.mdb"), Text::npos);
+}
+
+TEST_F(DatabaseTest, FolderWithoutTrailingBackslashRunsIntoTheFileName) {
+    EXPECT_EQ(ErrorOf([] { (void)OpenDatabase(u"C:\\QUARDELE\\DATAtalmeon.mdb"); }), error::kFileMissing);
+}
+
+TEST_F(DatabaseTest, MissingFolderRaises3044) {
+    EXPECT_EQ(ErrorOf([] { (void)OpenDatabase(u"C:\\QUARDELE\\RIEN\\talmeon.mdb"); }), error::kBadPath);
+}
+
+TEST_F(DatabaseTest, UnknownDriveAndEmptyPathRaise3044) {
+    EXPECT_EQ(ErrorOf([] { (void)OpenDatabase(u"Q:\\talmeon.mdb"); }), error::kBadPath);
+    EXPECT_EQ(ErrorOf([] { (void)OpenDatabase(u""); }), error::kBadPath);
+}
+
+TEST_F(DatabaseTest, FileThatIsNoDatabaseRaises3343) {
+    std::ofstream(Installed().File("DATA/lettre.mdb")) << "Monsieur, la visite de votre véhicule ...";
+    std::ofstream(Installed().File("DATA/vide.mdb")).close();
+    EXPECT_EQ(ErrorOf([] { (void)OpenDatabase(u"C:\\QUARDELE\\DATA\\lettre.mdb"); }), error::kNotADatabase);
+    EXPECT_EQ(ErrorOf([] { (void)OpenDatabase(u"C:\\QUARDELE\\DATA\\vide.mdb"); }), error::kNotADatabase);
+}
+
+TEST_F(DatabaseTest, FolderInPlaceOfAFileRaisesAnError) {
+    EXPECT_EQ(ErrorOf([] { (void)OpenDatabase(u"C:\\QUARDELE\\DATA"); }), error::kCannotOpenFile);
+}
+
+TEST_F(DatabaseTest, OnlyWorkspace0Exists) {
+    EXPECT_EQ(ErrorOf([] { (void)DBEngine::Instance().Workspaces(1); }), error::kNoSuchField);
+}
+
+TEST_F(DatabaseTest, OrdinaryFileIsUpdatable) {
+    EXPECT_TRUE(Data().Updatable());
+}
+
+TEST_F(DatabaseTest, FileOpenedReadOnlyRefusesChanges) {
+    const auto database = OpenDatabase(kData, true);
+    EXPECT_FALSE(database->Updatable());
+    const auto rows = database->OpenRecordset(u"TVEH", RecordsetType::Table);
+    EXPECT_FALSE(rows->Eof());
+    EXPECT_EQ(ErrorOf([&] { rows->Edit(); }), error::kReadOnly);
+    EXPECT_EQ(ErrorOf([&] { rows->AddNew(); }), error::kReadOnly);
+    EXPECT_EQ(ErrorOf([&] { rows->Delete(); }), error::kReadOnly);
+    EXPECT_EQ(rows->EditMode(), EditMode::None);
+}
+
+TEST_F(DatabaseTest, FileThatMayNotBeWrittenOpensReadOnly) {
+    OpenUp(kReadableFile, kWritableFolder);
+    EXPECT_TRUE(HoldsForAnOrdinaryUser([&] {
+        const auto rows = Data().OpenRecordset(u"TVEH");
+        return !Data().Updatable() && !rows->Eof() && ErrorOf([&] { rows->Edit(); }) == error::kReadOnly;
+    }));
+}
+
+TEST_F(DatabaseTest, FolderThatMayNotBeWrittenOpensReadOnly) {
+    OpenUp(kWritableFile, kReadableFolder);
+    EXPECT_TRUE(HoldsForAnOrdinaryUser([&] { return !Data().Updatable(); }));
+}
+
+TEST_F(DatabaseTest, FileAndFolderThatMayBeWrittenOpenForChanges) {
+    OpenUp(kWritableFile, kWritableFolder);
+    EXPECT_TRUE(HoldsForAnOrdinaryUser([&] { return Data().Updatable(); }));
+}
+
+TEST_F(DatabaseTest, TableNamesLeaveSystemTablesOut) {
+    const auto names = Data().TableNames();
+    EXPECT_THAT(names, Contains(Text(u"TVEH")));
+    EXPECT_THAT(names, Contains(Text(u"TVEH_DETAIL")));
+    EXPECT_THAT(names, Not(Contains(Text(u"MSysObjects"))));
+}
+
+TEST_F(DatabaseTest, TableDefinitionShowsNamesTypesSizesAndRules) {
+    const TableDef table = Data().TableDefNamed(u"tveh");
+    EXPECT_EQ(table.Name(), u"TVEH");
+    EXPECT_EQ(table.Fields().front().Name(), u"TVEH_IMMAT");
+    const Field& note = table.FieldNamed(u"TVEH_NOTE1");
+    EXPECT_EQ(note.Name(), u"TVEH_Note1");
+    EXPECT_EQ(note.Type(), FieldType::Text);
+    EXPECT_EQ(note.Size(), 100);
+    EXPECT_TRUE(note.allowZeroLength);
+    EXPECT_EQ(note.defaultValue, u"\"\"");
+    EXPECT_EQ(table.FieldNamed(u"TVEH_EDIT").Type(), FieldType::Boolean);
+    EXPECT_EQ(Data().TableDefNamed(u"TCLI").FieldNamed(u"TCLI_ENCOURS").Type(), FieldType::Currency);
+    EXPECT_EQ(Data().TableDefNamed(u"TCLI").FieldNamed(u"TCLI_REMARQUES").Type(), FieldType::Memo);
+    EXPECT_EQ(Data().TableDefNamed(u"TVEH_DETAIL").FieldNamed(u"TVEH_DETAIL_DATVIS").Type(), FieldType::Date);
+    EXPECT_EQ(Data().TableDefNamed(u"TVEH_DETAIL").FieldNamed(u"TVEH_DETAIL_PERIOD").Type(),
+              FieldType::Integer);
+    EXPECT_EQ(Data().TableDefNamed(u"TAFF").FieldNamed(u"TAFF_Numaff").Type(), FieldType::Long);
+}
+
+TEST_F(DatabaseTest, UnknownTableOrFieldOfADefinitionRaises3265) {
+    EXPECT_EQ(ErrorOf([&] { (void)Data().TableDefNamed(u"TRIEN"); }), error::kNoSuchField);
+    const TableDef table = Data().TableDefNamed(u"TVEH");
+    EXPECT_EQ(ErrorOf([&] { (void)table.FieldNamed(u"TVEH_RIEN"); }), error::kNoSuchField);
+}
+
+TEST_F(DatabaseTest, AppendingAFieldWhoseNameExistsInAnotherCaseRaises3191) {
+    TableDef table = Data().TableDefNamed(u"TVEH");
+    Field field = TableDef::CreateField();
+    field.name = u"TVEH_NOTE1";
+    EXPECT_EQ(ErrorOf([&] { table.AppendField(field); }), error::kFieldExists);
+}
+
+TEST_F(DatabaseTest, AppendingAFieldIsRefusedAndLeavesTheDefinition) {
+    TableDef table = Data().TableDefNamed(u"TVEH");
+    const std::size_t before = table.Fields().size();
+    Field field = TableDef::CreateField();
+    field.name = u"TVEH_Note3";
+    EXPECT_EQ(ErrorOf([&] { table.AppendField(field); }), error::kOperationNotSupported);
+    EXPECT_EQ(table.Fields().size(), before);
+}
+
+TEST_F(DatabaseTest, ClosedDatabaseRaises3420AndItsRecordsetsLiveOn) {
+    const auto database = OpenDatabase(kData);
+    const auto rows = database->OpenRecordset(u"TPAR", RecordsetType::Table);
+    database->Close();
+    EXPECT_EQ(ErrorOf([&] { (void)database->Name(); }), error::kObjectClosed);
+    EXPECT_EQ(ErrorOf([&] { (void)database->OpenRecordset(u"TPAR"); }), error::kObjectClosed);
+    EXPECT_EQ(rows->Value(u"TPAR_Ver"), Variant(u"9.5"));
+}
+
+TEST_F(DatabaseTest, RecordsetOutlivesTheDatabaseObject) {
+    const auto rows = OpenDatabase(kData)->OpenRecordset(u"Select * from TVEH where false;");
+    EXPECT_TRUE(rows->Eof());
+    rows->Requery();
+    EXPECT_TRUE(rows->Eof());
+}
+
+TEST_F(DatabaseTest, WithoutATypeATableNameOpensAsTableAndAStatementAsDynaset) {
+    EXPECT_EQ(Data().OpenRecordset(u"TTYP")->Type(), RecordsetType::Table);
+    EXPECT_EQ(Data().OpenRecordset(u"SELECT * FROM TTYP")->Type(), RecordsetType::Dynaset);
+}
+
+TEST_F(DatabaseTest, UnknownSourceRaises3078) {
+    EXPECT_EQ(ErrorOf([&] { (void)Data().OpenRecordset(u"TRIEN"); }), error::kNoSuchTable);
+    EXPECT_EQ(ErrorOf([&] { (void)Data().OpenRecordset(u"TRIEN", RecordsetType::Table); }),
+              error::kNoSuchTable);
+    EXPECT_EQ(ErrorOf([&] { (void)Data().OpenRecordset(u""); }), error::kNoSuchTable);
+    EXPECT_EQ(ErrorOf([&] { (void)Data().OpenRecordset(u"DELETE FROM TVEH"); }), error::kNoSuchTable);
+}
+
+TEST_F(DatabaseTest, StatementDoesNotOpenAsTable) {
+    EXPECT_EQ(ErrorOf([&] { (void)Data().OpenRecordset(u"SELECT * FROM TTYP", RecordsetType::Table); }),
+              error::kInvalidOperation);
+}
+
+TEST_F(DatabaseTest, RecordsetKeepsTheTextThatItWasOpenedWith) {
+    EXPECT_EQ(OpenDynaset(u"TTYP")->Name(), u"TTYP");
+    EXPECT_EQ(OpenDynaset(u"select * from TTYP ")->Name(), u"select * from TTYP ");
+}
+
+}  // namespace
+}  // namespace quardele::dao

@@ -1,0 +1,49 @@
+// dao_other_process FILE TABLE KEY... FIELD VALUE: seeks a row by its primary key and writes one field, as
+// another workstation would. FILE is a path of this machine. Exit code 0 when the row was written.
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include <basic/paths.h>
+#include <basic/runtime_error.h>
+#include <dao/dao.h>
+
+namespace {
+
+using namespace quardele;
+
+void Write(const std::vector<basic::Text>& arguments, const std::filesystem::path& file) {
+    const auto database = dao::DBEngine::Instance().Workspaces(0).OpenDatabase(basic::WindowsPath(file));
+    const auto rows = database->OpenRecordset(arguments[0], dao::RecordsetType::Table);
+    rows->SetIndex(u"PrimaryKey");
+    if (arguments.size() == 5) {
+        rows->Seek(u"=", {arguments[1], arguments[2]});
+    } else {
+        rows->Seek(u"=", {arguments[1]});
+    }
+    rows->Edit();
+    rows->SetValue(arguments[arguments.size() - 2], arguments.back());
+    rows->Update();
+}
+
+}  // namespace
+
+int main(int count, char** values) {
+    if (count != 6 && count != 7) {
+        std::cerr << "usage: dao_other_process FILE TABLE KEY [KEY] FIELD VALUE\n";
+        return EXIT_FAILURE;
+    }
+    try {
+        std::vector<basic::Text> arguments;
+        for (int i = 2; i < count; ++i) {
+            arguments.push_back(basic::FromUtf8(values[i]));
+        }
+        Write(arguments, values[1]);
+    } catch (const basic::RuntimeError& error) {
+        std::cerr << error.what() << '\n';
+        return EXIT_FAILURE;
+    }
+    return EXIT_SUCCESS;
+}

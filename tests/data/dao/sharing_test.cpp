@@ -1,0 +1,214 @@
+// Several users of one file: what is seen when, and whose change wins.
+#include <cstdlib>
+#include <fstream>
+
+#include "dao_test.h"
+
+namespace quardele::dao {
+namespace {
+
+class SharingTest : public DaoTest {
+ protected:
+    /// A label of another opening of the same file.
+    static std::shared_ptr<Recordset> OpenElsewhere(TextView code) {
+        const auto rows = OpenDatabase(kData)->OpenRecordset(u"TTYP", RecordsetType::Table);
+        rows->SetIndex(u"PrimaryKey");
+        rows->Seek(u"=", {Text(code)});
+        EXPECT_FALSE(rows->NoMatch());
+        return rows;
+    }
+    static void Rename(Recordset& rows, TextView label) {
+        rows.Edit();
+        rows.SetValue(u"TTYP_LIBELLE", Text(label));
+        rows.Update();
+    }
+    /// Renames a work type in a process of its own.
+    void RenameInAnotherProcess(const std::string& code, const std::string& label) const {
+        const std::string command = std::string("'") + QUARDELE_OTHER_PROCESS + "' '" +
+                                    Installed().File("DATA/talmeon.mdb").string() + "' TTYP " + code +
+                                    " TTYP_LIBELLE '" + label + "'";
+        ASSERT_EQ(std::system(command.c_str()), 0) << command;
+    }
+    /// Marks a row of a table as deleted in the file itself, as another program's deletion leaves it.
+    void DeleteInTheFile(const Bookmark& tableRow) const {
+        constexpr std::streamoff kPageSize = 4096;
+        constexpr std::streamoff kFirstSlot = 14;
+        constexpr int kDeletedBit = 0x80;  // of the slot's upper byte
+        const std::streamoff page = tableRow.bytes[0] | tableRow.bytes[1] << 8 | tableRow.bytes[2] << 16;
+        const std::streamoff upperByte = page * kPageSize + kFirstSlot + 2 * tableRow.bytes[4] + 1;
+        std::fstream file(Installed().File("DATA/talmeon.mdb"),
+                          std::ios::in | std::ios::out | std::ios::binary);
+        file.seekg(upperByte);
+        const int byte = file.get();
+        file.seekp(upperByte);
+        file.put(static_cast<char>(byte | kDeletedBit));
+        ASSERT_TRUE(file.good());
+    }
+    [[nodiscard]] Bookmark RowOf(TextView code) {
+        const auto rows = OpenTable(u"TTYP");
+        rows->SetIndex(u"PrimaryKey");
+        rows->Seek(u"=", {Text(code)});
+        return rows->CurrentBookmark();
+    }
+};
+
+TEST_F(SharingTest, RecordsetsOfOneDatabaseSeeEachOthersChangesAtOnce) {
+    const auto dynaset = OpenDynaset(u"SELECT * FROM TTYP WHERE TTYP_CODE='VID'");
+    const auto table = OpenTable(u"TTYP");
+    table->SetIndex(u"PrimaryKey");
+    table->Seek(u"=", {u"VID"});
+    Rename(*dynaset, u"Vidange 1");
+    EXPECT_EQ(table->Value(u"TTYP_LIBELLE"), Variant(u"Vidange 1"));
+    Rename(*table, u"Vidange 2");
+    EXPECT_EQ(dynaset->Value(u"TTYP_LIBELLE"), Variant(u"Vidange 2"));
+}
+
+TEST_F(SharingTest, DatabasesSeeEachOthersChangesAfterIdle) {
+    const auto dynaset = OpenDynaset(u"SELECT * FROM TTYP WHERE TTYP_CODE='VID'");
+    const auto table = OpenTable(u"TTYP");
+    table->SetIndex(u"PrimaryKey");
+    table->Seek(u"=", {u"VID"});
+    EXPECT_EQ(dynaset->Value(u"TTYP_LIBELLE"), Variant(u"Vidange et filtres"));
+    EXPECT_EQ(table->Value(u"TTYP_LIBELLE"), Variant(u"Vidange et filtres"));
+    const auto elsewhere = OpenElsewhere(u"VID");
+    Rename(*elsewhere, u"Vidange");
+    DBEngine::Instance().Idle(1);
+    EXPECT_EQ(dynaset->Value(u"TTYP_LIBELLE"), Variant(u"Vidange"));
+    EXPECT_EQ(table->Value(u"TTYP_LIBELLE"), Variant(u"Vidange"));
+    Rename(*dynaset, u"Huile");
+    DBEngine::Instance().Idle(1);
+    EXPECT_EQ(elsewhere->Value(u"TTYP_LIBELLE"), Variant(u"Huile"));
+}
+
+TEST_F(SharingTest, AnotherProcessIsSeenAfterIdle) {
+    const auto dynaset = OpenDynaset(u"TTYP");
+    dynaset->FindFirst(u"TTYP_CODE='VID'");
+    EXPECT_EQ(dynaset->Value(u"TTYP_LIBELLE"), Variant(u"Vidange et filtres"));
+    RenameInAnotherProcess("VID", "Vidange");
+    DBEngine::Instance().Idle(1);
+    EXPECT_EQ(dynaset->Value(u"TTYP_LIBELLE"), Variant(u"Vidange"));
+    dynaset->FindFirst(u"TTYP_LIBELLE='Vidange'");
+    EXPECT_FALSE(dynaset->NoMatch());
+}
+
+TEST_F(SharingTest, SeekSeesANewKeyOfAnotherProcessAfterIdle) {
+    const auto table = OpenTable(u"TTYP");
+    table->SetIndex(u"PrimaryKey");
+    table->Seek(u"=", {u"MOT"});
+    EXPECT_TRUE(table->NoMatch());
+    const std::string command = std::string("'") + QUARDELE_OTHER_PROCESS + "' '" +
+                                Installed().File("DATA/talmeon.mdb").string() + "' TTYP VID TTYP_CODE MOT";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    DBEngine::Instance().Idle(1);
+    table->Seek(u"=", {u"MOT"});
+    ASSERT_FALSE(table->NoMatch());
+    EXPECT_EQ(table->Value(u"TTYP_LIBELLE"), Variant(u"Vidange et filtres"));
+    table->MoveNext();
+    EXPECT_EQ(table->Value(u"TTYP_CODE"), Variant(u"PNE"));
+    table->Seek(u"=", {u"VID"});
+    EXPECT_TRUE(table->NoMatch());
+}
+
+TEST_F(SharingTest, RequeryAndEditSeeAnotherProcessWithoutIdle) {
+    const auto rows = OpenDynaset(u"SELECT * FROM TTYP WHERE TTYP_CODE='VID'");
+    EXPECT_EQ(rows->Value(u"TTYP_LIBELLE"), Variant(u"Vidange et filtres"));
+    RenameInAnotherProcess("VID", "Vidange 1");
+    rows->Edit();
+    EXPECT_EQ(rows->Value(u"TTYP_LIBELLE"), Variant(u"Vidange 1"));
+    rows->CancelUpdate();
+    RenameInAnotherProcess("VID", "Vidange 2");
+    rows->Requery();
+    EXPECT_EQ(rows->Value(u"TTYP_LIBELLE"), Variant(u"Vidange 2"));
+}
+
+TEST_F(SharingTest, NewRecordsetShowsTheFileAsItIs) {
+    EXPECT_EQ(OpenTable(u"TTYP")->RecordCount(), 12U);
+    const TextView statement = u"SELECT * FROM TTYP WHERE TTYP_CODE='VID'";
+    EXPECT_EQ(OpenDynaset(statement)->Value(u"TTYP_LIBELLE"), Variant(u"Vidange et filtres"));
+    RenameInAnotherProcess("VID", "Vidange");
+    EXPECT_EQ(OpenDynaset(statement)->Value(u"TTYP_LIBELLE"), Variant(u"Vidange"));
+}
+
+TEST_F(SharingTest, ChangeSinceEditRaises3197AndNothingIsWritten) {
+    const auto rows = OpenDynaset(u"SELECT * FROM TTYP WHERE TTYP_CODE='VID'");
+    rows->Edit();
+    rows->SetValue(u"TTYP_LIBELLE", u"Le mien");
+    RenameInAnotherProcess("VID", "Le sien");
+    EXPECT_EQ(ErrorOf([&] { rows->Update(); }), error::kRecordChanged);
+    EXPECT_EQ(rows->EditMode(), EditMode::Edit);
+    EXPECT_EQ(rows->Value(u"TTYP_LIBELLE"), Variant(u"Le mien"));
+    EXPECT_EQ(OpenElsewhere(u"VID")->Value(u"TTYP_LIBELLE"), Variant(u"Le sien"));
+    rows->CancelUpdate();
+    EXPECT_EQ(rows->Value(u"TTYP_LIBELLE"), Variant(u"Le sien"));
+    Rename(*rows, u"Le mien");
+    EXPECT_EQ(OpenElsewhere(u"VID")->Value(u"TTYP_LIBELLE"), Variant(u"Le mien"));
+}
+
+TEST_F(SharingTest, ChangeOfATableRecordSinceEditRaises3197) {
+    const auto mine = OpenElsewhere(u"VID");
+    const auto his = OpenElsewhere(u"VID");
+    mine->Edit();
+    mine->SetValue(u"TTYP_LIBELLE", u"Le mien");
+    Rename(*his, u"Le sien");
+    EXPECT_EQ(ErrorOf([&] { mine->Update(); }), error::kRecordChanged);
+    EXPECT_EQ(OpenElsewhere(u"VID")->Value(u"TTYP_LIBELLE"), Variant(u"Le sien"));
+}
+
+TEST_F(SharingTest, RowDeletedBySomebodyElseRaises3167WhenTouched) {
+    const Bookmark row = RowOf(u"DIS");
+    const auto dynaset = OpenDynaset(u"TTYP");
+    const auto table = OpenTable(u"TTYP");
+    dynaset->FindFirst(u"TTYP_CODE='DIS'");
+    table->SetBookmark(row);
+    DeleteInTheFile(row);
+    DBEngine::Instance().Idle(1);
+    EXPECT_EQ(ErrorOf([&] { (void)dynaset->Value(u"TTYP_CODE"); }), error::kRecordDeleted);
+    EXPECT_EQ(ErrorOf([&] { dynaset->Edit(); }), error::kRecordDeleted);
+    EXPECT_EQ(dynaset->EditMode(), EditMode::None);
+    EXPECT_EQ(ErrorOf([&] { (void)dynaset->ValueAt(3, 0); }), error::kRecordDeleted);
+    EXPECT_EQ(ErrorOf([&] { (void)table->Value(u"TTYP_CODE"); }), error::kRecordDeleted);
+    EXPECT_EQ(ErrorOf([&] { table->Edit(); }), error::kRecordDeleted);
+    dynaset->MoveNext();
+    EXPECT_EQ(dynaset->Value(u"TTYP_CODE"), Variant(u"EXT"));
+    EXPECT_EQ(ErrorOf([&] { table->SetBookmark(row); }), error::kRecordDeleted);
+}
+
+TEST_F(SharingTest, RowDeletedSinceEditRaises3167OnUpdate) {
+    const Bookmark row = RowOf(u"DIS");
+    const auto rows = OpenDynaset(u"SELECT * FROM TTYP WHERE TTYP_CODE='DIS'");
+    rows->Edit();
+    rows->SetValue(u"TTYP_LIBELLE", u"X");
+    DeleteInTheFile(row);
+    EXPECT_EQ(ErrorOf([&] { rows->Update(); }), error::kRecordDeleted);
+}
+
+TEST_F(SharingTest, SearchPassesOverADeletedRow) {
+    const auto rows = OpenDynaset(u"TTYP");  // BAT CLI CT DIS EXT ...
+    DeleteInTheFile(RowOf(u"DIS"));
+    DBEngine::Instance().Idle(1);
+    rows->FindFirst(u"TTYP_CODE>='D'");
+    EXPECT_EQ(rows->Value(u"TTYP_CODE"), Variant(u"EXT"));
+}
+
+TEST_F(SharingTest, TableWalksOverADeletedRow) {
+    const auto rows = OpenTable(u"TTYP");  // CT VID FRE ...
+    rows->MoveLast();
+    rows->MoveFirst();
+    DeleteInTheFile(RowOf(u"VID"));
+    DBEngine::Instance().Idle(1);
+    rows->MoveNext();
+    EXPECT_EQ(rows->Value(u"TTYP_CODE"), Variant(u"FRE"));
+    rows->MovePrevious();
+    EXPECT_EQ(rows->Value(u"TTYP_CODE"), Variant(u"CT"));
+}
+
+TEST_F(SharingTest, IdleWithAnotherOptionDoesNothing) {
+    const auto rows = OpenDynaset(u"SELECT * FROM TTYP WHERE TTYP_CODE='VID'");
+    EXPECT_EQ(rows->Value(u"TTYP_LIBELLE"), Variant(u"Vidange et filtres"));
+    RenameInAnotherProcess("VID", "Vidange");
+    DBEngine::Instance().Idle(0);
+    EXPECT_EQ(rows->Value(u"TTYP_LIBELLE"), Variant(u"Vidange et filtres"));
+}
+
+}  // namespace
+}  // namespace quardele::dao

@@ -1,0 +1,52 @@
+#include <sql/query.h>
+
+#include <utility>
+
+#include "executor.h"
+#include "parser.h"
+#include "prepared_select.h"
+#include "row_set_data.h"
+#include "sql_error.h"
+
+namespace quardele::sql {
+
+std::shared_ptr<Query> Query::Prepare(std::shared_ptr<jet::Database> database, TextView statement,
+                                      RowValues values) {
+    SelectPlan plan = MakeSelectPlan(BindSelect(*database, ParseStatement(statement)));
+    plan.fixedValues = values == RowValues::Fixed;
+    return std::make_shared<Query>(std::make_unique<PreparedSelect>(std::move(database), std::move(plan)));
+}
+
+Query::Query(std::unique_ptr<PreparedSelect> select) : select_(std::move(select)) {}
+
+Query::~Query() = default;
+
+const std::vector<ResultColumn>& Query::Columns() const {
+    return select_->Plan().columns;
+}
+
+int Query::FindColumn(TextView name) const {
+    const SelectPlan& plan = select_->Plan();
+    for (std::size_t i = 0; i < plan.columns.size(); ++i) {
+        if (basic::EqualNoCase(plan.columns[i].name, name)) {
+            return static_cast<int>(i);
+        }
+    }
+    for (std::size_t i = 0; i < plan.columns.size(); ++i) {
+        if (basic::EqualNoCase(plan.QualifiedName(i), name)) {
+            return static_cast<int>(i);
+        }
+    }
+    return -1;
+}
+
+const std::vector<std::shared_ptr<jet::Table>>& Query::Sources() const {
+    return select_->Plan().tables;
+}
+
+RowSet Query::Run() const {
+    return RowSet(
+        std::make_shared<RowSet::Data>(shared_from_this(), select_->Plan(), Execute(select_->Plan())));
+}
+
+}  // namespace quardele::sql

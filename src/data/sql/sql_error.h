@@ -1,0 +1,42 @@
+// The errors of statements: numbers that only this room raises, and descriptions that name the place.
+#pragma once
+
+#include <basic/runtime_error.h>
+#include <basic/text.h>
+
+namespace quardele::sql {
+
+using basic::Text;
+using basic::TextView;
+
+namespace error {
+using namespace basic::error;
+inline constexpr int kSyntaxInCondition = 3077;
+inline constexpr int kAmbiguousName = 3079;
+inline constexpr int kDuplicateSource = 3081;
+inline constexpr int kOrderOutsideDistinct = 3093;
+inline constexpr int kNestedAggregate = 3095;
+inline constexpr int kAggregateInWhere = 3096;
+inline constexpr int kAggregateInJoin = 3098;
+inline constexpr int kAggregateInGroupBy = 3099;
+inline constexpr int kCircularAlias = 3103;
+inline constexpr int kInvalidStatement = 3129;
+inline constexpr int kSyntaxInOrderBy = 3138;
+inline constexpr int kTextAfterStatement = 3142;
+inline constexpr int kTooComplex = 3360;
+}  // namespace error
+
+/// Throws the number with its general description and the place it concerns.
+[[noreturn]] void FailNaming(int number, TextView name);
+
+/// Throws a syntax error. `expression` is the text that was read, `reason` what is wrong with it, `near` the
+/// word or sign where reading stopped (empty at the end of the text).
+[[noreturn]] void FailSyntax(int number, TextView reason, TextView expression, TextView near);
+
+/// Throws 3360.
+[[noreturn]] void FailTooComplex();
+
+/// Throws 3061 with the number of values that would be needed.
+[[noreturn]] void FailMissingParameters(std::size_t count);
+
+}  // namespace quardele::sql

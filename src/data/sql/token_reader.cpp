@@ -1,0 +1,63 @@
+#include "token_reader.h"
+
+#include <algorithm>
+
+#include "lexer.h"
+#include "sql_error.h"
+
+namespace quardele::sql {
+
+namespace {
+
+/// The longest text that is read as a statement, in UTF-16 units.
+constexpr std::size_t kLongestStatement = 65536;
+
+std::vector<Token> TokensOf(TextView statement) {
+    if (statement.size() > kLongestStatement) {
+        FailTooComplex();
+    }
+    return Tokenize(statement);
+}
+
+}  // namespace
+
+TokenReader::TokenReader(TextView statement, int expressionError)
+    : statement_(statement), tokens_(TokensOf(statement)), expressionError_(expressionError) {}
+
+const Token& TokenReader::Peek(std::size_t ahead) const {
+    return tokens_[std::min(next_ + ahead, tokens_.size() - 1)];
+}
+
+Token TokenReader::Take() {
+    Token token = Peek();
+    next_ = std::min(next_ + 1, tokens_.size() - 1);
+    return token;
+}
+
+bool TokenReader::TakeSymbol(TextView symbol) {
+    const bool found = Peek().IsSymbol(symbol);
+    next_ += found ? 1 : 0;
+    return found;
+}
+
+bool TokenReader::TakeWord(TextView keyword) {
+    const bool found = Peek().IsWord(keyword);
+    next_ += found ? 1 : 0;
+    return found;
+}
+
+void TokenReader::Fail(int number, TextView reason) const {
+    const Token& token = Peek();
+    const TextView quote = statement_.substr(std::min(quoteStart_, statement_.size()));
+    const TextView near = statement_.substr(token.position, token.length);
+    FailSyntax(number, token.kind == TokenKind::Bad ? TextView(token.text) : reason, quote, near);
+}
+
+TokenReader::Nesting::Nesting(TokenReader& reader) : reader_(reader) {
+    if (reader_.depth_ >= kDeepestTree) {
+        FailTooComplex();
+    }
+    ++reader_.depth_;
+}
+
+}  // namespace quardele::sql

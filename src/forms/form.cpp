@@ -108,9 +108,10 @@ class Form::Private {
     QPointer<QWidget> ownedSurface;
     std::vector<QPointer<QWidget>> controls;
     QPointer<QEventLoop> modalLoop;
-    bool shown = false;      ///< was on screen at least once
-    bool unloading = false;  ///< its QueryUnload and Unload handlers are running
-    bool gone = false;       ///< unloaded, waiting for its destruction
+    QPointer<QWidget> focus;  ///< had the focus when the form was hidden
+    bool shown = false;       ///< was on screen at least once
+    bool unloading = false;   ///< its QueryUnload and Unload handlers are running
+    bool gone = false;        ///< unloaded, waiting for its destruction
 };
 
 std::unique_ptr<Form>& Form::Slot(std::type_index type) {
@@ -273,7 +274,7 @@ void Form::Show(ShowMode mode) {
     if (!d_->shown) {
         ShowFirst();
     } else if (!Visible()) {
-        window_->show();
+        ShowAgain();
     }
     BecomeActive();
     if (modal && !d_->gone && Visible()) {
@@ -299,6 +300,16 @@ void Form::ShowFirst() {
     Resized();
     if (!d_->gone) {
         BecomeActive();
+    }
+}
+
+/// With the focus where it was.
+void Form::ShowAgain() {
+    const FocusEvents::Hold hold(window_);
+    const Showing showing;
+    window_->show();
+    if (d_->focus != nullptr) {
+        d_->focus->setFocus();
     }
 }
 
@@ -330,6 +341,7 @@ void Form::Hide() {
     {
         // Qt passes the focus on inside the form that goes; nobody can see that.
         const FocusEvents::Hold hold(nullptr);
+        d_->focus = window_->focusWidget();
         window_->hide();
         FormHost::Instance().Leave(*this);
     }

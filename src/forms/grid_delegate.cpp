@@ -21,12 +21,19 @@ namespace quardele::forms {
 namespace {
 
 constexpr int kMargin = 4;
+constexpr int kFarMargin = 1;
 constexpr int kPicture = 14;
 /// Pure red, as the platform counts colours: a state with a pictogram of its own.
 constexpr int kRed = 255;
 
 QColor FromPlatform(int color) {
     return {color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF};
+}
+
+/// Narrow columns need all their width: a text keeps its distance from the line that it leans on only.
+QRect TextRect(const QRect& cell, Qt::Alignment alignment) {
+    return cell.adjusted(alignment.testFlag(Qt::AlignLeft) ? kMargin : kFarMargin, 0,
+                         alignment.testFlag(Qt::AlignRight) ? -kMargin : -kFarMargin, 0);
 }
 
 /// A date as it is stored: the short date. Empty for a text that is none.
@@ -125,8 +132,9 @@ void GridDelegate::PaintText(QPainter& painter, const QRect& rect, const QModelI
     }
     painter.setPen(HasNoHistory(index) ? colors::kEntry : colors::kInk);
     painter.setFont(FontOf(index));
-    const QRect room = rect.adjusted(kMargin, 0, -kMargin, 0);
-    painter.drawText(room, static_cast<int>(model_.Column(index.column()).Alignment()),
+    const Qt::Alignment alignment = model_.Column(index.column()).Alignment();
+    const QRect room = TextRect(rect, alignment);
+    painter.drawText(room, static_cast<int>(alignment),
                      painter.fontMetrics().elidedText(text, Qt::ElideRight, room.width()));
 }
 
@@ -197,8 +205,8 @@ bool GridDelegate::eventFilter(QObject* watched, QEvent* event) {
 bool GridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                              const QModelIndex& index) {
     const QString text = index.data(Qt::DisplayRole).toString();
-    const int room = option.rect.width() - 2 * kMargin;
-    if (QFontMetrics(FontOf(index)).horizontalAdvance(text) > room) {
+    const QRect room = TextRect(option.rect, model_.Column(index.column()).Alignment());
+    if (QFontMetrics(FontOf(index)).horizontalAdvance(text) > room.width()) {
         QToolTip::showText(event->globalPos(), text, view, option.rect);
         return true;
     }

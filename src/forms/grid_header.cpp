@@ -11,7 +11,7 @@
 namespace quardele::forms {
 namespace {
 
-constexpr int kMargin = 4;
+constexpr int kMargin = 2;
 constexpr int kBar = 3;
 constexpr int kVerticalPadding = 9;
 constexpr int kWrap = Qt::TextWordWrap | Qt::AlignVCenter;
@@ -57,7 +57,7 @@ QFont GridHeader::FontOf(int section) const {
 }
 
 QRect GridHeader::TextRect(int section, const QRect& rect) const {
-    return rect.adjusted(kMargin, 0, -kMargin, IsMarked(section) ? -kBar : 0);
+    return rect.adjusted(kMargin + 1, 0, -kMargin, IsMarked(section) ? -kBar : 0);
 }
 
 QSize GridHeader::sizeHint() const {
@@ -72,7 +72,7 @@ QSize GridHeader::sizeHint() const {
             continue;
         }
         const QFontMetrics metrics(FontOf(section));
-        const QRect room(0, 0, sectionSize(section) - 2 * kMargin, 2 * metrics.lineSpacing());
+        const QRect room(0, 0, sectionSize(section) - 2 * kMargin - 1, 2 * metrics.lineSpacing());
         const int needed = metrics.boundingRect(room, kWrap, model_.Column(section).heading).height();
         text = std::max(text, std::min(needed, 2 * metrics.lineSpacing()));
     }

@@ -19,6 +19,7 @@ namespace {
 constexpr QSize kButtonSize(88, 32);
 constexpr int kIconSize = 32;
 constexpr int kTextWidth = 460;
+constexpr int kLeastTextWidth = 280;
 constexpr int kEdge = 16;
 constexpr int kGap = 8;
 
@@ -101,7 +102,7 @@ class Box : public QDialog {
     static void FitWidth(QLabel& text) {
         const int natural = text.sizeHint().width();
         text.setWordWrap(natural > kTextWidth);
-        text.setFixedWidth(std::clamp(natural, 2 * kButtonSize.width(), kTextWidth));
+        text.setFixedWidth(std::clamp(natural, kLeastTextWidth, kTextWidth));
     }
 
     void AddButtons(QVBoxLayout& outer) {

@@ -1,6 +1,7 @@
 #include "style.h"
 
 #include <QAbstractScrollArea>
+#include <QApplication>
 #include <QComboBox>
 #include <QIcon>
 #include <QLineEdit>
@@ -95,6 +96,20 @@ void DrawTab(const QStyleOptionTab& tab, QPainter& painter) {
     painter.restore();
 }
 
+/// Pictures are drawn for light ground; on the accent of a title bar only their shape counts.
+QIcon InWhite(const QIcon& icon) {
+    constexpr int kSize = 16;
+    QPixmap shape = icon.pixmap(kSize);
+    QPainter painter(&shape);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(shape.rect(), kEntry);
+    return shape;
+}
+
+bool HasFocusInside(const QStyleOption& option, const QWidget& widget) {
+    return HasFocus(option) || widget.isAncestorOf(QApplication::focusWidget());
+}
+
 void DrawComboArrow(const QStyleOptionComboBox& combo, QPainter& painter, const QWidget& widget) {
     const QRect arrow =
         widget.style()->subControlRect(QStyle::CC_ComboBox, &combo, QStyle::SC_ComboBoxArrow, &widget);
@@ -170,7 +185,7 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
             return;
         case PE_Frame:
             if (qobject_cast<const QAbstractScrollArea*>(widget) != nullptr) {
-                draw::EntryBorder(*painter, option->rect, HasFocus(*option));
+                draw::EntryBorder(*painter, option->rect, HasFocusInside(*option, *widget));
             } else {
                 RoundedBox(*painter, option->rect, Qt::NoBrush, kDecorativeLine, 1, kButtonRadius);
             }
@@ -202,6 +217,13 @@ void Style::drawControl(ControlElement element, const QStyleOption* option, QPai
 
 void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                                const QWidget* widget) const {
+    if (const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
+        control == CC_TitleBar && title != nullptr) {
+        QStyleOptionTitleBar inWhite = *title;
+        inWhite.icon = InWhite(title->icon);
+        QProxyStyle::drawComplexControl(control, &inWhite, painter, widget);
+        return;
+    }
     const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
     if (control != CC_ComboBox || combo == nullptr || widget == nullptr) {
         QProxyStyle::drawComplexControl(control, option, painter, widget);
@@ -240,8 +262,8 @@ int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* 
         case SH_EtchDisabledText:
         case SH_DitherDisabledText:
             return 0;
-        case SH_TitleBar_NoBorder:
-            return QProxyStyle::styleHint(hint, option, widget, returnData);
+        case SH_Table_GridLineColor:
+            return static_cast<int>(kGridLine.rgb());
         default:
             return QProxyStyle::styleHint(hint, option, widget, returnData);
     }

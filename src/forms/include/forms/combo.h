@@ -33,6 +33,8 @@ class ListCombo : public QComboBox, private RowsView {
     [[nodiscard]] QStringList ListFields() const { return listFields_; }
     void SetListFields(const QStringList& fields);
 
+    void showPopup() override;
+
  signals:
     /// The text changed, by hand or by the program.
     void Change();
@@ -40,9 +42,6 @@ class ListCombo : public QComboBox, private RowsView {
     void Click();
     void GotFocus();
     void LostFocus();
-
- protected:
-    void showPopup() override;
 
  private:
     void RowsReplaced() override;

@@ -108,6 +108,7 @@ class Form : public QObject {
 
     void AdoptSurface();
     void ShowFirst();
+    void ShowAgain();
     void RunModally();
     void BecomeActive();
     void Resized();

@@ -1,0 +1,26 @@
+// Starting the main window as main() does, with its boxes answered and the end of the process caught.
+#pragma once
+
+#include <vector>
+
+#include <QString>
+
+namespace quardele::shell {
+class MDIMENU_VEH;
+}
+
+namespace quardele::tests {
+
+struct Start {
+    bool ended = false;          ///< the process ended during start-up
+    std::vector<QString> boxes;  ///< the texts of the boxes shown
+};
+
+/// A fresh session, then the main window's load and first show.
+Start StartProgram();
+/// The running main window.
+shell::MDIMENU_VEH& MainWindow();
+/// Unloads what is loaded and forgets the session.
+void StopProgram();
+
+}  // namespace quardele::tests

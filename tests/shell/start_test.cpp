@@ -1,0 +1,331 @@
+// The road from process start to the idle main window: databases, version, caption, sizes, and every way in
+// which it fails.
+#include <unistd.h>
+#include <fstream>
+
+#include <QTest>
+
+#include <basic/paths.h>
+#include <forms/runtime.h>
+#include <forms/strings.h>
+#include <forms/twips.h>
+#include <services/translation.h>
+#include <shell/main_window.h>
+#include <shell/session.h>
+#include <support/installation.h>
+
+#include "database_edits.h"
+#include "start.h"
+
+using namespace quardele;
+using tests::Damage;
+using tests::MainWindow;
+using tests::Start;
+using tests::StartProgram;
+
+namespace {
+
+constexpr auto kPaths = u"C:\\QUARDELE\\dbpath.mdb";
+constexpr auto kData = u"C:\\QUARDELE\\DATA\\talmeon.mdb";
+
+/// What ends a start that has not opened the data database: the structure cannot be looked at.
+const QString kPatchWithEmptyJournal = QStringLiteral(
+    "Une mise à jour de structure des données a été effectuée.\n\n\nL'application doit être "
+    "redémarrée...");
+const QString kNoPathDatabase = QStringLiteral("La base de données DBPATH.MDB est introuvable !");
+
+}  // namespace
+
+class StartTest : public QObject {
+    Q_OBJECT
+
+ private slots:
+    void initTestCase();
+    void cleanup();
+
+    void TheSampleInstallationOpensTheWindow();
+    void TheSessionKnowsItsFolders();
+    void TheCaptionCarriesVersionAndFolder_data();
+    void TheCaptionCarriesVersionAndFolder();
+    void TheStatusBarShowsTheSizeAlone();
+    void TheWindowTakesTheScreen_data();
+    void TheWindowTakesTheScreen();
+
+    void TheCurrentFolderDecidesWhereTheDatabaseLies();
+    void TheRootOfADriveIsItsOwnParent();
+    void TheCaseOfTheFileNameDoesNotMatter();
+    void ASpoiledPathDatabaseIsReportedWithStepOne_data();
+    void ASpoiledPathDatabaseIsReportedWithStepOne();
+    void ASpoiledDataDatabaseIsReportedWithStepTwo_data();
+    void ASpoiledDataDatabaseIsReportedWithStepTwo();
+    void AMissingDataDatabaseIsReportedWithStepTwo();
+    void AFolderWithoutBackslashRunsIntoTheFileName();
+    void WithoutTheDataDatabasesRowTheProgramEnds();
+    void WithoutTheStockDatabasesRowTheWindowOpens();
+    void AnotherVersionOfTheDataEndsTheProgram();
+    void ADatabaseWithoutVersionAgrees();
+    void TheRevisionTakesNoPartInTheComparison();
+    void AReadOnlyFolderOpensTheWindow();
+};
+
+void StartTest::initTestCase() {
+    forms::CatchEndOfProcess(true);
+    QCoreApplication::setApplicationVersion(QStringLiteral("9.5.5"));
+}
+
+void StartTest::cleanup() {
+    tests::StopProgram();
+    forms::Screen::SetSizeForTests(0, 0);
+    QCoreApplication::setApplicationVersion(QStringLiteral("9.5.5"));
+}
+
+void StartTest::TheSampleInstallationOpensTheWindow() {
+    const support::Installation installation;
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes, std::vector<QString>{});
+    QVERIFY(!start.ended);
+    QVERIFY(MainWindow().Visible());
+    QCOMPARE(forms::Forms::Count(), 1);
+    QVERIFY(shell::TheSession().BD_DONNEES != nullptr);
+    QVERIFY(shell::TheSession().OBJ_WORD != nullptr);
+    QCOMPARE(shell::TheSession().NUMAPPLI_COURANT, 0);
+    QVERIFY(!MainWindow().M_PARAM->isVisible());
+}
+
+void StartTest::TheSessionKnowsItsFolders() {
+    const support::Installation installation;
+    StartProgram();
+    QCOMPARE(shell::TheSession().CHEMIN_DONNEES, QStringLiteral("C:\\QUARDELE\\DATA\\"));
+    QCOMPARE(shell::TheSession().CHEMIN_STOCK, QStringLiteral("C:\\QUARDELE\\STOCK\\"));
+    QCOMPARE(services::Translation().CHEMIN_TRAD, QStringLiteral("C:\\QUARDELE\\DATA\\"));
+    QCOMPARE(services::Translation().NOM_BD_TRAD, QStringLiteral("BDTRAD.MDB"));
+    QCOMPARE(services::Translation().TranslationOn, false);
+    QCOMPARE(shell::TheSession().PARAM_CALENDRIER, 1);
+}
+
+void StartTest::TheCaptionCarriesVersionAndFolder_data() {
+    QTest::addColumn<QString>("version");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("one digit") << "9.5.5"
+                               << "V9.5.05";
+    QTest::newRow("two digits") << "9.5.12"
+                                << "V9.5.12";
+    QTest::newRow("the last two digits") << "9.5.123"
+                                         << "V9.5.23";
+}
+
+void StartTest::TheCaptionCarriesVersionAndFolder() {
+    QFETCH(const QString, version);
+    QFETCH(const QString, shown);
+    const support::Installation installation;
+    QCoreApplication::setApplicationVersion(version);
+    StartProgram();
+    QCOMPARE(MainWindow().Caption(), QStringLiteral("Gestion des véhicules   ") + shown + QString(26, u' ') +
+                                         QStringLiteral("C:\\QUARDELE\\DATA\\"));
+}
+
+void StartTest::TheStatusBarShowsTheSizeAlone() {
+    const support::Installation installation;
+    StartProgram();
+    const forms::StatusBar& bar = *MainWindow().PIC_STATUS;
+    QCOMPARE(bar.Count(), 4);
+    QVERIFY(bar.Panels(1).Visible());
+    QCOMPARE(bar.Panels(1).Text(),
+             QStringLiteral("%1 x %2").arg(MainWindow().Height()).arg(MainWindow().Width()));
+    for (int index = 2; index <= 4; ++index) {
+        QVERIFY2(!bar.Panels(index).Visible(), qPrintable(QString::number(index)));
+    }
+}
+
+void StartTest::TheWindowTakesTheScreen_data() {
+    QTest::addColumn<int>("screenWidth");
+    QTest::addColumn<int>("screenHeight");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<bool>("smallScreen");
+    QTest::newRow("800 x 600") << 12000 << 9000 << 12000 << 8500 << true;
+    QTest::newRow("one pixel narrower") << 11985 << 9000 << 11985 - 2445 << 8500 << true;
+    QTest::newRow("one pixel wider") << 12015 << 9000 << 12015 - 2445 << 8500 << true;
+    QTest::newRow("800 wide, higher") << 12000 << 9015 << 12000 << 8515 << false;
+    QTest::newRow("1366 x 768") << 20490 << 11520 << 18045 << 11020 << false;
+}
+
+void StartTest::TheWindowTakesTheScreen() {
+    QFETCH(const int, screenWidth);
+    QFETCH(const int, screenHeight);
+    QFETCH(const int, width);
+    QFETCH(const int, height);
+    QFETCH(const bool, smallScreen);
+    const support::Installation installation;
+    forms::Screen::SetSizeForTests(screenWidth, screenHeight);
+    StartProgram();
+    const shell::Session& session = shell::TheSession();
+    QCOMPARE(session.ScreenWidth, screenWidth);
+    QCOMPARE(session.ScreenHeight, screenHeight);
+    // A window is whole pixels.
+    QVERIFY(std::abs(session.MDI_LARGEUR - width) < 15);
+    QVERIFY(std::abs(session.MDI_HAUTEUR - height) < 15);
+    // The desktop draws its frame around that when the window comes on screen.
+    QCOMPARE(forms::ToTwips(MainWindow().Window()->width()), session.MDI_LARGEUR);
+    QCOMPARE(forms::ToTwips(MainWindow().Window()->height()), session.MDI_HAUTEUR);
+    QCOMPARE(MainWindow().Top(), 0);
+    QCOMPARE(MainWindow().Left(), 0);
+    QCOMPARE(session.WorkAreaTop == 0, smallScreen);
+    QCOMPARE(session.WorkAreaHeight, 0);
+    if (!smallScreen) {
+        // The designed height, not the one at run time.
+        QCOMPARE(session.WorkAreaTop, 400 * 15 + 1);
+    }
+}
+
+void StartTest::TheCurrentFolderDecidesWhereTheDatabaseLies() {
+    const support::Installation installation;
+    std::filesystem::create_directories(installation.DriveC() / "AILLEURS" / "VEH");
+    basic::ChDir(u"C:\\AILLEURS\\VEH");
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes, std::vector<QString>{kNoPathDatabase});
+    QVERIFY(start.ended);
+}
+
+void StartTest::TheRootOfADriveIsItsOwnParent() {
+    const support::Installation installation;
+    basic::ChDir(u"C:\\");
+    QCOMPARE(StartProgram().boxes, std::vector<QString>{kNoPathDatabase});
+
+    std::filesystem::copy(installation.File("dbpath.mdb"), installation.DriveC() / "dbpath.mdb");
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes, std::vector<QString>{});
+    QVERIFY(!start.ended);
+}
+
+void StartTest::TheCaseOfTheFileNameDoesNotMatter() {
+    const support::Installation installation;
+    std::filesystem::rename(installation.File("dbpath.mdb"), installation.File("DBPath.MDB"));
+    QVERIFY(!StartProgram().ended);
+}
+
+void StartTest::ASpoiledPathDatabaseIsReportedWithStepOne_data() {
+    QTest::addColumn<Damage>("damage");
+    QTest::addColumn<int>("error");
+    QTest::newRow("empty") << Damage::Empty << basic::error::kNotADatabase;
+    QTest::newRow("truncated") << Damage::Truncated << basic::error::kNotADatabase;
+    QTest::newRow("foreign") << Damage::Foreign << basic::error::kNotADatabase;
+    QTest::newRow("password") << Damage::PasswordProtected << basic::error::kBadPassword;
+}
+
+void StartTest::ASpoiledPathDatabaseIsReportedWithStepOne() {
+    QFETCH(const Damage, damage);
+    const support::Installation installation;
+    tests::SpoilFile(installation.File("dbpath.mdb"), damage);
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes.size(), std::size_t{2});
+    QVERIFY2(start.boxes[0].startsWith(QStringLiteral("control appli: (1) : ")), qPrintable(start.boxes[0]));
+    QCOMPARE(start.boxes[1], kPatchWithEmptyJournal);
+    QVERIFY(start.ended);
+}
+
+void StartTest::ASpoiledDataDatabaseIsReportedWithStepTwo_data() {
+    ASpoiledPathDatabaseIsReportedWithStepOne_data();
+}
+
+void StartTest::ASpoiledDataDatabaseIsReportedWithStepTwo() {
+    QFETCH(const Damage, damage);
+    const support::Installation installation;
+    tests::SpoilFile(installation.File("DATA/talmeon.mdb"), damage);
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes.size(), std::size_t{2});
+    QVERIFY2(start.boxes[0].startsWith(QStringLiteral("control appli: (2) : ")), qPrintable(start.boxes[0]));
+    QCOMPARE(start.boxes[1], kPatchWithEmptyJournal);
+    QVERIFY(start.ended);
+}
+
+void StartTest::AMissingDataDatabaseIsReportedWithStepTwo() {
+    const support::Installation installation;
+    std::filesystem::remove(installation.File("DATA/talmeon.mdb"));
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes.size(), std::size_t{2});
+    QVERIFY2(start.boxes[0].startsWith(QStringLiteral("control appli: (2) : ")), qPrintable(start.boxes[0]));
+    QVERIFY(start.ended);
+}
+
+void StartTest::AFolderWithoutBackslashRunsIntoTheFileName() {
+    const support::Installation installation;
+    tests::SetField(kPaths, u"TPATH", u"TPATH_NUM = 2", u"TPATH_PATH", u"C:\\QUARDELE\\DATA");
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes.size(), std::size_t{2});
+    QVERIFY2(start.boxes[0].startsWith(QStringLiteral("control appli: (2) : ")), qPrintable(start.boxes[0]));
+    QVERIFY2(start.boxes[0].contains(QStringLiteral("DATAtalmeon.mdb")), qPrintable(start.boxes[0]));
+    QCOMPARE(start.boxes[1], kPatchWithEmptyJournal);
+    QVERIFY(start.ended);
+}
+
+void StartTest::WithoutTheDataDatabasesRowTheProgramEnds() {
+    const support::Installation installation;
+    tests::SetField(kPaths, u"TPATH", u"TPATH_NUM = 2", u"TPATH_NUM", std::int16_t{12});
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes,
+             std::vector<QString>{QStringLiteral("Cette application ne peut pas fonctionner sans TALMEON")});
+    QVERIFY(start.ended);
+}
+
+void StartTest::WithoutTheStockDatabasesRowTheWindowOpens() {
+    const support::Installation installation;
+    tests::SetField(kPaths, u"TPATH", u"TPATH_NUM = 1", u"TPATH_NUM", std::int16_t{11});
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes, std::vector<QString>{});
+    QVERIFY(!start.ended);
+    QCOMPARE(shell::TheSession().CHEMIN_STOCK, QString());
+}
+
+void StartTest::AnotherVersionOfTheDataEndsTheProgram() {
+    const support::Installation installation;
+    tests::SetField(kData, u"TPAR", u"TPAR_Ver = '9.5'", u"TPAR_Ver", u"9.4");
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes, std::vector<QString>{QStringLiteral(
+                              "Ce programme est en version 9.5 et la base de données en version 9.4")});
+    QVERIFY(start.ended);
+}
+
+void StartTest::ADatabaseWithoutVersionAgrees() {
+    const support::Installation installation;
+    tests::SetField(kData, u"TPAR", u"TPAR_Ver = '9.5'", u"TPAR_Ver", basic::Null{});
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes, std::vector<QString>{});
+    QVERIFY(!start.ended);
+}
+
+void StartTest::TheRevisionTakesNoPartInTheComparison() {
+    const support::Installation installation;
+    QCoreApplication::setApplicationVersion(QStringLiteral("9.5.6"));
+    QVERIFY(!StartProgram().ended);
+    QCoreApplication::setApplicationVersion(QStringLiteral("9.6.5"));
+    QVERIFY(StartProgram().ended);
+}
+
+void StartTest::AReadOnlyFolderOpensTheWindow() {
+    if (geteuid() == 0) {
+        QSKIP("root may write in any folder");
+    }
+    const support::Installation installation;
+    namespace fs = std::filesystem;
+    const auto setWritable = [&](fs::perm_options option) {
+        for (const char* name : {"", "dbpath.mdb", "DATA", "DATA/talmeon.mdb"}) {
+            fs::permissions(installation.File(name), fs::perms::owner_write, option);
+        }
+    };
+    setWritable(fs::perm_options::remove);
+    const Start start = StartProgram();
+    tests::StopProgram();
+    setWritable(fs::perm_options::add);
+    QCOMPARE(start.boxes, std::vector<QString>{});
+    QVERIFY(!start.ended);
+}
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    forms::SetUpApplication(application);
+    StartTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "start_test.moc"

@@ -1,0 +1,108 @@
+// The structure patch at start-up: which columns it misses, what it tells, and that the process ends.
+#include <QTest>
+
+#include <forms/runtime.h>
+#include <shell/main_window.h>
+#include <shell/session.h>
+#include <support/installation.h>
+
+#include "database_edits.h"
+#include "start.h"
+
+using namespace quardele;
+using tests::Start;
+using tests::StartProgram;
+
+namespace {
+
+const QString kFirstLine = QStringLiteral("- Ajout champ TVEH_Note1 - Table : TVEH\n");
+const QString kSecondLine = QStringLiteral("- Ajout champ TVEH_Note2 - Table : TVEH\n");
+
+QString MessageWith(const QString& journal) {
+    return QStringLiteral("Une mise à jour de structure des données a été effectuée.\n") + journal +
+           QStringLiteral("\n\nL'application doit être redémarrée...");
+}
+
+}  // namespace
+
+class StructurePatchTest : public QObject {
+    Q_OBJECT
+
+ private slots:
+    void initTestCase();
+    void cleanup();
+    void BothColumnsPresentStartWithoutAMessage();
+    void TwoMissingColumnsAreToldAndEndTheProgram();
+    void AColumnThatCannotBeAddedIsTriedAtEachStart();
+    void OneMissingColumnIsOneLine();
+    void AColumnInOtherCaseIsMissing();
+    void WithoutADataDatabaseTheJournalIsEmpty();
+};
+
+void StructurePatchTest::initTestCase() {
+    forms::CatchEndOfProcess(true);
+    QCoreApplication::setApplicationVersion(QStringLiteral("9.5.5"));
+}
+
+void StructurePatchTest::cleanup() {
+    tests::StopProgram();
+}
+
+void StructurePatchTest::BothColumnsPresentStartWithoutAMessage() {
+    const support::Installation installation;
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes, std::vector<QString>{});
+    QVERIFY(!start.ended);
+}
+
+void StructurePatchTest::TwoMissingColumnsAreToldAndEndTheProgram() {
+    const support::Installation installation;
+    std::filesystem::copy_file(QUARDELE_SOURCE_DIR "/tests/sample/before-notes/talmeon.mdb",
+                               installation.File("DATA/talmeon.mdb"),
+                               std::filesystem::copy_options::overwrite_existing);
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes, std::vector<QString>{MessageWith(kFirstLine + kSecondLine)});
+    QVERIFY(start.ended);
+}
+
+void StructurePatchTest::AColumnThatCannotBeAddedIsTriedAtEachStart() {
+    const support::Installation installation;
+    // The engine takes both spellings for one name and refuses to add the column.
+    tests::ReplaceInFile(installation.File("DATA/talmeon.mdb"), u"TVEH_Note1", u"TVEH_NOTE1");
+    QVERIFY(StartProgram().ended);
+    const Start second = StartProgram();
+    QCOMPARE(second.boxes, std::vector<QString>{MessageWith(kFirstLine)});
+    QVERIFY(second.ended);
+}
+
+void StructurePatchTest::OneMissingColumnIsOneLine() {
+    const support::Installation installation;
+    tests::ReplaceInFile(installation.File("DATA/talmeon.mdb"), u"TVEH_Note2", u"TVEH_Autre");
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes, std::vector<QString>{MessageWith(kSecondLine)});
+    QVERIFY(start.ended);
+}
+
+void StructurePatchTest::AColumnInOtherCaseIsMissing() {
+    const support::Installation installation;
+    tests::ReplaceInFile(installation.File("DATA/talmeon.mdb"), u"TVEH_Note2", u"tveh_note2");
+    QCOMPARE(StartProgram().boxes, std::vector<QString>{MessageWith(kSecondLine)});
+}
+
+void StructurePatchTest::WithoutADataDatabaseTheJournalIsEmpty() {
+    const support::Installation installation;
+    std::filesystem::remove(installation.File("DATA/talmeon.mdb"));
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes.size(), std::size_t{2});
+    QCOMPARE(start.boxes[1], MessageWith(QString()));
+    QVERIFY(start.ended);
+}
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    forms::SetUpApplication(application);
+    StructurePatchTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "structure_patch_test.moc"

@@ -50,20 +50,20 @@ TEST_P(SplitStatement, GivesItsThreeClauses) {
 
 INSTANTIATE_TEST_SUITE_P(
     Statements, SplitStatement,
-    testing::Values(SplitCase{"select a from b;", "SELECT A FROM B", "", ""},
-                    SplitCase{"select * from t where x='a' order by y desc;", "SELECT * FROM T", "X='A'",
-                              "Y DESC"},
-                    SplitCase{"select * from t order by y", "SELECT * FROM T", "", "Y"},
-                    SplitCase{"select * from t where x = 1", "SELECT * FROM T", "X = 1", ""},
-                    SplitCase{"TTYP", "TTYP", "", ""},
-                    SplitCase{"select * from t where x='été'", "SELECT * FROM T", "X='ÉTÉ'", ""},
-                    // The first WHERE counts, wherever it stands.
-                    SplitCase{"select elsewhere from t where a = 1", "SELECT ELSE", "FROM T WHERE A = 1", ""},
-                    // So does the first ORDER BY, in a literal too; the character behind it goes with the words.
+    testing::Values(
+        SplitCase{"select a from b;", "SELECT A FROM B", "", ""},
+        SplitCase{"select * from t where x='a' order by y desc;", "SELECT * FROM T", "X='A'", "Y DESC"},
+        SplitCase{"select * from t order by y", "SELECT * FROM T", "", "Y"},
+        SplitCase{"select * from t where x = 1", "SELECT * FROM T", "X = 1", ""},
+        SplitCase{"TTYP", "TTYP", "", ""},
+        SplitCase{"select * from t where x='été'", "SELECT * FROM T", "X='ÉTÉ'", ""},
+        // The first WHERE counts, wherever it stands.
+        SplitCase{"select elsewhere from t where a = 1", "SELECT ELSE", "FROM T WHERE A = 1", ""},
+        // So does the first ORDER BY, in a literal too; the character behind it goes with the words.
         SplitCase{"select * from t where a = 'order by' order by b", "SELECT * FROM T", "A = '",
-                              "ORDER BY B"},
-                                SplitCase{"select * from t order by[y]", "SELECT * FROM T", "", "Y]"},
-                    SplitCase{"select * from t;;", "SELECT * FROM T;", "", ""}));
+                  "ORDER BY B"},
+        SplitCase{"select * from t order by[y]", "SELECT * FROM T", "", "Y]"},
+        SplitCase{"select * from t;;", "SELECT * FROM T;", "", ""}));
 
 TEST(SplitRecordSource, AnEmptyStatementLeavesTheOutputsAsTheyWere) {
     const Parts parts = Split("");

@@ -1,0 +1,133 @@
+// Size and place of the vehicle form and of what grows with it, on screens of several sizes.
+#include "vehicle_form_fixture.h"
+
+using namespace quardele;
+using namespace quardele::tests;
+using forms::WindowState;
+
+namespace {
+
+/// The rule of the layout, in twips; a control is whole pixels.
+void CompareLayout() {
+    const int tabHeight = Tabs()->TabHeight();
+    const int barHeight = forms::Height(Control<QWidget>("Frm_Boutons_Barre"));
+    const auto near = [](int actual, int expected) { return std::abs(actual - expected) <= 15; };
+    const forms::Grid* const list = Grid("DBG_Liste");
+    QVERIFY(near(forms::Width(Tabs()), Form().Width() - 200));
+    QVERIFY(near(forms::Height(Tabs()), Form().Height() - barHeight - tabHeight - 200));
+    QVERIFY(near(forms::Height(list), forms::Height(Tabs()) - tabHeight - 200));
+    QVERIFY(near(forms::Width(list), forms::Width(Tabs()) - 200));
+}
+
+}  // namespace
+
+class FormLayoutTest : public QObject {
+    Q_OBJECT
+
+ private slots:
+    void initTestCase() { PrepareVehicleTests(); }
+    void cleanup() { forms::Screen::SetSizeForTests(0, 0); }
+    void TheFormFitsTheMainWindow_data();
+    void TheFormFitsTheMainWindow();
+    void AResizeLaysTheFormOutAgain();
+    void AMaximizedFormIsLaidOut();
+    void AMinimizedFormIsNot();
+    void TheButtonsStayAtTheBottom();
+    void TheTabOrderIsTheReadingOrder();
+};
+
+void FormLayoutTest::TheFormFitsTheMainWindow_data() {
+    QTest::addColumn<int>("screenWidth");
+    QTest::addColumn<int>("screenHeight");
+    QTest::addColumn<bool>("asWideAsTheMainWindow");
+    QTest::newRow("800 x 600") << 12000 << 9000 << false;
+    QTest::newRow("1366 x 768") << 20490 << 11520 << true;
+}
+
+void FormLayoutTest::TheFormFitsTheMainWindow() {
+    QFETCH(const int, screenWidth);
+    QFETCH(const int, screenHeight);
+    QFETCH(const bool, asWideAsTheMainWindow);
+    forms::Screen::SetSizeForTests(screenWidth, screenHeight);
+    RunningProgram program;
+    program.OpenVehicles();
+    QCOMPARE(Form().Height(), MainWindow().Height() - MainWindow().PIC_STATUS->Height() - 1500);
+    QCOMPARE(Form().Width() == MainWindow().Width(), asWideAsTheMainWindow);
+    CompareLayout();
+}
+
+void FormLayoutTest::AResizeLaysTheFormOutAgain() {
+    RunningProgram program;
+    program.OpenVehicles();
+    Form().SetHeight(Form().Height() - 900);
+    Form().SetWidth(Form().Width() - 900);
+    CompareLayout();
+}
+
+void FormLayoutTest::AMaximizedFormIsLaidOut() {
+    RunningProgram program;
+    program.OpenVehicles();
+    const int width = forms::Width(Tabs());
+    Form().SetWindowState(WindowState::Maximized);
+    QVERIFY(forms::Width(Tabs()) != width);
+    CompareLayout();
+}
+
+void FormLayoutTest::AMinimizedFormIsNot() {
+    RunningProgram program;
+    program.OpenVehicles();
+    const int height = forms::Height(Tabs());
+    const int width = forms::Width(Tabs());
+    Form().SetWindowState(WindowState::Minimized);
+    QCOMPARE(forms::Height(Tabs()), height);
+    QCOMPARE(forms::Width(Tabs()), width);
+}
+
+void FormLayoutTest::TheButtonsStayAtTheBottom() {
+    RunningProgram program;
+    program.OpenVehicles();
+    const QWidget* const bar = Control<QWidget>("Frm_Boutons_Barre");
+    const auto atTheBottom = [bar] {
+        return bar->geometry().bottom() == bar->parentWidget()->rect().bottom() && bar->x() == 0 &&
+               bar->width() == bar->parentWidget()->width();
+    };
+    QVERIFY(atTheBottom());
+    Form().SetHeight(Form().Height() - 900);
+    QVERIFY(atTheBottom());
+}
+
+void FormLayoutTest::TheTabOrderIsTheReadingOrder() {
+    RunningProgram program;
+    program.OpenVehicles();
+    OpenRecordOf(QStringLiteral("KG-361-VP"));
+    QStringList reached;
+    for (int step = 0; step < 30; ++step) {
+        const QString name = forms::Screen::ActiveControl()->objectName();
+        if (reached.contains(name)) {
+            break;
+        }
+        reached.append(name);
+        // Tab moves between the cells of the visits; Ctrl+Tab leaves a grid.
+        if (name == QStringLiteral("DBG_DETAIL")) {
+            forms::SetFocus(UserBox(1));
+        } else {
+            PressKey(Qt::Key_Tab);
+        }
+    }
+    const QStringList expected{
+        "CTX_IMMAT",    "CTX_MARQUE",  "CTX_ComplIdent", "CTX_CODCLI",     "DBG_DETAIL",     "CTX_USER_1",
+        "CTX_USER_2",   "CTX_USER_3",  "CTX_USER_4",     "CTX_USER_6",     "CTX_USER_7",     "CTX_USER_8",
+        "CTX_USER_10",  "CTX_Note1",   "CTX_Note2",      "Cmd_Images",     "Cmd_ADD",        "CMD_REFRESH",
+        "Cmd_Delete",   "Cmd_Annul",   "Cmd_Update",     "Cmd_Imprimer_0", "Cmd_Imprimer_1", "Cmd_Imprimer_2",
+        "CMD_HistoVis", "Cmd_Quitter", "SST_ONGLET"};
+    QCOMPARE(reached, expected);
+}
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    forms::SetUpApplication(application);
+    FormLayoutTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "form_layout_test.moc"

@@ -1,0 +1,176 @@
+// Load, first activation, closing of the vehicle form.
+#include <QAction>
+
+#include <forms/strings.h>
+
+#include "vehicle_form_fixture.h"
+
+using namespace quardele;
+using namespace quardele::tests;
+
+class FormLifeTest : public QObject {
+    Q_OBJECT
+
+ private slots:
+    void initTestCase() { PrepareVehicleTests(); }
+    void TheCaptionCarriesTheDataFolder();
+    void TheListComesUpWithTheFocus();
+    void TheDataControlsReadTheSessionsDatabase();
+    void TheLengthsComeFromTheDatabase();
+    void FloatingFramesMoveToTheLeftEdge();
+    void ASecondActivationResetsNothing();
+    void QuitUnloadsTheFormAndHidesItsPanel();
+    void QuitHoldsBackOnAPendingChange();
+    void ClosingTheWindowAsksNothing();
+    void AFormOpenedAgainStartsAnew();
+    void AMissingTableIsAnUnhandledError();
+    void WithoutADataDatabaseTheFormDoesNotLoad();
+};
+
+void FormLifeTest::TheCaptionCarriesTheDataFolder() {
+    RunningProgram program;
+    program.OpenVehicles();
+    QCOMPARE(Form().Caption(),
+             QStringLiteral("Fiches Véhicules") + QString(20, u' ') + QStringLiteral("C:\\QUARDELE\\DATA\\"));
+}
+
+void FormLifeTest::TheListComesUpWithTheFocus() {
+    RunningProgram program;
+    program.OpenVehicles();
+    QCOMPARE(Tabs()->Tab(), kListTab);
+    QCOMPARE(forms::Screen::ActiveControl(), Grid("DBG_Liste"));
+    QVERIFY(Shown(Control<QWidget>("Pic_Boutons_1")));
+    QVERIFY(Shown(Control<QWidget>("Pic_boutons_Quitter")));
+    QVERIFY(Shown(Control<QWidget>("Pic_Boutons_ToolBar")));
+    for (const char* hidden : {"Pic_boutons_2", "Pic_Boutons_3", "FRM_HISTO", "FRM_DETAIL", "FRM_SelDate",
+                               "Frm_TypTrav", "Frm_ChercheVeh"}) {
+        QVERIFY2(!Shown(Control<QWidget>(hidden)), hidden);
+    }
+}
+
+void FormLifeTest::TheDataControlsReadTheSessionsDatabase() {
+    RunningProgram program;
+    program.OpenVehicles();
+    for (const char* name : {"DBD_TVEH", "DBD_DETAIL", "DBD_TTYP", "DBD_HISTO"}) {
+        QCOMPARE(Data(name)->DatabaseName(), forms::ToQString(kDataFile));
+        QCOMPARE(Data(name)->Connect(), QStringLiteral("Access 2000;"));
+    }
+    QCOMPARE(Data("DBD_TVEH")->RecordSource(), QStringLiteral("select * from TVEH"));
+    QCOMPARE(Data("DBD_TTYP")->RecordSource(), QStringLiteral("TTYP"));
+}
+
+void FormLifeTest::TheLengthsComeFromTheDatabase() {
+    RunningProgram program;
+    program.OpenVehicles();
+    QCOMPARE(Box("CTX_IMMAT")->MaxLength(), 15);
+    QCOMPARE(Box("CTX_CODCLI")->MaxLength(), 10);
+    QCOMPARE(Box("CTX_MARQUE")->MaxLength(), 30);
+    QCOMPARE(Box("CTX_ComplIdent")->MaxLength(), 40);
+    QCOMPARE(Control<forms::MemoBox>("CTX_Note1")->MaxLength(), 100);
+    QCOMPARE(Control<forms::MemoBox>("CTX_Note2")->MaxLength(), 100);
+    for (int number = 1; number <= 22; ++number) {
+        QCOMPARE(UserBox(number)->MaxLength(), 30);
+    }
+}
+
+void FormLifeTest::FloatingFramesMoveToTheLeftEdge() {
+    RunningProgram program;
+    program.OpenVehicles();
+    // 100 twips, in whole pixels.
+    QCOMPARE(Control<QWidget>("FRM_HISTO")->x(), 7);
+    QCOMPARE(Control<QWidget>("FRM_DETAIL")->x(), 7);
+}
+
+void FormLifeTest::ASecondActivationResetsNothing() {
+    RunningProgram program;
+    program.OpenVehicles();
+    OpenRecordOf(QStringLiteral("KG-361-VP"));
+    forms::SetFocus(Box("CTX_MARQUE"));
+    Box("CTX_MARQUE")->SetMaxLength(7);
+    MainWindow().M_VEHIC->trigger();
+    QCOMPARE(Tabs()->Tab(), kRecordTab);
+    QCOMPARE(Box("CTX_IMMAT")->Text(), QStringLiteral("KG-361-VP"));
+    QCOMPARE(Box("CTX_MARQUE")->MaxLength(), 7);
+    QCOMPARE(forms::Screen::ActiveControl(), Box("CTX_MARQUE"));
+}
+
+void FormLifeTest::QuitUnloadsTheFormAndHidesItsPanel() {
+    RunningProgram program;
+    program.OpenVehicles();
+    QVERIFY(MainWindow().PIC_STATUS->Panels(2).Visible());
+    QTest::mouseClick(Button("Cmd_Quitter"), Qt::LeftButton);
+    QVERIFY(!forms::IsLoaded<vehicles::FFICVEH>());
+    QVERIFY(!MainWindow().PIC_STATUS->Panels(2).Visible());
+    QVERIFY(MainWindow().Visible());
+}
+
+void FormLifeTest::QuitHoldsBackOnAPendingChange() {
+    RunningProgram program;
+    program.OpenVehicles();
+    OpenRecordOf(QStringLiteral("KG-361-VP"));
+    TypeOver(Box("CTX_MARQUE"), QStringLiteral("RENAULT"));
+    support::BoxAnswerer boxes;
+    PressKey(Qt::Key_F12);
+    QCOMPARE(boxes.TakeTexts(),
+             std::vector<QString>{QStringLiteral("Enregistrez ou annulez d'abord votre saisie")});
+    QVERIFY(forms::IsLoaded<vehicles::FFICVEH>());
+    QCOMPARE(Box("CTX_MARQUE")->Text(), QStringLiteral("RENAULT"));
+}
+
+void FormLifeTest::ClosingTheWindowAsksNothing() {
+    RunningProgram program;
+    program.OpenVehicles();
+    OpenRecordOf(QStringLiteral("KG-361-VP"));
+    TypeOver(Box("CTX_MARQUE"), QStringLiteral("RENAULT"));
+    support::BoxAnswerer boxes;
+    Form().Window()->close();
+    QVERIFY(boxes.Shown().empty());
+    QVERIFY(!forms::IsLoaded<vehicles::FFICVEH>());
+    QVERIFY(!MainWindow().PIC_STATUS->Panels(2).Visible());
+}
+
+void FormLifeTest::AFormOpenedAgainStartsAnew() {
+    RunningProgram program;
+    program.OpenVehicles();
+    OpenRecordOf(QStringLiteral("KG-361-VP"));
+    Form().Unload();
+    program.OpenVehicles();
+    QCOMPARE(Tabs()->Tab(), kListTab);
+    QCOMPARE(Form().Caption().count(QStringLiteral("C:\\QUARDELE\\DATA\\")), 1);
+    QVERIFY(MainWindow().PIC_STATUS->Panels(2).Visible());
+}
+
+void FormLifeTest::AMissingTableIsAnUnhandledError() {
+    const support::Installation installation;
+    ReplaceInFile(installation.File("DATA/talmeon.mdb"), u"TCLI", u"TCLX");
+    QVERIFY(!StartProgram().ended);
+    support::BoxAnswerer boxes;
+    const int endsBefore = forms::CatchEndOfProcess(true);
+    MainWindow().M_VEHIC->trigger();
+    QCOMPARE(forms::CatchEndOfProcess(true), endsBefore + 1);
+    QCOMPARE(boxes.Shown().size(), std::size_t{1});
+    QVERIFY2(boxes.Shown().front().text.contains(QStringLiteral("3078")),
+             qPrintable(boxes.Shown().front().text));
+    StopProgram();
+}
+
+void FormLifeTest::WithoutADataDatabaseTheFormDoesNotLoad() {
+    const support::Installation installation;
+    QVERIFY(!StartProgram().ended);
+    shell::TheSession().BD_DONNEES.reset();
+    support::BoxAnswerer boxes;
+    MainWindow().M_VEHIC->trigger();
+    QCOMPARE(boxes.Shown().size(), std::size_t{1});
+    QVERIFY2(boxes.Shown().front().text.contains(QStringLiteral("91")),
+             qPrintable(boxes.Shown().front().text));
+    StopProgram();
+}
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    forms::SetUpApplication(application);
+    FormLifeTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "form_life_test.moc"

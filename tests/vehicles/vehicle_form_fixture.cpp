@@ -1,0 +1,102 @@
+#include "vehicle_form_fixture.h"
+
+#include <QMainWindow>
+#include <QTabBar>
+
+#include <forms/strings.h>
+
+namespace quardele::tests {
+
+RunningProgram::RunningProgram() {
+    const Start start = StartProgram();
+    if (start.ended) {
+        qFatal("the program ended during start-up");
+    }
+}
+
+RunningProgram::~RunningProgram() {
+    StopProgram();
+}
+
+void RunningProgram::OpenVehicles() {
+    MainWindow().M_VEHIC->trigger();
+    MainWindow().MainWindow()->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(MainWindow().MainWindow()));
+}
+
+void PrepareVehicleTests() {
+    forms::CatchEndOfProcess(true);
+    QCoreApplication::setApplicationVersion(QStringLiteral("9.5.5"));
+    shell::TheMenuForms().vehicles = []() -> forms::Form& { return forms::Instance<vehicles::FFICVEH>(); };
+}
+
+vehicles::FFICVEH& Form() {
+    return forms::Instance<vehicles::FFICVEH>();
+}
+
+forms::TextBox* Box(const char* name) {
+    return Control<forms::TextBox>(name);
+}
+
+forms::TextBox* UserBox(int number) {
+    return forms::ControlArray<forms::TextBox>(Form().Surface(), QStringLiteral("CTX_USER"))(number);
+}
+
+forms::Label* UserLabel(int number) {
+    return forms::ControlArray<forms::Label>(Form().Surface(), QStringLiteral("CTL_USER"))(number);
+}
+
+forms::Button* Button(const char* name) {
+    return Control<forms::Button>(name);
+}
+
+forms::Grid* Grid(const char* name) {
+    return Control<forms::Grid>(name);
+}
+
+forms::TabControl* Tabs() {
+    return Control<forms::TabControl>("SST_ONGLET");
+}
+
+forms::DataControl* Data(const char* name) {
+    return Control<forms::DataControl>(name);
+}
+
+QString Cell(const char* grid, int column, int row) {
+    forms::Grid& cells = *Grid(grid);
+    cells.SetCol(column);
+    cells.SetRow(row);
+    return cells.Text();
+}
+
+bool Shown(const QWidget* control) {
+    return control->isVisibleTo(Form().Surface());
+}
+
+void OpenRecordOf(const QString& registration) {
+    Data("DBD_TVEH")
+        ->Recordset()
+        ->FindFirst(forms::ToText(QStringLiteral("TVEH_IMMAT = '%1'").arg(registration)));
+    if (Data("DBD_TVEH")->Recordset()->NoMatch()) {
+        qFatal("no vehicle %s", qPrintable(registration));
+    }
+    Tabs()->SetTab(kRecordTab);
+}
+
+void TypeOver(forms::TextBox* box, const QString& text) {
+    forms::SetFocus(box);
+    box->selectAll();
+    QTest::keyClicks(box, text);
+}
+
+void PressKey(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    QWidget* const receiver = forms::Screen::ActiveControl();
+    if (receiver == nullptr) {
+        qFatal("no control has the focus");
+    }
+    QTest::keyClick(receiver, key, modifiers);
+    // Keys that a handler sends arrive once it has returned.
+    QCoreApplication::processEvents();
+}
+
+}  // namespace quardele::tests

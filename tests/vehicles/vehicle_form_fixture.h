@@ -1,0 +1,76 @@
+// The vehicle form opened through the main window's menu, and short ways to its controls.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <QTest>
+
+#include <forms/control.h>
+#include <forms/controls.h>
+#include <forms/data_control.h>
+#include <forms/grid.h>
+#include <forms/runtime.h>
+#include <shell/main_window.h>
+#include <shell/session.h>
+#include <support/boxes.h>
+#include <support/installation.h>
+#include <vehicles/fficveh.h>
+
+#include "database_edits.h"
+#include "start.h"
+
+namespace quardele::tests {
+
+inline constexpr auto kDataFile = u"C:\\QUARDELE\\DATA\\talmeon.mdb";
+
+inline constexpr int kListTab = 0;
+inline constexpr int kRecordTab = 1;
+
+/// A running program on an installation of its own; unloaded and removed at the end.
+class RunningProgram {
+ public:
+    RunningProgram();
+    ~RunningProgram();
+    RunningProgram(const RunningProgram&) = delete;
+    RunningProgram& operator=(const RunningProgram&) = delete;
+
+    /// Opens the vehicle form by the menu and waits until it has the focus.
+    void OpenVehicles();
+
+ private:
+    support::Installation installation_;
+};
+
+/// Sets up what all tests of the form share; call before the first test.
+void PrepareVehicleTests();
+
+[[nodiscard]] vehicles::FFICVEH& Form();
+template <class T>
+[[nodiscard]] T* Control(const char* name) {
+    T* const control = Form().Surface()->findChild<T*>(QString::fromLatin1(name));
+    if (control == nullptr) {
+        qFatal("no control %s", name);
+    }
+    return control;
+}
+[[nodiscard]] forms::TextBox* Box(const char* name);
+[[nodiscard]] forms::TextBox* UserBox(int number);
+[[nodiscard]] forms::Label* UserLabel(int number);
+[[nodiscard]] forms::Button* Button(const char* name);
+[[nodiscard]] forms::Grid* Grid(const char* name);
+[[nodiscard]] forms::TabControl* Tabs();
+[[nodiscard]] forms::DataControl* Data(const char* name);
+
+/// The text of a grid's cell, of its heading with row 0.
+[[nodiscard]] QString Cell(const char* grid, int column, int row);
+/// Whether the operator could see the control if the form were in front.
+[[nodiscard]] bool Shown(const QWidget* control);
+
+/// Brings the list to a vehicle and opens its record.
+void OpenRecordOf(const QString& registration);
+/// Types into a box as the operator would, over what stands there.
+void TypeOver(forms::TextBox* box, const QString& text);
+void PressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+
+}  // namespace quardele::tests

@@ -17,7 +17,6 @@
 
 #include "border.h"
 #include "installation.h"
-#include "office_process.h"
 #include "open_document.h"
 #include "profile.h"
 
@@ -97,14 +96,21 @@ std::shared_ptr<Office> Office::Acquire() {
 void Office::Start(const fs::path& installation) {
     localContext_ = BootstrapHere(installation);
     const std::string pipe = NextPipeName();
-    OfficeProcess process(installation, PreparedProfile(showsWindows_), pipe, showsWindows_);
-    context_ = Connect(localContext_, pipe, process);
+    process_.emplace(installation, PreparedProfile(showsWindows_), pipe, showsWindows_);
+    context_ = Connect(localContext_, pipe, *process_);
     desktop_ = css::frame::Desktop::create(context_);
 }
 
 Office::~Office() {
+    if (!desktop_.is()) {
+        if (process_) {
+            process_->Kill();
+        }
+        return;
+    }
     try {
-        if (desktop_.is() && !gone_ && !desktop_->getComponents()->createEnumeration()->hasMoreElements()) {
+        if (!gone_ && !desktop_->getComponents()->createEnumeration()->hasMoreElements()) {
+            process_->NoteEnding();
             desktop_->terminate();
         }
     } catch (const css::uno::Exception&) {

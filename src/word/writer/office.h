@@ -3,12 +3,14 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <set>
 #include <vector>
 
 #include <com/sun/star/frame/XDesktop2.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
 
+#include "office_process.h"
 #include "uno_support.h"
 
 namespace quardele::word::writer {
@@ -47,6 +49,7 @@ class Office : public std::enable_shared_from_this<Office> {
 
     bool showsWindows_;
     bool gone_ = false;
+    std::optional<OfficeProcess> process_;
     Reference<css::uno::XComponentContext> localContext_;
     Reference<css::uno::XComponentContext> context_;
     Reference<css::frame::XDesktop2> desktop_;

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <thread>
 
 #include <basic/runtime_error.h>
 
@@ -23,6 +24,24 @@ constexpr int kStartMeAgain = 81;
 constexpr int kMostStarts = 4;
 /// How long a running office may take to open the pipe; one that was about to end never does.
 constexpr auto kHandOver = std::chrono::seconds(3);
+
+/// How long the end of a former office is waited for.
+constexpr auto kEnding = std::chrono::seconds(10);
+constexpr auto kPollInterval = std::chrono::milliseconds(15);
+
+/// An office that was told to end; -1 for none.
+pid_t& Ending() {
+    static pid_t pid = -1;
+    return pid;
+}
+
+void AwaitEnding() {
+    const auto end = Clock::now() + kEnding;
+    while (Ending() > 0 && waitpid(Ending(), nullptr, WNOHANG) == 0 && Clock::now() < end) {
+        std::this_thread::sleep_for(kPollInterval);
+    }
+    Ending() = -1;
+}
 
 [[noreturn]] void ThrowNotStarted(const std::string& reason) {
     throw basic::RuntimeError(basic::error::kCannotCreateObject,
@@ -67,6 +86,7 @@ OfficeProcess::OfficeProcess(const std::filesystem::path& installation, const st
     if (!showsWindows) {
         command_.emplace_back("--headless");
     }
+    AwaitEnding();
     Start();
 }
 
@@ -125,6 +145,10 @@ void OfficeProcess::Kill() {
         waitpid(pid_, nullptr, 0);
         pid_ = -1;
     }
+}
+
+void OfficeProcess::NoteEnding() {
+    Ending() = pid_;
 }
 
 }  // namespace quardele::word::writer

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "printer.h"
 #include "sql_error.h"
 
 namespace quardele::sql {
@@ -50,6 +51,20 @@ std::vector<Source> OpenSources(jet::Database& database, const std::vector<FromI
 void Binder::Bind(ExpressionPtr& expression, Aliases aliases) {
     aliases_ = aliases;
     Bind(expression, 1);
+}
+
+void Binder::BindOrder(ExpressionPtr& expression) {
+    const auto* literal = expression->As<Literal>();
+    if (literal == nullptr || !literal->value.Is<std::int32_t>()) {
+        Bind(expression, Aliases::AheadOfSources);
+        return;
+    }
+    const std::int32_t position = literal->value.As<std::int32_t>();
+    if (position < 1 || static_cast<std::size_t>(position) > results_.size()) {
+        const Text place = Print(*expression);
+        FailSyntax(error::kSyntaxInOrderBy, u"position hors de la liste SELECT", place, place);
+    }
+    expression = Clone(*results_[static_cast<std::size_t>(position) - 1].expression);
 }
 
 void Binder::Restrict(std::size_t first, std::size_t last) {

@@ -49,6 +49,9 @@ class Binder {
     /// the column is made of. Throws 3079 for a name that several sources know, 3103 for aliases that need
     /// each other. Unknown names are remembered.
     void Bind(ExpressionPtr& expression, Aliases aliases);
+    /// Binds an expression of ORDER BY: result columns go first, and a whole number alone is the position of
+    /// one. Throws 3138 for a position that is no column.
+    void BindOrder(ExpressionPtr& expression);
     /// Lets names mean columns of the sources first ... last - 1 only, as in an ON condition.
     void Restrict(std::size_t first, std::size_t last);
     /// Throws 3061 when there were unknown names: as many values would have to be given.

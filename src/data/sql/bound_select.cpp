@@ -19,9 +19,10 @@ constexpr std::size_t kFirstExpressionName = 1000;
 
 class SelectBinder {
  public:
-    SelectBinder(jet::Database& database, Statement statement) : binder_(bound_.sources, bound_.items) {
-        bound_.select = std::move(statement.selects.front());
-        bound_.orderBy = std::move(statement.orderBy);
+    SelectBinder(jet::Database& database, Select select, std::vector<OrderItem> orderBy)
+        : binder_(bound_.sources, bound_.items) {
+        bound_.select = std::move(select);
+        bound_.orderBy = std::move(orderBy);
         bound_.sources = OpenSources(database, bound_.select.from);
     }
 
@@ -43,7 +44,7 @@ class SelectBinder {
             binder_.Bind(bound_.select.having, Aliases::None);
         }
         for (OrderItem& order : bound_.orderBy) {
-            BindOrder(order.expression);
+            binder_.BindOrder(order.expression);
         }
         binder_.RequireAllKnown();
         FindGrouping();
@@ -118,21 +119,6 @@ class SelectBinder {
         }
     }
 
-    /// A whole number alone is the position of a result column.
-    void BindOrder(ExpressionPtr& expression) {
-        const auto* literal = expression->As<Literal>();
-        if (literal == nullptr || !literal->value.Is<std::int32_t>()) {
-            binder_.Bind(expression, Aliases::AheadOfSources);
-            return;
-        }
-        const std::int32_t position = literal->value.As<std::int32_t>();
-        if (position < 1 || static_cast<std::size_t>(position) > bound_.items.size()) {
-            FailSyntax(error::kSyntaxInOrderBy, u"position hors de la liste SELECT", Print(*expression),
-                       Print(*expression));
-        }
-        expression = Clone(*bound_.items[static_cast<std::size_t>(position) - 1].expression);
-    }
-
     void FindGrouping() {
         bound_.grouped = !bound_.select.groupBy.empty() || bound_.select.having != nullptr;
         for (const ResultItem& item : bound_.items) {
@@ -190,8 +176,8 @@ class SelectBinder {
 
 }  // namespace
 
-BoundSelect BindSelect(jet::Database& database, Statement statement) {
-    return SelectBinder(database, std::move(statement)).Bind();
+BoundSelect BindSelect(jet::Database& database, Select select, std::vector<OrderItem> orderBy) {
+    return SelectBinder(database, std::move(select), std::move(orderBy)).Bind();
 }
 
 }  // namespace quardele::sql

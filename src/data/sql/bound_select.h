@@ -23,8 +23,8 @@ struct BoundSelect {
     bool grouped = false;
 };
 
-/// Binds a statement of one SELECT. Errors: those of OpenSources and Binder; 3096, 3098, 3099, 3095 for an
-/// aggregate where none may stand; 3138 for a position that is no column.
-[[nodiscard]] BoundSelect BindSelect(jet::Database& database, Statement statement);
+/// Binds one SELECT and its order. Errors: those of OpenSources and Binder; 3096, 3098, 3099, 3095 for an
+/// aggregate where none may stand.
+[[nodiscard]] BoundSelect BindSelect(jet::Database& database, Select select, std::vector<OrderItem> orderBy);
 
 }  // namespace quardele::sql

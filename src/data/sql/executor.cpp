@@ -109,9 +109,7 @@ class ValueRows {
         for (std::size_t i = first; i < values_.size(); ++i) {
             AppendSortKey(rowKey_, values_[i]);
         }
-        const std::uint32_t before = seen_.Size();
-        seen_.Insert(rowKey_);
-        return seen_.Size() > before;
+        return seen_.Add(rowKey_);
     }
 
     /// What the row is sorted by. Distinct rows without an order are sorted by all their columns.

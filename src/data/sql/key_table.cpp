@@ -45,6 +45,11 @@ std::uint32_t KeyTable::Insert(std::string_view key) {
     return number;
 }
 
+bool KeyTable::Add(std::string_view key) {
+    const std::uint32_t before = Size();
+    return Insert(key) == before;
+}
+
 void KeyTable::Grow() {
     places_.assign(places_.size() * 2, 0);
     const std::size_t mask = places_.size() - 1;

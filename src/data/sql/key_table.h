@@ -15,6 +15,8 @@ class KeyTable {
 
     /// The number of a key; a new one gets the next number, Size().
     std::uint32_t Insert(std::string_view key);
+    /// Inserts a key; whether it was new.
+    bool Add(std::string_view key);
     [[nodiscard]] std::optional<std::uint32_t> Find(std::string_view key) const;
     [[nodiscard]] std::uint32_t Size() const { return static_cast<std::uint32_t>(entries_.size()); }
     [[nodiscard]] std::string_view KeyOf(std::uint32_t number) const;

@@ -6,13 +6,13 @@
 #include "parser.h"
 #include "prepared_select.h"
 #include "row_set_data.h"
-#include "sql_error.h"
+#include "statement_plan.h"
 
 namespace quardele::sql {
 
 std::shared_ptr<Query> Query::Prepare(std::shared_ptr<jet::Database> database, TextView statement,
                                       RowValues values) {
-    SelectPlan plan = MakeSelectPlan(BindSelect(*database, ParseStatement(statement)));
+    SelectPlan plan = MakeStatementPlan(*database, ParseStatement(statement));
     plan.fixedValues = values == RowValues::Fixed;
     return std::make_shared<Query>(std::make_unique<PreparedSelect>(std::move(database), std::move(plan)));
 }

@@ -23,6 +23,7 @@ inline constexpr int kCircularAlias = 3103;
 inline constexpr int kInvalidStatement = 3129;
 inline constexpr int kSyntaxInOrderBy = 3138;
 inline constexpr int kTextAfterStatement = 3142;
+inline constexpr int kUnionColumns = 3307;
 inline constexpr int kTooComplex = 3360;
 }  // namespace error
 

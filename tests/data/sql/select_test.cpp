@@ -203,6 +203,44 @@ TEST(GroupTest, AmountsAreAddedExactly) {
               (Lines{"0 EUR"}));
 }
 
+// UNION.
+
+TEST(UnionTest, DropsRowsThatAreEqual) {
+    EXPECT_EQ(Rows(Changes(), "SELECT NUMAPPLI FROM TEVOLUTION UNION SELECT NUMAPPLI FROM TNUMAPPLI"),
+              (Lines{"1", "2", "10", "99"}));
+    EXPECT_EQ(Rows(Changes(), "SELECT 'a' FROM TNUMAPPLI UNION SELECT 'A ' FROM TNUMAPPLI"), (Lines{"'a'"}));
+}
+
+TEST(UnionTest, AllKeepsThem) {
+    EXPECT_EQ(
+        Rows(Changes(), "SELECT NUMAPPLI FROM TEVOLUTION UNION ALL SELECT NUMAPPLI FROM TNUMAPPLI").size(),
+        9U);
+    EXPECT_EQ(Rows(Changes(), "SELECT 1 UNION SELECT 1 UNION ALL SELECT 1"), (Lines{"1", "1"}));
+    EXPECT_EQ(Rows(Changes(), "SELECT 1 UNION ALL SELECT 1 UNION SELECT 1"), (Lines{"1"}));
+}
+
+TEST(UnionTest, OrderGoesByResultColumns) {
+    EXPECT_EQ(Rows(Changes(),
+                   "SELECT NUMAPPLI AS n, MODULE AS t FROM TNUMAPPLI WHERE NUMAPPLI < 5 UNION "
+                   "SELECT REVISION, 'rev' FROM TEVOLUTION WHERE NUMAPPLI = 2 ORDER BY n DESC, 2"),
+              (Lines{"3 'rev'", "2 'Affaires'", "1 'Stock'"}));
+    EXPECT_EQ(ErrorOfStatement(Changes(), "SELECT 1 AS a UNION SELECT 2 ORDER BY MODULE"), 3061);
+}
+
+TEST(UnionTest, HoldsValuesUnderTheNamesOfTheFirstPart) {
+    const auto query =
+        Query::Prepare(Changes(), u"SELECT NUMAPPLI AS n FROM TNUMAPPLI UNION SELECT 2.5 AS x");
+    const RowSet rows = query->Run();
+    EXPECT_FALSE(rows.HasKeys());
+    EXPECT_EQ(query->Columns()[0].name, u"n");
+    EXPECT_EQ(query->Columns()[0].type, jet::ColumnType::Double);
+    EXPECT_EQ(Condition(query, u"n = 2.5").FindForward(rows, 0), 2U);
+}
+
+TEST(UnionTest, PartsMustHaveTheSameNumberOfColumns) {
+    EXPECT_EQ(ErrorOfStatement(Changes(), "SELECT 1 UNION SELECT 1, 2"), 3307);
+}
+
 // Columns of results.
 
 TEST(ResultColumnTest, PlainColumnsKnowTheirSource) {

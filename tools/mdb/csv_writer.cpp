@@ -1,8 +1,8 @@
 #include "csv_writer.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
-#include <cstdio>
 
 #include <basic/date.h>
 #include <basic/variant.h>
@@ -21,13 +21,39 @@ void AppendNumber(Number value, std::string& line) {
     line.append(digits.data(), end.ptr);
 }
 
+// A number of at most four digits, with zeros in front.
+void AppendDigits(int value, int digits, std::string& line) {
+    std::array<char, 4> text{};
+    for (int i = digits; i-- > 0; value /= 10) {
+        text[static_cast<std::size_t>(i)] = static_cast<char>('0' + value % 10);
+    }
+    line.append(text.data(), static_cast<std::size_t>(digits));
+}
+
+constexpr bool NeedsQuotes(char unit) {
+    return unit == ',' || unit == '"' || unit == '\n' || unit == '\r';
+}
+
+bool IsDate(double days) {
+    constexpr double kFirst = -657434;  // 01/01/0100
+    constexpr double kEnd = 2958466;    // behind 31/12/9999
+    return days > kFirst - 1 && days < kEnd - 0.5 / 86400;
+}
+
 void AppendDate(basic::Date date, std::string& line) {
     const basic::CivilDate day = basic::CivilOf(date);
     const basic::TimeOfDay time = basic::TimeOf(date);
-    std::array<char, 80> text{};
-    const int length = std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", day.year,
-                                     day.month, day.day, time.hour, time.minute, time.second);
-    line.append(text.data(), static_cast<std::size_t>(length));
+    AppendDigits(day.year, 4, line);
+    line += '-';
+    AppendDigits(day.month, 2, line);
+    line += '-';
+    AppendDigits(day.day, 2, line);
+    line += ' ';
+    AppendDigits(time.hour, 2, line);
+    line += ':';
+    AppendDigits(time.minute, 2, line);
+    line += ':';
+    AppendDigits(time.second, 2, line);
 }
 
 // Digits with a point before the last `scale` of them.
@@ -135,12 +161,12 @@ void CsvWriter::Append(const jet::Row& row, int ordinal, const jet::Column& colu
             return;
         case jet::ColumnType::Text:
         case jet::ColumnType::Memo:
-            if (row.TextAt(ordinal, text_)) {
-                AppendText(basic::ToUtf8(text_));
-            }
+            utf8_.clear();
+            row.AppendUtf8At(ordinal, utf8_);
+            AppendText(utf8_);
             return;
         case jet::ColumnType::Date:
-            AppendDate({row.NumberAt(ordinal)}, buffer_);
+            AppendMoment(row.NumberAt(ordinal));
             return;
         case jet::ColumnType::Double:
             AppendNumber(row.NumberAt(ordinal), buffer_);
@@ -169,9 +195,18 @@ void CsvWriter::Append(const jet::Row& row, int ordinal, const jet::Column& colu
     }
 }
 
+// A file may hold what is no date; the number itself says more than an error.
+void CsvWriter::AppendMoment(double days) {
+    if (IsDate(days)) {
+        AppendDate({days}, buffer_);
+    } else {
+        AppendNumber(days, buffer_);
+    }
+}
+
 // A text is put between quotes when a reader could mistake it: for Null, for two fields, for two lines.
 void CsvWriter::AppendText(std::string_view utf8) {
-    if (!utf8.empty() && utf8.find_first_of(",\"\r\n") == std::string_view::npos) {
+    if (!utf8.empty() && std::none_of(utf8.begin(), utf8.end(), NeedsQuotes)) {
         buffer_ += utf8;
         return;
     }

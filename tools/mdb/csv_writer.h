@@ -24,12 +24,13 @@ class CsvWriter {
 
  private:
     void Append(const jet::Row& row, int ordinal, const jet::Column& column);
+    void AppendMoment(double days);
     void AppendText(std::string_view utf8);
     void EndLine();
 
     std::ostream& out_;
     std::string buffer_;
-    jet::Text text_;
+    std::string utf8_;
 };
 
 }  // namespace quardele::mdb

@@ -25,6 +25,12 @@ void DataPageEditor::Initialise(Page& page, const Format& format, std::uint32_t 
     StoreLittle(bytes.subspan(format.data.owner), owner);
 }
 
+bool DataPageEditor::MayHold(const Page& page, const Format& format, std::uint32_t owner,
+                             std::size_t length) {
+    return page.Type() == PageType::Data && DataPage(page, format).Owner() == owner &&
+           page.View().U16(format.data.freeBytes) >= length + 2;
+}
+
 bool DataPageEditor::HasLiveRows() const {
     return std::any_of(rows_.begin(), rows_.end(),
                        [](const Slot& row) { return row.flags != slot::kDeleted; });

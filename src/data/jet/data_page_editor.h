@@ -18,6 +18,10 @@ class DataPageEditor {
     /// Makes an empty data page of one that was just allocated.
     static void Initialise(Page& page, const Format& format, std::uint32_t owner);
 
+    /// Whether a page is one of this owner that says it has room for a row, so that it is worth taking apart.
+    [[nodiscard]] static bool MayHold(const Page& page, const Format& format, std::uint32_t owner,
+                                      std::size_t length);
+
     [[nodiscard]] std::uint32_t Owner() const { return owner_; }
     [[nodiscard]] const ByteString& Row(std::uint8_t slotNumber) const { return rows_.at(slotNumber).bytes; }
     [[nodiscard]] bool HasLiveRows() const;

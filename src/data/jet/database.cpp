@@ -63,6 +63,12 @@ std::shared_ptr<Table> Database::OpenTable(TextView name) {
 
 void Database::Refresh() {
     engine_->Refresh();
+    for (const auto& [name, open] : engine_->openTables) {
+        const std::shared_ptr<Table> table = open.lock();
+        if (table != nullptr && &table->Impl().Owner() != engine_.get()) {
+            table->Impl().Owner().Refresh();  // a linked table has an engine of its own
+        }
+    }
 }
 
 }  // namespace quardele::jet

@@ -27,32 +27,35 @@ Engine::Engine(const std::filesystem::path& path, OpenMode mode) : path_(path), 
     pages_ = std::make_unique<PageCache>(file_, *format_);
 }
 
-// A writer that died has left its journal. One that lives holds the lock, and its journal is its own affair.
+// A writer that died has left its journal. One that lives holds the lock, and takes its journal away soon.
 void Engine::Recover() {
     if (!HasJournal(path_)) {
         return;
     }
-    if (readOnly_) {
-        if (NeedsRecovery(file_, *format_)) {
-            throw basic::RuntimeError(
-                basic::error::kReadOnly,
-                u"Une écriture interrompue doit d'abord être annulée, mais la base de données "
-                u"est en lecture seule.");
-        }
-        return;
-    }
-    if (!WaitForWriterLock(file_)) {
-        return;
+    if (!WaitForWriterLock(file_, readOnly_ ? OsFile::Lock::Shared : OsFile::Lock::Exclusive)) {
+        Throw(basic::error::kFileInUse, path_);
     }
     try {
-        if (HasJournal(path_)) {
-            RecoverFromJournal(file_, *format_);
-        }
+        RecoverAlone();
     } catch (const basic::RuntimeError&) {
         file_.Unlock(lock_bytes::kWriter);
         throw;
     }
     file_.Unlock(lock_bytes::kWriter);
+}
+
+void Engine::RecoverAlone() {
+    if (!HasJournal(path_)) {
+        return;
+    }
+    if (!readOnly_) {
+        RecoverFromJournal(file_, *format_);
+    } else if (NeedsRecovery(file_, *format_)) {
+        throw basic::RuntimeError(
+            basic::error::kReadOnly,
+            u"Une écriture interrompue doit d'abord être annulée, mais la base de données est "
+            u"en lecture seule.");
+    }
 }
 
 void Engine::OpenFile() {

@@ -38,6 +38,7 @@ class Engine {
     void OpenFile();
     void TakePresence();
     void Recover();
+    void RecoverAlone();
 
     std::filesystem::path path_;
     OpenMode mode_;

@@ -72,6 +72,7 @@ inline constexpr std::uint8_t kRequired = 0x08;
 
 /// Kinds of a logical index.
 inline constexpr std::uint8_t kPrimaryKind = 1;
+inline constexpr std::uint8_t kRelationshipKind = 2;
 inline constexpr std::size_t kMostIndexColumns = 10;
 inline constexpr std::uint16_t kNoColumn = 0xFFFF;
 

@@ -72,6 +72,11 @@ void IndexUpdate::ReplaceIn(std::size_t position, RowId row, const RowKey& befor
     if (before.bytes == after.bytes) {
         return;
     }
+    if (index.related) {
+        // The other table would have to agree or to follow.
+        throw basic::RuntimeError(basic::error::kOperationNotSupported,
+                                  u"Ce champ lie deux tables par une relation ; il ne peut pas changer ici.");
+    }
     if (!before.known || !after.known) {
         throw basic::RuntimeError(
             basic::error::kOperationNotSupported,

@@ -152,14 +152,14 @@ void PageAllocator::GrowMap(RowPointer map, std::uint32_t page) {
     std::vector<std::uint32_t> members = ReadUsageMap(pages_, map);
     members.insert(std::upper_bound(members.begin(), members.end(), page), page);
     const std::size_t wanted = InlineLength(members.front() / 8 * 8, members.back());
-    if (!TryStoreInline(map, members, std::max({row.size(), wanted, kUsualMap}))) {
+    if (!TryStoreInline(map, members, std::max(row.size(), wanted))) {
         StoreReferenced(map, members);
     }
 }
 
 bool PageAllocator::TryStoreInline(RowPointer map, std::span<const std::uint32_t> members,
                                    std::size_t length) {
-    ByteString row(length);
+    ByteString row(std::max(length, kUsualMap));
     const std::uint32_t first = members.front() / 8 * 8;
     StoreLittle(std::span(row).subspan(1), first);
     for (const std::uint32_t member : members) {

@@ -10,62 +10,86 @@ namespace {
 
 constexpr double kTrue = -1;
 
-const StoredColumn& ColumnOf(const TableImpl& table, int column) {
-    return table.Def().stored.at(static_cast<std::size_t>(column));
-}
-
-RowLayout LayoutOf(const TableImpl& table, RowId id, std::span<const std::uint8_t> bytes) {
-    return {{bytes, id.page}, table.Def(), table.Layout()};
-}
-
 }  // namespace
 
+/// One column of one row.
+class RowReader {
+ public:
+    RowReader(const Row& row, int column)
+        : table_(*row.table_),
+          page_(row.id_.page),
+          column_(table_.Def().stored.at(static_cast<std::size_t>(column))),
+          layout_(LayoutOf(row)) {}
+
+    [[nodiscard]] const StoredColumn& Column() const { return column_; }
+    [[nodiscard]] bool IsNull() const { return layout_.IsNull(column_); }
+    [[nodiscard]] std::optional<ByteView> Field() const { return layout_.Field(column_); }
+
+    /// Calls use(bytes) with the bytes of a text, wherever they lie; false when it is null.
+    template <class Use>
+    bool WithText(const Use& use) const {
+        const auto field = Field();
+        if (field && column_.IsLong()) {
+            const ByteString data = ReadLongValue(table_.Pages(), *field);
+            use(ByteView(data, page_));
+        } else if (field) {
+            use(*field);
+        }
+        return field.has_value();
+    }
+    [[nodiscard]] const Format& Layout() const { return table_.Layout(); }
+
+ private:
+    static RowLayout LayoutOf(const Row& row) {
+        const ByteView bytes(row.bytes_, row.id_.page);
+        if (row.shape_.bitmap == 0) {
+            row.shape_ = RowLayout(bytes, row.table_->Def(), row.table_->Layout()).Shape();
+        }
+        return {bytes, row.shape_, row.table_->Layout()};
+    }
+
+    const TableImpl& table_;
+    std::uint32_t page_;
+    const StoredColumn& column_;
+    RowLayout layout_;
+};
+
 bool Row::IsNull(int column) const {
-    const StoredColumn& stored = ColumnOf(*table_, column);
-    return stored.type != ColumnType::Boolean && LayoutOf(*table_, id_, bytes_).IsNull(stored);
+    const RowReader reader(*this, column);
+    return reader.Column().type != ColumnType::Boolean && reader.IsNull();
 }
 
 Variant Row::Value(int column) const {
-    const StoredColumn& stored = ColumnOf(*table_, column);
-    const RowLayout layout = LayoutOf(*table_, id_, bytes_);
-    if (stored.type == ColumnType::Boolean) {
-        return !layout.IsNull(stored);
+    const RowReader reader(*this, column);
+    if (reader.Column().type == ColumnType::Boolean) {
+        return !reader.IsNull();
     }
-    const auto field = layout.Field(stored);
-    if (!field) {
-        return basic::Null{};
-    }
-    if (!stored.IsLong()) {
-        return DecodeValue(stored, *field, table_->Layout());
-    }
-    const std::vector<std::uint8_t> data = ReadLongValue(table_->Pages(), *field);
-    return DecodeValue(stored, {data, id_.page}, table_->Layout());
+    Variant value = basic::Null{};
+    reader.WithText(
+        [&](const ByteView& data) { value = DecodeValue(reader.Column(), data, reader.Layout()); });
+    return value;
 }
 
 double Row::NumberAt(int column) const {
-    const StoredColumn& stored = ColumnOf(*table_, column);
-    const RowLayout layout = LayoutOf(*table_, id_, bytes_);
-    if (stored.type == ColumnType::Boolean) {
-        return layout.IsNull(stored) ? 0 : kTrue;
+    const RowReader reader(*this, column);
+    if (reader.Column().type == ColumnType::Boolean) {
+        return reader.IsNull() ? 0 : kTrue;
     }
-    const auto field = layout.Field(stored);
-    return field ? DecodeNumber(stored, *field) : 0;
+    const auto field = reader.Field();
+    return field ? DecodeNumber(reader.Column(), *field) : 0;
 }
 
 bool Row::TextAt(int column, Text& text) const {
-    const StoredColumn& stored = ColumnOf(*table_, column);
-    const auto field = LayoutOf(*table_, id_, bytes_).Field(stored);
+    const RowReader reader(*this, column);
     text.clear();
-    if (!field || !stored.IsText()) {
-        return false;
-    }
-    if (stored.IsLong()) {
-        const std::vector<std::uint8_t> data = ReadLongValue(table_->Pages(), *field);
-        DecodeText({data, id_.page}, table_->Layout(), text);
-    } else {
-        DecodeText(*field, table_->Layout(), text);
-    }
-    return true;
+    return reader.Column().IsText() &&
+           reader.WithText([&](const ByteView& data) { DecodeText(data, reader.Layout(), text); });
+}
+
+bool Row::AppendUtf8At(int column, std::string& utf8) const {
+    const RowReader reader(*this, column);
+    return reader.Column().IsText() &&
+           reader.WithText([&](const ByteView& data) { AppendUtf8(data, reader.Layout(), utf8); });
 }
 
 }  // namespace quardele::jet

@@ -4,61 +4,61 @@ namespace quardele::jet {
 
 RowLayout::RowLayout(const ByteView& row, const TableDef& table, const Format& format)
     : row_(row), narrow_(!format.wideText) {
-    columnCount_ = narrow_ ? row_.U8(0) : row_.U16(0);
-    fixedStart_ = narrow_ ? 1 : 2;
-    const std::size_t bitmapSize = (columnCount_ + 7) / 8;
-    if (fixedStart_ + bitmapSize > row_.Size()) {
+    shape_.columnCount = narrow_ ? row_.U8(0) : row_.U16(0);
+    const std::size_t bitmapSize = (shape_.columnCount + std::size_t{7}) / 8;
+    if (FixedStart() + bitmapSize > row_.Size()) {
         ThrowDamaged(row_.Page(), u"ligne trop courte");
     }
-    bitmap_ = row_.Size() - bitmapSize;
+    shape_.bitmap = static_cast<std::uint16_t>(row_.Size() - bitmapSize);
     if (table.variableColumns != 0) {
-        LocateVariable(format);
+        LocateVariable();
     }
 }
 
-void RowLayout::LocateVariable(const Format& format) {
-    const std::size_t width = format.wideText ? 2 : 1;
-    if (bitmap_ < fixedStart_ + width) {
+void RowLayout::LocateVariable() {
+    const std::size_t width = narrow_ ? 1 : 2;
+    if (shape_.bitmap < FixedStart() + width) {
         ThrowDamaged(row_.Page(), u"ligne trop courte");
     }
-    const std::size_t countAt = bitmap_ - width;
-    variableCount_ = narrow_ ? row_.U8(countAt) : row_.U16(countAt);
+    const std::size_t countAt = shape_.bitmap - width;
+    shape_.variableCount = narrow_ ? row_.U8(countAt) : row_.U16(countAt);
     // One jump entry per 256 bytes of row stands between the count and the offsets.
-    jumps_ = narrow_ ? (row_.Size() - 1) / 256 : 0;
-    const std::size_t tail = jumps_ + (variableCount_ + 1) * width;
-    if (countAt < fixedStart_ + tail) {
+    const std::size_t jumps = narrow_ ? (row_.Size() - 1) / 256 : 0;
+    if (countAt < FixedStart() + jumps + (shape_.variableCount + std::size_t{1}) * width) {
         ThrowDamaged(row_.Page(), u"table des positions hors de sa ligne");
     }
-    firstOffset_ = countAt - jumps_ - width;
-    if (narrow_ && jumps_ > 0 && (firstOffset_ - variableCount_) / 256 < jumps_) {
-        --jumps_;  // the last one has nothing to jump over
-    }
+    const std::size_t first = countAt - jumps - width;
+    // The last jump may have nothing to jump over.
+    const bool oneTooMany = jumps > 0 && (first - shape_.variableCount) / 256 < jumps;
+    shape_.firstOffset = static_cast<std::uint16_t>(first);
+    shape_.jumps = static_cast<std::uint16_t>(jumps - (oneTooMany ? 1 : 0));
 }
 
 std::size_t RowLayout::VariableOffset(std::size_t index) const {
     if (!narrow_) {
-        return row_.U16(firstOffset_ - index * 2);
+        return row_.U16(shape_.firstOffset - index * 2);
     }
-    std::size_t offset = row_.U8(firstOffset_ - index);
-    for (std::size_t jump = 0; jump < jumps_ && row_.U8(bitmap_ - 2 - jump) <= index; ++jump) {
+    std::size_t offset = row_.U8(shape_.firstOffset - index);
+    for (std::size_t jump = 0; jump < shape_.jumps && row_.U8(shape_.bitmap - 2 - jump) <= index; ++jump) {
         offset += 256;
     }
     return offset;
 }
 
 bool RowLayout::IsNull(const StoredColumn& column) const {
-    if (column.number >= columnCount_ || (!column.fixed && column.variableIndex >= variableCount_)) {
+    if (column.number >= shape_.columnCount ||
+        (!column.fixed && column.variableIndex >= shape_.variableCount)) {
         return true;
     }
-    return (row_.U8(bitmap_ + column.number / 8u) >> (column.number % 8) & 1) == 0;
+    return (row_.U8(shape_.bitmap + column.number / 8u) >> (column.number % 8) & 1) == 0;
 }
 
 ByteView RowLayout::FixedArea() const {
-    const std::size_t end = firstOffset_ == 0 ? bitmap_ : VariableOffset(0);
-    if (end < fixedStart_) {
+    const std::size_t end = shape_.firstOffset == 0 ? shape_.bitmap : VariableOffset(0);
+    if (end < FixedStart()) {
         ThrowDamaged(row_.Page(), u"table des positions hors de sa ligne");
     }
-    return row_.Sub(fixedStart_, end - fixedStart_);
+    return row_.Sub(FixedStart(), end - FixedStart());
 }
 
 std::optional<ByteView> RowLayout::Field(const StoredColumn& column) const {
@@ -67,14 +67,14 @@ std::optional<ByteView> RowLayout::Field(const StoredColumn& column) const {
     }
     if (column.fixed) {
         const std::size_t length = NaturalSize(column.type).value_or(column.length);
-        if (fixedStart_ + column.fixedOffset + length > bitmap_) {
+        if (FixedStart() + column.fixedOffset + length > shape_.bitmap) {
             ThrowDamaged(row_.Page(), u"colonne hors de sa ligne");
         }
-        return row_.Sub(fixedStart_ + column.fixedOffset, length);
+        return row_.Sub(FixedStart() + column.fixedOffset, length);
     }
     const std::size_t start = VariableOffset(column.variableIndex);
     const std::size_t end = VariableOffset(column.variableIndex + std::size_t{1});
-    if (start > end || end > bitmap_) {
+    if (start > end || end > shape_.bitmap) {
         ThrowDamaged(row_.Page(), u"colonne hors de sa ligne");
     }
     return row_.Sub(start, end - start);

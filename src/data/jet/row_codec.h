@@ -3,6 +3,8 @@
 
 #include <optional>
 
+#include <jet/table.h>
+
 #include "bytes.h"
 #include "table_def.h"
 
@@ -13,6 +15,11 @@ class RowLayout {
  public:
     /// Throws 3343 when the row is shorter than its own counts say.
     RowLayout(const ByteView& row, const TableDef& table, const Format& format);
+    /// The same row again, with what was found the first time.
+    RowLayout(const ByteView& row, const RowShape& shape, const Format& format)
+        : row_(row), narrow_(!format.wideText), shape_(shape) {}
+
+    [[nodiscard]] const RowShape& Shape() const { return shape_; }
 
     [[nodiscard]] bool IsNull(const StoredColumn& column) const;
     /// The stored bytes of a column; empty option when it is null. A Boolean has no bytes: ask IsNull.
@@ -21,17 +28,13 @@ class RowLayout {
     [[nodiscard]] ByteView FixedArea() const;
 
  private:
-    void LocateVariable(const Format& format);
+    void LocateVariable();
+    [[nodiscard]] std::size_t FixedStart() const { return narrow_ ? 1 : 2; }
     [[nodiscard]] std::size_t VariableOffset(std::size_t index) const;
 
     ByteView row_;
-    bool narrow_;  ///< Access 97: offsets of one byte with jumps
-    std::size_t columnCount_ = 0;
-    std::size_t bitmap_ = 0;  ///< position of the null bitmap
-    std::size_t fixedStart_ = 0;
-    std::size_t variableCount_ = 0;
-    std::size_t firstOffset_ = 0;  ///< position of the offset of variable column 0; others lie before it
-    std::size_t jumps_ = 0;        ///< number of jump entries between there and the count
+    bool narrow_;  ///< Access 97: counts and offsets of one byte, with jumps
+    RowShape shape_;
 };
 
 }  // namespace quardele::jet

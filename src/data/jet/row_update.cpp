@@ -117,10 +117,10 @@ void RowUpdate::MoveRow(RowId id, const Place& place, const ByteString& row) {
 
 RowPointer RowUpdate::AddMoved(const ByteString& row) {
     for (const std::uint32_t number : ReadUsageMap(pages_, table_.freeMap)) {
-        DataPageEditor editor(pages_, number);
-        if (editor.Owner() != table_.page) {
+        if (!DataPageEditor::MayHold(*pages_.Read(number), pages_.Layout(), table_.page, row.size())) {
             continue;
         }
+        DataPageEditor editor(pages_, number);
         if (const auto slotNumber = editor.Add(slot::kHidden, row)) {
             editor.Store();
             KeepFreeMap(number, editor);

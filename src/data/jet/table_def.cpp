@@ -220,12 +220,14 @@ void Parser::ParseLogicalIndexes() {
         if (real >= realCount_) {
             ThrowDamaged(table_.page, u"index sans arbre");
         }
-        if (bytes.U8(at.kind) == kPrimaryKind) {
-            RealIndex& index = table_.realIndexes[real];
+        RealIndex& index = table_.realIndexes[real];
+        const std::uint8_t kind = bytes.U8(at.kind);
+        if (kind == kPrimaryKind) {
             index.primary = index.unique = index.required = true;
         }
+        index.related = index.related || kind == kRelationshipKind;
         table_.realOf.push_back(real);
-        table_.indexes.emplace_back().primary = bytes.U8(at.kind) == kPrimaryKind;
+        table_.indexes.emplace_back().primary = kind == kPrimaryKind;
     }
     for (std::size_t i = 0; i < logicalCount_; ++i) {
         const RealIndex& real = table_.realIndexes[table_.realOf[i]];

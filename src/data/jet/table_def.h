@@ -47,6 +47,7 @@ struct RealIndex {
     bool required = false;
     bool primary = false;
     bool seekable = false;
+    bool related = false;  ///< an enforced relationship to another table uses it
 };
 
 class TableDef {

@@ -24,26 +24,49 @@ void AppendNarrow(std::span<const std::uint8_t> bytes, basic::Text& result) {
 }
 
 void AppendPlain(std::span<const std::uint8_t> bytes, basic::Text& result) {
-    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
-        result += static_cast<char16_t>(bytes[i] | bytes[i + 1] << 8);
+    const std::size_t units = bytes.size() / 2;
+    const std::size_t start = result.size();
+    result.resize(start + units);
+    for (std::size_t i = 0; i < units; ++i) {
+        result[start + i] = static_cast<char16_t>(bytes[2 * i] | bytes[2 * i + 1] << 8);
     }
+}
+
+// One byte per unit.
+void AppendLatin1(std::span<const std::uint8_t> bytes, basic::Text& result) {
+    const std::size_t start = result.size();
+    result.resize(start + bytes.size());
+    std::copy(bytes.begin(), bytes.end(), result.begin() + static_cast<std::ptrdiff_t>(start));
 }
 
 // A zero byte switches between one and two bytes per unit.
 void AppendCompressed(std::span<const std::uint8_t> bytes, basic::Text& result) {
     bool wide = false;
-    for (std::size_t i = 0; i < bytes.size();) {
-        if (bytes[i] == 0) {
-            wide = !wide;
-            ++i;
-        } else if (!wide) {
-            result += static_cast<char16_t>(bytes[i]);
-            ++i;
+    while (!bytes.empty()) {
+        std::size_t length = 0;
+        if (wide) {
+            while (length + 1 < bytes.size() && bytes[length] != 0) {
+                length += 2;
+            }
+            AppendPlain(bytes.first(length), result);
+            length += bytes.size() - length == 1 && bytes[length] != 0 ? 1 : 0;  // half a unit at the end
         } else {
-            AppendPlain(bytes.subspan(i, std::min<std::size_t>(2, bytes.size() - i)), result);
-            i += 2;
+            length = static_cast<std::size_t>(std::find(bytes.begin(), bytes.end(), 0) - bytes.begin());
+            AppendLatin1(bytes.first(length), result);
         }
+        wide = !wide;
+        bytes = bytes.subspan(std::min(length + 1, bytes.size()));
     }
+}
+
+[[nodiscard]] bool IsCompressed(std::span<const std::uint8_t> bytes) {
+    return bytes.size() >= 2 && bytes[0] == kCompressedFirst && bytes[1] == kCompressedSecond;
+}
+
+// Ordinary letters, stored one byte each.
+[[nodiscard]] bool IsAscii(std::span<const std::uint8_t> bytes) {
+    return std::none_of(bytes.begin(), bytes.end(),
+                        [](std::uint8_t byte) { return byte == 0 || byte >= 0x80; });
 }
 
 [[nodiscard]] bool IsCompressible(basic::TextView text) {
@@ -58,7 +81,7 @@ void DecodeText(const ByteView& stored, const Format& format, basic::Text& resul
     const auto bytes = stored.Span();
     if (!format.wideText) {
         AppendNarrow(bytes, result);
-    } else if (bytes.size() >= 2 && bytes[0] == kCompressedFirst && bytes[1] == kCompressedSecond) {
+    } else if (IsCompressed(bytes)) {
         AppendCompressed(bytes.subspan(2), result);
     } else {
         AppendPlain(bytes, result);
@@ -69,6 +92,17 @@ basic::Text DecodeText(const ByteView& stored, const Format& format) {
     basic::Text result;
     DecodeText(stored, format, result);
     return result;
+}
+
+void AppendUtf8(const ByteView& stored, const Format& format, std::string& utf8) {
+    const auto bytes = stored.Span();
+    const auto letters = format.wideText && IsCompressed(bytes) ? bytes.subspan(2) : bytes;
+    if ((!format.wideText || IsCompressed(bytes)) && IsAscii(letters)) {
+        utf8.resize(utf8.size() + letters.size());
+        std::copy(letters.begin(), letters.end(), utf8.end() - static_cast<std::ptrdiff_t>(letters.size()));
+    } else {
+        utf8 += basic::ToUtf8(DecodeText(stored, format));
+    }
 }
 
 basic::Text DecodePlainText(const ByteView& stored) {

@@ -1,6 +1,7 @@
 // Stored text: UTF-16, compressed or plain, in Access 2000-2003; eight bits per character in Access 97.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include <basic/text.h>
@@ -13,6 +14,9 @@ namespace quardele::jet {
 /// The text that stored bytes mean. An odd last byte of plain text is passed over.
 void DecodeText(const ByteView& stored, const Format& format, basic::Text& result);
 [[nodiscard]] basic::Text DecodeText(const ByteView& stored, const Format& format);
+
+/// Appends the text in UTF-8.
+void AppendUtf8(const ByteView& stored, const Format& format, std::string& utf8);
 
 /// UTF-16 little-endian as it stands: names, properties.
 [[nodiscard]] basic::Text DecodePlainText(const ByteView& stored);

@@ -11,12 +11,12 @@
 
 namespace quardele::jet {
 
-bool WaitForWriterLock(OsFile& file) {
+bool WaitForWriterLock(OsFile& file, OsFile::Lock kind) {
     using namespace std::chrono_literals;
     constexpr auto kPatience = 2s;
     constexpr auto kPause = 10ms;
     const auto end = std::chrono::steady_clock::now() + kPatience;
-    while (file.TryLock(lock_bytes::kWriter, OsFile::Lock::Exclusive) != OsFile::LockResult::Taken) {
+    while (file.TryLock(lock_bytes::kWriter, kind) != OsFile::LockResult::Taken) {
         if (std::chrono::steady_clock::now() >= end) {
             return false;
         }
@@ -29,7 +29,7 @@ WriteStep::WriteStep(Engine& engine) : engine_(engine) {
     if (engine.IsReadOnly()) {
         throw basic::RuntimeError(basic::error::kReadOnly);
     }
-    if (!WaitForWriterLock(engine.File())) {
+    if (!WaitForWriterLock(engine.File(), OsFile::Lock::Exclusive)) {
         throw basic::RuntimeError(basic::error::kRecordLocked);
     }
     try {

@@ -29,7 +29,8 @@ class WriteStep {
     std::optional<Transaction> pages_;
 };
 
-/// Waits for the writer's lock of a file; false when it stays taken for two seconds.
-[[nodiscard]] bool WaitForWriterLock(OsFile& file);
+/// Waits for the writer's lock of a file: exclusively to write, shared to be sure that nobody does. False
+/// when it stays taken for two seconds.
+[[nodiscard]] bool WaitForWriterLock(OsFile& file, OsFile::Lock kind);
 
 }  // namespace quardele::jet

@@ -1,6 +1,7 @@
 // Files whose bytes were changed at random or on purpose: an error that says where, or data; nothing else.
 
 #include <chrono>
+#include <cstdlib>
 #include <fstream>
 #include <random>
 
@@ -104,15 +105,21 @@ std::vector<fs::path> Originals() {
     return files;
 }
 
-// As many as fit into some seconds; the seeds are fixed, so that a failure comes again.
+/// A number from the environment, for runs longer than those of every day.
+unsigned Setting(const char* name, unsigned usual) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? usual : static_cast<unsigned>(std::strtoul(value, nullptr, 10));
+}
+
+// As many as fit into some seconds; the seed is fixed, so that a failure comes again.
 template <class Use>
 int Mutate(const Use& use) {
-    constexpr auto kBudget = std::chrono::seconds(4);
+    const std::chrono::seconds budget(Setting("QUARDELE_DAMAGE_SECONDS", 4));
     const auto files = Originals();
-    std::mt19937 random(1234);
+    std::mt19937 random(Setting("QUARDELE_DAMAGE_SEED", 1234));
     int count = 0;
     TempFolder folder;
-    for (const auto end = Clock::now() + kBudget; Clock::now() < end; ++count) {
+    for (const auto end = Clock::now() + budget; Clock::now() < end; ++count) {
         const fs::path& original = files[static_cast<std::size_t>(count) % files.size()];
         const fs::path file = folder.Path() / "base.mdb";
         WriteBytes(file, Mutated(ReadBytes(original), random));

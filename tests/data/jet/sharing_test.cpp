@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "index_check.h"
+#include "journal.h"
 #include "lock_bytes.h"
 #include "os_file.h"
 #include "support.h"
@@ -42,6 +43,23 @@ TEST(Sharing, AWriterThatDoesNotEndGivesTheLockError) {
     EXPECT_EQ(ErrorNumber([&] { table->Update(row, {&change, 1}); }), basic::error::kRecordLocked);
     other.Unlock(lock_bytes::kWriter);
     EXPECT_EQ(ErrorNumber([&] { table->Update(row, {&change, 1}); }), 0);
+}
+
+TEST(Sharing, AReaderWaitsForAWriterThatHasItsJournalOut) {
+    TempFolder folder;
+    const fs::path file = folder.Copy(SampleFile("DATA/talmeon.mdb"));
+    WriteBytes(JournalPath(file), {1, 2, 3});
+    OsFile writer;
+    ASSERT_TRUE(writer.Open(file, OsFile::Access::ReadWrite));
+    ASSERT_EQ(writer.TryLock(lock_bytes::kWriter, OsFile::Lock::Exclusive), OsFile::LockResult::Taken);
+    EXPECT_EQ(ErrorNumber([&] { static_cast<void>(Database::Open(file, OpenMode::ReadOnly)); }),
+              basic::error::kFileInUse);
+    EXPECT_TRUE(HasJournal(file));
+    writer.Close();
+    EXPECT_EQ(ErrorNumber([&] { static_cast<void>(Database::Open(file, OpenMode::ReadOnly)); }), 0);
+    EXPECT_TRUE(HasJournal(file));
+    EXPECT_EQ(ErrorNumber([&] { static_cast<void>(Database::Open(file)); }), 0);
+    EXPECT_FALSE(HasJournal(file));
 }
 
 TEST(Sharing, WhatOthersWroteIsSeenAfterRefresh) {

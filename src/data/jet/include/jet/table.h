@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -68,6 +69,15 @@ class Table {
     std::unique_ptr<TableImpl> impl_;
 };
 
+/// Where the parts of a row lie within its bytes; the engine's own.
+struct RowShape {
+    std::uint16_t columnCount = 0;
+    std::uint16_t bitmap = 0;  ///< position of the null bitmap; 0 while nothing is known
+    std::uint16_t variableCount = 0;
+    std::uint16_t firstOffset = 0;  ///< position of the offset of variable column 0; others lie before it
+    std::uint16_t jumps = 0;        ///< Access 97: number of jump entries between there and the count
+};
+
 /// A snapshot of one row's stored bytes; columns are decoded when asked for. Copying and moving are cheap:
 /// rows share the page they were read from, which never changes under them. Long values are read from the
 /// file when asked for; 3197 when they were replaced since. Must not outlive its table.
@@ -87,12 +97,15 @@ class Row {
     /// Puts the text of a Text or Memo column into `text`, whose memory is reused; false, and an empty text,
     /// when it is null.
     bool TextAt(int column, Text& text) const;
+    /// Appends the same text in UTF-8; false when it is null.
+    bool AppendUtf8At(int column, std::string& utf8) const;
 
     /// The stored bytes; for the engine's own rooms and tests.
     [[nodiscard]] std::span<const std::uint8_t> Bytes() const { return bytes_; }
 
  private:
     friend class TableImpl;
+    friend class RowReader;
     Row(const TableImpl* table, RowId id, std::shared_ptr<const Page> page,
         std::span<const std::uint8_t> bytes)
         : table_(table), id_(id), page_(std::move(page)), bytes_(bytes) {}
@@ -101,6 +114,7 @@ class Row {
     RowId id_;
     std::shared_ptr<const Page> page_;
     std::span<const std::uint8_t> bytes_;  ///< within page_
+    mutable RowShape shape_;               ///< found when the first column is asked for
 };
 
 /// Forward iteration over all live rows of a table; must not outlive it.

@@ -118,6 +118,30 @@ TEST_F(CorpusTest, LinkedTableOpensAsADynasetAndNotAsATable) {
     EXPECT_EQ(database->TableDefNamed(u"TABLE2").Name(), u"table2");
 }
 
+TEST_F(CorpusTest, ChangesOfALinkedTableAreSeenAfterIdleAndConflictsNoticed) {
+    Install("linkee2.mdb");
+    const auto linked = OpenInstalled("linked.mdb")->OpenRecordset(u"table2");
+    EXPECT_EQ(linked->Value(u"filed2"), Variant(u"ciao brutto"));
+    const auto direct = OpenDatabase(u"C:\\QUARDELE\\DATA\\linkee2.mdb")->OpenRecordset(u"table2");
+    const auto write = [&direct](TextView text) {
+        direct->Edit();
+        direct->SetValue(u"filed2", Text(text));
+        direct->Update();
+    };
+    write(u"ciao bello");
+    DBEngine::Instance().Idle(1);
+    EXPECT_EQ(linked->Value(u"filed2"), Variant(u"ciao bello"));
+    linked->Edit();
+    linked->SetValue(u"filed2", u"il mio");
+    write(u"il suo");
+    EXPECT_EQ(ErrorOf([&] { linked->Update(); }), error::kRecordChanged);
+    linked->Edit();
+    linked->SetValue(u"filed2", u"il mio");
+    linked->Update();
+    DBEngine::Instance().Idle(1);
+    EXPECT_EQ(direct->Value(u"filed2"), Variant(u"il mio"));
+}
+
 TEST_F(CorpusTest, LinkWhoseFileIsMissingRaises3011) {
     const auto database = OpenInstalled("linked.mdb");
     EXPECT_EQ(ErrorOf([&] { (void)database->OpenRecordset(u"table2"); }), error::kLinkedTableMissing);

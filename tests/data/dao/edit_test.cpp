@@ -40,6 +40,7 @@ TEST_F(EditTest, UpdateWritesTheBuffer) {
 TEST_F(EditTest, UpdateLeavesOtherFieldsAlone) {
     const auto rows = OpenVehicle();
     std::vector<Variant> before;
+    before.reserve(rows->Fields().size());
     for (int field = 0; field < static_cast<int>(rows->Fields().size()); ++field) {
         before.push_back(rows->Value(field));
     }

@@ -11,7 +11,7 @@ class SharingTest : public DaoTest {
  protected:
     /// A label of another opening of the same file.
     static std::shared_ptr<Recordset> OpenElsewhere(TextView code) {
-        const auto rows = OpenDatabase(kData)->OpenRecordset(u"TTYP", RecordsetType::Table);
+        auto rows = OpenDatabase(kData)->OpenRecordset(u"TTYP", RecordsetType::Table);
         rows->SetIndex(u"PrimaryKey");
         rows->Seek(u"=", {Text(code)});
         EXPECT_FALSE(rows->NoMatch());
@@ -35,7 +35,8 @@ class SharingTest : public DaoTest {
         constexpr std::streamoff kFirstSlot = 14;
         constexpr int kDeletedBit = 0x80;  // of the slot's upper byte
         const std::streamoff page = tableRow.bytes[0] | tableRow.bytes[1] << 8 | tableRow.bytes[2] << 16;
-        const std::streamoff upperByte = page * kPageSize + kFirstSlot + 2 * tableRow.bytes[4] + 1;
+        const std::streamoff upperByte =
+            page * kPageSize + kFirstSlot + std::streamoff{2} * tableRow.bytes[4] + 1;
         std::fstream file(Installed().File("DATA/talmeon.mdb"),
                           std::ios::in | std::ios::out | std::ios::binary);
         file.seekg(upperByte);

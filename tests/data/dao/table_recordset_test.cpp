@@ -1,5 +1,6 @@
 // Recordsets of the table type: index, seek, order of walking.
 #include <algorithm>
+#include <compare>
 
 #include <jet/collation.h>
 
@@ -97,7 +98,7 @@ TEST_F(TableRecordsetTest, IndexOrderIsTheOrderOfTextsOfTheFile) {
     const auto values = Forward(*rows, u"TVEH_IMMAT");
     EXPECT_EQ(values.size(), 1500U);
     EXPECT_TRUE(std::is_sorted(values.begin(), values.end(),
-                               [](const Text& a, const Text& b) { return jet::Compare(a, b) < 0; }));
+                               [](const Text& a, const Text& b) { return std::is_lt(jet::Compare(a, b)); }));
     EXPECT_EQ(Backward(*rows, u"TVEH_IMMAT"), std::vector<Text>(values.rbegin(), values.rend()));
 }
 

@@ -59,14 +59,14 @@ void FailNaming(int number, TextView name) {
     throw basic::RuntimeError(number, found->before + Quoted(name) + found->after);
 }
 
-void FailSyntax(int number, TextView reason, TextView expression, TextView near) {
+void FailSyntax(int number, TextView reason, TextView expression, TextView stop) {
     Text description = u"Erreur de syntaxe (";
     description += reason;
     description += u") " + SyntaxPlace(number);
     if (!expression.empty()) {
         description += u" " + Quoted(expression);
     }
-    description += near.empty() ? Text(u", à la fin.") : u", près de " + Quoted(near) + u".";
+    description += stop.empty() ? Text(u", à la fin.") : u", près de " + Quoted(stop) + u".";
     throw basic::RuntimeError(number, description);
 }
 

@@ -30,9 +30,9 @@ inline constexpr int kTooComplex = 3360;
 /// Throws the number with its general description and the place it concerns.
 [[noreturn]] void FailNaming(int number, TextView name);
 
-/// Throws a syntax error. `expression` is the text that was read, `reason` what is wrong with it, `near` the
+/// Throws a syntax error. `expression` is the text that was read, `reason` what is wrong with it, `stop` the
 /// word or sign where reading stopped (empty at the end of the text).
-[[noreturn]] void FailSyntax(int number, TextView reason, TextView expression, TextView near);
+[[noreturn]] void FailSyntax(int number, TextView reason, TextView expression, TextView stop);
 
 /// Throws 3360.
 [[noreturn]] void FailTooComplex();

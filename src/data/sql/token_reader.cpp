@@ -49,8 +49,8 @@ bool TokenReader::TakeWord(TextView keyword) {
 void TokenReader::Fail(int number, TextView reason) const {
     const Token& token = Peek();
     const TextView quote = statement_.substr(std::min(quoteStart_, statement_.size()));
-    const TextView near = statement_.substr(token.position, token.length);
-    FailSyntax(number, token.kind == TokenKind::Bad ? TextView(token.text) : reason, quote, near);
+    const TextView stop = statement_.substr(token.position, token.length);
+    FailSyntax(number, token.kind == TokenKind::Bad ? TextView(token.text) : reason, quote, stop);
 }
 
 TokenReader::Nesting::Nesting(TokenReader& reader) : reader_(reader) {

@@ -5,9 +5,10 @@
 //   rows.Value(0, 2);
 //
 // Errors are basic::RuntimeError with the engine's numbers and a French text that names the place: 3075
-// syntax error in an expression, 3131 in FROM, 3141 in SELECT, 3144 elsewhere, 3061 an unknown name counts
-// as a missing parameter, 3078 unknown table, 3085 unknown function, 3122 column outside the aggregate,
-// 3464 types that do not compare, 13/11/6 from expressions.
+// syntax error in an expression, 3131 in FROM, 3141 in SELECT, 3138 in ORDER BY, 3129 no SELECT at all, 3142
+// text behind the end, 3061 an unknown name counts as a missing parameter, 3078 unknown table, 3079 a name
+// that several tables know, 3085 unknown function, 3122 column outside the aggregate, 3360 too long or too
+// deep, 3464 types that do not compare, 13/11/6 from expressions; docs/sql-dialect.md has them all.
 #pragma once
 
 #include <cstddef>

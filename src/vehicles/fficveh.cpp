@@ -24,6 +24,8 @@ constexpr int kFreeOfMainWindow = 1500;
 constexpr int kFloatingFrameLeft = 100;
 
 constexpr int kBlanksBeforeFolder = 20;
+/// The registration in the grid of visits.
+constexpr int kVisitLinkColumn = 4;
 
 /// Throws RuntimeError 91 when start-up has left no data database.
 dao::Database& DataDatabase() {
@@ -51,7 +53,7 @@ FFICVEH::FFICVEH()
     CTL_USER = {Surface(), QStringLiteral("CTL_USER")};
     CTX_USERCHER = {Surface(), QStringLiteral("CTX_USERCHER")};
     CTL_USERCHER = {Surface(), QStringLiteral("CTL_USERCHER")};
-    HideFloatingFrames();
+    HideWhatStartsHidden();
     ConnectTabs();
     ConnectList();
     ConnectRecord();
@@ -59,13 +61,16 @@ FFICVEH::FFICVEH()
 
 FFICVEH::~FFICVEH() = default;
 
-/// The layout shows all controls; what stands in front or belongs to the record alone starts hidden.
-void FFICVEH::HideFloatingFrames() {
+/// The layout shows everything; what stands in front, or belongs to the record alone, starts hidden. So does
+/// the column that links a visit to its vehicle, for good.
+void FFICVEH::HideWhatStartsHidden() {
     for (QWidget* frame : std::initializer_list<QWidget*>{
              ui_->Frm_ChercheVeh, ui_->Frm_TypTrav, ui_->FRM_HISTO, ui_->FRM_SelDate, ui_->FRM_DETAIL}) {
         frame->setVisible(false);
     }
     ShowRecordButtons(false);
+    ui_->DBG_DETAIL->SetCol(kVisitLinkColumn);
+    ui_->DBG_DETAIL->SetColHidden(true);
 }
 
 void FFICVEH::Form_Load() {

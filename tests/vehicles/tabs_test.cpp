@@ -91,6 +91,8 @@ void TabsTest::TheRecordShowsTheCustomerAndTheVisits() {
     QCOMPARE(static_cast<std::size_t>(Grid("DBG_DETAIL")->MaxRows()), visits->RowCount());
     QCOMPARE(Cell("DBG_DETAIL", 1, 1), QStringLiteral("TAC"));
     QCOMPARE(Cell("DBG_DETAIL", 2, 1), QStringLiteral("24"));
+    QCOMPARE(Cell("DBG_DETAIL", 4, 1), QStringLiteral("2107 RC 59"));
+    QVERIFY(Grid("DBG_DETAIL")->isColumnHidden(3));
 }
 
 void TabsTest::AnUnknownCustomerHasNoName() {

@@ -51,7 +51,7 @@ class FFICVEH : public forms::Form {
     };
 
     // Load, activation, layout.
-    void HideFloatingFrames();
+    void HideWhatStartsHidden();
     void DockButtonBar();
     void LayOut();
     void SetMaxLengths();

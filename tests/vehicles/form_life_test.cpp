@@ -22,6 +22,7 @@ class FormLifeTest : public QObject {
     void QuitUnloadsTheFormAndHidesItsPanel();
     void QuitHoldsBackOnAPendingChange();
     void ClosingTheWindowAsksNothing();
+    void EndingTheProgramLosesAPendingChange();
     void AFormOpenedAgainStartsAnew();
     void AMissingTableIsAnUnhandledError();
     void WithoutADataDatabaseTheFormDoesNotLoad();
@@ -127,6 +128,25 @@ void FormLifeTest::ClosingTheWindowAsksNothing() {
     QVERIFY(boxes.Shown().empty());
     QVERIFY(!forms::IsLoaded<vehicles::FFICVEH>());
     QVERIFY(!MainWindow().PIC_STATUS->Panels(2).Visible());
+}
+
+void FormLifeTest::EndingTheProgramLosesAPendingChange() {
+    const auto storedMake = [] {
+        const auto vehicles = shell::TheSession().BD_DONNEES->OpenRecordset(
+            u"select TVEH_MARQUE from TVEH where TVEH_IMMAT = 'KG-361-VP'", dao::RecordsetType::Snapshot);
+        return vehicles->Value(u"TVEH_MARQUE");
+    };
+    RunningProgram program;
+    program.OpenVehicles();
+    OpenRecordOf(QStringLiteral("KG-361-VP"));
+    const basic::Variant before = storedMake();
+    TypeOver(Box("CTX_MARQUE"), QStringLiteral("RENAULT"));
+    support::BoxAnswerer boxes;
+    const int endsBefore = forms::CatchEndOfProcess(true);
+    MainWindow().M_QUIT->trigger();
+    QCOMPARE(forms::CatchEndOfProcess(true), endsBefore + 1);
+    QVERIFY(boxes.Shown().empty());
+    QVERIFY(storedMake() == before);
 }
 
 void FormLifeTest::AFormOpenedAgainStartsAnew() {

@@ -15,8 +15,7 @@ Database::Database(std::unique_ptr<Engine> engine) : engine_(std::move(engine)) 
 Database::~Database() = default;
 
 std::shared_ptr<Database> Database::Open(const std::filesystem::path& file, OpenMode mode) {
-    const std::shared_ptr<Database> database(new Database(std::make_unique<Engine>(file, mode)));
-    return database;
+    return std::shared_ptr<Database>(new Database(std::make_unique<Engine>(file, mode)));
 }
 
 const std::filesystem::path& Database::File() const {

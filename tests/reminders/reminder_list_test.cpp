@@ -1,0 +1,623 @@
+// The list of due visits: the form's life, the query, the site column and filter, abandoned reminders.
+#include <QFile>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTextStream>
+
+#include <basic/conversion.h>
+#include <basic/date.h>
+#include <forms/runtime.h>
+#include <forms/strings.h>
+#include <forms/twips.h>
+#include <reminders/frelances.h>
+#include <shell/main_window.h>
+#include <shell/session.h>
+
+#include "run_tests.h"
+#include "workshop.h"
+
+using namespace quardele;
+using forms::Instance;
+using reminders::FRELANCES;
+using tests::Cell;
+using tests::ChooseSite;
+using tests::ClickCell;
+using tests::IsRowHidden;
+using tests::IsTicked;
+using tests::Press;
+using tests::RowOf;
+using tests::Workshop;
+
+namespace {
+
+constexpr int kRed = 255;
+constexpr int kWhite = 16777215;
+constexpr int kLetter = 8;
+constexpr int kAbandon = 9;
+constexpr int kSite = 10;
+
+const QString kYearEnd = QStringLiteral("31/12/2026");
+const QString kNovember = QStringLiteral("25/11/2026");
+const QString kNothing = QStringLiteral("Aucune relance à effectuer");
+
+/// The visits of a golden file, each as the cells of columns 1 to 7.
+std::vector<QStringList> GoldenVisits(const QString& date) {
+    QFile file(QStringLiteral(QUARDELE_SOURCE_DIR "/tests/sample/golden/due-before-%1.csv").arg(date));
+    std::vector<QStringList> visits;
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        return visits;
+    }
+    QTextStream lines(&file);
+    lines.readLine();
+    while (!lines.atEnd()) {
+        const QStringList part = lines.readLine().split(u',');
+        visits.push_back({part[3], part[1], part[4], part[0], part[2], part[5], part[6]});
+    }
+    return visits;
+}
+
+QStringList ListedVisit(forms::Grid& grid, int row) {
+    QStringList cells;
+    for (int col = 1; col <= 7; ++col) {
+        cells << Cell(grid, col, row);
+    }
+    return cells;
+}
+
+int SiteColour(forms::Grid& grid, int row) {
+    grid.SetCol(kSite);
+    grid.SetRow(row);
+    return grid.BackColor();
+}
+
+bool IsColumnHidden(forms::Grid& grid, int col) {
+    grid.SetCol(col);
+    return grid.ColHidden();
+}
+
+QString Today() {
+    return forms::ToQString(basic::CStr(basic::Today()));
+}
+
+}  // namespace
+
+class ReminderListTest : public QObject {
+    Q_OBJECT
+
+ private slots:
+    void init() { workshop_ = std::make_unique<Workshop>(); }
+    void cleanup() {
+        workshop_.reset();
+        QCOMPARE(forms::Forms::Count(), 0);
+    }
+
+    // Layout.
+
+    void LayoutHoldsEveryControl() {
+        const QStringList names = {
+            "CTX_DATEREL",         "CTL_DATEREL",   "Pic_Cal_DateRef", "Cmd_Cal_DateRef", "DBD_TVEH",
+            "DBG_RELANCES",        "FRM_Site",      "CTL_Site",        "DBC_SITE",        "DBD_SITE",
+            "CMD_Site_0",          "CMD_Site_1",    "Cmd_ToolBar_0",   "Cmd_ToolBar_1",   "Cmd_ToolBar_2",
+            "Cmd_ToolBar_3",       "Cmd_ToolBar_4", "Cmd_SelectAll",   "Cmd_DeSelectAll", "Cmd_Editer",
+            "Pic_Boutons_ToolBar", "Cmd_Quitter",   "Label1",          "fpBln1"};
+        for (const QString& name : names) {
+            QVERIFY2(Form().Surface()->findChild<QWidget*>(name) != nullptr, qPrintable(name));
+        }
+        QCOMPARE(Form().CMD_Site(0)->text(), QStringLiteral("Filtrer"));
+        QCOMPARE(Form().CMD_Site(1)->text(), QStringLiteral("Tous"));
+        QCOMPARE(Form().Cmd_SelectAll->toolTip(), QStringLiteral("Tout sélectionner"));
+        QCOMPARE(Form().Cmd_DeSelectAll->toolTip(), QStringLiteral("Ne rien sélectionner"));
+        QCOMPARE(Form().Cmd_Editer->toolTip(), QStringLiteral("Editer les relances"));
+        QCOMPARE(Form().DBD_TVEH->Connect(), QStringLiteral("Access 2000;"));
+        QCOMPARE(Form().DBD_SITE->Caption(), QStringLiteral("Sites"));
+    }
+
+    void ColumnsAreAsDesigned() {
+        struct Column {
+            const char* heading;
+            const char* field;
+            double width;
+            bool locked;
+        };
+        const std::vector<Column> columns = {{"Date prévue", "DatePrev", 9.88, true},
+                                             {"Immat.", "TVEH_IMMAT", 12.5, true},
+                                             {"Marque", "TVEH_MARQUE", 18, true},
+                                             {"Client", "TVEH_CODCLI", 19.12, true},
+                                             {"Travaux", "TVEH_DETAIL_TypTrav", 7, true},
+                                             {"Dernière visite", "TVEH_DETAIL_DATVIS", 9.37, true},
+                                             {"Périodicité (mois)", "TVEH_DETAIL_PERIOD", 8.12, true},
+                                             {"Editer ?", "", 5.37, false},
+                                             {"Suppr", "", 4.87, false},
+                                             {"Site", "", 5.87, true}};
+        forms::Grid& grid = *Form().DBG_RELANCES;
+        QCOMPARE(grid.MaxCols(), static_cast<int>(columns.size()));
+        for (int col = 1; col <= grid.MaxCols(); ++col) {
+            const Column& column = columns[static_cast<std::size_t>(col - 1)];
+            QCOMPARE(Cell(grid, col, 0), QString::fromUtf8(column.heading));
+            QCOMPARE(grid.DataField(), QString::fromUtf8(column.field));
+            QVERIFY(qAbs(grid.ColWidth() - column.width) < 0.15);
+            grid.SetRow(-1);
+            QCOMPARE(grid.Lock(), column.locked);
+        }
+    }
+
+    void TabFollowsTheReadingOrder() {
+        FRELANCES& form = Form();
+        QStringList names;
+        for (int step = 0; step < 14; ++step) {
+            names << QApplication::focusWidget()->objectName();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        QCOMPARE(names, (QStringList{"CTX_DATEREL", "DBC_SITE", "CMD_Site_0", "CMD_Site_1", "DBG_RELANCES",
+                                     "Cmd_ToolBar_0", "Cmd_ToolBar_1", "Cmd_ToolBar_2", "Cmd_ToolBar_3",
+                                     "Cmd_ToolBar_4", "Cmd_SelectAll", "Cmd_DeSelectAll", "Cmd_Editer",
+                                     "Cmd_Quitter"}));
+        QVERIFY(form.CTX_DATEREL->hasFocus());
+    }
+
+    // Life of the form.
+
+    void CaptionNamesTheDataFolderBehindTwentyBlanks() {
+        QCOMPARE(Form().Caption(),
+                 QStringLiteral("Relances") + QString(20, u' ') + QStringLiteral("C:\\QUARDELE\\DATA\\"));
+    }
+
+    void FormStandsInTheMiddleOfTheMainWindow() {
+        const FRELANCES& form = Form();
+        const forms::Form& mainWindow = forms::Forms::Item(0);
+        QVERIFY(qAbs(form.Top() - (mainWindow.Height() - form.Height()) / 2) < forms::kTwipsPerPixel);
+        QVERIFY(qAbs(form.Left() - (mainWindow.Width() - form.Width()) / 2) < forms::kTwipsPerPixel);
+    }
+
+    void FirstFocusWritesTodayAndSelectsIt() {
+        const FRELANCES& form = Form();
+        QCOMPARE(form.CTX_DATEREL->Text(), Today());
+        QCOMPARE(form.CTX_DATEREL->selectedText(), Today());
+    }
+
+    void FocusKeepsADateThatIsThere() {
+        FRELANCES& form = Form();
+        form.CTX_DATEREL->SetText(kNovember);
+        forms::SetFocus(form.DBG_RELANCES);
+        forms::SetFocus(form.CTX_DATEREL);
+        QCOMPARE(form.CTX_DATEREL->Text(), kNovember);
+        QCOMPARE(form.CTX_DATEREL->selectedText(), kNovember);
+    }
+
+    void NewFormHasAnEmptyListAndNoSiteChosen() {
+        const FRELANCES& form = Form();
+        QCOMPARE(form.DBG_RELANCES->MaxRows(), 0);
+        QCOMPARE(form.DBC_SITE->Text(), QString());
+    }
+
+    void ListSurvivesAVisitToAnotherWindow() {
+        workshop_->ListDueBefore(kNovember);
+        const int rows = Form().DBG_RELANCES->MaxRows();
+        Form().Hide();
+        Form().Show();
+        QCOMPARE(Form().DBG_RELANCES->MaxRows(), rows);
+    }
+
+    void ReopeningTheFormGivesAnEmptyListAndNoSite() {
+        workshop_->ListDueBefore(kNovember);
+        ChooseSite(Form(), QStringLiteral("LYO"));
+        Form().Unload();
+        QCOMPARE(Form().DBG_RELANCES->MaxRows(), 0);
+        QCOMPARE(Form().DBC_SITE->Text(), QString());
+    }
+
+    void QuitUnloadsTheFormAndHidesItsPanel() {
+        const forms::StatusPanel& panel = Instance<shell::MDIMENU_VEH>().PIC_STATUS->Panels(3);
+        FRELANCES& form = Form();
+        QVERIFY(panel.Visible());
+        Press(form.Cmd_Quitter);
+        QVERIFY(!forms::IsLoaded<FRELANCES>());
+        QVERIFY(!panel.Visible());
+    }
+
+    void F12Quits() {
+        QTest::keyClick(Form().CTX_DATEREL, Qt::Key_F12);
+        QVERIFY(!forms::IsLoaded<FRELANCES>());
+    }
+
+    void ClosingTheWindowHidesThePanelToo() {
+        const forms::StatusPanel& panel = Instance<shell::MDIMENU_VEH>().PIC_STATUS->Panels(3);
+        Form().Window()->close();
+        QVERIFY(!forms::IsLoaded<FRELANCES>());
+        QVERIFY(!panel.Visible());
+    }
+
+    // The query.
+
+    void ListEqualsTheGoldenOne_data() {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("golden");
+        QTest::newRow("31/12/2026") << kYearEnd << QStringLiteral("2026-12-31");
+        QTest::newRow("25/11/2026") << kNovember << QStringLiteral("2026-11-25");
+    }
+    void ListEqualsTheGoldenOne() {
+        QFETCH(QString, typed);
+        QFETCH(QString, golden);
+        const std::vector<QStringList> expected = GoldenVisits(golden);
+        QVERIFY(!expected.empty());
+        workshop_->ListDueBefore(typed);
+        forms::Grid& grid = *Form().DBG_RELANCES;
+        QCOMPARE(grid.MaxRows(), static_cast<int>(expected.size()));
+        for (int row = 1; row <= grid.MaxRows(); ++row) {
+            QCOMPARE(ListedVisit(grid, row), expected[static_cast<std::size_t>(row - 1)]);
+        }
+        QVERIFY(grid.hasFocus());
+    }
+
+    void StatementIsPutTogetherAsTheListToolsExpectIt() {
+        workshop_->ListDueBefore(QStringLiteral("05/12/2026"));
+        QCOMPARE(Form().DBD_TVEH->RecordSource(),
+                 QStringLiteral(
+                     "SELECT DateAdd('m',[TVEH_DETAIL_PERIOD],[TVEH_DETAIL_DATVIS]) AS DatePrev, "
+                     "TVEH_DETAIL.TVEH_DETAIL_PERIOD, TVEH_DETAIL.TVEH_DETAIL_DATVIS, "
+                     "TVEH.TVEH_MARQUE,TVEH.TVEH_IMMAT, "
+                     "TVEH.TVEH_EDIT, TVEH.TVEH_CODCLI, TVEH_DETAIL.TVEH_DETAIL_TypTrav FROM TVEH_DETAIL "
+                     "LEFT JOIN TVEH "
+                     "ON TVEH_DETAIL.TVEH_DETAIL_Immat = TVEH.TVEH_IMMAT "
+                     "WHERE (((DateAdd('m',[TVEH_DETAIL_PERIOD],[TVEH_DETAIL_DATVIS]))<#12/05/2026#)) AND "
+                     "[TVEH_DETAIL_PERIOD]<> 0 "
+                     "ORDER BY TVEH.TVEH_CODCLI, TVEH.TVEH_IMMAT, TVEH_DETAIL.TVEH_DETAIL_TypTrav;"));
+    }
+
+    void DateIsRewrittenInItsLongForm() {
+        workshop_->ListDueBefore(QStringLiteral("31-12-26"));
+        QCOMPARE(Form().CTX_DATEREL->Text(), kYearEnd);
+        QVERIFY(Form().DBG_RELANCES->MaxRows() > 0);
+    }
+
+    void DateEqualToTheNextVisitLeavesItOut() {
+        workshop_->ListDueBefore(QStringLiteral("01/10/2026"));
+        QCOMPARE(RowOf(*Form().DBG_RELANCES, QStringLiteral("1466 WP 51"), QStringLiteral("CLI")), 0);
+        workshop_->ListDueBefore(QStringLiteral("02/10/2026"));
+        QVERIFY(RowOf(*Form().DBG_RELANCES, QStringLiteral("1466 WP 51"), QStringLiteral("CLI")) > 0);
+    }
+
+    void VisitWithPeriodZeroIsNeverListed() {
+        workshop_->ListDueBefore(QStringLiteral("01/01/2090"));
+        QVERIFY(RowOf(*Form().DBG_RELANCES, QStringLiteral("YZ-945-HZ"), QStringLiteral("TAC")) == 0);
+    }
+
+    void VisitWithoutDateOrPeriodIsLeftOut() {
+        workshop_->ListDueBefore(QStringLiteral("01/01/2090"));
+        QCOMPARE(RowOf(*Form().DBG_RELANCES, QStringLiteral("RG-194-NE"), QStringLiteral("CT")), 0);
+        QCOMPARE(RowOf(*Form().DBG_RELANCES, QStringLiteral("TH-496-AN"), QStringLiteral("EXT")), 0);
+    }
+
+    void VisitWithoutVehicleIsListedWithEmptyVehicleColumnsAndNoSite() {
+        workshop_->ListDueBefore(kYearEnd);
+        forms::Grid& grid = *Form().DBG_RELANCES;
+        QCOMPARE(ListedVisit(grid, 1), (QStringList{"29/02/2024", "", "", "", "CT", "31/01/2024", "1"}));
+        QCOMPARE(Cell(grid, kSite, 1), QString());
+        QVERIFY(SiteColour(grid, 1) != kRed);
+    }
+
+    void TextThatIsNoDateLeavesTheListAsItWas() {
+        workshop_->ListDueBefore(kNovember);
+        const int rows = Form().DBG_RELANCES->MaxRows();
+        workshop_->ListDueBefore(QStringLiteral("demain"));
+        QCOMPARE(workshop_->boxes.TakeTexts(), std::vector<QString>{QStringLiteral("Date erronnée")});
+        QCOMPARE(Form().DBG_RELANCES->MaxRows(), rows);
+        QCOMPARE(Form().CTX_DATEREL->Text(), QStringLiteral("demain"));
+    }
+
+    void EmptyDateGivesTheErrorOfTheProcedure() {
+        workshop_->ListDueBefore(QString());
+        QCOMPARE(workshop_->boxes.TakeTexts(),
+                 std::vector<QString>{QStringLiteral("Procédure CTX_DATREL_CLICK  Erreur 13 : ") +
+                                      forms::ToQString(basic::DescriptionOf(basic::error::kTypeMismatch))});
+    }
+
+    void FailureOfTheQueryGivesTheErrorOfTheProcedure() {
+        Form().DBD_TVEH->SetDatabaseName(QStringLiteral("C:\\QUARDELE\\DATA\\absent.mdb"));
+        workshop_->ListDueBefore(kNovember);
+        const std::vector<QString> texts = workshop_->boxes.TakeTexts();
+        QCOMPARE(texts.size(), std::size_t{1});
+        QVERIFY(texts[0].startsWith(QStringLiteral("Procédure CTX_DATREL_CLICK  Erreur 3024 : ")));
+    }
+
+    void NothingDueIsSaid() {
+        workshop_->ListDueBefore(QStringLiteral("01/01/1950"));
+        QCOMPARE(workshop_->boxes.TakeTexts(), std::vector<QString>{kNothing});
+        QCOMPARE(Form().DBG_RELANCES->MaxRows(), 0);
+    }
+
+    void OtherKeysDoNothing() {
+        FRELANCES& form = Form();
+        QTest::keyClick(form.CTX_DATEREL, Qt::Key_F5);
+        QCOMPARE(form.DBG_RELANCES->MaxRows(), 0);
+        QVERIFY(!shell::TheSession().calendarOpen);
+    }
+
+    void F4AsksForTheCalendarAndQueriesNothing() {
+        FRELANCES& form = Form();
+        QTest::keyClick(form.CTX_DATEREL, Qt::Key_F4);
+        QVERIFY(shell::TheSession().calendarOpen);
+        QCOMPARE(form.DBG_RELANCES->MaxRows(), 0);
+    }
+
+    void F4WithAnotherKeyIsNotTheCalendar() {
+        FRELANCES& form = Form();
+        QTest::keyClick(form.CTX_DATEREL, Qt::Key_F4, Qt::ShiftModifier);
+        QVERIFY(!shell::TheSession().calendarOpen);
+    }
+
+    void CalendarButtonGivesTheFocusToTheDateAndSendsItF4() {
+        workshop_->ListDueBefore(kNovember);
+        FRELANCES& form = Form();
+        Press(form.Cmd_Cal_DateRef);
+        QVERIFY(form.CTX_DATEREL->hasFocus());
+        QTRY_VERIFY(shell::TheSession().calendarOpen);
+    }
+
+    // The site column.
+
+    void SitesOfAVehicleAreJoinedAndAVehicleWithoutHistoryIsRed() {
+        workshop_->ListDueBefore(kYearEnd);
+        forms::Grid& grid = *Form().DBG_RELANCES;
+        const int several = RowOf(grid, QStringLiteral("ZZ-584-ZD"), QStringLiteral("DIS"));
+        QCOMPARE(Cell(grid, kSite, several), QStringLiteral("BDX - LYO - PA - PAR"));
+        QCOMPARE(SiteColour(grid, several), kWhite);
+        int red = 0;
+        for (int row = 2; row <= grid.MaxRows(); ++row) {
+            const bool marked = SiteColour(grid, row) == kRed;
+            QCOMPARE(Cell(grid, kSite, row).isEmpty(), marked);
+            red += marked ? 1 : 0;
+        }
+        QCOMPARE(red, 188);
+    }
+
+    void SitesAreReadOnceInTheLifeOfTheForm() {
+        workshop_->ListDueBefore(kNovember);
+        const auto sites = [this] {
+            return Cell(*Form().DBG_RELANCES, kSite,
+                        RowOf(*Form().DBG_RELANCES, QStringLiteral("RQ-813-PT"), QStringLiteral("CLI")));
+        };
+        const QString before = sites();
+        workshop_->Change(u"SELECT * FROM TAFF WHERE Trim([TAFF_Immatr] & '') = 'RQ-813-PT'",
+                          {{u"TAFF_Site", u"LIL"}});
+        workshop_->ListDueBefore(kNovember);
+        QCOMPARE(sites(), before);
+        Form().Unload();
+        workshop_->ListDueBefore(kNovember);
+        QCOMPARE(sites(), QStringLiteral("LIL"));
+    }
+
+    void RegistrationWithAnApostropheEndsTheProcess() {
+        const basic::Text registration = u"L'AUTO 1";
+        workshop_->Change(u"SELECT * FROM TVEH WHERE TVEH_IMMAT = 'SA-735-YK'",
+                          {{u"TVEH_IMMAT", registration}});
+        workshop_->Change(u"SELECT * FROM TVEH_DETAIL WHERE TVEH_DETAIL_Immat = 'SA-735-YK'",
+                          {{u"TVEH_DETAIL_Immat", registration}});
+        workshop_->ListDueBefore(kNovember);
+        (void)RowOf(*Form().DBG_RELANCES, QStringLiteral("rien"), QString());
+        QVERIFY(workshop_->Ends() > 0);
+    }
+
+    void LastVehicleWithASingleSiteEndsTheProcess() {
+        workshop_->Change(u"SELECT * FROM TAFF WHERE Trim([TAFF_Immatr] & '') = 'ZZ-584-ZD'",
+                          {{u"TAFF_Site", u"PAR"}});
+        workshop_->ListDueBefore(kYearEnd);
+        (void)RowOf(*Form().DBG_RELANCES, QStringLiteral("ZZ-584-ZD"), QStringLiteral("DIS"));
+        QVERIFY(workshop_->Ends() > 0);
+        const std::vector<QString> texts = workshop_->boxes.TakeTexts();
+        QVERIFY(!texts.empty());
+        QVERIFY(texts[0].contains(QStringLiteral("3021")));
+    }
+
+    void WithoutStockFolderThereIsNoSiteColumnAndNoSiteQuery() {
+        shell::TheSession().CHEMIN_STOCK.clear();
+        CheckThatSitesAreOff();
+    }
+
+    void WithoutActiveSiteThereIsNoSiteColumnAndNoSiteQuery() {
+        Workshop::Change(QStringLiteral("STOCK\\SERVANDA.MDB"), u"SELECT * FROM TSITE",
+                         {{u"TSITE_Inactif", true}});
+        CheckThatSitesAreOff();
+    }
+
+    void WithSitesTheColumnAndTheFrameAreShown() {
+        FRELANCES& form = Form();
+        QVERIFY(shell::TheSession().SITES_DISPO);
+        QCOMPARE(shell::TheSession().NOM_BD_STOCK, QStringLiteral("SERVANDA.MDB"));
+        QVERIFY(!form.FRM_Site->isHidden());
+        QVERIFY(!IsColumnHidden(*form.DBG_RELANCES, kSite));
+    }
+
+    void StockDatabaseThatCannotBeOpenedEndsTheProcess() {
+        std::filesystem::remove(workshop_->installation.File("STOCK/SERVANDA.MDB"));
+        Instance<shell::MDIMENU_VEH>().M_RELANC->trigger();
+        QVERIFY(workshop_->Ends() > 0);
+        QVERIFY(workshop_->boxes.TakeTexts().at(0).contains(QStringLiteral("3024")));
+    }
+
+    // Ticks and the site filter.
+
+    void AllVisibleRowsAreTickedAndUnticked() {
+        workshop_->ListDueBefore(kNovember);
+        FRELANCES& form = Form();
+        Press(form.Cmd_SelectAll);
+        QCOMPARE(TickedRows(kLetter), form.DBG_RELANCES->MaxRows());
+        QCOMPARE(TickedRows(kAbandon), 0);
+        Press(form.Cmd_DeSelectAll);
+        QCOMPARE(TickedRows(kLetter), 0);
+    }
+
+    void KeysTickAndUntickAllRows() {
+        workshop_->ListDueBefore(kNovember);
+        FRELANCES& form = Form();
+        QTest::keyClick(form.DBG_RELANCES, Qt::Key_B, Qt::ControlModifier);
+        QCOMPARE(TickedRows(kLetter), form.DBG_RELANCES->MaxRows());
+        QTest::keyClick(form.DBG_RELANCES, Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(TickedRows(kLetter), 0);
+    }
+
+    void ClickTicksOneRow() {
+        workshop_->ListDueBefore(kNovember);
+        ClickCell(*Form().DBG_RELANCES, kLetter, 3);
+        QVERIFY(IsTicked(*Form().DBG_RELANCES, kLetter, 3));
+        QCOMPARE(TickedRows(kLetter), 1);
+    }
+
+    void FilterShowsTheRowsWhoseSitesContainTheCode() {
+        workshop_->ListDueBefore(kNovember);
+        FRELANCES& form = Form();
+        ChooseSite(form, QStringLiteral("LYO"));
+        Press(form.CMD_Site(0));
+        CheckRowsShownContain(QStringLiteral("LYO"));
+        QVERIFY(form.DBG_RELANCES->hasFocus());
+    }
+
+    void CodeThatIsPartOfAnotherFindsItsRowsToo() {
+        workshop_->ListDueBefore(kNovember);
+        ChooseSite(Form(), QStringLiteral("PA"));
+        Press(Form().CMD_Site(0));
+        CheckRowsShownContain(QStringLiteral("PA"));
+        bool onlyOther = false;
+        for (int row = 1; row <= Form().DBG_RELANCES->MaxRows(); ++row) {
+            onlyOther |= Cell(*Form().DBG_RELANCES, kSite, row) == QStringLiteral("PAR") &&
+                         !IsRowHidden(*Form().DBG_RELANCES, row);
+        }
+        QVERIFY(onlyOther);
+    }
+
+    void FilterWithoutASiteShowsEveryRow() {
+        workshop_->ListDueBefore(kNovember);
+        Press(Form().CMD_Site(0));
+        QCOMPARE(ShownRows(), Form().DBG_RELANCES->MaxRows());
+    }
+
+    void TickingAllAfterAFilterLeavesHiddenRowsAsTheyWere() {
+        workshop_->ListDueBefore(kNovember);
+        FRELANCES& form = Form();
+        ChooseSite(form, QStringLiteral("LYO"));
+        Press(form.CMD_Site(0));
+        const int shown = ShownRows();
+        Press(form.Cmd_SelectAll);
+        QCOMPARE(TickedRows(kLetter), shown);
+        QVERIFY(shown < form.DBG_RELANCES->MaxRows());
+    }
+
+    void TousShowsAllRowsAndKeepsEveryTick() {
+        workshop_->ListDueBefore(kNovember);
+        FRELANCES& form = Form();
+        ChooseSite(form, QStringLiteral("LYO"));
+        Press(form.CMD_Site(0));
+        Press(form.Cmd_SelectAll);
+        const int ticked = TickedRows(kLetter);
+        Press(form.CMD_Site(1));
+        QCOMPARE(ShownRows(), form.DBG_RELANCES->MaxRows());
+        QCOMPARE(TickedRows(kLetter), ticked);
+        QCOMPARE(form.DBC_SITE->Text(), QString());
+        QVERIFY(form.DBG_RELANCES->hasFocus());
+    }
+
+    // Abandoned reminders.
+
+    void AbandonWritesADateInTheYear2100() {
+        workshop_->ListDueBefore(kNovember);
+        forms::Grid& grid = *Form().DBG_RELANCES;
+        const int row = RowOf(grid, QStringLiteral("1466 WP 51"), QStringLiteral("CLI"));
+        const int rows = grid.MaxRows();
+        ClickCell(grid, kAbandon, row);
+        QCOMPARE(workshop_->boxes.Shown().size(), std::size_t{1});
+        QCOMPARE(workshop_->boxes.Shown()[0].text, QStringLiteral("Confirmez l'abandon de cette relance"));
+        QCOMPARE(grid.MaxRows(), rows);
+        QVERIFY(IsTicked(grid, kAbandon, row));
+        const std::string stored = workshop_->StoredVisit("1466 WP 51", "CLI");
+        QVERIFY2(stored.starts_with("\"01/01/00") || stored.starts_with("\"2100-01-01"), stored.c_str());
+        workshop_->ListDueBefore(kNovember);
+        QCOMPARE(grid.MaxRows(), rows - 1);
+        QCOMPARE(RowOf(grid, QStringLiteral("1466 WP 51"), QStringLiteral("CLI")), 0);
+    }
+
+    void AbandonAnsweredNoLeavesTheRowAsItWas() {
+        workshop_->ListDueBefore(kNovember);
+        forms::Grid& grid = *Form().DBG_RELANCES;
+        const int row = RowOf(grid, QStringLiteral("1466 WP 51"), QStringLiteral("CLI"));
+        const QStringList before = ListedVisit(grid, row);
+        const std::string stored = workshop_->StoredVisit("1466 WP 51", "CLI");
+        workshop_->boxes.AnswerNo();
+        ClickCell(grid, kAbandon, row);
+        QCOMPARE(workshop_->boxes.Shown().size(), std::size_t{1});
+        QVERIFY(!IsTicked(grid, kAbandon, row));
+        QCOMPARE(ListedVisit(grid, row), before);
+        QCOMPARE(workshop_->StoredVisit("1466 WP 51", "CLI"), stored);
+    }
+
+    void UntickingAnAbandonedReminderAsksNothing() {
+        workshop_->ListDueBefore(kNovember);
+        forms::Grid& grid = *Form().DBG_RELANCES;
+        ClickCell(grid, kAbandon, 4);
+        ClickCell(grid, kAbandon, 4);
+        QVERIFY(!IsTicked(grid, kAbandon, 4));
+        QCOMPARE(workshop_->boxes.Shown().size(), std::size_t{1});
+    }
+
+    void AbandonOfALineThatIsNotFoundIsSilent() {
+        workshop_->ListDueBefore(kNovember);
+        ClickCell(*Form().DBG_RELANCES, kAbandon, 1);
+        QCOMPARE(workshop_->boxes.Shown().size(), std::size_t{1});
+        QCOMPARE(workshop_->Ends(), 0);
+        QVERIFY(IsTicked(*Form().DBG_RELANCES, kAbandon, 1));
+        const auto rows = support::Installation::ExportTable(workshop_->installation.File("DATA/talmeon.mdb"),
+                                                             "TVEH_DETAIL");
+        const auto before = support::Installation::ExportTable(
+            QUARDELE_SOURCE_DIR "/tests/sample/QUARDELE/DATA/talmeon.mdb", "TVEH_DETAIL");
+        QCOMPARE(rows, before);
+    }
+
+ private:
+    [[nodiscard]] FRELANCES& Form() const { return workshop_->Reminders(); }
+
+    [[nodiscard]] int TickedRows(int col) const {
+        int ticked = 0;
+        for (int row = 1; row <= Form().DBG_RELANCES->MaxRows(); ++row) {
+            ticked += IsTicked(*Form().DBG_RELANCES, col, row) ? 1 : 0;
+        }
+        return ticked;
+    }
+
+    [[nodiscard]] int ShownRows() const {
+        int shown = 0;
+        for (int row = 1; row <= Form().DBG_RELANCES->MaxRows(); ++row) {
+            shown += IsRowHidden(*Form().DBG_RELANCES, row) ? 0 : 1;
+        }
+        return shown;
+    }
+
+    void CheckRowsShownContain(const QString& code) const {
+        forms::Grid& grid = *Form().DBG_RELANCES;
+        int shown = 0;
+        for (int row = 1; row <= grid.MaxRows(); ++row) {
+            QCOMPARE(IsRowHidden(grid, row), !Cell(grid, kSite, row).contains(code));
+            shown += IsRowHidden(grid, row) ? 0 : 1;
+        }
+        QVERIFY(shown > 0);
+        QVERIFY(shown < grid.MaxRows());
+    }
+
+    void CheckThatSitesAreOff() const {
+        workshop_->ListDueBefore(kYearEnd);
+        FRELANCES& form = Form();
+        QVERIFY(!shell::TheSession().SITES_DISPO);
+        QVERIFY(form.FRM_Site->isHidden());
+        QVERIFY(IsColumnHidden(*form.DBG_RELANCES, kSite));
+        for (int row = 1; row <= form.DBG_RELANCES->MaxRows(); ++row) {
+            QCOMPARE(Cell(*form.DBG_RELANCES, kSite, row), QString());
+            QVERIFY(SiteColour(*form.DBG_RELANCES, row) != kRed);
+        }
+    }
+
+    std::unique_ptr<Workshop> workshop_;
+};
+
+int main(int argc, char** argv) {
+    return tests::RunTests<ReminderListTest>(argc, argv);
+}
+
+#include "reminder_list_test.moc"

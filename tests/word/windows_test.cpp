@@ -12,6 +12,8 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -132,16 +134,29 @@ class LetterWindows : public testing::Test {
         display_.emplace();
     }
 
-    /// Runs the letter writer, and waits until nobody holds its output any more.
-    [[nodiscard]] std::vector<int> WriteLetters(int letters, int visits) const {
+    /// Runs the letter writer, and waits until nobody holds its output any more. The letters go to a new
+    /// folder.
+    [[nodiscard]] std::vector<int> WriteLetters(const std::string& folder, int letters, int visits) const {
+        std::filesystem::create_directory(session_.File(folder));
         std::istringstream lines(OutputOf(std::string(LETTER_WRITER) + ' ' + Quoted(DemoTemplate("RELVEH")) +
-                                          ' ' + Quoted(session_.WindowsFile("")) + ' ' +
+                                          ' ' + Quoted(session_.WindowsFile(folder)) + ' ' +
                                           std::to_string(letters) + ' ' + std::to_string(visits)));
         std::vector<int> milliseconds;
         for (int time = 0; lines >> time;) {
             milliseconds.push_back(time);
         }
         return milliseconds;
+    }
+
+    /// The time that the office has kept a processor busy, in milliseconds.
+    [[nodiscard]] long OfficeWork() const {
+        std::ifstream in("/proc/" + std::to_string(session_.Processes().at(0)) + "/stat");
+        std::string field;
+        long ticks = 0;
+        for (int number = 1; number <= 15 && in >> field; ++number) {
+            ticks += number >= 14 ? std::stol(field) : 0;
+        }
+        return ticks * 1000 / sysconf(_SC_CLK_TCK);
     }
 
     /// A saved letter in a visible application of this process.
@@ -158,7 +173,7 @@ class LetterWindows : public testing::Test {
 };
 
 TEST_F(LetterWindows, StayOpenWhenTheProgramEnds) {
-    EXPECT_EQ(WriteLetters(3, 2).size(), 3U);
+    EXPECT_EQ(WriteLetters("letters", 3, 2).size(), 3U);
     EXPECT_EQ(session_.Processes().size(), 1U);
     EXPECT_TRUE(ComesTrue([] { return Display::LetterWindows().size() == 3; }));
     EXPECT_THAT(Display::LetterWindows(),
@@ -166,15 +181,19 @@ TEST_F(LetterWindows, StayOpenWhenTheProgramEnds) {
                                      testing::StartsWith("L3.RVE")));
 }
 
-TEST_F(LetterWindows, AreFilledUnseenSoThatALetterTakesNoTime) {
-    std::vector<int> times = WriteLetters(12, 5);
-    ASSERT_EQ(times.size(), 12U);
-    // The first letter starts the office on a new profile.
-    std::sort(times.begin() + 1, times.end());
-    const int median = times[6];
-    std::printf("letter of five visits: first %d ms, median of the others %d ms\n", times[0], median);
-    RecordProperty("median_ms", median);
-    EXPECT_LT(median, 2000);
+// The program and the office take turns, so that the office's work is nearly all that a letter costs; unlike
+// the clock it says the same on a machine that has other things to do.
+TEST_F(LetterWindows, OfFiveVisitsTakeUnderHalfASecondOfWork) {
+    constexpr int kLetters = 10;
+    ASSERT_EQ(WriteLetters("start", 1, 5).size(), 1U);
+    const long before = OfficeWork();
+    std::vector<int> times = WriteLetters("letters", kLetters, 5);
+    ASSERT_EQ(times.size(), std::size_t{kLetters});
+    const long work = (OfficeWork() - before) / kLetters;
+    std::sort(times.begin(), times.end());
+    std::printf("letter of five visits: %ld ms of the office's work, %d ms by the clock\n", work,
+                times[kLetters / 2]);
+    EXPECT_LT(work, 500);
 }
 
 TEST_F(LetterWindows, AppearWhenTheProgramPauses) {

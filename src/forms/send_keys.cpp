@@ -51,8 +51,12 @@ class KeySender : public QObject {
 
  private:
     static QWidget* Receiver() {
-        QWidget* focus = QApplication::focusWidget();
-        return focus != nullptr ? focus : QApplication::activeWindow();
+        // A box that has just opened has the keys even before the desktop has made it the active window.
+        QWidget* window = QApplication::activeModalWidget();
+        if (window == nullptr) {
+            window = QApplication::activeWindow();
+        }
+        return window == nullptr || window->focusWidget() == nullptr ? window : window->focusWidget();
     }
     static void Send(QEvent::Type type, const Key& key) {
         if (QWidget* receiver = Receiver()) {

@@ -509,6 +509,16 @@ TEST_F(WriterDies, TheNextApplicationStartsANewOffice) {
     EXPECT_EQ(NumberOf([&] { dead->Child(u"Documents")->Call(u"Add"); }), 462);
 }
 
+TEST_F(WriterDies, ALockOfSomebodyElseStays) {
+    const ObjectPtr word = Letter();
+    word->Child(u"ActiveDocument")->CallNamed(u"SaveAs", {{u"FileName", session_.WindowsFile("AUTRE.RVE")}});
+    session_.Kill();
+    std::ofstream(session_.File(".~lock.AUTRE.RVE#"))
+        << ",Collègue,poste2,21.11.2026 09:00,file:///home/collegue;";
+    EXPECT_EQ(NumberOf([&] { word->Child(u"ActiveDocument")->Call(u"Save"); }), 462);
+    EXPECT_TRUE(fs::exists(session_.File(".~lock.AUTRE.RVE#")));
+}
+
 TEST_F(WriterDies, WhatWasSavedStaysAndIsNotTakenForOpen) {
     const ObjectPtr word = Letter();
     word->Child(u"ActiveDocument")->CallNamed(u"SaveAs", {{u"FileName", session_.WindowsFile("SAUVE.RVE")}});

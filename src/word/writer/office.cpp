@@ -3,6 +3,8 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <fstream>
+#include <sstream>
 #include <string>
 #include <thread>
 #include <utility>
@@ -72,8 +74,16 @@ Reference<css::uno::XComponentContext> Connect(const Reference<css::uno::XCompon
     ThrowNoAnswer();
 }
 
-fs::path LockFileOf(const fs::path& file) {
-    return file.parent_path() / (".~lock." + file.filename().string() + "#");
+/// Removes the lock file beside a document if the office with that profile has left it; meanwhile somebody
+/// else may have opened the document.
+void RemoveLockOf(const fs::path& file, const fs::path& profile) {
+    const fs::path lock = file.parent_path() / (".~lock." + file.filename().string() + "#");
+    std::ostringstream content;
+    content << std::ifstream(lock, std::ios::binary).rdbuf();
+    if (content.str().find(basic::ToUtf8(ToText(FileUrl(profile)))) != std::string::npos) {
+        std::error_code ignored;
+        fs::remove(lock, ignored);
+    }
 }
 
 }  // namespace
@@ -96,7 +106,8 @@ std::shared_ptr<Office> Office::Acquire() {
 void Office::Start(const fs::path& installation) {
     localContext_ = BootstrapHere(installation);
     const std::string pipe = NextPipeName();
-    process_.emplace(installation, PreparedProfile(showsWindows_), pipe, showsWindows_);
+    profile_ = PreparedProfile(showsWindows_);
+    process_.emplace(installation, profile_, pipe, showsWindows_);
     context_ = Connect(localContext_, pipe, *process_);
     desktop_ = css::frame::Desktop::create(context_);
 }
@@ -127,8 +138,7 @@ bool Office::IsGone() {
     } catch (const css::uno::Exception&) {
         gone_ = true;
         for (const fs::path& file : openFiles_) {
-            std::error_code ignored;
-            fs::remove(LockFileOf(file), ignored);
+            RemoveLockOf(file, profile_);
         }
     }
     return gone_;

@@ -49,6 +49,7 @@ class Office : public std::enable_shared_from_this<Office> {
 
     bool showsWindows_;
     bool gone_ = false;
+    std::filesystem::path profile_;
     std::optional<OfficeProcess> process_;
     Reference<css::uno::XComponentContext> localContext_;
     Reference<css::uno::XComponentContext> context_;

@@ -206,10 +206,10 @@ void Grid::showEvent(QShowEvent* event) {
 }
 
 void Grid::scrollContentsBy(int dx, int dy) {
-    if (dy != 0) {
-        LoadRowsInView();
-    }
     QTableView::scrollContentsBy(dx, dy);
+    if (dy != 0) {
+        LoadRowsInView();  // what has come into view is painted later
+    }
 }
 
 }  // namespace quardele::forms

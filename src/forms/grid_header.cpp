@@ -13,7 +13,8 @@ namespace {
 
 constexpr int kMargin = 2;
 constexpr int kBar = 3;
-constexpr int kVerticalPadding = 9;
+constexpr int kVerticalPadding = 2;
+constexpr int kLeastHeight = 26;
 constexpr int kWrap = Qt::TextWordWrap | Qt::AlignVCenter;
 
 }  // namespace
@@ -76,7 +77,7 @@ QSize GridHeader::sizeHint() const {
         const int needed = metrics.boundingRect(room, kWrap, model_.Column(section).heading).height();
         text = std::max(text, std::min(needed, 2 * metrics.lineSpacing()));
     }
-    size.setHeight(text + kVerticalPadding);
+    size.setHeight(std::max(text + kVerticalPadding, kLeastHeight));
     return size;
 }
 

@@ -3,6 +3,7 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QScopedValueRollback>
 
 #include <forms/grid.h>
 #include <forms/twips.h>
@@ -35,6 +36,10 @@ bool Grid::TellKey(const QKeyEvent& event) {
 }
 
 void Grid::keyPressEvent(QKeyEvent* event) {
+    if (state() == EditingState) {
+        QTableView::keyPressEvent(event);  // the open cell had no use for it; it was told there
+        return;
+    }
     if (!TellKey(*event)) {
         return;
     }
@@ -54,12 +59,16 @@ void Grid::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Space && cell.isValid() && PressCell(cell.row(), cell.column())) {
         return;
     }
+    const QScopedValueRollback<bool> opening(d_->opening, true);
     QTableView::keyPressEvent(event);
 }
 
 /// Keys arrive at the open cell, but they are the grid's keys. Those that end the entry commit it first, so
 /// that handlers read what was typed.
 void Grid::KeyInEditor(QKeyEvent* event, bool& taken) {
+    if (d_->opening) {
+        return;  // told before the cell opened
+    }
     const int key = event->key();
     const bool enter = KeyCodeOf(*event) == kKeyEnter;
     const bool step = key == Qt::Key_Up || key == Qt::Key_Down;

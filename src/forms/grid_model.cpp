@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <QScopedValueRollback>
+
 #include <basic/conversion.h>
 #include <basic/runtime_error.h>
 #include <forms/events.h>
@@ -78,6 +80,9 @@ void GridModel::RemoveRows(int rows) {
 
 void GridModel::AppendRows(int rows) {
     if (rows > 0) {
+        // Whoever looks at the new rows at once sees them blank: events of rows wait until the change is
+        // complete.
+        const QScopedValueRollback<bool> waits(loadsOnSight_, false);
         beginInsertRows({}, Rows(), Rows() + rows - 1);
         rows_.resize(Position(Rows() + rows));
         endInsertRows();
@@ -360,6 +365,7 @@ bool GridModel::setData(const QModelIndex& index, const QVariant& value, int rol
     if (!editable) {
         return false;
     }
+    RunHandler([&] { Load(index.row()); });
     Made(index.row()).cells[Position(index.column())].changed = true;
     SetText(index.row(), index.column(), value.toString());
     emit Edited(index.row(), index.column());

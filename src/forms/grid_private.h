@@ -28,6 +28,7 @@ class Grid::Private {
     bool beforeRow = false;         ///< the cursor stands in front of its row, on column 0
     bool movesRecord = false;       ///< the current record is following the cursor just now
     bool saving = false;            ///< changed rows are on their way into the recordset
+    bool opening = false;           ///< the key that opens a cell is passed on to it
     bool moving = false;            ///< a move by the operator is being asked for
     QPersistentModelIndex pressed;  ///< cell under the button that went down
     bool loadRequested =

@@ -83,6 +83,22 @@ void DrawField(const QStyleOption& option, QPainter& painter, const QWidget* wid
                kRadius);
 }
 
+void DrawOption(const QStyleOption& option, QPainter& painter) {
+    constexpr double kDot = 4;
+    const bool chosen = option.state.testFlag(QStyle::State_On);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(chosen ? kAccent : kBorder, 1));
+    painter.setBrush(kEntry);
+    painter.drawEllipse(Outline(option.rect, 1));
+    if (chosen) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(kAccent);
+        painter.drawEllipse(QRectF(option.rect).center(), kDot, kDot);
+    }
+    painter.restore();
+}
+
 void DrawTab(const QStyleOptionTab& tab, QPainter& painter) {
     const bool selected = tab.state.testFlag(QStyle::State_Selected);
     const QRect rect = selected ? tab.rect : tab.rect.adjusted(0, 2, 0, -1);
@@ -172,6 +188,12 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
         case PE_PanelLineEdit:
             if (qobject_cast<const QComboBox*>(widget != nullptr ? widget->parentWidget() : nullptr) ==
                 nullptr) {
+                const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+                if (frame != nullptr && frame->lineWidth == 0) {
+                    painter->fillRect(option->rect,
+                                      kEntry);  // the open cell of a grid, which has its own frame
+                    return;
+                }
                 DrawField(*option, *painter, widget);
                 if (HasFocus(*option)) {
                     draw::EntryBorder(*painter, option->rect, true);
@@ -182,6 +204,9 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
             return;  // the focus shows in the control's own border
         case PE_IndicatorCheckBox:
             draw::TickBox(*painter, option->rect, option->state.testFlag(State_On), IsEnabled(*option));
+            return;
+        case PE_IndicatorRadioButton:
+            DrawOption(*option, *painter);
             return;
         case PE_Frame:
             if (qobject_cast<const QAbstractScrollArea*>(widget) != nullptr) {
@@ -208,7 +233,7 @@ void Style::drawControl(ControlElement element, const QStyleOption* option, QPai
     }
     if (element == CE_CheckBoxLabel || element == CE_RadioButtonLabel) {
         if (HasFocus(*option)) {
-            const QRect text = option->rect.adjusted(-2, 0, 0, 0);
+            const QRect text = option->rect.adjusted(-4, 0, 0, 0);
             draw::EntryBorder(*painter, text, true);
         }
     }
@@ -245,6 +270,8 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWi
             return QProxyStyle::pixelMetric(metric, option, widget);
         case PM_IndicatorWidth:
         case PM_IndicatorHeight:
+        case PM_ExclusiveIndicatorWidth:
+        case PM_ExclusiveIndicatorHeight:
             return draw::kTickSize;
         case PM_ButtonShiftHorizontal:
         case PM_ButtonShiftVertical:

@@ -197,6 +197,14 @@ class GridInputTest : public QObject {
         QCOMPARE(grid_->ActiveRow(), 2);
     }
 
+    void TabInTheOpenCellGoesOnToTheNextCell() {
+        QTest::keyClick(grid_, Qt::Key_X);
+        QTest::keyClick(Editor(), Qt::Key_Tab);
+        QCOMPARE(At(1, 1), QStringLiteral("x"));
+        QCOMPARE(grid_->ActiveCol(), 2);
+        QCOMPARE(journal_.Take(), QStringLiteral("cell1/1>1/2"));
+    }
+
     void HandlersReadWhatWasTypedWhenTheCellIsLeft() {
         QString seen;
         On(grid_, &Grid::LeaveCell, this, [&](int col, int row, int, int, bool&) { seen = At(row, col); });

@@ -204,6 +204,10 @@ bool GridDelegate::eventFilter(QObject* watched, QEvent* event) {
 
 bool GridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                              const QModelIndex& index) {
+    if (!index.isValid()) {
+        QToolTip::hideText();
+        return false;
+    }
     const QString text = index.data(Qt::DisplayRole).toString();
     const QRect room = TextRect(option.rect, model_.Column(index.column()).Alignment());
     if (QFontMetrics(FontOf(index)).horizontalAdvance(text) > room.width()) {

@@ -1,6 +1,5 @@
 // Keys and mouse of a grid.
 #include <QContextMenuEvent>
-#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QScopedValueRollback>
@@ -211,16 +210,6 @@ void Grid::focusOutEvent(QFocusEvent* event) {
     QTableView::focusOutEvent(event);
     QWidget::update();
     viewport()->update();
-}
-
-bool Grid::viewportEvent(QEvent* event) {
-    if (event->type() == QEvent::ToolTip) {
-        const auto* help = static_cast<QHelpEvent*>(event);
-        if (!indexAt(help->pos()).isValid()) {
-            return QWidget::event(event);
-        }
-    }
-    return QTableView::viewportEvent(event);
 }
 
 }  // namespace quardele::forms

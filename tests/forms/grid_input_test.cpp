@@ -1,7 +1,9 @@
 // What an operator does in a grid, with real keys and a real mouse.
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QSignalSpy>
+#include <QToolTip>
 
 #include <basic/date.h>
 #include <forms/controls.h>
@@ -369,6 +371,18 @@ class GridInputTest : public QObject {
         QCOMPARE(told, (std::vector<std::pair<int, int>>{{2, 4}, {2, 4}}));
     }
 
+    void ATextThatDoesNotFitShowsWholeInATip() {
+        const QString text = QStringLiteral("Contrôle technique et contre-visite éclairage");
+        Set(2, 1, text);
+        Set(3, 1, QStringLiteral("CT"));
+        ShowTip(RectOf(2, 1).center());
+        QCOMPARE(QToolTip::text(), text);
+        ShowTip(RectOf(3, 1).center());
+        QTRY_VERIFY(!QToolTip::isVisible());
+        ShowTip(QPoint(20, 250));
+        QVERIFY(!QToolTip::isVisible());
+    }
+
     // The current record.
 
     void TheOperatorsMoveTakesTheCurrentRecordAlong() {
@@ -426,6 +440,10 @@ class GridInputTest : public QObject {
         ClickCell(row, col);
         QTest::mouseDClick(grid_->viewport(), Qt::LeftButton, {}, RectOf(row, col).center());
         QTest::mouseRelease(grid_->viewport(), Qt::LeftButton, {}, RectOf(row, col).center());
+    }
+    void ShowTip(const QPoint& place) {
+        QHelpEvent event(QEvent::ToolTip, place, grid_->viewport()->mapToGlobal(place));
+        QApplication::sendEvent(grid_->viewport(), &event);
     }
     void ClickHeading(int col, Qt::MouseButton button) {
         QHeaderView* header = grid_->horizontalHeader();

@@ -177,7 +177,6 @@ class Grid : public QTableView, private RowsView {
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
     void keyboardSearch(const QString& search) override;
-    bool viewportEvent(QEvent* event) override;
 
  private:
     class Private;

@@ -1,0 +1,49 @@
+#include "measure.h"
+
+#include <algorithm>
+#include <fstream>
+#include <string>
+
+namespace quardele::bench {
+
+namespace {
+
+/// The number behind a name in one of the system's files about this process.
+std::optional<std::uint64_t> FigureOfProcess(const char* file, const std::string& name) {
+    std::ifstream lines(file);
+    for (std::string word; lines >> word;) {
+        if (std::uint64_t value = 0; word == name && lines >> value) {
+            return value;
+        }
+    }
+    return {};
+}
+
+}  // namespace
+
+Duration Median(std::vector<Duration> durations) {
+    std::sort(durations.begin(), durations.end());
+    const std::size_t middle = durations.size() / 2;
+    return durations.size() % 2 == 1 ? durations[middle] : (durations[middle - 1] + durations[middle]) / 2;
+}
+
+Duration MedianTime(int runs, const std::function<void()>& work) {
+    std::vector<Duration> durations;
+    do {
+        const Clock::time_point start = Clock::now();
+        work();
+        durations.emplace_back(Clock::now() - start);
+    } while (durations.size() < static_cast<std::size_t>(std::max(runs, 1)));
+    return Median(std::move(durations));
+}
+
+std::uint64_t PeakMemory() {
+    constexpr std::uint64_t kKibibyte = 1024;
+    return FigureOfProcess("/proc/self/status", "VmHWM:").value_or(0) * kKibibyte;
+}
+
+std::optional<std::uint64_t> BytesRead() {
+    return FigureOfProcess("/proc/self/io", "rchar:");
+}
+
+}  // namespace quardele::bench

@@ -1,0 +1,25 @@
+#include "temporary_folder.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <string>
+#include <system_error>
+
+namespace quardele::bench {
+
+namespace fs = std::filesystem;
+
+TemporaryFolder::TemporaryFolder() {
+    std::string name = (fs::temp_directory_path() / "quardele-bench-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) {
+        throw fs::filesystem_error("mkdtemp", name, std::error_code(errno, std::generic_category()));
+    }
+    path_ = name;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+}
+
+}  // namespace quardele::bench

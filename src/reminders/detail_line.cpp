@@ -52,10 +52,10 @@ Text DetailTable::CellContent(const Text& bookmark, forms::Grid& list, int row) 
     return {};
 }
 
-/// Empty for a code that is not in the file.
+/// Empty for a code that is not in the file, and for one without a label.
 Text DetailTable::WorkTypeLabel(const Text& code) {
     workTypes_.Seek(u"=", {code});
-    return workTypes_.NoMatch() ? Text() : basic::CStr(workTypes_.Value(u"TTYP_LIBELLE"));
+    return workTypes_.NoMatch() ? Text() : basic::Joined(workTypes_.Value(u"TTYP_LIBELLE"));
 }
 
 }  // namespace quardele::reminders

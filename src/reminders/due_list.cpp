@@ -27,10 +27,26 @@ QString DueVisitsQuery(const QString& referenceDate) {
                "ORDER BY TVEH.TVEH_CODCLI, TVEH.TVEH_IMMAT, TVEH_DETAIL.TVEH_DETAIL_TypTrav;");
 }
 
+namespace {
+
+/// Whether the operator's text can be taken as a date; an empty one is left to the next step.
+bool IsAcceptable(const QString& referenceDate) {
+    if (referenceDate.isEmpty()) {
+        return true;
+    }
+    try {
+        (void)basic::CDate(forms::ToText(referenceDate));
+        return true;
+    } catch (const basic::RuntimeError&) {
+        return false;
+    }
+}
+
+}  // namespace
+
 /// Enter in the box of the reference date.
 void FRELANCES::ListDueVisits() {
-    const QString text = CTX_DATEREL->Text();
-    if (!text.isEmpty() && !basic::IsDate(forms::ToText(text))) {
+    if (!IsAcceptable(CTX_DATEREL->Text())) {
         forms::MsgBox(TRAD(QStringLiteral("Date erronnée")));
         return;
     }

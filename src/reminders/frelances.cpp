@@ -20,6 +20,8 @@ namespace {
 
 constexpr int kKeyEnter = 13;
 constexpr int kKeyF4 = 115;
+/// With Ctrl or Alt a key belongs to the window, which F4 then closes.
+constexpr int kWindowModifiers = 2 | 4;
 /// Panel of the main window's status bar that says that this form is open.
 constexpr int kRemindersPanel = 3;
 constexpr int kCaptionGap = 20;
@@ -100,6 +102,8 @@ void FRELANCES::CentreOnMainWindow() {
 void FRELANCES::OpenStockDatabase() {
     shell::Session& session = shell::TheSession();
     session.SITES_DISPO = false;
+    // The stock database of an earlier opening of the form does not count.
+    session.BD_STOCK.reset();
     if (session.CHEMIN_STOCK.isEmpty()) {
         return;
     }
@@ -152,8 +156,7 @@ void FRELANCES::CTX_DATEREL_GotFocus() {
 void FRELANCES::CTX_DATEREL_KeyDown(int& keyCode, int shift) {
     if (keyCode == kKeyEnter) {
         ListDueVisits();
-    } else if (keyCode == kKeyF4 && shift == 0) {
-        // With Ctrl or Alt the key belongs to the window, which closes.
+    } else if (keyCode == kKeyF4 && (shift & kWindowModifiers) == 0) {
         shell::TheSession().calendarOpen = true;
         keyCode = 0;
     }

@@ -21,21 +21,28 @@ constexpr basic::TextView kSitesQuery =
     u"Having (((Trim([TAFF_Immatr] & '')) <> '') And ((Trim([TAFF_Site] & '')) <> '')) "
     u"ORDER BY Trim([TAFF_Immatr] & ''), Trim([TAFF_Site] & '');";
 
-/// The sites of a vehicle, joined by " - ". `sites` stands on the vehicle's first row.
+/// Appends the vehicle's further sites, each behind " - ", and says how many they are. `sites` stands on the
+/// vehicle's first row.
 ///
 /// The registration is read before the end of the set is looked at: a vehicle that is alone in the last row
 /// fails here with 3021, and callers do not catch it.
-basic::Text JoinedSites(dao::Recordset& sites, const basic::Text& registration) {
-    basic::Text joined = basic::CStr(sites.Value(u"SITE"));
+int AppendFurtherSites(dao::Recordset& sites, const basic::Text& registration, basic::Text& joined) {
+    int count = 0;
     sites.MoveNext();
     while (basic::CStr(sites.Value(u"IMMAT")) == registration) {
+        ++count;
         joined += u" - " + basic::CStr(sites.Value(u"SITE"));
         sites.MoveNext();
         if (sites.Eof()) {
             break;
         }
     }
-    return joined;
+    return count;
+}
+
+void WriteSites(forms::Grid& list, int row, const basic::Text& sites) {
+    Address(list, kSiteColumn, row);
+    list.SetText(forms::ToQString(sites));
 }
 
 }  // namespace
@@ -63,11 +70,18 @@ void FRELANCES::FillSite(int row) {
         return;
     }
     RS_SITE->FindFirst(u"IMMAT = '" + registration + u"'");
-    const bool found = !RS_SITE->NoMatch();
-    const basic::Text sites = found ? JoinedSites(*RS_SITE, registration) : basic::Text();
-    Address(*DBG_RELANCES, kSiteColumn, row);
-    DBG_RELANCES->SetText(forms::ToQString(sites));
-    DBG_RELANCES->SetBackColor(found ? kWhite : kRed);
+    if (RS_SITE->NoMatch()) {
+        WriteSites(*DBG_RELANCES, row, {});
+        DBG_RELANCES->SetBackColor(kRed);
+        return;
+    }
+    basic::Text sites = basic::CStr(RS_SITE->Value(u"SITE"));
+    // The first site stands in the cell before the search goes on, which may fail.
+    WriteSites(*DBG_RELANCES, row, sites);
+    DBG_RELANCES->SetBackColor(kWhite);
+    if (AppendFurtherSites(*RS_SITE, registration, sites) > 0) {
+        WriteSites(*DBG_RELANCES, row, sites);
+    }
 }
 
 }  // namespace quardele::reminders

@@ -136,11 +136,6 @@ bool GWORD::W_FenAppDeplacement(const ObjectPtr& Word, TextView task, int left, 
     return false;
 }
 
-bool GWORD::W_FenAppDimension(const ObjectPtr& Word, TextView task, int width, int height) {
-    Quietly([&] { Application(Word).Child(u"Tasks", {Text(task)})->Call(u"Resize", {width, height}); });
-    return false;
-}
-
 bool GWORD::W_AffichageEntete(const ObjectPtr& Word, std::optional<bool> flag) {
     bool shown = false;
     OrBox(u"Erreur Word (W_AffichageEntete)", [&] {
@@ -199,6 +194,11 @@ bool GWORD::W_Existe_Tableau(const ObjectPtr& Word) {
     return Number(*ActiveDocument(Word)->Child(u"Tables"), u"Count") != 0;
 }
 
+bool GWORD::W_FenAppDimension(const ObjectPtr& Word, TextView task, int width, int height) {
+    Quietly([&] { Application(Word).Child(u"Tasks", {Text(task)})->Call(u"Resize", {width, height}); });
+    return false;
+}
+
 bool GWORD::W_CelluleSuiv(const ObjectPtr& Word) {
     Quietly([&] { Selection(Word)->Call(u"MoveRight", {kUnitCell}); });
     return true;
@@ -218,16 +218,6 @@ bool GWORD::W_Existe_Signet(const ObjectPtr& Word, TextView bookmark) {
     return exists;
 }
 
-bool GWORD::W_SignetExistant(const ObjectPtr& Word, TextView bookmark) {
-    bool exists = false;
-    OrBox(u"Erreur Word (SignetExistant)", [&] {
-        Enreg_Signet(bookmark);
-        const ObjectPtr bookmarks = ActiveDocument(Word)->Child(u"Bookmarks");
-        exists = basic::CBool(bookmarks->Call(u"Exists", {Text(bookmark)}).Plain());
-    });
-    return exists;
-}
-
 bool GWORD::W_FichierNouveau(const ObjectPtr& Word, std::optional<Text> templatePath) {
     return OrBox(u"Erreur Word (FichierNouveau)", [&] {
         if (!templatePath) {
@@ -243,6 +233,16 @@ bool GWORD::W_FichierNouveau(const ObjectPtr& Word, std::optional<Text> template
             view->Set(u"ShowAll", false);
         }
     });
+}
+
+bool GWORD::W_SignetExistant(const ObjectPtr& Word, TextView bookmark) {
+    bool exists = false;
+    OrBox(u"Erreur Word (SignetExistant)", [&] {
+        Enreg_Signet(bookmark);
+        const ObjectPtr bookmarks = ActiveDocument(Word)->Child(u"Bookmarks");
+        exists = basic::CBool(bookmarks->Call(u"Exists", {Text(bookmark)}).Plain());
+    });
+    return exists;
 }
 
 }  // namespace quardele::word

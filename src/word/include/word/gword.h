@@ -49,9 +49,8 @@ class GWORD {
     bool W_FichierEnregistrer(const ObjectPtr& Word, TextView fileName);
     bool W_FinLigneTableau(const ObjectPtr& Word);
     bool W_Insertion(const ObjectPtr& Word, const Variant& text);
-    /// Positions and sizes are Word's points.
+    /// Positions and sizes, here and in W_FenAppDimension, are Word's points.
     bool W_FenAppDeplacement(const ObjectPtr& Word, TextView task, int left, int top);
-    bool W_FenAppDimension(const ObjectPtr& Word, TextView task, int width, int height);
     /// Without a flag: whether the header is shown. With one: opens or leaves the header, false.
     bool W_AffichageEntete(const ObjectPtr& Word, std::optional<bool> flag = {});
     void W_AffichagePage(const ObjectPtr& Word);
@@ -61,13 +60,14 @@ class GWORD {
     bool W_EditionAtteindre(const ObjectPtr& Word, TextView bookmark);
     /// Whether the document has a table. Failures reach the caller.
     bool W_Existe_Tableau(const ObjectPtr& Word);
+    bool W_FenAppDimension(const ObjectPtr& Word, TextView task, int width, int height);
     bool W_CelluleSuiv(const ObjectPtr& Word);
     bool W_FenDocAgrandissement(const ObjectPtr& Word, int state);
     /// Whether the bookmark exists; if so the selection stands on it.
     bool W_Existe_Signet(const ObjectPtr& Word, TextView bookmark);
-    bool W_SignetExistant(const ObjectPtr& Word, TextView bookmark);
     /// A new document; `templatePath` is a Windows path without extension, tried as .dot, .dotm, .dotx.
     bool W_FichierNouveau(const ObjectPtr& Word, std::optional<Text> templatePath = {});
+    bool W_SignetExistant(const ObjectPtr& Word, TextView bookmark);
 
  private:
     std::function<CatalogueKey()> catalogueKey_;

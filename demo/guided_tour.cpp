@@ -1,0 +1,158 @@
+#include "guided_tour.h"
+
+#include <algorithm>
+#include <set>
+#include <stdexcept>
+
+#include <QApplication>
+#include <QLabel>
+#include <QMainWindow>
+#include <QPixmap>
+
+#include <reminders/fchxmodl.h>
+#include <reminders/frelances.h>
+#include <vehicles/fficveh.h>
+#include "operator.h"
+
+namespace quardele::demo {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using reminders::FRELANCES;
+
+const QString kReferenceDate = QStringLiteral("31/12/2026");
+constexpr int kRegistrationColumn = 2;
+constexpr int kCustomerColumn = 4;
+constexpr int kLetterColumn = 8;
+
+class Tour {
+ public:
+    Tour(forms::MdiForm& mainWindow, fs::path driveC, fs::path pictures)
+        : mainWindow_(mainWindow), driveC_(std::move(driveC)), pictures_(std::move(pictures)) {}
+
+    TourResult Take() {
+        fs::create_directories(pictures_);
+        Settle();
+        Show("Démarrage", "demarrage");
+        ShowVehicles();
+        ShowReminders();
+        MakeLetters();
+        return std::move(result_);
+    }
+
+ private:
+    void Show(const std::string& title, const std::string& name) {
+        ShowWidget(*mainWindow_.Window(), title, name);
+    }
+
+    void ShowWidget(QWidget& widget, const std::string& title, const std::string& name) {
+        const fs::path picture = pictures_ / (name + ".png");
+        if (!widget.grab().save(QString::fromStdString(picture.string()))) {
+            throw std::runtime_error("Impossible d'écrire " + picture.string());
+        }
+        result_.stages.push_back({title, picture});
+    }
+
+    void ShowVehicles() {
+        ClickMenu(mainWindow_, QStringLiteral("M_VEHIC"));
+        PressKeys({Qt::Key_Down, Qt::Key_Down, Qt::Key_Down});
+        Show("Liste des véhicules", "liste");
+        PressKeys({Qt::Key_Return});
+        Show("Fiche d'un véhicule", "fiche");
+        PressKeys({Qt::Key_F8});
+        forms::Instance<vehicles::FFICVEH>().Unload();
+        Settle();
+    }
+
+    void ShowReminders() {
+        ClickMenu(mainWindow_, QStringLiteral("M_RELANC"));
+        auto& form = forms::Instance<FRELANCES>();
+        Enter(*form.CTX_DATEREL, kReferenceDate);
+        ToFirstFullCustomer(form);
+        Show("Visites à échéance", "relances");
+        Tick(*form.DBG_RELANCES, kLetterColumn, RowsOfThreeCustomers(form));
+        Show("Lignes cochées", "relances-cochees");
+    }
+
+    /// The rows of a customer with at least two visits are the first to be seen.
+    static void ToFirstFullCustomer(FRELANCES& form) {
+        const std::vector<int> rows = RowsOfThreeCustomers(form);
+        if (!rows.empty()) {
+            form.DBG_RELANCES->SetActiveCell(kLetterColumn, rows.front());
+            form.DBG_RELANCES->scrollTo(form.DBG_RELANCES->currentIndex(), QAbstractItemView::PositionAtTop);
+            Settle();
+        }
+    }
+
+    /// All rows of the first three customers that have a code, a vehicle and more than one visit due.
+    static std::vector<int> RowsOfThreeCustomers(FRELANCES& form) {
+        forms::Grid& grid = *form.DBG_RELANCES;
+        const auto cell = [&grid](int row, int col) {
+            grid.SetRow(row);
+            grid.SetCol(col);
+            return grid.Text();
+        };
+        std::vector<int> chosen;
+        std::set<QString> customers;
+        for (int row = 1; row <= grid.MaxRows() && customers.size() < kLetters;) {
+            const QString customer = cell(row, kCustomerColumn);
+            const int first = row;
+            while (row <= grid.MaxRows() && cell(row, kCustomerColumn) == customer) {
+                ++row;
+            }
+            const bool full = row - first > 1 && !customer.isEmpty() && IsCode(customer) &&
+                              !cell(first, kRegistrationColumn).isEmpty();
+            if (full) {
+                customers.insert(customer);
+                for (int line = first; line < row; ++line) {
+                    chosen.push_back(line);
+                }
+            }
+        }
+        return chosen;
+    }
+
+    /// A code that can be part of a file name.
+    static bool IsCode(const QString& customer) {
+        return std::all_of(customer.begin(), customer.end(), [](QChar c) { return c.isLetterOrNumber(); });
+    }
+
+    void MakeLetters() {
+        const ModalWatcher watcher([this](QWidget& window) { AnswerWindow(window); });
+        Click(*forms::Instance<FRELANCES>().Cmd_Editer);
+        // Lets go of the last letter: its window stays for the operator, and without windows the office ends.
+        forms::Instance<FRELANCES>().Unload();
+        Settle();
+        for (const auto& entry : fs::directory_iterator(driveC_ / "QUARDELE" / "DATA")) {
+            if (entry.path().extension() == ".RVE") {
+                result_.letters.push_back(entry.path());
+            }
+        }
+        std::sort(result_.letters.begin(), result_.letters.end());
+    }
+
+    /// The choice of template is shown and confirmed; message boxes are written down and answered.
+    void AnswerWindow(QWidget& window) {
+        if (auto* text = window.findChild<QLabel*>(QStringLiteral("MsgBox_Text"))) {
+            result_.messages.push_back(text->text().toStdString());
+        } else {
+            ShowWidget(window, "Choix du modèle", "modele");
+        }
+        PressKeys({Qt::Key_Return});
+    }
+
+    forms::MdiForm& mainWindow_;
+    fs::path driveC_;
+    fs::path pictures_;
+    TourResult result_;
+};
+
+}  // namespace
+
+TourResult TakeTour(forms::MdiForm& mainWindow, const fs::path& driveC, const fs::path& pictures) {
+    return Tour(mainWindow, driveC, pictures).Take();
+}
+
+}  // namespace quardele::demo

@@ -1,0 +1,95 @@
+#include "operator.h"
+
+#include <QApplication>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QPointer>
+#include <QTest>
+#include <QTimer>
+
+namespace quardele::demo {
+
+namespace {
+
+/// How often a modal window is looked for; the operator's reaction, not a rule of the program.
+constexpr int kGlanceMilliseconds = 30;
+
+}  // namespace
+
+void ClickMenu(forms::MdiForm& mainWindow, const QString& entry) {
+    QMenuBar* const bar = mainWindow.MainWindow()->menuBar();
+    for (QAction* action : bar->actions()) {
+        if (action->objectName() == entry) {
+            QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, bar->actionGeometry(action).center());
+        }
+    }
+    Settle();
+}
+
+void Click(QWidget& control) {
+    QTest::mouseClick(&control, Qt::LeftButton);
+    Settle();
+}
+
+void PressKeys(const std::vector<Qt::Key>& keys) {
+    for (const Qt::Key key : keys) {
+        if (QWidget* const focus = QApplication::focusWidget()) {
+            QTest::keyClick(focus, key);
+        }
+    }
+    Settle();
+}
+
+void Enter(QWidget& control, const QString& text) {
+    QTest::mouseClick(&control, Qt::LeftButton);
+    QTest::keySequence(&control, QKeySequence(QKeySequence::SelectAll));
+    QTest::keyClicks(&control, text);
+    QTest::keyClick(&control, Qt::Key_Return);
+    Settle();
+}
+
+void Tick(forms::Grid& grid, int col, const std::vector<int>& rows) {
+    for (const int row : rows) {
+        grid.SetActiveCell(col, row);
+        QTest::keyClick(&grid, Qt::Key_Space);
+    }
+    Settle();
+}
+
+void Settle() {
+    constexpr int kRounds = 5;
+    for (int round = 0; round < kRounds; ++round) {
+        QApplication::processEvents();
+        QApplication::sendPostedEvents();
+    }
+}
+
+class ModalWatcher::Private {
+ public:
+    explicit Private(std::function<void(QWidget&)> answer) : answer_(std::move(answer)) {
+        QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { Glance(); });
+        timer_.start(kGlanceMilliseconds);
+    }
+
+ private:
+    void Glance() {
+        QWidget* const window = QApplication::activeModalWidget();
+        if (window == nullptr || !window->isVisible()) {
+            answered_ = nullptr;
+        } else if (window != answered_) {
+            answered_ = window;
+            answer_(*window);
+        }
+    }
+
+    std::function<void(QWidget&)> answer_;
+    QTimer timer_;
+    QPointer<QWidget> answered_;
+};
+
+ModalWatcher::ModalWatcher(std::function<void(QWidget&)> answer)
+    : d_(std::make_unique<Private>(std::move(answer))) {}
+
+ModalWatcher::~ModalWatcher() = default;
+
+}  // namespace quardele::demo

@@ -48,6 +48,7 @@ class Box : public QDialog {
     Box(const QString& prompt, BoxButtons buttons, BoxIcon icon, QWidget* parent)
         : QDialog(parent), buttons_(buttons) {
         setObjectName(QStringLiteral("MsgBox"));
+        setProperty("icon", IconName(icon));
         setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                        (MayEscape() ? Qt::WindowCloseButtonHint : Qt::WindowFlags()));
         auto* outer = new QVBoxLayout(this);

@@ -32,6 +32,7 @@ class BoxAnswerer::Private : public QObject {
 
     std::deque<bool> answers;  ///< Oui or not, for the yes/no boxes to come
     std::vector<ShownBox> shown;
+    std::function<void()> look;
 
  private:
     QPushButton* Choose(QDialog& box) {
@@ -49,9 +50,13 @@ class BoxAnswerer::Private : public QObject {
         if (box == nullptr) {
             return;
         }
+        if (look) {
+            look();
+        }
         QPushButton* button = Choose(*box);
         const auto* label = box->findChild<QLabel*>(QStringLiteral("MsgBox_Text"));
-        shown.push_back({label->text(), box->windowTitle(), button->text().remove(u'&')});
+        shown.push_back({label->text(), box->windowTitle(), button->text().remove(u'&'),
+                         box->property("icon").toString()});
         QTest::mouseClick(button, Qt::LeftButton);
     }
 };
@@ -59,9 +64,18 @@ class BoxAnswerer::Private : public QObject {
 BoxAnswerer::BoxAnswerer() : d_(std::make_unique<Private>()) {}
 BoxAnswerer::~BoxAnswerer() = default;
 
-void BoxAnswerer::AnswerNo() { d_->answers.push_back(false); }
-void BoxAnswerer::AnswerYes() { d_->answers.push_back(true); }
-const std::vector<ShownBox>& BoxAnswerer::Shown() const { return d_->shown; }
+void BoxAnswerer::AnswerNo() {
+    d_->answers.push_back(false);
+}
+void BoxAnswerer::AnswerYes() {
+    d_->answers.push_back(true);
+}
+void BoxAnswerer::LookAtBoxes(std::function<void()> look) {
+    d_->look = std::move(look);
+}
+const std::vector<ShownBox>& BoxAnswerer::Shown() const {
+    return d_->shown;
+}
 
 std::vector<QString> BoxAnswerer::TakeTexts() {
     std::vector<QString> texts;

@@ -1,6 +1,7 @@
 // Answers message boxes as an operator would, by pressing their real buttons, and writes down what they said.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -12,6 +13,7 @@ struct ShownBox {
     QString text;
     QString title;
     QString button;  ///< the button pressed: "OK", "Oui" or "Non"
+    QString icon;    ///< "erreur", "question", "avertissement", "information", or empty
 };
 
 /// While it lives, every message box is answered as soon as it is on screen: OK boxes by OK, yes/no boxes by
@@ -25,6 +27,8 @@ class BoxAnswerer {
 
     void AnswerNo();
     void AnswerYes();
+    /// Runs while a box is on screen, just before it is answered.
+    void LookAtBoxes(std::function<void()> look);
     [[nodiscard]] const std::vector<ShownBox>& Shown() const;
     /// The texts shown so far, and forgets them.
     std::vector<QString> TakeTexts();

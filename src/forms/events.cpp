@@ -10,8 +10,10 @@ namespace quardele::forms {
 namespace {
 
 constexpr int kOutOfMemory = 7;
+constexpr int kInternalError = 51;
 
-/// The error that left a handler, if one did.
+/// The error that left a handler, if one did. What is no run-time error by itself becomes one here, so that
+/// nothing ever crosses Qt.
 std::optional<basic::RuntimeError> ErrorOf(const std::function<void()>& handler) {
     try {
         handler();
@@ -19,6 +21,9 @@ std::optional<basic::RuntimeError> ErrorOf(const std::function<void()>& handler)
         return error;
     } catch (const std::bad_alloc&) {
         return basic::RuntimeError(kOutOfMemory);
+    } catch (const std::exception& failure) {
+        return basic::RuntimeError(kInternalError,
+                                   u"Erreur interne : " + ToText(QString::fromLocal8Bit(failure.what())));
     }
     return std::nullopt;
 }

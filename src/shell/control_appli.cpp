@@ -1,6 +1,7 @@
 #include "control_appli.h"
 
 #include <cstdint>
+#include <new>
 
 #include <basic/conversion.h>
 #include <basic/paths.h>
@@ -21,6 +22,8 @@ using services::TRAD;
 /// Keys of the suite's databases in the table TPATH.
 constexpr std::int16_t kStockDatabase = 1;
 constexpr std::int16_t kDataDatabase = 2;
+
+constexpr int kOutOfMemory = 7;
 
 /// The parent of the current folder, with its backslash; empty when the current folder has none.
 Text FolderPrefix() {
@@ -87,6 +90,10 @@ void CheckVersion() {
 
 void CONTROL_APPLI() {
     std::int16_t ETAPE = 0;
+    const auto report = [&ETAPE](const basic::RuntimeError& error) {
+        forms::MsgBox(QStringLiteral("control appli: (%1) : ").arg(ETAPE) +
+                      forms::ToQString(error.Description()));
+    };
     try {
         const Text prefix = FolderPrefix();
         ++ETAPE;
@@ -98,8 +105,9 @@ void CONTROL_APPLI() {
         ++ETAPE;
         CheckVersion();
     } catch (const basic::RuntimeError& error) {
-        forms::MsgBox(QStringLiteral("control appli: (%1) : ").arg(ETAPE) +
-                      forms::ToQString(error.Description()));
+        report(error);
+    } catch (const std::bad_alloc&) {
+        report(basic::RuntimeError(kOutOfMemory));
     }
 }
 

@@ -108,6 +108,8 @@ class Form::Private {
     QPointer<QWidget> ownedSurface;
     std::vector<QPointer<QWidget>> controls;
     QPointer<QEventLoop> modalLoop;
+    QSize outer;              ///< size with the frame that the program gave, where it did; pixels
+    bool framed = false;      ///< the desktop has told the frame, and the window has made room for it
     QPointer<QWidget> focus;  ///< had the focus when the form was hidden
     bool shown = false;       ///< was on screen at least once
     bool unloading = false;   ///< its QueryUnload and Unload handlers are running
@@ -177,7 +179,26 @@ void Form::AdoptSurface() {
     window_->installEventFilter(this);
 }
 
+/// The desktop draws its frame around the main window only once that is on screen. The size that the program
+/// gave before then includes it.
+void Form::MakeRoomForFrame() {
+    if (kind_ != FormKind::Main || d_->framed || !Visible() || !d_->outer.isValid()) {
+        return;
+    }
+    const QSize frame = FrameOf(*window_);
+    if (frame.isNull()) {
+        return;
+    }
+    d_->framed = true;
+    if (WindowState() == forms::WindowState::Normal) {
+        window_->resize(d_->outer - frame);
+    }
+}
+
 bool Form::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == window_) {
+        MakeRoomForFrame();
+    }
     const bool resized =
         watched == surface_ && event->type() == QEvent::Resize &&
         static_cast<QResizeEvent*>(event)->size() != static_cast<QResizeEvent*>(event)->oldSize();
@@ -221,10 +242,14 @@ void Form::SetTop(int twips) {
     window_->move(window_->x(), ToPixels(twips));
 }
 void Form::SetWidth(int twips) {
-    window_->resize(ToPixels(twips) - FrameOf(*window_).width(), window_->height());
+    const QSize frame = FrameOf(*window_);
+    window_->resize(ToPixels(twips) - frame.width(), window_->height());
+    d_->outer = window_->size() + frame;
 }
 void Form::SetHeight(int twips) {
-    window_->resize(window_->width(), ToPixels(twips) - FrameOf(*window_).height());
+    const QSize frame = FrameOf(*window_);
+    window_->resize(window_->width(), ToPixels(twips) - frame.height());
+    d_->outer = window_->size() + frame;
 }
 int Form::ScaleWidth() const {
     return ToTwips(surface_->width());
@@ -292,6 +317,7 @@ void Form::ShowFirst() {
     {
         const Showing showing;
         window_->show();
+        MakeRoomForFrame();
         d_->shown = true;
         if (QWidget* first = FirstInTabOrder(*surface_)) {
             first->setFocus();

@@ -112,6 +112,7 @@ class Form : public QObject {
     void RunModally();
     void BecomeActive();
     void Resized();
+    void MakeRoomForFrame();
     bool eventFilter(QObject* watched, QEvent* event) override;
     [[nodiscard]] bool MayUnload();
     void Release();

@@ -94,7 +94,7 @@ void MDIMENU_VEH::Form_Load() {
     });
 
     statement([] { Init_Params_Locaux(); });
-    statement([this] { PlaceOnScreen(); });
+    PlaceOnScreen(statement);
     ++ETAPE;
     statement([] { CONTROL_APPLI(); });
     ++ETAPE;
@@ -109,22 +109,24 @@ void MDIMENU_VEH::Form_Load() {
             forms::EndProcess();
         }
     });
-    statement([this] { SetUpStatusBar(); });
+    SetUpStatusBar(statement);
 }
 
-void MDIMENU_VEH::PlaceOnScreen() {
+void MDIMENU_VEH::PlaceOnScreen(basic::ResumeNext& statement) {
     Session& session = TheSession();
-    session.ScreenWidth = forms::Screen::Width();
-    session.ScreenHeight = forms::Screen::Height();
-    SetWidth(session.ScreenWidth == kSmallScreenWidth ? session.ScreenWidth
-                                                      : session.ScreenWidth - kFreeWidth);
+    statement([&] { session.ScreenWidth = forms::Screen::Width(); });
+    statement([&] { session.ScreenHeight = forms::Screen::Height(); });
+    statement([&] {
+        SetWidth(session.ScreenWidth == kSmallScreenWidth ? session.ScreenWidth
+                                                          : session.ScreenWidth - kFreeWidth);
+    });
     // The designed height, which the next statement changes.
-    session.WorkAreaTop = session.ScreenHeight == kSmallScreenHeight ? 0 : Height() + 1;
-    SetHeight(session.ScreenHeight - kFreeHeight);
-    SetTop(0);
-    SetLeft(0);
-    session.MDI_HAUTEUR = Height();
-    session.MDI_LARGEUR = Width();
+    statement([&] { session.WorkAreaTop = session.ScreenHeight == kSmallScreenHeight ? 0 : Height() + 1; });
+    statement([&] { SetHeight(session.ScreenHeight - kFreeHeight); });
+    statement([&] { SetTop(0); });
+    statement([&] { SetLeft(0); });
+    statement([&] { session.MDI_HAUTEUR = Height(); });
+    statement([&] { session.MDI_LARGEUR = Width(); });
 }
 
 void MDIMENU_VEH::ExtendCaption() {
@@ -132,13 +134,12 @@ void MDIMENU_VEH::ExtendCaption() {
                TheSession().CHEMIN_DONNEES);
 }
 
-void MDIMENU_VEH::SetUpStatusBar() {
+void MDIMENU_VEH::SetUpStatusBar(basic::ResumeNext& statement) {
     for (int index = kVehiclesPanel; index <= PIC_STATUS->Count(); ++index) {
-        PIC_STATUS->Panels(index).SetVisible(false);
+        statement([&] { PIC_STATUS->Panels(index).SetVisible(false); });
     }
-    forms::StatusPanel& sizePanel = PIC_STATUS->Panels(kSizePanel);
-    sizePanel.SetVisible(true);
-    sizePanel.SetText(SizeText(*this));
+    statement([&] { PIC_STATUS->Panels(kSizePanel).SetVisible(true); });
+    statement([&] { PIC_STATUS->Panels(kSizePanel).SetText(SizeText(*this)); });
 }
 
 void MDIMENU_VEH::Form_Resize() {

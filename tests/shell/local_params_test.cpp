@@ -40,6 +40,7 @@ class LocalParamsTest : public QObject {
     void APictureStandsInDoubleQuotes();
     void ASiteNameLosesItsBlanks_data();
     void ASiteNameLosesItsBlanks();
+    void TheFileIsInTheWesternCodePage();
     void ACurrencyWithoutValueLeavesTheOneBefore_data();
     void ACurrencyWithoutValueLeavesTheOneBefore();
     void EachStartBeginsWithTheDefaults();
@@ -167,6 +168,14 @@ void LocalParamsTest::ASiteNameLosesItsBlanks() {
     Write(installation, line);
     shell::Init_Params_Locaux();
     QCOMPARE(shell::TheSession().PARAM_SITE, site);
+}
+
+void LocalParamsTest::TheFileIsInTheWesternCodePage() {
+    const support::Installation installation;
+    Write(installation, QByteArray("DEVCAL=\x80\r\nSITE=C\x9CUR\xE9\x8C\r\n"));
+    shell::Init_Params_Locaux();
+    QCOMPARE(shell::TheSession().PARAM_DEVCAL, QStringLiteral("€"));
+    QCOMPARE(shell::TheSession().PARAM_SITE, QStringLiteral("CœURéŒ"));
 }
 
 void LocalParamsTest::ACurrencyWithoutValueLeavesTheOneBefore_data() {

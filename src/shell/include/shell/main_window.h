@@ -8,6 +8,10 @@
 
 class QAction;
 
+namespace quardele::basic {
+class ResumeNext;
+}
+
 namespace quardele::shell {
 
 /// The forms that the menu opens lie in rooms of their own; the program's start says here how to reach them.
@@ -36,9 +40,10 @@ class MDIMENU_VEH : public forms::MdiForm {
     void Form_Resize() override;
 
  private:
-    void PlaceOnScreen();
+    // Parts of Load; each statement stands alone.
+    void PlaceOnScreen(basic::ResumeNext& statement);
     void ExtendCaption();
-    void SetUpStatusBar();
+    void SetUpStatusBar(basic::ResumeNext& statement);
     void ShowPanel(int index, const QString& text);
 
     void M_VEHIC_Click();

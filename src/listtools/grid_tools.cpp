@@ -26,8 +26,13 @@ DialogAnchor& Anchor() {
     return anchor;
 }
 
-bool GridToolAction(int /*action*/, forms::Grid& /*grid*/, forms::DataControl& /*data*/) {
-    return false;
+ToolRunner& TheToolRunner() {
+    static ToolRunner runner = [](int, forms::Grid&, forms::DataControl&) { return false; };
+    return runner;
+}
+
+bool GridToolAction(int action, forms::Grid& grid, forms::DataControl& data) {
+    return TheToolRunner()(action, grid, data);
 }
 
 void MarkActiveColumn(forms::Grid& grid) {

@@ -1,6 +1,8 @@
 // The five tools of every list, and what grids share with them.
 #pragma once
 
+#include <functional>
+
 #include <forms/data_control.h>
 #include <forms/form.h>
 #include <forms/grid.h>
@@ -14,8 +16,14 @@ struct DialogAnchor {
 };
 [[nodiscard]] DialogAnchor& Anchor();
 
+/// What a tool does on a grid and its data control; returns whether it did its work.
+using ToolRunner = std::function<bool(int action, forms::Grid& grid, forms::DataControl& data)>;
+/// The place where the tools' dialogs attach. They are not part of the program yet, so the runner that stands
+/// here from the start does nothing and returns false.
+[[nodiscard]] ToolRunner& TheToolRunner();
+
 /// Runs a tool on a grid and its data control: 0 selection, 1 search, 2 sort, 3 print, 4 Excel. Returns
-/// whether the tool did its work; the tools' dialogs are not part of the program yet, so it is false.
+/// whether the tool did its work.
 bool GridToolAction(int action, forms::Grid& grid, forms::DataControl& data);
 
 /// Puts the header of the active column in italics, the others upright.

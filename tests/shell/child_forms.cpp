@@ -4,6 +4,15 @@
 
 namespace quardele::tests {
 
+QStringList& ChildForm::Unloaded() {
+    static QStringList names;
+    return names;
+}
+
+void ChildForm::Form_Unload(bool& /*cancel*/) {
+    Unloaded().append(Name());
+}
+
 void WireChildForms() {
     shell::TheMenuForms().vehicles = []() -> forms::Form& { return forms::Instance<VehiclesDouble>(); };
     shell::TheMenuForms().reminders = []() -> forms::Form& { return forms::Instance<RemindersDouble>(); };

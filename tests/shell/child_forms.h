@@ -1,6 +1,8 @@
 // Small child forms that stand in for the program's own behind the main window's menu.
 #pragma once
 
+#include <QStringList>
+
 #include <forms/controls.h>
 #include <forms/form.h>
 
@@ -8,7 +10,12 @@ namespace quardele::tests {
 
 class ChildForm : public forms::Form {
     Q_OBJECT
+ public:
+    /// Names of the forms that ran Unload since the list was last emptied, in that order.
+    static QStringList& Unloaded();
+
  protected:
+    void Form_Unload(bool& cancel) override;
     ChildForm(const QString& name) : Form(name, forms::FormKind::MdiChild) {
         Surface()->resize(300, 200);
         box_ = new forms::TextBox(Surface());
@@ -30,6 +37,15 @@ class RemindersDouble : public ChildForm {
     Q_OBJECT
  public:
     RemindersDouble() : ChildForm(QStringLiteral("RELANCES")) {}
+};
+
+/// Stands in for the dialog behind the entry for information.
+class ChangeLogDouble : public forms::Form {
+    Q_OBJECT
+ public:
+    ChangeLogDouble() : Form(QStringLiteral("NOUVEAUTES"), forms::FormKind::Dialog) {
+        Surface()->resize(300, 200);
+    }
 };
 
 /// Points the main window's menu at the doubles.

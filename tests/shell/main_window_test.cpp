@@ -5,6 +5,7 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QTest>
+#include <QTimer>
 
 #include <forms/runtime.h>
 #include <shell/main_window.h>
@@ -66,6 +67,7 @@ class MainWindowTest : public QObject {
     void AResizeLeavesMinimizedAndMaximizedChildForms();
     void AMinimizedWindowLeavesItsChildForms();
     void InformationsRecordsTheModule();
+    void InformationsShowTheChangeLogModally();
     void ParametersShowTheSize();
     void QuitEndsAtOnce();
     void ClosingTheWindowUnloadsTheChildForms();
@@ -219,6 +221,26 @@ void MainWindowTest::InformationsRecordsTheModule() {
     QCOMPARE(shell::TheSession().NUMAPPLI_COURANT, 0);
     MainWindow().M_INFOS->trigger();
     QCOMPARE(shell::TheSession().NUMAPPLI_COURANT, 10);
+    QCOMPARE(forms::Forms::Count(), 1);
+}
+
+void MainWindowTest::InformationsShowTheChangeLogModally() {
+    shell::TheMenuForms().changeLog = []() -> forms::Form& {
+        return forms::Instance<tests::ChangeLogDouble>();
+    };
+    Qt::WindowModality modality = Qt::NonModal;
+    int module = 0;
+    QTimer::singleShot(0, this, [&] {
+        auto& changeLog = forms::Instance<tests::ChangeLogDouble>();
+        modality = changeLog.Window()->windowModality();
+        module = shell::TheSession().NUMAPPLI_COURANT;
+        changeLog.Hide();
+    });
+    // Comes back once the dialog is hidden.
+    MainWindow().M_INFOS->trigger();
+    QCOMPARE(modality, Qt::ApplicationModal);
+    QCOMPARE(module, 10);
+    QVERIFY(!forms::Instance<tests::ChangeLogDouble>().Visible());
 }
 
 void MainWindowTest::ParametersShowTheSize() {
@@ -233,18 +255,22 @@ void MainWindowTest::ParametersShowTheSize() {
 void MainWindowTest::QuitEndsAtOnce() {
     MainWindow().M_VEHIC->trigger();
     support::BoxAnswerer boxes;
+    tests::ChildForm::Unloaded().clear();
     const int endsBefore = forms::CatchEndOfProcess(true);
     MainWindow().M_QUIT->trigger();
     QCOMPARE(forms::CatchEndOfProcess(true), endsBefore + 1);
     QVERIFY(boxes.Shown().empty());
-    // Nothing was unloaded on the way.
+    QCOMPARE(tests::ChildForm::Unloaded(), QStringList());
     QVERIFY(Vehicles().Visible());
 }
 
 void MainWindowTest::ClosingTheWindowUnloadsTheChildForms() {
     MainWindow().M_VEHIC->trigger();
     MainWindow().M_RELANC->trigger();
+    tests::ChildForm::Unloaded().clear();
     MainWindow().Window()->close();
+    QCOMPARE(tests::ChildForm::Unloaded(),
+             (QStringList{QStringLiteral("VEHICULES"), QStringLiteral("RELANCES")}));
     QVERIFY(!forms::IsLoaded<VehiclesDouble>());
     QVERIFY(!forms::IsLoaded<RemindersDouble>());
     QVERIFY(!forms::IsLoaded<shell::MDIMENU_VEH>());

@@ -1,6 +1,7 @@
 // A plug-in that Qt loads into the program at start-up when the environment asks for it
 // (QT_QPA_GENERIC_PLUGINS=quardele_probe). It writes to the standard output what comes on screen, answers
-// message boxes, and triggers the menu entry named by QUARDELE_PROBE_TRIGGER once the main window is idle.
+// message boxes, and once the main window is idle triggers the menu entry that QUARDELE_PROBE_TRIGGER names,
+// or closes the window for the name "close".
 #include <cstdio>
 
 #include <QAction>
@@ -57,9 +58,11 @@ class Probe : public QObject {
         }
     }
 
-    static void Trigger(const QMainWindow& window) {
+    static void Trigger(QMainWindow& window) {
         const QString name = qEnvironmentVariable("QUARDELE_PROBE_TRIGGER");
-        if (auto* const action = window.findChild<QAction*>(name)) {
+        if (name == QLatin1String("close")) {
+            window.close();
+        } else if (auto* const action = window.findChild<QAction*>(name)) {
             action->trigger();
         }
     }

@@ -49,6 +49,7 @@ class ProgramTest : public QObject {
 
  private slots:
     void StartsOnAnInstallationAndQuits();
+    void ClosingTheWindowEndsTheProcess();
     void AFolderWithoutDatabaseGivesTheMessageAndEnds();
     void ADamagedDataDatabaseGivesItsMessagesAndEnds();
 };
@@ -61,6 +62,15 @@ void ProgramTest::StartsOnAnInstallationAndQuits() {
     QCOMPARE(run.exitCode, 0);
     QCOMPARE(run.said, QStringList{QStringLiteral("window: Gestion des véhicules   V9.5.05") +
                                    QString(26, u' ') + QStringLiteral("C:\\QUARDELE\\DATA\\")});
+}
+
+void ProgramTest::ClosingTheWindowEndsTheProcess() {
+    const support::Installation installation;
+    const Run run = RunProgram(installation.File("VEH"), QStringLiteral("close"));
+    QVERIFY(run.finished);
+    QCOMPARE(run.status, QProcess::NormalExit);
+    QCOMPARE(run.exitCode, 0);
+    QCOMPARE(run.said.size(), 1);
 }
 
 void ProgramTest::AFolderWithoutDatabaseGivesTheMessageAndEnds() {

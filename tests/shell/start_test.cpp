@@ -1,7 +1,10 @@
 // The road from process start to the idle main window: databases, version, caption, sizes, and every way in
 // which it fails.
+#include <sys/wait.h>
 #include <unistd.h>
+#include <filesystem>
 #include <fstream>
+#include <functional>
 
 #include <QTest>
 
@@ -34,6 +37,60 @@ const QString kPatchWithEmptyJournal = QStringLiteral(
     "redémarrée...");
 const QString kNoPathDatabase = QStringLiteral("La base de données DBPATH.MDB est introuvable !");
 
+QString Described(int error, basic::TextView name) {
+    return forms::ToQString(basic::Describe(error, name));
+}
+
+QString NamingFile(const QString& description, const char* file) {
+    return description.contains(QStringLiteral("%1")) ? description.arg(QString::fromLatin1(file))
+                                                      : description;
+}
+
+QString FailureOfStep(int step, const QString& description) {
+    return QStringLiteral("control appli: (%1) : ").arg(step) + description;
+}
+
+/// Whether a check holds in a process of its own that has no more rights than anybody: the one that runs the
+/// tests may be allowed to write anywhere.
+bool HoldsWithoutRights(const std::function<bool()>& check) {
+    const pid_t child = fork();
+    if (child == 0) {
+        constexpr uid_t kNobody = 65534;
+        bool held = geteuid() != 0 || (setgid(kNobody) == 0 && setuid(kNobody) == 0);
+        try {
+            held = held && check();
+        } catch (const std::exception&) {
+            held = false;
+        }
+        _exit(held ? 0 : 1);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+constexpr const char* kInstalled[] = {"", "VEH", "DATA", "dbpath.mdb", "quardele.ini", "DATA/talmeon.mdb"};
+
+/// Everybody may look into the installation and nobody may write there.
+void MakeReadOnly(const support::Installation& installation) {
+    using std::filesystem::perms;
+    constexpr perms kLook = perms::owner_read | perms::group_read | perms::others_read | perms::owner_exec |
+                            perms::group_exec | perms::others_exec;
+    for (const auto& path : {installation.DriveC().parent_path(), installation.DriveC()}) {
+        std::filesystem::permissions(path, kLook, std::filesystem::perm_options::add);
+    }
+    for (const char* name : kInstalled) {
+        std::filesystem::permissions(installation.File(name), kLook);
+    }
+}
+
+void MakeWritable(const support::Installation& installation) {
+    for (const char* name : kInstalled) {
+        std::filesystem::permissions(installation.File(name), std::filesystem::perms::owner_write,
+                                     std::filesystem::perm_options::add);
+    }
+}
+
 }  // namespace
 
 class StartTest : public QObject {
@@ -48,6 +105,8 @@ class StartTest : public QObject {
     void TheCaptionCarriesVersionAndFolder_data();
     void TheCaptionCarriesVersionAndFolder();
     void TheStatusBarShowsTheSizeAlone();
+    void TheSizeIsWrittenBeforeTheFirstResize();
+    void TheCaptionIsTranslatedOnceBeforeTheFolderJoinsIt();
     void TheWindowTakesTheScreen_data();
     void TheWindowTakesTheScreen();
 
@@ -59,7 +118,10 @@ class StartTest : public QObject {
     void ASpoiledDataDatabaseIsReportedWithStepTwo_data();
     void ASpoiledDataDatabaseIsReportedWithStepTwo();
     void AMissingDataDatabaseIsReportedWithStepTwo();
+    void APathDatabaseWithoutItsTableIsReportedWithStepTwo();
+    void AFailureOfTheVersionTestIsReportedWithStepThreeAndTheWindowOpens();
     void AFolderWithoutBackslashRunsIntoTheFileName();
+    void TheStockFolderIsTakenAsItIsStored();
     void WithoutTheDataDatabasesRowTheProgramEnds();
     void WithoutTheStockDatabasesRowTheWindowOpens();
     void AnotherVersionOfTheDataEndsTheProgram();
@@ -137,6 +199,22 @@ void StartTest::TheStatusBarShowsTheSizeAlone() {
     }
 }
 
+void StartTest::TheSizeIsWrittenBeforeTheFirstResize() {
+    const support::Installation installation;
+    const auto& window = forms::Instance<shell::MDIMENU_VEH>();
+    QVERIFY(!window.Visible());
+    QCOMPARE(window.PIC_STATUS->Panels(1).Text(),
+             QStringLiteral("%1 x %2").arg(window.Height()).arg(window.Width()));
+}
+
+void StartTest::TheCaptionIsTranslatedOnceBeforeTheFolderJoinsIt() {
+    const support::Installation installation;
+    tests::RaiseTranslation({{u"Gestion des véhicules", u"Vozidla"}, {u"Vozidla", u"Podruhé"}});
+    QCOMPARE(
+        forms::Instance<shell::MDIMENU_VEH>().Caption(),
+        QStringLiteral("Vozidla   V9.5.05") + QString(26, u' ') + QStringLiteral("C:\\QUARDELE\\DATA\\"));
+}
+
 void StartTest::TheWindowTakesTheScreen_data() {
     QTest::addColumn<int>("screenWidth");
     QTest::addColumn<int>("screenHeight");
@@ -165,9 +243,10 @@ void StartTest::TheWindowTakesTheScreen() {
     // A window is whole pixels.
     QVERIFY(std::abs(session.MDI_LARGEUR - width) < 15);
     QVERIFY(std::abs(session.MDI_HAUTEUR - height) < 15);
-    // The desktop draws its frame around that when the window comes on screen.
-    QCOMPARE(forms::ToTwips(MainWindow().Window()->width()), session.MDI_LARGEUR);
-    QCOMPARE(forms::ToTwips(MainWindow().Window()->height()), session.MDI_HAUTEUR);
+    // The frame that the desktop draws when the window comes on screen is part of that.
+    QCOMPARE(MainWindow().Width(), session.MDI_LARGEUR);
+    QCOMPARE(MainWindow().Height(), session.MDI_HAUTEUR);
+    QVERIFY(MainWindow().Window()->frameGeometry().size() != MainWindow().Window()->size());
     QCOMPARE(MainWindow().Top(), 0);
     QCOMPARE(MainWindow().Left(), 0);
     QCOMPARE(session.WorkAreaTop == 0, smallScreen);
@@ -184,6 +263,8 @@ void StartTest::TheCurrentFolderDecidesWhereTheDatabaseLies() {
     basic::ChDir(u"C:\\AILLEURS\\VEH");
     const Start start = StartProgram();
     QCOMPARE(start.boxes, std::vector<QString>{kNoPathDatabase});
+    QCOMPARE(start.shown.front().icon, QStringLiteral("erreur"));
+    QCOMPARE(start.shown.front().title, forms::App::Title());
     QVERIFY(start.ended);
 }
 
@@ -204,23 +285,26 @@ void StartTest::TheCaseOfTheFileNameDoesNotMatter() {
     QVERIFY(!StartProgram().ended);
 }
 
+/// Descriptions with "%1" for the name of the file.
 void StartTest::ASpoiledPathDatabaseIsReportedWithStepOne_data() {
+    const QString foreign = QStringLiteral("Format de base de données non reconnu : « %1 » ");
     QTest::addColumn<Damage>("damage");
-    QTest::addColumn<int>("error");
-    QTest::newRow("empty") << Damage::Empty << basic::error::kNotADatabase;
-    QTest::newRow("truncated") << Damage::Truncated << basic::error::kNotADatabase;
-    QTest::newRow("foreign") << Damage::Foreign << basic::error::kNotADatabase;
-    QTest::newRow("password") << Damage::PasswordProtected << basic::error::kBadPassword;
+    QTest::addColumn<QString>("description");
+    QTest::newRow("empty") << Damage::Empty << foreign + QStringLiteral("est vide ou incomplet.");
+    QTest::newRow("truncated") << Damage::Truncated << foreign + QStringLiteral("est incomplet.");
+    QTest::newRow("foreign") << Damage::Foreign << foreign + QStringLiteral("n'est pas une base Access.");
+    QTest::newRow("password") << Damage::PasswordProtected
+                              << forms::ToQString(basic::DescriptionOf(basic::error::kBadPassword));
 }
 
 void StartTest::ASpoiledPathDatabaseIsReportedWithStepOne() {
     QFETCH(const Damage, damage);
+    QFETCH(const QString, description);
     const support::Installation installation;
     tests::SpoilFile(installation.File("dbpath.mdb"), damage);
     const Start start = StartProgram();
-    QCOMPARE(start.boxes.size(), std::size_t{2});
-    QVERIFY2(start.boxes[0].startsWith(QStringLiteral("control appli: (1) : ")), qPrintable(start.boxes[0]));
-    QCOMPARE(start.boxes[1], kPatchWithEmptyJournal);
+    QCOMPARE(start.boxes, (std::vector<QString>{FailureOfStep(1, NamingFile(description, "dbpath.mdb")),
+                                                kPatchWithEmptyJournal}));
     QVERIFY(start.ended);
 }
 
@@ -230,12 +314,12 @@ void StartTest::ASpoiledDataDatabaseIsReportedWithStepTwo_data() {
 
 void StartTest::ASpoiledDataDatabaseIsReportedWithStepTwo() {
     QFETCH(const Damage, damage);
+    QFETCH(const QString, description);
     const support::Installation installation;
     tests::SpoilFile(installation.File("DATA/talmeon.mdb"), damage);
     const Start start = StartProgram();
-    QCOMPARE(start.boxes.size(), std::size_t{2});
-    QVERIFY2(start.boxes[0].startsWith(QStringLiteral("control appli: (2) : ")), qPrintable(start.boxes[0]));
-    QCOMPARE(start.boxes[1], kPatchWithEmptyJournal);
+    QCOMPARE(start.boxes, (std::vector<QString>{FailureOfStep(2, NamingFile(description, "talmeon.mdb")),
+                                                kPatchWithEmptyJournal}));
     QVERIFY(start.ended);
 }
 
@@ -243,19 +327,39 @@ void StartTest::AMissingDataDatabaseIsReportedWithStepTwo() {
     const support::Installation installation;
     std::filesystem::remove(installation.File("DATA/talmeon.mdb"));
     const Start start = StartProgram();
-    QCOMPARE(start.boxes.size(), std::size_t{2});
-    QVERIFY2(start.boxes[0].startsWith(QStringLiteral("control appli: (2) : ")), qPrintable(start.boxes[0]));
+    QCOMPARE(start.boxes,
+             (std::vector<QString>{FailureOfStep(2, Described(basic::error::kFileMissing, kData)),
+                                   kPatchWithEmptyJournal}));
     QVERIFY(start.ended);
+}
+
+void StartTest::APathDatabaseWithoutItsTableIsReportedWithStepTwo() {
+    const support::Installation installation;
+    tests::ReplaceInFile(installation.File("dbpath.mdb"), u"TPATH", u"TPATX");
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes,
+             (std::vector<QString>{FailureOfStep(2, Described(basic::error::kNoSuchTable, u"TPATH")),
+                                   kPatchWithEmptyJournal}));
+    QVERIFY(start.ended);
+}
+
+void StartTest::AFailureOfTheVersionTestIsReportedWithStepThreeAndTheWindowOpens() {
+    const support::Installation installation;
+    tests::ReplaceInFile(installation.File("DATA/talmeon.mdb"), u"TPAR_Ver", u"TPAR_Vex");
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes,
+             (std::vector<QString>{FailureOfStep(3, Described(basic::error::kNoSuchField, u"TPAR_Ver"))}));
+    QVERIFY(!start.ended);
+    QVERIFY(MainWindow().Visible());
 }
 
 void StartTest::AFolderWithoutBackslashRunsIntoTheFileName() {
     const support::Installation installation;
     tests::SetField(kPaths, u"TPATH", u"TPATH_NUM = 2", u"TPATH_PATH", u"C:\\QUARDELE\\DATA");
     const Start start = StartProgram();
-    QCOMPARE(start.boxes.size(), std::size_t{2});
-    QVERIFY2(start.boxes[0].startsWith(QStringLiteral("control appli: (2) : ")), qPrintable(start.boxes[0]));
-    QVERIFY2(start.boxes[0].contains(QStringLiteral("DATAtalmeon.mdb")), qPrintable(start.boxes[0]));
-    QCOMPARE(start.boxes[1], kPatchWithEmptyJournal);
+    QCOMPARE(start.boxes, (std::vector<QString>{FailureOfStep(2, Described(basic::error::kFileMissing,
+                                                                           u"C:\\QUARDELE\\DATAtalmeon.mdb")),
+                                                kPatchWithEmptyJournal}));
     QVERIFY(start.ended);
 }
 
@@ -275,6 +379,15 @@ void StartTest::WithoutTheStockDatabasesRowTheWindowOpens() {
     QCOMPARE(start.boxes, std::vector<QString>{});
     QVERIFY(!start.ended);
     QCOMPARE(shell::TheSession().CHEMIN_STOCK, QString());
+}
+
+void StartTest::TheStockFolderIsTakenAsItIsStored() {
+    const support::Installation installation;
+    tests::SetField(kPaths, u"TPATH", u"TPATH_NUM = 1", u"TPATH_PATH", u"C:\\QUARDELE\\STOCK");
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes, std::vector<QString>{});
+    QVERIFY(!start.ended);
+    QCOMPARE(shell::TheSession().CHEMIN_STOCK, QStringLiteral("C:\\QUARDELE\\STOCK"));
 }
 
 void StartTest::AnotherVersionOfTheDataEndsTheProgram() {
@@ -303,22 +416,15 @@ void StartTest::TheRevisionTakesNoPartInTheComparison() {
 }
 
 void StartTest::AReadOnlyFolderOpensTheWindow() {
-    if (geteuid() == 0) {
-        QSKIP("root may write in any folder");
-    }
     const support::Installation installation;
-    namespace fs = std::filesystem;
-    const auto setWritable = [&](fs::perm_options option) {
-        for (const char* name : {"", "dbpath.mdb", "DATA", "DATA/talmeon.mdb"}) {
-            fs::permissions(installation.File(name), fs::perms::owner_write, option);
-        }
-    };
-    setWritable(fs::perm_options::remove);
-    const Start start = StartProgram();
-    tests::StopProgram();
-    setWritable(fs::perm_options::add);
-    QCOMPARE(start.boxes, std::vector<QString>{});
-    QVERIFY(!start.ended);
+    MakeReadOnly(installation);
+    const bool opened = HoldsWithoutRights([&] {
+        const bool writable = std::ofstream(installation.File("DATA/essai")).is_open();
+        const Start start = StartProgram();
+        return !writable && !start.ended && start.boxes.empty() && MainWindow().Visible();
+    });
+    MakeWritable(installation);
+    QVERIFY(opened);
 }
 
 int main(int argc, char* argv[]) {

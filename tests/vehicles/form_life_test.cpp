@@ -3,6 +3,7 @@
 
 #include <forms/strings.h>
 
+#include "child_forms.h"
 #include "vehicle_form_fixture.h"
 
 using namespace quardele;
@@ -18,6 +19,7 @@ class FormLifeTest : public QObject {
     void TheDataControlsReadTheSessionsDatabase();
     void TheLengthsComeFromTheDatabase();
     void FloatingFramesMoveToTheLeftEdge();
+    void AResizeBeforeTheFirstActivationLaysNothingOut();
     void ASecondActivationResetsNothing();
     void QuitUnloadsTheFormAndHidesItsPanel();
     void QuitHoldsBackOnAPendingChange();
@@ -26,6 +28,7 @@ class FormLifeTest : public QObject {
     void AFormOpenedAgainStartsAnew();
     void AMissingTableIsAnUnhandledError();
     void WithoutADataDatabaseTheFormDoesNotLoad();
+    void TheCaptionIsTranslatedOnceBeforeTheFolderJoinsIt();
 };
 
 void FormLifeTest::TheCaptionCarriesTheDataFolder() {
@@ -82,13 +85,28 @@ void FormLifeTest::FloatingFramesMoveToTheLeftEdge() {
     QCOMPARE(Control<QWidget>("FRM_DETAIL")->x(), 7);
 }
 
+void FormLifeTest::AResizeBeforeTheFirstActivationLaysNothingOut() {
+    RunningProgram program;
+    const QSize atLoad = Tabs()->size();
+    // The form is loaded and not shown yet: the resize of its first show comes before its activation.
+    Form().SetHeight(Form().Height() - 900);
+    Form().SetWidth(Form().Width() - 900);
+    program.OpenVehicles();
+    QCOMPARE(Tabs()->size(), atLoad);
+    Form().SetHeight(Form().Height() - 150);
+    QVERIFY(Tabs()->size() != atLoad);
+}
+
 void FormLifeTest::ASecondActivationResetsNothing() {
     RunningProgram program;
     program.OpenVehicles();
     OpenRecordOf(QStringLiteral("KG-361-VP"));
     forms::SetFocus(Box("CTX_MARQUE"));
     Box("CTX_MARQUE")->SetMaxLength(7);
+    MainWindow().M_RELANC->trigger();
+    QCOMPARE(forms::Screen::ActiveForm(), &forms::Instance<RemindersDouble>());
     MainWindow().M_VEHIC->trigger();
+    QCOMPARE(forms::Screen::ActiveForm(), &Form());
     QCOMPARE(Tabs()->Tab(), kRecordTab);
     QCOMPARE(Box("CTX_IMMAT")->Text(), QStringLiteral("KG-361-VP"));
     QCOMPARE(Box("CTX_MARQUE")->MaxLength(), 7);
@@ -112,8 +130,7 @@ void FormLifeTest::QuitHoldsBackOnAPendingChange() {
     TypeOver(Box("CTX_MARQUE"), QStringLiteral("RENAULT"));
     support::BoxAnswerer boxes;
     PressKey(Qt::Key_F12);
-    QCOMPARE(boxes.TakeTexts(),
-             std::vector<QString>{QStringLiteral("Enregistrez ou annulez d'abord votre saisie")});
+    CompareOnlyBox(boxes, QStringLiteral("Enregistrez ou annulez d'abord votre saisie"), kExclamation);
     QVERIFY(forms::IsLoaded<vehicles::FFICVEH>());
     QCOMPARE(Box("CTX_MARQUE")->Text(), QStringLiteral("RENAULT"));
 }
@@ -183,7 +200,17 @@ void FormLifeTest::WithoutADataDatabaseTheFormDoesNotLoad() {
     QCOMPARE(boxes.Shown().size(), std::size_t{1});
     QVERIFY2(boxes.Shown().front().text.contains(QStringLiteral("91")),
              qPrintable(boxes.Shown().front().text));
+    QCOMPARE(boxes.Shown().front().icon, QStringLiteral("erreur"));
+    QVERIFY(!forms::IsLoaded<vehicles::FFICVEH>());
     StopProgram();
+}
+
+void FormLifeTest::TheCaptionIsTranslatedOnceBeforeTheFolderJoinsIt() {
+    RunningProgram program;
+    RaiseTranslation({{u"Fiches Véhicules", u"Karty vozidel"}, {u"Karty vozidel", u"Podruhé"}});
+    program.OpenVehicles();
+    QCOMPARE(Form().Caption(),
+             QStringLiteral("Karty vozidel") + QString(20, u' ') + QStringLiteral("C:\\QUARDELE\\DATA\\"));
 }
 
 int main(int argc, char* argv[]) {

@@ -92,7 +92,7 @@ void RecordTest::AnUnknownCustomerWarnsOnceAndStays() {
     TypeOver(Box("CTX_CODCLI"), QStringLiteral("ZZZ"));
     support::BoxAnswerer boxes;
     PressKey(Qt::Key_Tab);
-    QCOMPARE(boxes.TakeTexts(), std::vector<QString>{kUnknownCustomer});
+    CompareOnlyBox(boxes, kUnknownCustomer, kExclamation);
     QCOMPARE(Box("CTX_CODCLI")->Text(), QStringLiteral("ZZZ"));
     QCOMPARE(Box("CTX_RSCLI")->Text(), name);
     QCOMPARE(forms::Screen::ActiveControl(), Grid("DBG_DETAIL"));
@@ -133,8 +133,7 @@ void RecordTest::RefreshHoldsBackOnAPendingChange() {
     TypeOver(Box("CTX_MARQUE"), QStringLiteral("RENAULT"));
     support::BoxAnswerer boxes;
     QTest::mouseClick(Button("CMD_REFRESH"), Qt::LeftButton);
-    QCOMPARE(boxes.TakeTexts(),
-             std::vector<QString>{QStringLiteral("Enregistrez ou annulez d'abord votre saisie !")});
+    CompareOnlyBox(boxes, QStringLiteral("Enregistrez ou annulez d'abord votre saisie !"), kExclamation);
     QCOMPARE(Box("CTX_MARQUE")->Text(), QStringLiteral("RENAULT"));
 }
 

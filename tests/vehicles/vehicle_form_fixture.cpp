@@ -5,6 +5,8 @@
 
 #include <forms/strings.h>
 
+#include "child_forms.h"
+
 namespace quardele::tests {
 
 RunningProgram::RunningProgram() {
@@ -27,6 +29,7 @@ void RunningProgram::OpenVehicles() {
 void PrepareVehicleTests() {
     forms::CatchEndOfProcess(true);
     QCoreApplication::setApplicationVersion(QStringLiteral("9.5.5"));
+    WireChildForms();
     shell::TheMenuForms().vehicles = []() -> forms::Form& { return forms::Instance<vehicles::FFICVEH>(); };
 }
 
@@ -71,6 +74,15 @@ QString Cell(const char* grid, int column, int row) {
 
 bool Shown(const QWidget* control) {
     return control->isVisibleTo(Form().Surface());
+}
+
+void CompareOnlyBox(const support::BoxAnswerer& boxes, const QString& text, const QString& icon) {
+    QCOMPARE(boxes.Shown().size(), std::size_t{1});
+    const support::ShownBox& box = boxes.Shown().front();
+    QCOMPARE(box.text, text);
+    QCOMPARE(box.icon, icon);
+    QCOMPARE(box.title, forms::App::Title());
+    QCOMPARE(box.button, QStringLiteral("OK"));
 }
 
 void OpenRecordOf(const QString& registration) {

@@ -67,6 +67,12 @@ template <class T>
 /// Whether the operator could see the control if the form were in front.
 [[nodiscard]] bool Shown(const QWidget* control);
 
+/// Pictures of boxes.
+inline const QString kNoIcon;
+inline const QString kExclamation = QStringLiteral("avertissement");
+/// One box was shown so far: this one, under the program's title.
+void CompareOnlyBox(const support::BoxAnswerer& boxes, const QString& text, const QString& icon);
+
 /// Brings the list to a vehicle and opens its record.
 void OpenRecordOf(const QString& registration);
 /// Types into a box as the operator would, over what stands there.

@@ -61,6 +61,7 @@ void Settle() {
     for (int round = 0; round < kRounds; ++round) {
         QApplication::processEvents();
         QApplication::sendPostedEvents();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 }
 

@@ -23,7 +23,7 @@ void PressKeys(const std::vector<Qt::Key>& keys);
 void Enter(QWidget& control, const QString& text);
 /// Ticks check cells of a column with the space bar.
 void Tick(forms::Grid& grid, int col, const std::vector<int>& rows);
-/// Lets the windows settle and be painted.
+/// Lets the windows settle and be painted; closed ones go.
 void Settle();
 
 /// While it lives, does something once each time a modal window comes up (a dialog, a message box).

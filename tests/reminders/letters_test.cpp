@@ -33,6 +33,8 @@ namespace {
 
 constexpr int kLetter = 8;
 constexpr int kHourglass = 11;
+/// Word's failure for a member that a collection lacks.
+constexpr int kNoSuchElement = 5941;
 const QString kNovember = QStringLiteral("25/11/2026");
 
 const std::string kTyped = "Selection.TypeText(";
@@ -189,6 +191,27 @@ class LettersTest : public QObject {
         Form().CTX_DATEREL->SetText(QStringLiteral("01/02/2027"));
         PressLetters();
         QCOMPARE(Saves(1), (Log{SavedAs("C0003270201.RVE")}));
+    }
+
+    void TextThatIsNoDateAtTheClickStandsInTheFileNameAsItIs() {
+        Tick({kSkoda});
+        Form().CTX_DATEREL->SetText(QStringLiteral("demain"));
+        PressLetters();
+        QCOMPARE(Saves(1), (Log{SavedAs("C0003demain.RVE")}));
+        QCOMPARE(workshop_->Ends(), 0);
+    }
+
+    void TickedRowWithoutCustomerIsSavedIntoTheLetterOfTheRunBefore() {
+        MakeLetters({kSkoda});
+        const std::size_t entries = word_->Entries().size();
+        ClickCell(*Form().DBG_RELANCES, kLetter, RowOf(*Form().DBG_RELANCES, kSkoda[0], kSkoda[1]));
+        ClickCell(*Form().DBG_RELANCES, kLetter, 1);
+        PressLetters();
+        QCOMPARE(word_->Applications(), 1);
+        QCOMPARE(Saves(1), (Log{SavedAs("C0003261125.RVE"), "ActiveDocument.Save()"}));
+        QVERIFY(workshop_->boxes.Shown().empty());
+        // The line has no columns to fill.
+        QCOMPARE(word_->Entries().size(), entries + 3);
     }
 
     void LetterOfAnEarlierRunIsDeletedFirst() {
@@ -437,7 +460,16 @@ class LettersTest : public QObject {
             u"AND TVEH_DETAIL_TypTrav = 'BAT'",
             {{u"TVEH_DETAIL_TypTrav", u"ZZZ"}});
         MakeLetters({{"SA-735-YK", "ZZZ"}});
-        QCOMPARE(TypedLines(*word_, 1)[0][2], std::string());
+        QCOMPARE(TypedLines(*word_, 1),
+                 (TypedRows{{"SA-735-YK", "ŠKODA", "", "28/09/2023", "36", "28/09/2026"}}));
+    }
+
+    void WorkTypeWithoutALabelStaysEmpty() {
+        workshop_->Change(u"SELECT * FROM TTYP WHERE TTYP_CODE = 'BAT'", {{u"TTYP_LIBELLE", basic::Null{}}});
+        MakeLetters({kSkoda});
+        QCOMPARE(TypedLines(*word_, 1),
+                 (TypedRows{{"SA-735-YK", "ŠKODA", "", "28/09/2023", "36", "28/09/2026"}}));
+        QCOMPARE(workshop_->Ends(), 0);
     }
 
     void TemplateWithoutDetailBookmarksEndsTheRunAndKeepsTheHourglass() {
@@ -457,7 +489,7 @@ class LettersTest : public QObject {
         word_->columnOf.clear();
         word_->bookmarks.emplace_back("IMMAT");
         MakeLetters({kSkoda});
-        QCOMPARE(workshop_->Ends(), 1);
+        CheckEnd(kNoSuchElement);
         QVERIFY(Saves(1).empty());
     }
 
@@ -560,6 +592,7 @@ class LettersTest : public QObject {
         QCOMPARE(workshop_->boxes.TakeTexts(),
                  std::vector<QString>{
                      QStringLiteral("Procédure APPLI/appel_word : Le serveur distant n'existe pas (462)")});
+        QCOMPARE(forms::Screen::MousePointer(), 0);
         QCOMPARE(word_->Applications(), 1);
         QVERIFY(Saves(1).empty());
     }
@@ -587,6 +620,8 @@ class LettersTest : public QObject {
         QTest::newRow("slash") << QStringLiteral("A/B");
         QTest::newRow("backslash") << QStringLiteral("A\\B");
         QTest::newRow("wildcard") << QStringLiteral("C*");
+        QTest::newRow("colon") << QStringLiteral("A:B");
+        QTest::newRow("control character") << QStringLiteral("A\tB");
     }
     void CustomerCodeThatNoFileNameCanHoldEndsTheProcess() {
         QFETCH(QString, code);

@@ -27,6 +27,8 @@ namespace {
 
 constexpr int kLetter = 8;
 constexpr int kHourglass = 11;
+/// Word's failure for a member that a collection lacks.
+constexpr int kNoSuchElement = 5941;
 const QString kNovember = QStringLiteral("25/11/2026");
 
 const QStringList kOpel = {"GB-197-PB", "HAY"};
@@ -123,9 +125,7 @@ class LettersWriterTest : public QObject {
         UseTemplate("full.dot");
         MakeLetters({kSkoda});
         PressLetters();
-        QCOMPARE(workshop_->Ends(), 1);
-        QVERIFY(
-            workshop_->boxes.TakeTexts().back().contains(QString::number(basic::error::kPermissionDenied)));
+        CheckEnd(basic::error::kPermissionDenied);
         QCOMPARE(Visits(ReadLetter(File("C0003261125.RVE"))), (Table{kHeadings, kSkodaLine}));
     }
 
@@ -142,7 +142,7 @@ class LettersWriterTest : public QObject {
     void TemplateWithoutTableEndsTheProcess() {
         UseTemplate("no_table.dot");
         MakeLetters({kSkoda});
-        QCOMPARE(workshop_->Ends(), 1);
+        CheckEnd(kNoSuchElement);
         QVERIFY(Letters().isEmpty());
     }
 
@@ -159,7 +159,7 @@ class LettersWriterTest : public QObject {
         UseTemplate("full.dot");
         workshop_->Change(u"SELECT * FROM TVEH WHERE TVEH_IMMAT = 'SA-735-YK'", {{u"TVEH_CODCLI", u"A/B"}});
         MakeLetters({kSkoda});
-        QCOMPARE(workshop_->Ends(), 1);
+        CheckEnd(basic::error::kBadFileName);
         QVERIFY(Letters().isEmpty());
     }
 
@@ -200,6 +200,13 @@ class LettersWriterTest : public QObject {
     void MakeLetters(const std::vector<QStringList>& visits) const {
         Tick(visits);
         PressLetters();
+    }
+    /// The process would have ended once, after a box with the error's number.
+    void CheckEnd(int error) const {
+        QCOMPARE(workshop_->Ends(), 1);
+        const std::vector<QString> texts = workshop_->boxes.TakeTexts();
+        QVERIFY(!texts.empty());
+        QVERIFY2(texts.back().contains(QString::number(error)), qPrintable(texts.back()));
     }
     /// The letters in the folder, by name.
     [[nodiscard]] QStringList Letters() const {

@@ -1,5 +1,6 @@
 // The list of due visits: the form's life, the query, the site column and filter, abandoned reminders.
 #include <QFile>
+#include <QLabel>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTextStream>
@@ -10,6 +11,7 @@
 #include <forms/strings.h>
 #include <forms/twips.h>
 #include <reminders/frelances.h>
+#include <services/translation.h>
 #include <shell/main_window.h>
 #include <shell/session.h>
 
@@ -35,6 +37,8 @@ constexpr int kWhite = 16777215;
 constexpr int kLetter = 8;
 constexpr int kAbandon = 9;
 constexpr int kSite = 10;
+/// A search whose condition is not well formed.
+constexpr int kBadCondition = 3077;
 
 const QString kYearEnd = QStringLiteral("31/12/2026");
 const QString kNovember = QStringLiteral("25/11/2026");
@@ -75,6 +79,12 @@ bool IsColumnHidden(forms::Grid& grid, int col) {
     return grid.ColHidden();
 }
 
+/// The stock database of the sample.
+QByteArray StockFile() {
+    QFile file(QStringLiteral(QUARDELE_SOURCE_DIR "/tests/sample/QUARDELE/STOCK/SERVANDA.MDB"));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 QString Today() {
     return forms::ToQString(basic::CStr(basic::Today()));
 }
@@ -87,6 +97,7 @@ class ReminderListTest : public QObject {
  private slots:
     void init() { workshop_ = std::make_unique<Workshop>(); }
     void cleanup() {
+        services::Translation() = {};
         workshop_.reset();
         QCOMPARE(forms::Forms::Count(), 0);
     }
@@ -103,12 +114,20 @@ class ReminderListTest : public QObject {
         for (const QString& name : names) {
             QVERIFY2(Form().Surface()->findChild<QWidget*>(name) != nullptr, qPrintable(name));
         }
+        const auto label = [this](const char* name) {
+            return Form().Surface()->findChild<QLabel*>(QString::fromLatin1(name))->text();
+        };
+        QCOMPARE(label("CTL_DATEREL"), QStringLiteral("Date de relance"));
+        QCOMPARE(label("CTL_Site"), QStringLiteral("Site"));
+        QVERIFY(Form().Caption().startsWith(QStringLiteral("Relances ")));
         QCOMPARE(Form().CMD_Site(0)->text(), QStringLiteral("Filtrer"));
         QCOMPARE(Form().CMD_Site(1)->text(), QStringLiteral("Tous"));
         QCOMPARE(Form().Cmd_SelectAll->toolTip(), QStringLiteral("Tout sélectionner"));
         QCOMPARE(Form().Cmd_DeSelectAll->toolTip(), QStringLiteral("Ne rien sélectionner"));
         QCOMPARE(Form().Cmd_Editer->toolTip(), QStringLiteral("Editer les relances"));
         QCOMPARE(Form().DBD_TVEH->Connect(), QStringLiteral("Access 2000;"));
+        QCOMPARE(Form().DBD_TVEH->Caption(), QStringLiteral("Relances"));
+        QCOMPARE(Form().DBD_SITE->Connect(), QStringLiteral("Access 2000;"));
         QCOMPARE(Form().DBD_SITE->Caption(), QStringLiteral("Sites"));
     }
 
@@ -135,7 +154,7 @@ class ReminderListTest : public QObject {
             const Column& column = columns[static_cast<std::size_t>(col - 1)];
             QCOMPARE(Cell(grid, col, 0), QString::fromUtf8(column.heading));
             QCOMPARE(grid.DataField(), QString::fromUtf8(column.field));
-            QVERIFY(qAbs(grid.ColWidth() - column.width) < 0.15);
+            QVERIFY(qAbs(grid.ColWidth() - column.width) < 0.01);
             grid.SetRow(-1);
             QCOMPARE(grid.Lock(), column.locked);
         }
@@ -186,6 +205,11 @@ class ReminderListTest : public QObject {
 
     void NewFormHasAnEmptyListAndNoSiteChosen() {
         const FRELANCES& form = Form();
+        QCOMPARE(form.DBD_TVEH->RecordSource(), QStringLiteral("Select * from TVEH where false;"));
+        QVERIFY(form.DBD_TVEH->Recordset() != nullptr);
+        QVERIFY(form.DBD_TVEH->Recordset()->Eof());
+        QCOMPARE(form.DBD_SITE->RecordSource(),
+                 QStringLiteral("select * from TSITE where TSITE_Inactif = false order by TSITE_CODE"));
         QCOMPARE(form.DBG_RELANCES->MaxRows(), 0);
         QCOMPARE(form.DBC_SITE->Text(), QString());
     }
@@ -193,14 +217,26 @@ class ReminderListTest : public QObject {
     void ListSurvivesAVisitToAnotherWindow() {
         workshop_->ListDueBefore(kNovember);
         const int rows = Form().DBG_RELANCES->MaxRows();
+        QVERIFY(rows > 0);
+        ClickCell(*Form().DBG_RELANCES, kLetter, 3);
+        Instance<OtherWindow>().Show();
+        QCoreApplication::processEvents();
+        Form().ZOrder(0);
+        QCoreApplication::processEvents();
+        QCOMPARE(Form().DBG_RELANCES->MaxRows(), rows);
+        QVERIFY(IsTicked(*Form().DBG_RELANCES, kLetter, 3));
         Form().Hide();
         Form().Show();
         QCOMPARE(Form().DBG_RELANCES->MaxRows(), rows);
+        QVERIFY(IsTicked(*Form().DBG_RELANCES, kLetter, 3));
+        Instance<OtherWindow>().Unload();
     }
 
     void ReopeningTheFormGivesAnEmptyListAndNoSite() {
         workshop_->ListDueBefore(kNovember);
         ChooseSite(Form(), QStringLiteral("LYO"));
+        QVERIFY(Form().DBG_RELANCES->MaxRows() > 0);
+        QCOMPARE(Form().DBC_SITE->Text(), QStringLiteral("LYO"));
         Form().Unload();
         QCOMPARE(Form().DBG_RELANCES->MaxRows(), 0);
         QCOMPARE(Form().DBC_SITE->Text(), QString());
@@ -278,14 +314,28 @@ class ReminderListTest : public QObject {
     }
 
     void VisitWithPeriodZeroIsNeverListed() {
-        workshop_->ListDueBefore(QStringLiteral("01/01/2090"));
-        QVERIFY(RowOf(*Form().DBG_RELANCES, QStringLiteral("YZ-945-HZ"), QStringLiteral("TAC")) == 0);
+        const auto row = [this] {
+            workshop_->ListDueBefore(QStringLiteral("01/01/2090"));
+            return RowOf(*Form().DBG_RELANCES, QStringLiteral("YZ-945-HZ"), QStringLiteral("TAC"));
+        };
+        QCOMPARE(row(), 0);
+        ChangeVisit(u"YZ-945-HZ", u"TAC", u"TVEH_DETAIL_PERIOD", std::int16_t{12});
+        QVERIFY(row() > 0);
     }
 
     void VisitWithoutDateOrPeriodIsLeftOut() {
+        const auto row = [this](const char* registration, const char* work) {
+            return RowOf(*Form().DBG_RELANCES, QString::fromLatin1(registration), QString::fromLatin1(work));
+        };
         workshop_->ListDueBefore(QStringLiteral("01/01/2090"));
-        QCOMPARE(RowOf(*Form().DBG_RELANCES, QStringLiteral("RG-194-NE"), QStringLiteral("CT")), 0);
-        QCOMPARE(RowOf(*Form().DBG_RELANCES, QStringLiteral("TH-496-AN"), QStringLiteral("EXT")), 0);
+        QCOMPARE(row("RG-194-NE", "CT"), 0);
+        QCOMPARE(row("TH-496-AN", "EXT"), 0);
+        QVERIFY(row("RG-194-NE", "PNE") > 0);
+        ChangeVisit(u"RG-194-NE", u"CT", u"TVEH_DETAIL_DATVIS", basic::DateOf(2026, 1, 31));
+        ChangeVisit(u"TH-496-AN", u"EXT", u"TVEH_DETAIL_PERIOD", std::int16_t{12});
+        workshop_->ListDueBefore(QStringLiteral("01/01/2090"));
+        QVERIFY(row("RG-194-NE", "CT") > 0);
+        QVERIFY(row("TH-496-AN", "EXT") > 0);
     }
 
     void VisitWithoutVehicleIsListedWithEmptyVehicleColumnsAndNoSite() {
@@ -320,6 +370,18 @@ class ReminderListTest : public QObject {
         QVERIFY(texts[0].startsWith(QStringLiteral("Procédure CTX_DATREL_CLICK  Erreur 3024 : ")));
     }
 
+    void WrongDateIsSaidInTheOperatorsLanguageAndAFailureInFrench() {
+        const QString failure = QStringLiteral("Procédure CTX_DATREL_CLICK  Erreur 13 : ") +
+                                forms::ToQString(basic::DescriptionOf(basic::error::kTypeMismatch));
+        Translate(u"Confirmation", QStringLiteral("Date erronnée"), u"Wrong date");
+        Translate(u"Sélection vide.", failure, u"Failure of the query");
+        RaiseTranslationSwitch();
+        QCOMPARE(services::TRAD(failure), QStringLiteral("Failure of the query"));
+        workshop_->ListDueBefore(QStringLiteral("demain"));
+        workshop_->ListDueBefore(QString());
+        QCOMPARE(workshop_->boxes.TakeTexts(), (std::vector<QString>{QStringLiteral("Wrong date"), failure}));
+    }
+
     void NothingDueIsSaid() {
         workshop_->ListDueBefore(QStringLiteral("01/01/1950"));
         QCOMPARE(workshop_->boxes.TakeTexts(), std::vector<QString>{kNothing});
@@ -340,9 +402,20 @@ class ReminderListTest : public QObject {
         QCOMPARE(form.DBG_RELANCES->MaxRows(), 0);
     }
 
-    void F4WithAnotherKeyIsNotTheCalendar() {
+    void F4WithShiftAsksForTheCalendarToo() {
         FRELANCES& form = Form();
         QTest::keyClick(form.CTX_DATEREL, Qt::Key_F4, Qt::ShiftModifier);
+        QVERIFY(shell::TheSession().calendarOpen);
+    }
+
+    void F4ThatClosesAWindowIsNotTheCalendar_data() {
+        QTest::addColumn<int>("modifier");
+        QTest::newRow("Ctrl") << static_cast<int>(Qt::ControlModifier);
+        QTest::newRow("Alt") << static_cast<int>(Qt::AltModifier);
+    }
+    void F4ThatClosesAWindowIsNotTheCalendar() {
+        QFETCH(int, modifier);
+        QTest::keyClick(Form().CTX_DATEREL, Qt::Key_F4, Qt::KeyboardModifiers(modifier));
         QVERIFY(!shell::TheSession().calendarOpen);
     }
 
@@ -394,8 +467,10 @@ class ReminderListTest : public QObject {
         workshop_->Change(u"SELECT * FROM TVEH_DETAIL WHERE TVEH_DETAIL_Immat = 'SA-735-YK'",
                           {{u"TVEH_DETAIL_Immat", registration}});
         workshop_->ListDueBefore(kNovember);
-        (void)RowOf(*Form().DBG_RELANCES, QStringLiteral("rien"), QString());
+        QVERIFY(RowOf(*Form().DBG_RELANCES, forms::ToQString(registration), QStringLiteral("BAT")) > 0);
         QVERIFY(workshop_->Ends() > 0);
+        const QString text = workshop_->boxes.TakeTexts().at(0);
+        QVERIFY2(text.contains(QString::number(kBadCondition)), qPrintable(text));
     }
 
     void LastVehicleWithASingleSiteEndsTheProcess() {
@@ -407,11 +482,24 @@ class ReminderListTest : public QObject {
         const std::vector<QString> texts = workshop_->boxes.TakeTexts();
         QVERIFY(!texts.empty());
         QVERIFY(texts[0].contains(QStringLiteral("3021")));
+        forms::Grid& grid = *Form().DBG_RELANCES;
+        const int row = RowOf(grid, QStringLiteral("ZZ-584-ZD"), QStringLiteral("DIS"));
+        QCOMPARE(Cell(grid, kSite, row), QStringLiteral("PAR"));
+        QCOMPARE(SiteColour(grid, row), kWhite);
     }
 
     void WithoutStockFolderThereIsNoSiteColumnAndNoSiteQuery() {
         shell::TheSession().CHEMIN_STOCK.clear();
         CheckThatSitesAreOff();
+    }
+
+    void ReopeningWithoutStockFolderTakesTheSitesAway() {
+        workshop_->ListDueBefore(kNovember);
+        QVERIFY(shell::TheSession().SITES_DISPO);
+        Form().Unload();
+        shell::TheSession().CHEMIN_STOCK.clear();
+        CheckThatSitesAreOff();
+        QCOMPARE(Form().DBD_SITE->DatabaseName(), QString());
     }
 
     void WithoutActiveSiteThereIsNoSiteColumnAndNoSiteQuery() {
@@ -435,11 +523,39 @@ class ReminderListTest : public QObject {
         QVERIFY(workshop_->boxes.TakeTexts().at(0).contains(QStringLiteral("3024")));
     }
 
+    void StockDatabaseThatIsNoneEndsTheProcess_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<int>("error");
+        const QByteArray stock = StockFile();
+        QTest::newRow("empty") << QByteArray() << basic::error::kNotADatabase;
+        QTest::newRow("foreign") << QByteArray("Ceci n'est pas une base de données.\n").repeated(400)
+                                 << basic::error::kNotADatabase;
+        QTest::newRow("cut in its first page") << stock.left(1000) << basic::error::kNotADatabase;
+        QByteArray locked = stock;
+        constexpr int kPassword = 0x42;
+        locked[kPassword] = static_cast<char>(locked[kPassword] ^ 'a');
+        QTest::newRow("password") << locked << basic::error::kBadPassword;
+    }
+    void StockDatabaseThatIsNoneEndsTheProcess() {
+        QFETCH(QByteArray, content);
+        QFETCH(int, error);
+        QFile file(workshop_->installation.File("STOCK/SERVANDA.MDB"));
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(content);
+        file.close();
+        Instance<shell::MDIMENU_VEH>().M_RELANC->trigger();
+        QVERIFY(workshop_->Ends() > 0);
+        const QString text = workshop_->boxes.TakeTexts().at(0);
+        QVERIFY2(text.contains(QString::number(error)), qPrintable(text));
+        QVERIFY(!forms::IsLoaded<FRELANCES>());
+    }
+
     // Ticks and the site filter.
 
     void AllVisibleRowsAreTickedAndUnticked() {
         workshop_->ListDueBefore(kNovember);
         FRELANCES& form = Form();
+        QVERIFY(form.DBG_RELANCES->MaxRows() > 0);
         Press(form.Cmd_SelectAll);
         QCOMPARE(TickedRows(kLetter), form.DBG_RELANCES->MaxRows());
         QCOMPARE(TickedRows(kAbandon), 0);
@@ -450,6 +566,7 @@ class ReminderListTest : public QObject {
     void KeysTickAndUntickAllRows() {
         workshop_->ListDueBefore(kNovember);
         FRELANCES& form = Form();
+        QVERIFY(form.DBG_RELANCES->MaxRows() > 0);
         QTest::keyClick(form.DBG_RELANCES, Qt::Key_B, Qt::ControlModifier);
         QCOMPARE(TickedRows(kLetter), form.DBG_RELANCES->MaxRows());
         QTest::keyClick(form.DBG_RELANCES, Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier);
@@ -487,6 +604,10 @@ class ReminderListTest : public QObject {
 
     void FilterWithoutASiteShowsEveryRow() {
         workshop_->ListDueBefore(kNovember);
+        ChooseSite(Form(), QStringLiteral("LYO"));
+        Press(Form().CMD_Site(0));
+        QVERIFY(ShownRows() < Form().DBG_RELANCES->MaxRows());
+        Form().DBC_SITE->Clear();
         Press(Form().CMD_Site(0));
         QCOMPARE(ShownRows(), Form().DBG_RELANCES->MaxRows());
     }
@@ -500,6 +621,23 @@ class ReminderListTest : public QObject {
         Press(form.Cmd_SelectAll);
         QCOMPARE(TickedRows(kLetter), shown);
         QVERIFY(shown < form.DBG_RELANCES->MaxRows());
+    }
+
+    void HiddenRowThatIsTickedStaysTickedThroughBothButtons() {
+        workshop_->ListDueBefore(kNovember);
+        FRELANCES& form = Form();
+        forms::Grid& grid = *form.DBG_RELANCES;
+        const int row = RowOf(grid, QStringLiteral("NK-140-QR"), QStringLiteral("CLI"));
+        ClickCell(grid, kLetter, row);
+        ChooseSite(form, QStringLiteral("LYO"));
+        Press(form.CMD_Site(0));
+        QVERIFY(IsRowHidden(grid, row));
+        Press(form.Cmd_SelectAll);
+        QVERIFY(IsTicked(grid, kLetter, row));
+        QCOMPARE(TickedRows(kLetter), ShownRows() + 1);
+        Press(form.Cmd_DeSelectAll);
+        QVERIFY(IsTicked(grid, kLetter, row));
+        QCOMPARE(TickedRows(kLetter), 1);
     }
 
     void TousShowsAllRowsAndKeepsEveryTick() {
@@ -526,6 +664,7 @@ class ReminderListTest : public QObject {
         ClickCell(grid, kAbandon, row);
         QCOMPARE(workshop_->boxes.Shown().size(), std::size_t{1});
         QCOMPARE(workshop_->boxes.Shown()[0].text, QStringLiteral("Confirmez l'abandon de cette relance"));
+        QCOMPARE(workshop_->boxes.Shown()[0].button, QStringLiteral("Oui"));
         QCOMPARE(grid.MaxRows(), rows);
         QVERIFY(IsTicked(grid, kAbandon, row));
         const std::string stored = workshop_->StoredVisit("1466 WP 51", "CLI");
@@ -544,6 +683,7 @@ class ReminderListTest : public QObject {
         workshop_->boxes.AnswerNo();
         ClickCell(grid, kAbandon, row);
         QCOMPARE(workshop_->boxes.Shown().size(), std::size_t{1});
+        QCOMPARE(workshop_->boxes.Shown()[0].button, QStringLiteral("Non"));
         QVERIFY(!IsTicked(grid, kAbandon, row));
         QCOMPARE(ListedVisit(grid, row), before);
         QCOMPARE(workshop_->StoredVisit("1466 WP 51", "CLI"), stored);
@@ -572,7 +712,43 @@ class ReminderListTest : public QObject {
     }
 
  private:
+    /// Another window of the program.
+    class OtherWindow : public forms::Form {
+     public:
+        OtherWindow() : Form(QStringLiteral("AUTRE"), forms::FormKind::MdiChild) {
+            Surface()->resize(300, 200);
+            (new forms::TextBox(Surface()))->setObjectName(QStringLiteral("CTX_AUTRE"));
+        }
+    };
+
     [[nodiscard]] FRELANCES& Form() const { return workshop_->Reminders(); }
+
+    /// Gives a row of the translation table to another text.
+    static void Translate(basic::TextView row, const QString& text, basic::TextView translation) {
+        constexpr std::size_t kKeyLength = 20;
+        Workshop::Change(QStringLiteral("DATA\\BDTRAD.MDB"),
+                         u"SELECT * FROM TTRAD WHERE T_VALEUR = '" + basic::Text(row) + u"'",
+                         {{u"T_ABREGE", forms::ToText(text).substr(0, kKeyLength)},
+                          {u"T_VALEUR", forms::ToText(text)},
+                          {u"t_trad", translation}});
+    }
+    /// What the start-up of a translated edition does.
+    static void RaiseTranslationSwitch() {
+        const auto database =
+            dao::DBEngine::Instance().Workspaces(0).OpenDatabase(u"C:\\QUARDELE\\DATA\\BDTRAD.MDB");
+        services::TranslationSettings& settings = services::Translation();
+        settings.TranslationTable = database->OpenRecordset(u"TTRAD", dao::RecordsetType::Table);
+        settings.TranslationTable->SetIndex(u"T_ABREGE");
+        settings.TranslationOn = true;
+    }
+
+    void ChangeVisit(basic::TextView registration, basic::TextView work, basic::TextView field,
+                     const basic::Variant& value) const {
+        workshop_->Change(u"SELECT * FROM TVEH_DETAIL WHERE TVEH_DETAIL_Immat = '" +
+                              basic::Text(registration) + u"' AND TVEH_DETAIL_TypTrav = '" +
+                              basic::Text(work) + u"'",
+                          {{basic::Text(field), value}});
+    }
 
     [[nodiscard]] int TickedRows(int col) const {
         int ticked = 0;
@@ -607,10 +783,23 @@ class ReminderListTest : public QObject {
         QVERIFY(!shell::TheSession().SITES_DISPO);
         QVERIFY(form.FRM_Site->isHidden());
         QVERIFY(IsColumnHidden(*form.DBG_RELANCES, kSite));
+        QVERIFY(form.DBG_RELANCES->MaxRows() > 0);
         for (int row = 1; row <= form.DBG_RELANCES->MaxRows(); ++row) {
             QCOMPARE(Cell(*form.DBG_RELANCES, kSite, row), QString());
             QVERIFY(SiteColour(*form.DBG_RELANCES, row) != kRed);
         }
+        CheckThatSitesWereNotRead();
+    }
+
+    /// Sites are read once in the life of the form: had they been read, a change would not show.
+    void CheckThatSitesWereNotRead() const {
+        workshop_->Change(u"SELECT * FROM TAFF WHERE Trim([TAFF_Immatr] & '') = 'RQ-813-PT'",
+                          {{u"TAFF_Site", u"LIL"}});
+        shell::TheSession().SITES_DISPO = true;
+        workshop_->ListDueBefore(kNovember);
+        forms::Grid& grid = *Form().DBG_RELANCES;
+        QCOMPARE(Cell(grid, kSite, RowOf(grid, QStringLiteral("RQ-813-PT"), QStringLiteral("CLI"))),
+                 QStringLiteral("LIL"));
     }
 
     std::unique_ptr<Workshop> workshop_;

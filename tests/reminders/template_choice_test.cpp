@@ -4,6 +4,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <basic/paths.h>
 #include <forms/events.h>
 #include <forms/runtime.h>
 #include <forms/strings.h>
@@ -88,7 +89,8 @@ class TemplateChoiceTest : public QObject {
     void NewerKindsOfTemplateDoNotCount() {
         AddTemplates({"RELVEH.dotx", "RELVEH2.dotm"});
         QCOMPARE(Cherche_Modele_Word(kFolder, kPrefix), kFolder + kPrefix);
-        QCOMPARE(workshop_->boxes.Shown().size(), std::size_t{1});
+        QCOMPARE(workshop_->boxes.TakeTexts(),
+                 std::vector<QString>{QStringLiteral("Le modèle WORD <> est introuvable.")});
     }
 
     void ThirdArgumentMeansNothing() {
@@ -137,6 +139,47 @@ class TemplateChoiceTest : public QObject {
         });
     }
 
+    void AnswerBoxLosesEveryDotOfTheFolder() {
+        const QString folder = kFolder + QStringLiteral("old.dot.dotx\\");
+        std::filesystem::create_directory(workshop_->installation.File("DATA/old.dot.dotx"));
+        AddTemplates({"old.dot.dotx/RELVEH.dot", "old.dot.dotx/RELVEH2.dot"});
+        const QString answer = Ask(
+            [] {
+                QCOMPARE(Instance<FCHXMODL>().CTX_NOMDOT->Text(), kFolder + QStringLiteral("oldx\\"));
+                GoTo(QStringLiteral("2"));
+                QTest::mouseClick(Instance<FCHXMODL>().Cmd_Ok, Qt::LeftButton);
+            },
+            folder);
+        QCOMPARE(answer, folder + QStringLiteral("RELVEH2"));
+    }
+
+    void RowsStandInTheOrderOfTheFolder() {
+        AddTemplates({"RELVEH9.dot", "RELVEHb.dot", "RELVEH1.dot", "RELVEHA.dot", "RELVEH5.dot"});
+        QStringList expected;
+        for (const basic::Text& name : basic::DirAll(u"C:\\QUARDELE\\DATA\\RELVEH*.dot*")) {
+            expected << forms::ToQString(name).mid(kPrefix.size()).chopped(4);
+        }
+        QCOMPARE(expected.size(), 5);
+        (void)Ask([&expected] {
+            QCOMPARE(Rows(), expected);
+            QTest::mouseClick(Instance<FCHXMODL>().Cmd_Annule, Qt::LeftButton);
+        });
+    }
+
+    void EnterIsSwallowed() {
+        AddTemplates({"RELVEH.dot", "RELVEH2.dot"});
+        (void)Ask([] {
+            forms::Grid* const grid = Instance<FCHXMODL>().DBG_Liste;
+            int left = -1;
+            QObject::connect(grid, &forms::Grid::KeyDown, grid,
+                             [&left](int& keyCode, int /*shift*/) { left = keyCode; });
+            QTest::keyClick(grid, Qt::Key_Down);
+            QVERIFY(left > 0);
+            QTest::keyClick(grid, Qt::Key_Return);
+            QCOMPARE(left, 0);
+        });
+    }
+
     void NewerKindsAreListedWithTheirPoint() {
         AddTemplates({"RELVEH.dot", "RELVEH3.dot", "RELVEH2.dotx", "RELVEH.dotm"});
         (void)Ask([] {
@@ -182,6 +225,32 @@ class TemplateChoiceTest : public QObject {
         QCOMPARE(answer, QString());
     }
 
+    void DialogIsLaidOutAsDesigned() {
+        FCHXMODL& form = Instance<FCHXMODL>();
+        QCOMPARE(form.Caption(), QStringLiteral("Choix du modèle de document WORD (.dot)"));
+        QCOMPARE(form.Cmd_Ok->toolTip(), QStringLiteral("Exécuter le déstockage dans les lots"));
+        QCOMPARE(form.Cmd_Annule->toolTip(), QStringLiteral("Abandon"));
+        QCOMPARE(form.Cmd_Ok->parentWidget()->objectName(), QStringLiteral("Picture2"));
+        QCOMPARE(form.Cmd_Annule->parentWidget(), form.Cmd_Ok->parentWidget());
+        forms::Grid& grid = *form.DBG_Liste;
+        QCOMPARE(grid.MaxCols(), 1);
+        QCOMPARE(tests::Cell(grid, 1, 0), QStringLiteral("Nom du modèle "));
+        QVERIFY(qAbs(grid.ColWidth() - 53.75) < 0.01);
+        grid.SetRow(-1);
+        QVERIFY(grid.Lock());
+        form.Unload();
+    }
+
+    void FolderAndPrefixLieBehindTheList() {
+        const FCHXMODL& form = Instance<FCHXMODL>();
+        QVERIFY(form.DBG_Liste->geometry().contains(form.CTX_PATH->geometry()));
+        QVERIFY(form.DBG_Liste->geometry().contains(form.CTX_PREFDOT->geometry()));
+        const QObjectList& layers = form.Surface()->children();
+        QVERIFY(layers.indexOf(form.DBG_Liste) > layers.indexOf(form.CTX_PATH));
+        QVERIFY(layers.indexOf(form.DBG_Liste) > layers.indexOf(form.CTX_PREFDOT));
+        Instance<FCHXMODL>().Unload();
+    }
+
     void DialogIsPlacedByTheWorkArea() {
         shell::TheSession().WorkAreaTop = 6000;
         FCHXMODL& form = Instance<FCHXMODL>();
@@ -194,8 +263,12 @@ class TemplateChoiceTest : public QObject {
         AddTemplates({"RELVEH.dot", "RELVEH2.dot"});
         (void)Ask([] {
             const QWidget* const surface = Instance<FCHXMODL>().Surface();
-            QVERIFY(surface->findChild<forms::CheckBox*>(QStringLiteral("Check1"))->isHidden());
-            QVERIFY(surface->findChild<forms::CheckBox*>(QStringLiteral("CHK_PDF"))->isHidden());
+            const auto* const xml = surface->findChild<forms::CheckBox*>(QStringLiteral("Check1"));
+            const auto* const pdf = surface->findChild<forms::CheckBox*>(QStringLiteral("CHK_PDF"));
+            QVERIFY(xml->isHidden());
+            QVERIFY(pdf->isHidden());
+            QCOMPARE(xml->text(), QStringLiteral("Générer un fichier XML"));
+            QCOMPARE(pdf->text(), QStringLiteral("Générer un fichier PDF"));
             QTest::mouseClick(Instance<FCHXMODL>().Cmd_Annule, Qt::LeftButton);
         });
     }
@@ -208,7 +281,7 @@ class TemplateChoiceTest : public QObject {
     }
 
     /// Runs the routine while `operate` works the dialog.
-    [[nodiscard]] QString Ask(const std::function<void()>& operate) {
+    [[nodiscard]] QString Ask(const std::function<void()>& operate, const QString& folder = kFolder) {
         QTimer::singleShot(0, this, [this, &operate] {
             operated_ = true;
             operate();
@@ -216,7 +289,7 @@ class TemplateChoiceTest : public QObject {
                 Instance<FCHXMODL>().Hide();
             }
         });
-        const QString answer = Cherche_Modele_Word(kFolder, kPrefix);
+        const QString answer = Cherche_Modele_Word(folder, kPrefix);
         if (!operated_) {
             QTest::qFail("the dialog did not come up", __FILE__, __LINE__);
         }

@@ -18,11 +18,14 @@ namespace quardele::services {
 
 namespace {
 
-/// One text of a control: how to read it and how to write it.
+/// One text of a control and how to write it. One that cannot be written leaves the others their turn.
 void TranslateText(const QString& text, const std::function<void(const QString&)>& write) {
-    if (!text.isEmpty()) {
-        write(TRAD(text));
-    }
+    basic::ResumeNext statement;
+    statement([&] {
+        if (!text.isEmpty()) {
+            write(TRAD(text));
+        }
+    });
 }
 
 void TranslateToolTip(QWidget* control) {
@@ -54,7 +57,8 @@ void TranslateGrid(forms::Grid* grid) {
     TranslateText(grid->ToolTipText(), [grid](const QString& text) { grid->SetToolTipText(text); });
 }
 
-/// The font of translated texts; the character set goes with the font on this platform.
+/// The font of translated texts; a grid hands it on to its columns and their headings. TranslationCharset has
+/// no place to go: Qt's fonts are Unicode and choose the character set by themselves.
 void SetTranslationFont(QWidget* control) {
     if (const QString& family = Translation().TranslationFont; !family.isEmpty()) {
         QFont font = control->font();

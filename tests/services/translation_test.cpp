@@ -1,4 +1,5 @@
 // Translation of texts and forms, with the switch off as in this edition and raised as in a translated one.
+#include <QHeaderView>
 #include <QMainWindow>
 #include <QTest>
 
@@ -79,6 +80,7 @@ class TranslationTest : public QObject {
     void AFailureIsShownAndGivesTheTextBack();
     void WithTheSwitchOffAFormStaysFrench();
     void AFormIsTranslatedControlByControl();
+    void AFormTakesTheFontOfTheTranslation();
 
  private:
     void RaiseSwitch();
@@ -218,6 +220,18 @@ void TranslationTest::AFormIsTranslatedControlByControl() {
     // Neither what the operator types nor the form's own mark is a text of the program.
     QCOMPARE(form.box->Text(), kEmptySelection);
     QCOMPARE(form.Tag(), kEmptySelection);
+}
+
+void TranslationTest::AFormTakesTheFontOfTheTranslation() {
+    auto& form = forms::Instance<TranslatedForm>();
+    RaiseSwitch();
+    services::Translation().TranslationFont = QStringLiteral("DejaVu Serif");
+    services::TranslateForm(form);
+    const forms::Grid& grid = *form.grid;
+    for (const QWidget* control : std::initializer_list<const QWidget*>{
+             form.label, form.button, form.box, form.frame, form.tabs, &grid, grid.horizontalHeader()}) {
+        QCOMPARE(control->font().family(), QStringLiteral("DejaVu Serif"));
+    }
 }
 
 int main(int argc, char* argv[]) {

@@ -1,4 +1,6 @@
 // The idle main window: menu, panels of the status bar, resizing of child forms, ways to the end.
+#include <stdexcept>
+
 #include <QAction>
 #include <QMainWindow>
 #include <QMdiArea>
@@ -69,6 +71,7 @@ class MainWindowTest : public QObject {
     void InformationsRecordsTheModule();
     void InformationsShowTheChangeLogModally();
     void ParametersShowTheSize();
+    void AFailureOfAnyKindIsShownAndEndsTheProcess();
     void QuitEndsAtOnce();
     void ClosingTheWindowUnloadsTheChildForms();
 
@@ -250,6 +253,20 @@ void MainWindowTest::ParametersShowTheSize() {
     QCOMPARE(boxes.TakeTexts(),
              std::vector<QString>{
                  QStringLiteral("H: %1\nW: %2").arg(MainWindow().Height()).arg(MainWindow().Width())});
+}
+
+void MainWindowTest::AFailureOfAnyKindIsShownAndEndsTheProcess() {
+    const auto vehicles = shell::TheMenuForms().vehicles;
+    shell::TheMenuForms().vehicles = []() -> forms::Form& { throw std::length_error("too long"); };
+    support::BoxAnswerer boxes;
+    const int endsBefore = forms::CatchEndOfProcess(true);
+    MainWindow().M_VEHIC->trigger();
+    shell::TheMenuForms().vehicles = vehicles;
+    QCOMPARE(forms::CatchEndOfProcess(true), endsBefore + 1);
+    QCOMPARE(boxes.Shown().size(), std::size_t{1});
+    QCOMPARE(boxes.Shown().front().icon, QStringLiteral("erreur"));
+    QCOMPARE(boxes.Shown().front().text,
+             QStringLiteral("Erreur d'exécution 51 :\n\nErreur interne : too long"));
 }
 
 void MainWindowTest::QuitEndsAtOnce() {

@@ -10,12 +10,14 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <basic/conversion.h>
 #include <basic/paths.h>
 #include <forms/runtime.h>
 #include <support/boxes.h>
 #include <support/installation.h>
 #include <word/gword.h>
 
+#include "memory_rows.h"
 #include "recording_word.h"
 
 namespace quardele::tests {
@@ -70,6 +72,13 @@ std::vector<Case> Cases() {
          true,
          nullptr},
         {"W_FenAppDeplacement",
+         [](GWORD& w, auto& Word) { return w.W_FenAppDeplacement(Word, u"Microsoft Word", 0, 0); },
+         {"Tasks(\"Microsoft Word\").Move(0, 0)"},
+         false,
+         "Tasks.Move",
+         false,
+         nullptr},
+        {"W_FenAppDeplacement without tasks",
          [](GWORD& w, auto& Word) { return w.W_FenAppDeplacement(Word, u"Microsoft Word", 0, 0); },
          {"Tasks(\"Microsoft Word\").Move(0, 0)"},
          false,
@@ -209,6 +218,36 @@ std::vector<Case> Cases() {
     };
 }
 
+/// Values in one line, for comparison.
+template <class Values>
+std::string Written(const Values& values) {
+    std::string line;
+    for (const basic::Variant& value : values) {
+        line += (line.empty() ? "" : " ") + basic::ToUtf8(basic::Joined(value));
+    }
+    return line;
+}
+
+/// The catalogue's table in memory. It answers every search alike, and writes down what was sought.
+class CatalogueRows final : public forms::test::MemoryRows {
+ public:
+    explicit CatalogueRows(bool known)
+        : MemoryRows({forms::test::FieldOfType(u"SIGNETS_Appli", dao::FieldType::Integer),
+                      forms::test::TextField(u"SIGNETS_nomdot"),
+                      forms::test::TextField(u"SIGNETS_nomsignet")}),
+          known_(known) {}
+
+    [[nodiscard]] bool NoMatch() const override { return !known_; }
+    void Seek(basic::TextView comparison, std::initializer_list<basic::Variant> keys) override {
+        sought.push_back(basic::ToUtf8(comparison) + " " + Written(keys));
+    }
+
+    Log sought;
+
+ private:
+    bool known_;
+};
+
 QString Text(const char16_t* text) {
     return QString::fromUtf16(text);
 }
@@ -221,6 +260,17 @@ class GwordTest : public QObject {
     std::optional<RecordingWord> word_;
     GWORD gword_{[] { return word::CatalogueKey{12, u"FRELANCES"}; }};
     ObjectPtr application_;
+
+    /// Writes a bookmark into a catalogue whose table is `rows`.
+    static void CatalogueWith(const std::shared_ptr<CatalogueRows>& rows, basic::TextView bookmark) {
+        std::optional<GWORD> gword;
+        // The key is asked for once the table is open: the moment to put another in its place.
+        gword.emplace([&] {
+            gword->SetTABLE_SIGNETS(rows);
+            return word::CatalogueKey{12, u"FRELANCES"};
+        });
+        gword->Enreg_Signet(bookmark);
+    }
 
     /// A new application with one document; the log starts behind that.
     void OpenDocument() {
@@ -296,6 +346,8 @@ class GwordTest : public QObject {
         QCOMPARE(created, nullptr);
         QCOMPARE(boxes.Shown().size(), std::size_t{1});
         QCOMPARE(boxes.Shown()[0].title, QStringLiteral("Erreur Word (Creation_Objet)"));
+        QCOMPARE(boxes.Shown()[0].text,
+                 QString::fromStdU16String(basic::DescriptionOf(basic::error::kCannotCreateObject)));
     }
 
     void KnowsTheHeaderByTheStoryOfTheSelection_data() {
@@ -398,6 +450,8 @@ class GwordTest : public QObject {
         const auto path = basic::WindowsPath(folder.path().toStdString()) + u"\\M";
         QVERIFY(!gword_.W_FichierNouveau(empty, path));
         QCOMPARE(boxes.Shown().size(), std::size_t{1});
+        QCOMPARE(boxes.Shown()[0].text,
+                 QStringLiteral("Cette commande n'est pas disponible car aucun document n'est ouvert."));
         QCOMPARE(boxes.Shown()[0].title, QStringLiteral("Erreur Word (FichierNouveau)"));
     }
 
@@ -437,6 +491,37 @@ class GwordTest : public QObject {
         });
         gword.W_Existe_Signet(application_, u"RS");
         QCOMPARE(asked, 2);
+    }
+
+    void WritesDownABookmarkThatTheCatalogueLacks() {
+        const support::Installation installation;
+        const auto rows = std::make_shared<CatalogueRows>(false);
+        CatalogueWith(rows, u"RS");
+        QCOMPARE(rows->sought, Log{"= 12 FRELANCES RS"});
+        QCOMPARE(rows->calls, (Log{"addnew", "update"}));
+        QCOMPARE(rows->RowCount(), std::size_t{1});
+        QCOMPARE(Written(rows->Stored(0)), std::string("12 FRELANCES RS"));
+    }
+
+    void WritesNothingDownForABookmarkThatTheCatalogueHas() {
+        const support::Installation installation;
+        const auto rows = std::make_shared<CatalogueRows>(true);
+        CatalogueWith(rows, u"RS");
+        QCOMPARE(rows->sought, Log{"= 12 FRELANCES RS"});
+        QCOMPARE(rows->calls, Log{});
+    }
+
+    void IsSilentWhenTheCatalogueTakesNoNewRow() {
+        const support::Installation installation;
+        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; });
+        const support::BoxAnswerer boxes;
+        QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
+        QVERIFY(boxes.Shown().empty());
+        const auto table = gword.TABLE_SIGNETS();
+        QVERIFY(table->NoMatch());
+        QCOMPARE(table->EditMode(), dao::EditMode::Add);
+        QCOMPARE(table->Value(u"SIGNETS_nomdot"), basic::Variant(u"FRELANCES"));
+        QCOMPARE(table->Value(u"SIGNETS_nomsignet"), basic::Variant(u"RS"));
     }
 
     void IsSilentWhenTheCatalogueIsNoDatabase() {

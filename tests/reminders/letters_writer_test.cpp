@@ -129,6 +129,20 @@ class LettersWriterTest : public QObject {
         QCOMPARE(Visits(ReadLetter(File("C0003261125.RVE"))), (Table{kHeadings, kSkodaLine}));
     }
 
+    void LetterThatCannotBeWrittenSaysSoAtTheNextLineOnly() {
+        UseTemplate("full.dot");
+        std::filesystem::create_directory(File("C0001261125.RVE"));
+        std::filesystem::create_directory(File("C0003261125.RVE"));
+        MakeLetters({kOpel, kSeat, kSkoda});
+        QCOMPARE(workshop_->boxes.Shown().size(), std::size_t{1});
+        QCOMPARE(workshop_->boxes.Shown()[0].title, QStringLiteral("Erreur Word (FichierEnregistrer)"));
+        QCOMPARE(workshop_->Ends(), 0);
+        QCOMPARE(forms::Screen::MousePointer(), 0);
+        for (const char* letter : {"C0001261125.RVE", "C0003261125.RVE"}) {
+            QVERIFY(std::filesystem::is_empty(File(letter)));
+        }
+    }
+
     void TemplateWithoutBookmarksIsIncomplete() {
         UseTemplate("no_bookmarks.dot");
         MakeLetters({kSkoda});

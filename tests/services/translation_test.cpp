@@ -73,6 +73,7 @@ class TranslationTest : public QObject {
     void ATextThatTheTableLacksComesBack_data();
     void ATextThatTheTableLacksComesBack();
     void BlanksAroundATextStay();
+    void ATextOfBlanksIsLookedUpAsTheEmptyText();
     void CaseDoesNotMatter();
     void TextsThatShareTheirFirstTwentyCharactersAreToldApart();
     void ALongTextIsFoundByItsWhole();
@@ -159,6 +160,20 @@ void TranslationTest::ATextThatTheTableLacksComesBack() {
 void TranslationTest::BlanksAroundATextStay() {
     RaiseSwitch();
     QCOMPARE(TRAD(QStringLiteral("  Sélection vide. ")), QStringLiteral("  Výběr je prázdný. "));
+}
+
+/// Its blanks stand before and behind the translation, each time all of them.
+void TranslationTest::ATextOfBlanksIsLookedUpAsTheEmptyText() {
+    RaiseSwitch();
+    dao::Recordset& table = *services::Translation().TranslationTable;
+    table.Seek(u">=", {basic::Text()});
+    QVERIFY(!table.NoMatch());
+    table.Edit();
+    table.SetValue(u"T_VALEUR", basic::Null{});
+    table.SetValue(u"t_trad", basic::Text(u"nic"));
+    table.Update();
+    QCOMPARE(TRAD(QStringLiteral("  ")), QStringLiteral("  nic  "));
+    QCOMPARE(TRAD(QString()), QStringLiteral("nic"));
 }
 
 void TranslationTest::CaseDoesNotMatter() {

@@ -89,9 +89,9 @@ bool Run(const Command& command, const std::function<void(std::string_view)>& ta
     return WasContent(*child);
 }
 
-std::optional<Duration> MedianTimeOf(int runs, const std::vector<Command>& commands) {
+std::optional<Duration> TimeOfCommands(const std::vector<Command>& commands) {
     bool allContent = true;
-    const Duration time = MedianTime(runs, [&] {
+    const Duration time = TimeOf([&] {
         for (const Command& command : commands) {
             allContent = allContent && Run(command);
         }

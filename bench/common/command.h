@@ -19,9 +19,9 @@ using Command = std::vector<std::string>;
 /// and is thrown away without one. True when it could be run and was content (exit code 0).
 bool Run(const Command& command, const std::function<void(std::string_view)>& take = {});
 
-/// Runs the programs one after the other, `runs` times, and returns the median time of such a round; empty
-/// when one of them is missing or fails.
-[[nodiscard]] std::optional<Duration> MedianTimeOf(int runs, const std::vector<Command>& commands);
+/// Runs the programs one after the other and returns the time of all; empty when one of them is missing or
+/// fails.
+[[nodiscard]] std::optional<Duration> TimeOfCommands(const std::vector<Command>& commands);
 
 /// The commands that dump these tables (UTF-8 names) of a file with mdb-export, in the form that `mdb dump`
 /// has: binary data in hexadecimal, dates with four-digit years.

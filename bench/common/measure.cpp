@@ -27,14 +27,10 @@ Duration Median(std::vector<Duration> durations) {
     return durations.size() % 2 == 1 ? durations[middle] : (durations[middle - 1] + durations[middle]) / 2;
 }
 
-Duration MedianTime(int runs, const std::function<void()>& work) {
-    std::vector<Duration> durations;
-    do {
-        const Clock::time_point start = Clock::now();
-        work();
-        durations.emplace_back(Clock::now() - start);
-    } while (durations.size() < static_cast<std::size_t>(std::max(runs, 1)));
-    return Median(std::move(durations));
+Duration TimeOf(const std::function<void()>& work) {
+    const Clock::time_point start = Clock::now();
+    work();
+    return Clock::now() - start;
 }
 
 std::uint64_t PeakMemory() {

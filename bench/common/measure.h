@@ -13,10 +13,10 @@ using Clock = std::chrono::steady_clock;
 /// Real time, in microseconds.
 using Duration = std::chrono::duration<double, std::micro>;
 
-/// The middle one of an odd number of values, the mean of the two middle ones of an even number.
+/// The middle one of an odd number of values, the mean of the two middle ones of an even number; at least
+/// one.
 [[nodiscard]] Duration Median(std::vector<Duration> durations);
-/// Does the work `runs` times (at least once) and returns the median time.
-[[nodiscard]] Duration MedianTime(int runs, const std::function<void()>& work);
+[[nodiscard]] Duration TimeOf(const std::function<void()>& work);
 
 /// Largest resident memory of this process so far, in bytes; 0 where the system does not tell.
 ///

@@ -35,13 +35,13 @@ void Report::Section(const std::string& title, const std::string& other) {
     Line(title, "nous", other, other.empty() ? "" : "rapport");
 }
 
-void Report::Compare(const std::string& what, Duration ours, std::optional<Duration> theirs) {
-    if (!theirs) {
-        Line("  " + what, TimeText(ours), "impossible", "");
+void Report::Compare(const std::string& what, const RaceTimes& times) {
+    if (!times.theirs) {
+        Line("  " + what, TimeText(times.ours), "impossible", "");
         return;
     }
-    const double ratio = *theirs / ours;
-    Line("  " + what, TimeText(ours), TimeText(*theirs), "× " + Number(ratio, DecimalsOf(ratio)));
+    const double ratio = *times.theirs / times.ours;
+    Line("  " + what, TimeText(times.ours), TimeText(*times.theirs), "× " + Number(ratio, DecimalsOf(ratio)));
 }
 
 void Report::Tell(const std::string& what, const std::string& figure) {

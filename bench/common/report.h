@@ -2,11 +2,10 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <ostream>
 #include <string>
 
-#include "measure.h"
+#include "race.h"
 
 namespace quardele::bench {
 
@@ -17,9 +16,8 @@ class Report {
     /// Starts a section; `other` heads the column of what is compared with; empty for a section
     /// that compares nothing.
     void Section(const std::string& title, const std::string& other);
-    /// A line with its ratio: how many times our time goes into theirs. Without `theirs` the other program
-    /// was missing or failed.
-    void Compare(const std::string& what, Duration ours, std::optional<Duration> theirs);
+    /// A line with its ratio: how many times our time goes into theirs.
+    void Compare(const std::string& what, const RaceTimes& times);
     /// A line that stands alone.
     void Tell(const std::string& what, const std::string& figure);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <sstream>
+#include <stdexcept>
 
 #include <basic/runtime_error.h>
 #include <jet/database.h>
@@ -57,29 +58,30 @@ void ReadTables(const fs::path& file, const std::vector<std::string>& tables) {
     }
 }
 
-std::vector<Command> DumpTables(const fs::path& file, const std::vector<std::string>& tables) {
-    std::vector<Command> commands;
-    commands.reserve(tables.size());
+/// One `mdb dump` for each table. A refusal would pass for speed, so it ends the benchmark.
+void DumpTables(const fs::path& file, const std::vector<std::string>& tables) {
     for (const std::string& table : tables) {
-        commands.push_back({QUARDELE_BENCH_MDB, "dump", file.string(), table});
+        if (!Run({QUARDELE_BENCH_MDB, "dump", file.string(), table})) {
+            throw std::runtime_error("mdb dump a échoué : " + file.string() + ", " + table);
+        }
     }
-    return commands;
 }
 
 struct FullRead {
     std::string what;
-    Duration inProcess;
-    std::optional<Duration> byMdbDump;
-    std::optional<Duration> byMdbExport;
+    RaceTimes inMemory;
+    RaceTimes byProcesses;  ///< each side starts one process for each table
 };
 
 FullRead Measure(int runs, const fs::path& file) {
     const std::vector<std::string> tables = TablesOf(file);
+    const std::vector<Command> exports = ExportTables(file, tables);
     return {.what = file.filename().string() + ", " + std::to_string(tables.size()) +
                     (tables.size() > 1 ? " tables" : " table"),
-            .inProcess = MedianTime(runs, [&] { ReadTables(file, tables); }),
-            .byMdbDump = MedianTimeOf(runs, DumpTables(file, tables)),
-            .byMdbExport = MedianTimeOf(runs, ExportTables(file, tables))};
+            .inMemory = Race(
+                runs, [&] { ReadTables(file, tables); }, exports),
+            .byProcesses = Race(
+                runs, [&] { DumpTables(file, tables); }, exports)};
 }
 
 /// Files without a table of their own have nothing to compare.
@@ -97,34 +99,32 @@ std::vector<FullRead> MeasureAll(Report& report, int runs, const fs::path& folde
     return reads;
 }
 
-FullRead Sum(const std::vector<FullRead>& reads) {
-    FullRead sum{.what = "ensemble", .inProcess = {}, .byMdbDump = Duration(), .byMdbExport = Duration()};
+RaceTimes Sum(const std::vector<FullRead>& reads, RaceTimes FullRead::*times) {
+    RaceTimes sum{.ours = {}, .theirs = Duration()};
     for (const FullRead& read : reads) {
-        if (read.byMdbDump && read.byMdbExport) {
-            sum.inProcess += read.inProcess;
-            *sum.byMdbDump += *read.byMdbDump;
-            *sum.byMdbExport += *read.byMdbExport;
+        if (const RaceTimes& part = read.*times; part.theirs) {
+            sum.ours += part.ours;
+            *sum.theirs += *part.theirs;
         }
     }
     return sum;
 }
 
+void Compare(Report& report, const std::vector<FullRead>& reads, RaceTimes FullRead::*times) {
+    for (const FullRead& read : reads) {
+        report.Compare(read.what, read.*times);
+    }
+    report.Compare("ensemble", Sum(reads, times));
+}
+
 }  // namespace
 
 void MeasureFullRead(Report& report, int runs, const fs::path& folder) {
-    const std::string files = folder.filename().string();
-    report.Section("Lecture complète de " + files + ", en mémoire", "mdb-export");
-    std::vector<FullRead> reads = MeasureAll(report, runs, folder);
-    reads.push_back(Sum(reads));
-    for (const FullRead& read : reads) {
-        report.Compare(read.what, read.inProcess, read.byMdbExport);
-    }
+    report.Section("Lecture complète de " + folder.filename().string() + ", en mémoire", "mdb-export");
+    const std::vector<FullRead> reads = MeasureAll(report, runs, folder);
+    Compare(report, reads, &FullRead::inMemory);
     report.Section("La même, un processus par table : mdb dump", "mdb-export");
-    for (const FullRead& read : reads) {
-        if (read.byMdbDump) {
-            report.Compare(read.what, *read.byMdbDump, read.byMdbExport);
-        }
-    }
+    Compare(report, reads, &FullRead::byProcesses);
 }
 
 }  // namespace quardele::bench

@@ -27,12 +27,14 @@ void TellPagesRead(Report& report, const std::filesystem::path& file) {
 
 void MeasureOpening(Report& report, int runs, const std::filesystem::path& file) {
     report.Section("Ouverture, catalogue lu", "mdb-tables");
-    report.Compare(file.filename().string(), MedianTime(runs, [&] { Open(file); }),
-                   MedianTimeOf(runs, {{"mdb-tables", "-1", file.string()}}));
+    report.Compare(file.filename().string(),
+                   Race(runs, [&] { Open(file); }, {{"mdb-tables", "-1", file.string()}}));
     TellPagesRead(report, file);
-    report.Compare("lancement seul : mdb / mdb-export",
-                   MedianTimeOf(runs, {{QUARDELE_BENCH_MDB, "--help"}}).value_or(Duration()),
-                   MedianTimeOf(runs, {{"mdb-export", "--version"}}));
+    report.Compare("lancement seul : mdb / mdb-export", Race(runs,
+                                                             [] {
+                                                                 Run({QUARDELE_BENCH_MDB, "--help"});
+                                                             },
+                                                             {{"mdb-export", "--version"}}));
 }
 
 }  // namespace quardele::bench

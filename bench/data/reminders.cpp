@@ -87,29 +87,29 @@ void WriteLookUps(const fs::path& script, const std::vector<Text>& registrations
 }
 
 void MeasureDueList(Report& report, int runs, const fs::path& file) {
-    const Duration ours = MedianTime(runs, [&] { ReadAll(file, kDueQuery); });
+    const auto readAll = [&file] { ReadAll(file, kDueQuery); };
     const std::string what = "échéances, " + std::to_string(ReadAll(file, kDueQuery)) + " lignes";
     report.Section("Relances : échéances au 31/12/2026", "autrement");
-    report.Compare(what + " / export de TVEH, TVEH_DETAIL", ours,
-                   MedianTimeOf(runs, ExportTables(file, {"TVEH", "TVEH_DETAIL"})));
+    report.Compare(what + " / export de TVEH, TVEH_DETAIL",
+                   Race(runs, readAll, ExportTables(file, {"TVEH", "TVEH_DETAIL"})));
     report.Compare(
-        what + " / script Python, sqlite3", ours,
-        MedianTimeOf(runs, {{"python3", QUARDELE_BENCH_DUE_LIST_SCRIPT, file.string(), kDueDate}}));
+        what + " / script Python, sqlite3",
+        Race(runs, readAll, {{"python3", QUARDELE_BENCH_DUE_LIST_SCRIPT, file.string(), kDueDate}}));
 }
 
 void MeasureSites(Report& report, int runs, const fs::path& file) {
     report.Section("Relances : sites des véhicules", "autrement");
     report.Compare("sites, " + std::to_string(ReadAll(file, kSitesQuery)) + " lignes / export de TAFF",
-                   MedianTime(runs, [&] { ReadAll(file, kSitesQuery); }),
-                   MedianTimeOf(runs, ExportTables(file, {"TAFF"})));
+                   Race(
+                       runs, [&] { ReadAll(file, kSitesQuery); }, ExportTables(file, {"TAFF"})));
 
     const std::vector<Text> registrations = Registrations(file);
     const TemporaryFolder folder;
     const fs::path script = folder.Path() / "recherches.sql";
     WriteLookUps(script, registrations);
     report.Compare(std::to_string(registrations.size()) + " recherches de véhicule / mdb-sql",
-                   MedianTime(runs, [&] { LookUp(file, registrations); }),
-                   MedianTimeOf(runs, {{"mdb-sql", "-H", "-F", "-P", "-i", script.string(), file.string()}}));
+                   Race(runs, [&] { LookUp(file, registrations); },
+                        {{"mdb-sql", "-H", "-F", "-P", "-i", script.string(), file.string()}}));
 }
 
 }  // namespace

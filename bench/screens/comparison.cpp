@@ -1,5 +1,7 @@
 #include "comparison.h"
 
+#include <algorithm>
+
 #include "command.h"
 #include "figures.h"
 
@@ -19,29 +21,6 @@ Figures RunMeasured(const Command& command) {
     return figures;
 }
 
-std::vector<Figures> RunMeasured(int runs, const Command& command) {
-    std::vector<Figures> all;
-    for (int run = 0; run < runs; ++run) {
-        if (Figures figures = RunMeasured(command); !figures.empty()) {
-            all.push_back(std::move(figures));
-        }
-    }
-    return all;
-}
-
-template <class Measure>
-std::optional<Duration> MedianOf(const std::vector<Figures>& all, Measure measure) {
-    if (all.empty()) {
-        return {};
-    }
-    std::vector<Duration> times;
-    times.reserve(all.size());
-    for (const Figures& figures : all) {
-        times.emplace_back(measure(figures));
-    }
-    return Median(std::move(times));
-}
-
 double TimeToIdle(const Figures& figures) {
     return NumberOf(figures, "idle") - NumberOf(figures, "start");
 }
@@ -50,40 +29,59 @@ std::string PeakMemoryOf(const Figures& figures) {
     return MemoryText(static_cast<std::uint64_t>(NumberOf(figures, "memory")));
 }
 
+bool OneFailed(const std::vector<Figures>& all) {
+    return std::any_of(all.begin(), all.end(), [](const Figures& figures) { return figures.empty(); });
+}
+
+Duration MedianOf(const std::vector<Figures>& all, const std::string& name) {
+    std::vector<Duration> times;
+    times.reserve(all.size());
+    for (const Figures& figures : all) {
+        times.emplace_back(NumberOf(figures, name));
+    }
+    return Median(std::move(times));
+}
+
 }  // namespace
 
 void ScreenComparison::MeasureStart() {
     report_.Section("Du lancement à la fenêtre principale au repos", "mdb-export");
-    const std::vector<Figures> starts = RunMeasured(runs_, {self_, "--measure-start", driveC_.string()});
-    const std::optional<Duration> idle = MedianOf(starts, TimeToIdle);
-    if (!idle) {
+    std::vector<Figures> starts;
+    const auto start = [&] {
+        starts.push_back(RunMeasured({self_, "--measure-start", driveC_.string()}));
+        return Duration(TimeToIdle(starts.back()));
+    };
+    std::vector<Command> exports = ExportTables(File("dbpath.mdb"), {"TPATH"});
+    exports.push_back(ExportTables(File("DATA/talmeon.mdb"), {"TPAR"}).front());
+    const RaceTimes times = RaceTimed(runs_, start, exports);
+    if (OneFailed(starts)) {
         report_.Tell("le programme ne démarre pas", "");
         return;
     }
-    std::vector<Command> exports = ExportTables(File("dbpath.mdb"), {"TPATH"});
-    const std::vector<Command> more = ExportTables(File("DATA/talmeon.mdb"), {"TPAR"});
-    exports.insert(exports.end(), more.begin(), more.end());
-    report_.Compare("le programme / export de TPATH, TPAR", *idle, MedianTimeOf(runs_, exports));
-    if (const auto empty = MedianOf(RunMeasured(runs_, {self_, "--measure-empty-window"}), TimeToIdle)) {
-        report_.Tell("dont une fenêtre vide de la bibliothèque Qt", TimeText(*empty));
-    }
+    report_.Compare("le programme / export de TPATH, TPAR", times);
+    const auto startEmpty = [this] {
+        return Duration(TimeToIdle(RunMeasured({self_, "--measure-empty-window"})));
+    };
+    report_.Compare("une fenêtre Qt vide / export de TPATH, TPAR", RaceTimed(runs_, startEmpty, exports));
     report_.Tell("mémoire de pointe", PeakMemoryOf(starts.back()));
 }
 
 void ScreenComparison::MeasureDueList() {
     report_.Section("D'Entrée à la liste dessinée, 31/12/2026", "mdb-export");
-    const std::vector<Figures> lists = RunMeasured(runs_, {self_, "--measure-list", driveC_.string()});
-    const auto first = MedianOf(lists, [](const Figures& figures) { return NumberOf(figures, "first"); });
-    const auto again = MedianOf(lists, [](const Figures& figures) { return NumberOf(figures, "again"); });
-    if (!first || !again) {
+    std::vector<Figures> lists;
+    const auto list = [&] {
+        lists.push_back(RunMeasured({self_, "--measure-list", driveC_.string()}));
+        return Duration(NumberOf(lists.back(), "first"));
+    };
+    const RaceTimes first =
+        RaceTimed(runs_, list, ExportTables(File("DATA/talmeon.mdb"), {"TVEH", "TVEH_DETAIL", "TAFF"}));
+    if (OneFailed(lists)) {
         report_.Tell("la liste n'apparaît pas", "");
         return;
     }
-    const std::optional<Duration> exports =
-        MedianTimeOf(runs_, ExportTables(File("DATA/talmeon.mdb"), {"TVEH", "TVEH_DETAIL", "TAFF"}));
     const std::string rows = Number(NumberOf(lists.back(), "rows"), 0) + " lignes";
-    report_.Compare("première fois, " + rows + " / TVEH, TVEH_DETAIL, TAFF", *first, exports);
-    report_.Compare("fois suivantes", *again, exports);
+    report_.Compare("première fois, " + rows + " / TVEH, TVEH_DETAIL, TAFF", first);
+    report_.Compare("fois suivantes", {.ours = MedianOf(lists, "again"), .theirs = first.theirs});
     report_.Tell("mémoire de pointe", PeakMemoryOf(lists.back()));
 }
 

@@ -48,11 +48,12 @@ int LettersInFolder() {
     }));
 }
 
-/// Takes the first template of the choice, and reads and confirms message boxes.
+/// Takes the first template of the choice, and confirms message boxes; the first says what went wrong.
 demo::ModalWatcher AnswerWindows(QString& message) {
     return demo::ModalWatcher([&message](QWidget& window) {
-        if (const auto* text = window.findChild<QLabel*>(QStringLiteral("MsgBox_Text"))) {
-            message = text->text();
+        const auto* text = window.findChild<QLabel*>(QStringLiteral("MsgBox_Text"));
+        if (text != nullptr && message.isEmpty()) {
+            message = text->text().simplified();
         }
         demo::PressKeys({Qt::Key_Return});
     });

@@ -13,7 +13,7 @@ struct LetterBatch {
     int letters = 0;
     int visits = 0;
     Duration time{};
-    QString message;  ///< of the last message box that came up
+    QString message;  ///< of the first message box that came up, on one line
 };
 
 /// Takes the customers of a filled due list one after the other. Word processors that the letters started

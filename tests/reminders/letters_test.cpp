@@ -1,6 +1,8 @@
 // The letters, with a double in Word's place that writes down what is asked of it.
 #include <fstream>
 
+#include <unistd.h>
+
 #include <QTest>
 #include <QTimer>
 
@@ -615,6 +617,18 @@ class LettersTest : public QObject {
         QVERIFY(std::filesystem::exists(File("C0003261125.RVE")));
     }
 
+    void EarlierLetterInAFolderThatMayNotBeChangedEndsTheProcess() {
+        std::ofstream(File("C0003261125.RVE")) << "ancienne lettre";
+        Tick({kSkoda});
+        {
+            const ReadOnlyFolder folder(workshop_->installation);
+            PressLetters();
+        }
+        CheckEnd(basic::error::kPathFileAccess);
+        QVERIFY(std::filesystem::exists(File("C0003261125.RVE")));
+        QVERIFY(Saves(1).empty());
+    }
+
     void CustomerCodeThatNoFileNameCanHoldEndsTheProcess_data() {
         QTest::addColumn<QString>("code");
         QTest::newRow("slash") << QStringLiteral("A/B");
@@ -647,6 +661,41 @@ class LettersTest : public QObject {
         }
         int key;
         int count = 0;
+    };
+
+    /// While it lives, the data folder may be read and not changed, and the program has no special rights.
+    class ReadOnlyFolder {
+     public:
+        explicit ReadOnlyFolder(const support::Installation& installation)
+            : data_(installation.File("DATA")) {
+            namespace fs = std::filesystem;
+            constexpr auto kLookInto = fs::perms::group_read | fs::perms::group_exec |
+                                       fs::perms::others_read | fs::perms::others_exec;
+            for (fs::path folder = data_; folder != fs::temp_directory_path() && folder.has_relative_path();
+                 folder = folder.parent_path()) {
+                fs::permissions(folder, kLookInto, fs::perm_options::add);
+            }
+            fs::permissions(data_, fs::perms::all & ~kWriting);
+            constexpr uid_t kNobody = 65534;
+            if (user_ == 0 && setresuid(kNobody, kNobody, user_) != 0) {
+                QTest::qFail("the rights could not be given up", __FILE__, __LINE__);
+            }
+        }
+        ~ReadOnlyFolder() {
+            if (setresuid(user_, user_, user_) != 0) {
+                QTest::qFail("the rights could not be taken back", __FILE__, __LINE__);
+            }
+            std::filesystem::permissions(data_, std::filesystem::perms::owner_all);
+        }
+        ReadOnlyFolder(const ReadOnlyFolder&) = delete;
+        ReadOnlyFolder& operator=(const ReadOnlyFolder&) = delete;
+
+     private:
+        static constexpr auto kWriting = std::filesystem::perms::owner_write |
+                                         std::filesystem::perms::group_write |
+                                         std::filesystem::perms::others_write;
+        std::filesystem::path data_;
+        uid_t user_ = geteuid();
     };
 
     /// Does something as soon as a message box is on screen.

@@ -1,4 +1,5 @@
 // Letters made by the real word processor, read back from their files by an independent program.
+#include <QElapsedTimer>
 #include <QTest>
 
 #include <basic/conversion.h>
@@ -96,6 +97,17 @@ class LettersWriterTest : public QObject {
                               "Adresse 5 : ", "Adresse 6 : ", "Contact : Rémi Dąbrowski",
                               "Téléphone : 05 78 10 61 10", "Fax : 05 83 08 41 08", "Fait le : " + Today()}));
         QCOMPARE(Visits(second), (Table{kHeadings, kSkodaLine}));
+    }
+
+    /// Says what a run takes, for whoever compares machines.
+    void RunOfTwoLettersIsTimed() {
+        UseTemplate("full.dot");
+        Tick({kOpel, kSeat, kSkoda});
+        QElapsedTimer timer;
+        timer.start();
+        PressLetters();
+        qInfo("two letters with three visits: %lld ms", static_cast<long long>(timer.elapsed()));
+        QCOMPARE(Letters().size(), 2);
     }
 
     void AddressClosesUpOverEmptyLines() {

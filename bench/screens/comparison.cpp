@@ -59,10 +59,10 @@ void ScreenComparison::MeasureStart() {
         return;
     }
     report_.Compare("le programme / export de TPATH, TPAR", times);
-    const auto startEmpty = [this] {
-        return Duration(TimeToIdle(RunMeasured({self_, "--measure-empty-window"})));
+    const auto startSmall = [this] {
+        return Duration(TimeToIdle(RunMeasured({self_, "--measure-small-window"})));
     };
-    report_.Compare("une fenêtre Qt vide / export de TPATH, TPAR", RaceTimed(runs_, startEmpty, exports));
+    report_.Compare("une fenêtre Qt d'un mot / export de TPATH, TPAR", RaceTimed(runs_, startSmall, exports));
     report_.Tell("mémoire de pointe", PeakMemoryOf(starts.back()));
 }
 

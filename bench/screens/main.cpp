@@ -41,8 +41,8 @@ bool RunMeasure(int argc, char* argv[]) {
     alarm(kPatienceSeconds);
     const QApplication application(argc, argv);
     const fs::path driveC = words.size() > 1 ? words[1] : "";
-    if (words[0] == "--measure-empty-window") {
-        RunEmptyWindow();
+    if (words[0] == "--measure-small-window") {
+        RunSmallWindow();
     } else if (words[0] == "--measure-start") {
         RunStart(driveC);
     } else if (words[0] == "--measure-list") {

@@ -7,9 +7,8 @@
 
 namespace quardele::bench {
 
-/// A window with nothing in it, and none of the program: what the library alone takes. Tells "idle" (the
-/// moment).
-void RunEmptyWindow();
+/// A window of one word, and none of the program: what the library alone takes. Tells "idle" (the moment).
+void RunSmallWindow();
 
 /// From process start to the idle main window. Tells "idle" (the moment) and "memory" (the peak).
 void RunStart(const std::filesystem::path& driveC);

@@ -28,8 +28,7 @@ void MakeWritable(const std::filesystem::path& folder) {
 
 }  // namespace
 
-Installation::Installation()
-    : driveC_(FreshFolder() / "drive_c"), before_(std::filesystem::current_path()) {
+Installation::Installation() : driveC_(FreshFolder() / "drive_c"), before_(std::filesystem::current_path()) {
     std::filesystem::create_directories(driveC_);
     std::filesystem::copy(std::filesystem::path(QUARDELE_SAMPLE_DIR) / "QUARDELE", Root(),
                           std::filesystem::copy_options::recursive);
@@ -47,7 +46,8 @@ Installation::~Installation() {
     std::filesystem::remove_all(driveC_.parent_path(), ignored);
 }
 
-std::vector<std::string> Installation::ExportTable(const std::filesystem::path& file, const std::string& table) {
+std::vector<std::string> Installation::ExportTable(const std::filesystem::path& file,
+                                                   const std::string& table) {
     QProcess program;
     program.start(QStringLiteral("mdb-export"),
                   {QString::fromStdU16String(file.u16string()), QString::fromStdString(table)});

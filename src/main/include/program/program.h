@@ -9,8 +9,8 @@ namespace quardele {
 /// Name, version, style and French texts of the application, and the forms that the menu opens. Call once.
 void SetUpProgram(QApplication& application);
 
-/// Shows the main window, whose load is the start-up; may end the process. From there on everything happens in
-/// event handlers.
+/// Shows the main window, whose load is the start-up; may end the process. From there on everything happens
+/// in event handlers.
 void StartProgram();
 
 }  // namespace quardele

@@ -9,8 +9,8 @@
 
 namespace quardele::shell {
 
-/// Whether a control of the form holds an unsaved change: a bound text, memo or check box with DataChanged, or
-/// a grid with ChangeMade.
+/// Whether a control of the form holds an unsaved change: a bound text, memo or check box with DataChanged,
+/// or a grid with ChangeMade.
 [[nodiscard]] bool Saisie_En_Cours(forms::Form& form);
 /// Gives every data control of the form the database's path, then translates the form.
 void Lier_Donnees_Form(forms::Form& form, const QString& databasePath);

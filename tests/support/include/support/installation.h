@@ -10,8 +10,8 @@
 
 namespace quardele::support {
 
-/// Makes a fresh folder with drive_c/QUARDELE as in tests/sample, points drive C: of the session's drive table
-/// at it and makes C:\QUARDELE\VEH the current folder; all is undone and removed at the end.
+/// Makes a fresh folder with drive_c/QUARDELE as in tests/sample, points drive C: of the session's drive
+/// table at it and makes C:\QUARDELE\VEH the current folder; all is undone and removed at the end.
 class Installation {
  public:
     Installation();

@@ -9,12 +9,12 @@ build=(
     qt6-base-dev qt6-base-dev-tools qt6-tools-dev-tools libqt6svg6-dev qt6-translations-l10n
     fonts-noto-core
     # LibreOffice's programming interface for the bridge to Writer, and Writer itself for the letters
-    libreoffice-dev libreoffice-writer
+    libreoffice-dev libreoffice-writer libreoffice-l10n-fr
 )
 test=(
     libgtest-dev libgmock-dev
     mdbtools unzip poppler-utils python3
-    xvfb xauth
+    xvfb xauth xdotool
 )
 
 wanted=("${build[@]}")

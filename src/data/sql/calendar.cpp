@@ -34,7 +34,8 @@ std::int64_t SecondNumber(basic::Date date) {
     const basic::TimeOfDay time = basic::TimeOf(date);
     const basic::CivilDate day = basic::CivilOf(date);
     const std::int64_t days = DayNumber(basic::DateOf(day.year, day.month, day.day));
-    return days * kSecondsOfDay + time.hour * 3600 + time.minute * 60 + time.second;
+    const int seconds = time.hour * 3600 + time.minute * 60 + time.second;
+    return days * kSecondsOfDay + seconds;
 }
 
 std::int64_t FloorDivided(std::int64_t number, std::int64_t by) {

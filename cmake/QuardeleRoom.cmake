@@ -35,18 +35,21 @@ function(quardele_test name)
         QUARDELE_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
         QUARDELE_BINARY_DIR="${CMAKE_BINARY_DIR}"
         QUARDELE_CORPUS_DIR="${QUARDELE_CORPUS}")
+    set(leak_options "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/lsan.supp:print_suppressions=0")
     if(ARG_QT)
         set_target_properties(${name} PROPERTIES AUTOMOC ON)
         find_package(Qt6 REQUIRED COMPONENTS Test)
         target_link_libraries(${name} PRIVATE Qt6::Test)
         add_test(NAME ${name} COMMAND ${name})
-        set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LANG=C.UTF-8")
+        set_tests_properties(${name} PROPERTIES
+            ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LANG=C.UTF-8;${leak_options}")
     else()
         find_package(GTest REQUIRED)
         target_link_libraries(${name} PRIVATE GTest::gtest_main GTest::gmock)
         add_test(NAME ${name} COMMAND ${name})
         # A case that has nothing to run on (the corpus is elsewhere) says so and counts as skipped.
-        set_tests_properties(${name} PROPERTIES SKIP_REGULAR_EXPRESSION "nothing ran: all cases were skipped")
+        set_tests_properties(${name} PROPERTIES
+            SKIP_REGULAR_EXPRESSION "nothing ran: all cases were skipped" ENVIRONMENT "${leak_options}")
     endif()
     set_tests_properties(${name} PROPERTIES TIMEOUT 600 LABELS "${ARG_LABELS}")
 endfunction()

@@ -6,7 +6,7 @@ set -euo pipefail
 
 build=(
     build-essential cmake ninja-build ccache
-    qt6-base-dev qt6-base-dev-tools qt6-tools-dev-tools libqt6svg6-dev qt6-translations-l10n
+    qt6-base-dev qt6-base-dev-tools qt6-tools-dev-tools qt6-svg-dev qt6-translations-l10n
     fonts-noto-core
     # LibreOffice's programming interface for the bridge to Writer, and Writer itself for the letters
     libreoffice-dev libreoffice-writer libreoffice-l10n-fr

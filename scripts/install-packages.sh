@@ -9,7 +9,7 @@ build=(
     qt6-base-dev qt6-base-dev-tools qt6-tools-dev-tools qt6-svg-dev qt6-translations-l10n
     fonts-noto-core
     # LibreOffice's programming interface for the bridge to Writer, and Writer itself for the letters
-    libreoffice-dev libreoffice-writer libreoffice-l10n-fr
+    libreoffice-dev libreoffice-writer
 )
 test=(
     libgtest-dev libgmock-dev

@@ -7,6 +7,7 @@
 #include "engine.h"
 #include "linked_table.h"
 #include "table_impl.h"
+#include "write_step.h"
 
 namespace quardele::jet {
 
@@ -58,6 +59,10 @@ std::shared_ptr<Table> Database::OpenTable(TextView name) {
     }
     open = table;
     return table;
+}
+
+Step Database::Begin() {
+    return Step(std::make_unique<WriteStep>(*engine_));
 }
 
 void Database::Refresh() {

@@ -24,7 +24,7 @@ Engine::Engine(const std::filesystem::path& path, OpenMode mode) : path_(path), 
     readOnly_ = readOnly_ || !format_->wideText;
     Recover();
     CheckHeader(file_, *format_);
-    pages_ = std::make_unique<PageCache>(file_, *format_);
+    cache_ = std::make_unique<PageCache>(file_, *format_);
 }
 
 // A writer that died has left its journal. One that lives holds the lock, and takes its journal away soon.
@@ -88,6 +88,10 @@ void Engine::TakePresence() {
     }
 }
 
+const PageSource& Engine::Pages() const {
+    return openStep != nullptr ? static_cast<const PageSource&>(openStep->Pages()) : *cache_;
+}
+
 const jet::Catalog& Engine::Objects() {
     if (!catalog_) {
         catalog_ = jet::Catalog::Read(*this);
@@ -96,7 +100,7 @@ const jet::Catalog& Engine::Objects() {
 }
 
 void Engine::Refresh() {
-    pages_->Clear();
+    cache_->Clear();
     catalog_.reset();
 }
 

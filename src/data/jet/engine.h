@@ -15,6 +15,8 @@
 
 namespace quardele::jet {
 
+class WriteStep;
+
 class Engine {
  public:
     Engine(const std::filesystem::path& path, OpenMode mode);
@@ -23,14 +25,16 @@ class Engine {
     [[nodiscard]] OpenMode Mode() const { return mode_; }
     [[nodiscard]] bool IsReadOnly() const { return readOnly_; }
     [[nodiscard]] const Format& Layout() const { return *format_; }
-    [[nodiscard]] PageCache& Pages() { return *pages_; }
-    [[nodiscard]] const PageCache& Pages() const { return *pages_; }
+    [[nodiscard]] PageCache& Cache() { return *cache_; }
+    /// The pages as this process sees them: with the changes of the open step, if there is one.
+    [[nodiscard]] const PageSource& Pages() const;
     [[nodiscard]] OsFile& File() { return file_; }
 
     /// The catalogue, read when it is first asked for after opening or Refresh.
     [[nodiscard]] const jet::Catalog& Objects();
     void Refresh();
 
+    WriteStep* openStep = nullptr;  ///< the outermost one; it registers itself
     /// Tables that are open, by upper-case name; they are shared.
     std::map<Text, std::weak_ptr<Table>> openTables;
 
@@ -45,7 +49,7 @@ class Engine {
     bool readOnly_ = false;
     OsFile file_;
     const Format* format_ = nullptr;
-    std::unique_ptr<PageCache> pages_;
+    std::unique_ptr<PageCache> cache_;
     std::optional<jet::Catalog> catalog_;
 };
 

@@ -64,7 +64,7 @@ bool OsFile::Open(const std::filesystem::path& path, Access access) {
 }
 
 void OsFile::Create(const std::filesystem::path& path) {
-    BeforeWriting({.step = WriteStep::Create, .path = path, .bytes = {}});
+    BeforeWriting({.step = WritePoint::Create, .path = path, .bytes = {}});
     Close();
     path_ = path;
     handle_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
@@ -106,7 +106,7 @@ std::size_t OsFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> bytes) 
 }
 
 void OsFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) {
-    BeforeWriting({.step = WriteStep::Write, .path = path_, .offset = offset, .bytes = bytes});
+    BeforeWriting({.step = WritePoint::Write, .path = path_, .offset = offset, .bytes = bytes});
     std::size_t done = 0;
     while (done < bytes.size()) {
         const ssize_t count =
@@ -120,14 +120,14 @@ void OsFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) 
 }
 
 void OsFile::Resize(std::uint64_t size) {
-    BeforeWriting({.step = WriteStep::Resize, .path = path_, .offset = size, .bytes = {}});
+    BeforeWriting({.step = WritePoint::Resize, .path = path_, .offset = size, .bytes = {}});
     if (::ftruncate(handle_, static_cast<off_t>(size)) != 0) {
         ThrowFor(errno);
     }
 }
 
 void OsFile::Sync() {
-    BeforeWriting({.step = WriteStep::Sync, .path = path_, .bytes = {}});
+    BeforeWriting({.step = WritePoint::Sync, .path = path_, .bytes = {}});
     if (::fsync(handle_) != 0) {
         ThrowFor(errno);
     }
@@ -155,14 +155,14 @@ basic::Text FileName(const std::filesystem::path& path) {
 }
 
 void RemoveFile(const std::filesystem::path& path) {
-    BeforeWriting({.step = WriteStep::Remove, .path = path, .bytes = {}});
+    BeforeWriting({.step = WritePoint::Remove, .path = path, .bytes = {}});
     if (::unlink(path.c_str()) != 0 && errno != ENOENT) {
         ThrowFor(errno);
     }
 }
 
 void SyncFolder(const std::filesystem::path& folder) {
-    BeforeWriting({.step = WriteStep::SyncFolder, .path = folder, .bytes = {}});
+    BeforeWriting({.step = WritePoint::SyncFolder, .path = folder, .bytes = {}});
     const int handle = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (handle < 0) {
         ThrowFor(errno);

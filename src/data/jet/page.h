@@ -32,6 +32,8 @@ class PageSource {
 
     [[nodiscard]] const Format& Layout() const { return format_; }
     [[nodiscard]] virtual std::uint32_t PageCount() const = 0;
+    /// What was computed from pages is stale when this number differs from what it was then.
+    [[nodiscard]] virtual std::uint64_t Generation() const = 0;
     /// The page with this number. Throws 3343 when it is 0 or lies behind the end: no link may lead there.
     [[nodiscard]] PagePtr Read(std::uint32_t number) const {
         if (number == kHeaderPage || number >= PageCount()) {

@@ -21,8 +21,9 @@ class PageCache final : public PageSource {
     void Clear();
     /// Takes over a page that was just written.
     void Put(PagePtr page);
-    /// Counts Clear and Put calls; what was computed from pages is stale when it differs.
-    [[nodiscard]] std::uint64_t Generation() const { return generation_; }
+    [[nodiscard]] std::uint64_t Generation() const override { return generation_; }
+    /// Makes stale what was computed from pages.
+    void Touch() { ++generation_; }
 
  protected:
     [[nodiscard]] PagePtr ReadInside(std::uint32_t number) const override;

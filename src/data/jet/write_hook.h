@@ -9,10 +9,10 @@
 
 namespace quardele::jet {
 
-enum class WriteStep { Create, Write, Resize, Sync, Remove, SyncFolder };
+enum class WritePoint { Create, Write, Resize, Sync, Remove, SyncFolder };
 
 struct WriteEvent {
-    WriteStep step;
+    WritePoint step;
     const std::filesystem::path& path;
     std::uint64_t offset = 0;
     std::span<const std::uint8_t> bytes;

@@ -25,7 +25,12 @@ bool WaitForWriterLock(OsFile& file, OsFile::Lock kind) {
     return true;
 }
 
-WriteStep::WriteStep(Engine& engine) : engine_(engine) {
+WriteStep::WriteStep(Engine& engine) : engine_(engine), outer_(engine.openStep) {
+    if (outer_ != nullptr) {
+        Pages().BeginPart();
+        partOpen_ = true;
+        return;
+    }
     if (engine.IsReadOnly()) {
         throw basic::RuntimeError(basic::error::kReadOnly);
     }
@@ -33,26 +38,42 @@ WriteStep::WriteStep(Engine& engine) : engine_(engine) {
         throw basic::RuntimeError(basic::error::kRecordLocked);
     }
     try {
-        if (HasJournal(engine.Path())) {
-            RecoverFromJournal(engine.File(), engine.Layout());
-        }
-        engine.Pages().Clear();
-        pages_.emplace(engine.Pages());
+        TakeFile();
     } catch (...) {
         engine.File().Unlock(lock_bytes::kWriter);
         throw;
     }
 }
 
+void WriteStep::TakeFile() {
+    if (HasJournal(engine_.Path())) {
+        RecoverFromJournal(engine_.File(), engine_.Layout());
+    }
+    engine_.Cache().Clear();
+    pages_.emplace(engine_.Cache());
+    engine_.openStep = this;
+}
+
 WriteStep::~WriteStep() {
-    engine_.File().Unlock(lock_bytes::kWriter);
+    if (partOpen_) {
+        Pages().UndoPart();
+    }
+    if (outer_ == nullptr) {
+        engine_.openStep = nullptr;
+        engine_.File().Unlock(lock_bytes::kWriter);
+    }
 }
 
 void WriteStep::Commit() {
+    if (outer_ != nullptr) {
+        Pages().KeepPart();
+        partOpen_ = false;
+        return;
+    }
     try {
         pages_->Commit(engine_.File());
     } catch (const basic::RuntimeError&) {
-        engine_.Pages().Clear();
+        engine_.Cache().Clear();
         throw;
     }
 }

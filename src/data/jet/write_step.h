@@ -10,7 +10,8 @@ namespace quardele::jet {
 class Engine;
 
 /// Holds the writer's lock of a file while it lives. What it reads is what the file holds now, not what was
-/// in the cache before.
+/// in the cache before. Made while another one of the same engine is open it is a part of that: it can be
+/// undone alone, and is written with it.
 class WriteStep {
  public:
     /// Throws 3027 when the file is read only, 3260 when another process does not stop writing. Undoes what a
@@ -20,13 +21,18 @@ class WriteStep {
     WriteStep(const WriteStep&) = delete;
     WriteStep& operator=(const WriteStep&) = delete;
 
-    [[nodiscard]] Transaction& Pages() { return *pages_; }
-    /// Everything is on the disk when it returns; without it the step has changed nothing.
+    [[nodiscard]] Transaction& Pages() { return outer_ != nullptr ? outer_->Pages() : *pages_; }
+    /// Everything is on the disk when it returns, or part of the outer step; without it the step has changed
+    /// nothing.
     void Commit();
 
  private:
+    void TakeFile();
+
     Engine& engine_;
-    std::optional<Transaction> pages_;
+    WriteStep* outer_;
+    std::optional<Transaction> pages_;  ///< of the outermost step
+    bool partOpen_ = false;
 };
 
 /// Waits for the writer's lock of a file: exclusively to write, shared to be sure that nobody does. False

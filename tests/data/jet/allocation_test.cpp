@@ -37,7 +37,7 @@ class Allocation : public testing::Test {
     TempFolder folder_;
     std::shared_ptr<Table> table_ =
         Database::Open(folder_.Copy(SampleFile("SIGNETS.MDB")))->OpenTable(u"MSysObjects");
-    Transaction pages_{table_->Impl().Owner().Pages()};
+    Transaction pages_{table_->Impl().Owner().Cache()};
     PageAllocator allocator_{pages_};
     RowPointer map_ = table_->Impl().Def().freeMap;
 };

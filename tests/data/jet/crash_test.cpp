@@ -94,7 +94,7 @@ WriteHook DieAt(int number, bool torn) {
         if (++count < number) {
             return;
         }
-        if (torn && event.step == WriteStep::Write) {
+        if (torn && event.step == WritePoint::Write) {
             std::fstream stream(event.path, std::ios::binary | std::ios::in | std::ios::out);
             stream.seekp(static_cast<std::streamoff>(event.offset));
             const std::size_t half = event.bytes.size() / 2 / kSectorSize * kSectorSize;

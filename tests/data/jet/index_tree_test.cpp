@@ -31,7 +31,7 @@ class Tree {
         : database_(Database::Open(folder_.Copy(SampleFile("DATA/talmeon.mdb")))),
           table_(database_->OpenTable(u"TVEH_DETAIL")),
           index_(table_->Impl().Def().realIndexes.at(0)),
-          pages_(table_->Impl().Owner().Pages()),
+          pages_(table_->Impl().Owner().Cache()),
           allocator_(pages_),
           tree_(pages_, allocator_, table_->Impl().Def().page, index_) {
         for (const ByteString& entry : Walk(true)) {

@@ -10,6 +10,7 @@
 #include <memory>
 #include <vector>
 
+#include <jet/step.h>
 #include <jet/table.h>
 #include <jet/types.h>
 
@@ -30,6 +31,9 @@ class Database : public std::enable_shared_from_this<Database> {
     /// Opens an existing file. A hot rollback journal beside it is rolled back first.
     static std::shared_ptr<Database> Open(const std::filesystem::path& file,
                                           OpenMode mode = OpenMode::Shared);
+    /// Makes an empty file without tables and opens it exclusively. Throws 3204 when the file exists, 3044
+    /// when its folder does not, 3027 or 3026 when it cannot be written.
+    static std::shared_ptr<Database> Create(const std::filesystem::path& file);
     ~Database();
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
@@ -45,6 +49,26 @@ class Database : public std::enable_shared_from_this<Database> {
     [[nodiscard]] std::shared_ptr<Table> OpenTable(TextView name);
     /// From here on what other processes have written is seen.
     void Refresh();
+
+    /// Opens a step: until its end all changes through this Database are one. Throws 3027, 3260.
+    [[nodiscard]] Step Begin();
+
+    // Changes of structure. Each is one atomic step, or part of the open one; a table that another process or
+    // another Database has open cannot be changed (3211). Table objects opened before keep the old structure:
+    // open them again. All throw 3027, 3260.
+    /// Throws 3010 when the name exists, 3125 for an impossible name, 3191 for a column or 3284 for an index
+    /// named twice, 3409 for an index on an unknown column, 3190 for too many columns, 3251 for a type that
+    /// cannot be made.
+    void CreateTable(const TableDesign& design);
+    /// Throws 3078 when there is none, 3371 for a system or linked table, 3281 when a relationship uses it.
+    void DropTable(TextView name);
+    /// Appends a column; rows that are there have Null in it. Throws as CreateTable.
+    void AddColumn(TextView table, const Column& column);
+    /// Makes an index over the rows that are there. Throws as CreateTable, 3022 for duplicates in a unique
+    /// index, 3058 for a Null in a required one, 1283 when a primary key exists already.
+    void CreateIndex(TextView table, const IndexDesign& design);
+    /// Writes the rules of a column: required, allowZeroLength and defaultValue of `rules` count.
+    void SetColumnRules(TextView table, TextView column, const Column& rules);
 
  private:
     explicit Database(std::unique_ptr<Engine> engine);

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include <basic/variant.h>
+#include <jet/row_lock.h>
 #include <jet/types.h>
 
 namespace quardele::jet {
@@ -61,6 +62,16 @@ class Table {
     /// required, 3315 empty text where not allowed, 3163 text too long, 3421 value of another type, 3047 row
     /// too large, 3027 read only, 3260 locked by another process.
     void Update(RowId id, std::span<const ColumnChange> changes);
+    /// Adds a row and returns its identity. Columns without a value get Null, false, or the next number of an
+    /// AutoNumber; default expressions are the caller's (they are SQL). Atomic and durable like Update, and
+    /// throws like it; 3022 also for a duplicate.
+    RowId Insert(std::span<const ColumnChange> values);
+    /// Deletes a row with its long values and index entries. Atomic and durable like Update. Throws 3167 when
+    /// it is gone already, 3200 when a relationship forbids it, 3027, 3260.
+    void Delete(RowId id);
+    /// Keeps everybody else from changing the row while the lock lives. Throws 3260 when another process has
+    /// it, 3188 when another Database of this process has it, both after the retry time; 3167, 3027.
+    [[nodiscard]] RowLock Lock(RowId id);
 
     /// For the engine's own rooms.
     [[nodiscard]] TableImpl& Impl() const { return *impl_; }

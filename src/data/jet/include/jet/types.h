@@ -64,6 +64,29 @@ struct Index {
     bool seekable = false;
 };
 
+/// A column of an index to make.
+struct IndexPart {
+    Text column;
+    bool ascending = true;
+};
+
+/// An index to make.
+struct IndexDesign {
+    Text name;
+    std::vector<IndexPart> columns;  ///< 1 to 10
+    bool primary = false;            ///< implies unique and required
+    bool unique = false;
+    bool ignoreNulls = false;
+    bool required = false;
+};
+
+/// A table to make. Of a column counts all but what follows from its type (the size of a Long).
+struct TableDesign {
+    Text name;
+    std::vector<Column> columns;  ///< 1 to 255
+    std::vector<IndexDesign> indexes;
+};
+
 /// Identity of a row for the life of the row: page and slot where it was first written.
 struct RowId {
     std::uint32_t page = 0;

@@ -1,0 +1,32 @@
+// Several changes of a data file as one.
+#pragma once
+
+#include <memory>
+
+namespace quardele::jet {
+
+class Engine;
+class WriteStep;
+
+/// An open step. All changes through its Database belong to it, and what is read through it includes them; no
+/// other process sees any of them before Commit. A change that throws has changed nothing and the step goes
+/// on. Must not outlive its Database, which has one step at a time: a step opened within another one belongs
+/// to that. One thread.
+class Step {
+ public:
+    Step(Step&& other) noexcept;
+    Step& operator=(Step&& other) noexcept;
+    /// Without Commit nothing has changed.
+    ~Step();
+
+    /// Everything is on the disk when it returns; on an error the file is as it was before the step. Within
+    /// another step nothing is written yet.
+    void Commit();
+
+ private:
+    friend class Database;
+    explicit Step(std::unique_ptr<WriteStep> step);
+    std::unique_ptr<WriteStep> step_;
+};
+
+}  // namespace quardele::jet

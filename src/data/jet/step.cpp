@@ -1,0 +1,19 @@
+#include <jet/step.h>
+
+#include "write_step.h"
+
+namespace quardele::jet {
+
+Step::Step(std::unique_ptr<WriteStep> step) : step_(std::move(step)) {}
+
+Step::Step(Step&& other) noexcept = default;
+
+Step& Step::operator=(Step&& other) noexcept = default;
+
+Step::~Step() = default;
+
+void Step::Commit() {
+    step_->Commit();
+}
+
+}  // namespace quardele::jet

@@ -43,9 +43,6 @@ ByteString TextBytes(const Column& column, const StoredColumn& stored, const Byt
 
 std::optional<ByteString> AcceptedValue(const Column& column, const StoredColumn& stored,
                                         const basic::Variant& value) {
-    if (column.autoNumber) {
-        Throw(basic::error::kFieldNotUpdatable, column);
-    }
     if (value.IsNull() || value.IsEmpty()) {
         if (stored.type == ColumnType::Boolean) {
             return ByteString{0};

@@ -77,10 +77,10 @@ bool DataPageEditor::Replace(std::uint8_t slotNumber, std::uint16_t flags, ByteS
 }
 
 std::optional<std::uint8_t> DataPageEditor::Add(std::uint16_t flags, ByteString bytes) {
-    if (rows_.size() >= kMostSlots) {
+    if (!HasFreeSlot()) {
         return std::nullopt;
     }
-    std::vector<Slot> changed = rows_;
+    std::vector<Slot> changed = rows_.size() < kMostSlots ? rows_ : std::vector<Slot>();
     changed.push_back({flags, std::move(bytes)});
     if (!MakeFit(changed)) {
         return std::nullopt;

@@ -25,12 +25,15 @@ class DataPageEditor {
     [[nodiscard]] std::uint32_t Owner() const { return owner_; }
     [[nodiscard]] const ByteString& Row(std::uint8_t slotNumber) const { return rows_.at(slotNumber).bytes; }
     [[nodiscard]] bool HasLiveRows() const;
+    /// Whether Add may succeed as far as slots go: there is one, or all rows are deleted.
+    [[nodiscard]] bool HasFreeSlot() const { return rows_.size() < kMostSlots || !HasLiveRows(); }
     /// Bytes between the slots and the last row.
     [[nodiscard]] std::size_t FreeBytes() const;
 
     /// Gives a row new bytes and flags. Returns false, and changes nothing, when the page has no room for it.
     [[nodiscard]] bool Replace(std::uint8_t slotNumber, std::uint16_t flags, ByteString bytes);
-    /// Adds a row; none when the page has no room.
+    /// Adds a row; none when the page has no room. Where every slot is that of a deleted row, they are given
+    /// anew.
     [[nodiscard]] std::optional<std::uint8_t> Add(std::uint16_t flags, ByteString bytes);
     /// Marks a row as deleted and gives back its bytes.
     void Delete(std::uint8_t slotNumber);

@@ -43,11 +43,15 @@ bool IndexTree::HasKeyOfOther(std::span<const std::uint8_t> key, RowId row) cons
     return false;
 }
 
-void IndexTree::Insert(const ByteString& entry) {
-    if (entry.size() > kLargestEntry) {
+void IndexTree::CheckLength(std::size_t entry) {
+    if (entry > kLargestEntry) {
         throw basic::RuntimeError(basic::error::kOperationNotSupported,
                                   u"La valeur est trop longue pour être indexée.");
     }
+}
+
+void IndexTree::Insert(const ByteString& entry) {
+    CheckLength(entry.size());
     Path path;
     IndexNode leaf = Descend(entry, path);
     const std::size_t position = LowerBound(leaf, entry);

@@ -18,7 +18,9 @@ class IndexTree {
     IndexTree(Transaction& pages, PageAllocator& allocator, std::uint32_t table, const RealIndex& index)
         : pages_(pages), allocator_(allocator), table_(table), index_(index) {}
 
-    /// An entry is a key and the row that has it. Throws 3251 for a key that is too long.
+    /// Throws 3251 when an entry is too long for an index.
+    static void CheckLength(std::size_t entry);
+    /// An entry is a key and the row that has it. Throws like CheckLength.
     void Insert(const ByteString& entry);
     /// Throws 3343 when the tree has no such entry.
     void Remove(const ByteString& entry);

@@ -24,14 +24,33 @@ namespace {
     return !(index.ignoreNulls && key.allNull);
 }
 
+void CheckOurs(const RealIndex& index, const RowKey& key) {
+    if (index.related) {
+        // The other table would have to agree or to follow.
+        throw basic::RuntimeError(basic::error::kOperationNotSupported,
+                                  u"Ce champ lie deux tables par une relation ; il ne peut pas changer ici.");
+    }
+    if (!key.known) {
+        throw basic::RuntimeError(
+            basic::error::kOperationNotSupported,
+            u"L'ordre de ce texte dans l'index n'est pas connu ; le champ ne peut pas changer.");
+    }
+}
+
+void CheckNulls(const RealIndex& index, const RowKey& key) {
+    if (index.required && key.anyNull) {
+        throw basic::RuntimeError(basic::error::kNullInPrimaryKey);
+    }
+}
+
 }  // namespace
 
-RowKey IndexUpdate::KeyIn(const RealIndex& index, const RowFields& fields) const {
+RowKey IndexUpdate::KeyIn(const RealIndex& index, const RowFields& fields, bool stored) const {
     std::vector<std::optional<ByteString>> values;
     for (const IndexColumn& part : index.columns) {
         const auto ordinal = static_cast<std::size_t>(part.column);
         const auto& field = fields[ordinal];
-        if (field && table_.stored[ordinal].IsLong()) {
+        if (field && stored && table_.stored[ordinal].IsLong()) {
             values.emplace_back(ReadLongValue(pages_, {*field, table_.page}));
         } else {
             values.push_back(field);
@@ -42,7 +61,15 @@ RowKey IndexUpdate::KeyIn(const RealIndex& index, const RowFields& fields) const
     return key;
 }
 
-IndexKeys IndexUpdate::Keys(const RowFields& fields, std::span<const ColumnChange> changes) const {
+IndexKeys IndexUpdate::KeysOf(const RowFields& fields) const {
+    IndexKeys keys;
+    for (const RealIndex& index : table_.realIndexes) {
+        keys.emplace_back(KeyIn(index, fields, true));
+    }
+    return keys;
+}
+
+IndexKeys IndexUpdate::KeysOf(const RowFields& fields, std::span<const ColumnChange> changes) const {
     IndexKeys keys;
     for (const RealIndex& index : table_.realIndexes) {
         const bool concerned =
@@ -51,9 +78,48 @@ IndexKeys IndexUpdate::Keys(const RowFields& fields, std::span<const ColumnChang
                     index.columns.begin(), index.columns.end(),
                     [&change](const IndexColumn& part) { return part.column == change.column; });
             });
-        keys.push_back(concerned ? std::optional(KeyIn(index, fields)) : std::nullopt);
+        keys.push_back(concerned ? std::optional(KeyIn(index, fields, true)) : std::nullopt);
     }
     return keys;
+}
+
+IndexKeys IndexUpdate::KeysOfData(const RowFields& data) const {
+    IndexKeys keys;
+    for (const RealIndex& index : table_.realIndexes) {
+        keys.emplace_back(KeyIn(index, data, false));
+    }
+    return keys;
+}
+
+void IndexUpdate::CheckNew(const IndexKeys& keys) {
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const RealIndex& index = table_.realIndexes[i];
+        const RowKey& key = *keys[i];
+        CheckNulls(index, key);
+        CheckOurs(index, key);
+        IndexTree::CheckLength(key.bytes.size() + kEntryRow);
+        if (index.unique && !key.allNull && Tree(i).HasKey(key.bytes)) {
+            throw basic::RuntimeError(basic::error::kDuplicateKey);
+        }
+    }
+}
+
+void IndexUpdate::CheckOld(const IndexKeys& keys) const {
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        CheckOurs(table_.realIndexes[i], *keys[i]);
+    }
+}
+
+void IndexUpdate::Add(RowId row, const IndexKeys& keys) {
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        AddIn(i, row, *keys[i]);
+    }
+}
+
+void IndexUpdate::Remove(RowId row, const IndexKeys& keys) {
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        RemoveIn(i, row, *keys[i]);
+    }
 }
 
 void IndexUpdate::Replace(RowId row, const IndexKeys& before, const IndexKeys& after) {
@@ -66,44 +132,36 @@ void IndexUpdate::Replace(RowId row, const IndexKeys& before, const IndexKeys& a
 
 void IndexUpdate::ReplaceIn(std::size_t position, RowId row, const RowKey& before, const RowKey& after) {
     const RealIndex& index = table_.realIndexes[position];
-    if (index.required && after.anyNull) {
-        throw basic::RuntimeError(basic::error::kNullInPrimaryKey);
-    }
+    CheckNulls(index, after);
     if (before.bytes == after.bytes) {
         return;
     }
-    if (index.related) {
-        // The other table would have to agree or to follow.
-        throw basic::RuntimeError(basic::error::kOperationNotSupported,
-                                  u"Ce champ lie deux tables par une relation ; il ne peut pas changer ici.");
-    }
-    if (!before.known || !after.known) {
-        throw basic::RuntimeError(
-            basic::error::kOperationNotSupported,
-            u"L'ordre de ce texte dans l'index n'est pas connu ; le champ ne peut pas changer.");
-    }
-    IndexTree tree(pages_, allocator_, table_.page, index);
-    if (index.unique && !after.allNull && tree.HasKeyOfOther(after.bytes, row)) {
+    CheckOurs(index, before);
+    CheckOurs(index, after);
+    if (index.unique && !after.allNull && Tree(position).HasKeyOfOther(after.bytes, row)) {
         throw basic::RuntimeError(basic::error::kDuplicateKey);
     }
-    if (HasEntry(index, before)) {
-        tree.Remove(Entry(before, row));
-        CountDistinct(position, tree.HasKey(before.bytes) ? 0 : -1);
-    }
-    if (HasEntry(index, after)) {
-        CountDistinct(position, tree.HasKey(after.bytes) ? 0 : 1);
-        tree.Insert(Entry(after, row));
+    RemoveIn(position, row, before);
+    AddIn(position, row, after);
+}
+
+IndexTree IndexUpdate::Tree(std::size_t position) {
+    return {pages_, allocator_, table_.page, table_.realIndexes[position]};
+}
+
+void IndexUpdate::AddIn(std::size_t position, RowId row, const RowKey& key) {
+    if (HasEntry(table_.realIndexes[position], key)) {
+        IndexTree tree = Tree(position);
+        counters_.AddDistinctKeys(position, tree.HasKey(key.bytes) ? 0 : 1);
+        tree.Insert(Entry(key, row));
     }
 }
 
-// The definition keeps the number of distinct keys, for the original engine's choice between indexes.
-void IndexUpdate::CountDistinct(std::size_t position, int change) {
-    const auto& at = pages_.Layout().def;
-    const std::size_t place = at.end + position * at.indexStatistics + at.distinctKeys;
-    const std::uint32_t count = pages_.Read(table_.page)->View().U32(place);
-    if (change > 0 || (change < 0 && count > 0)) {
-        StoreLittle(pages_.Write(table_.page).Mutable().subspan(place),
-                    static_cast<std::uint32_t>(count + static_cast<std::uint32_t>(change)));
+void IndexUpdate::RemoveIn(std::size_t position, RowId row, const RowKey& key) {
+    if (HasEntry(table_.realIndexes[position], key)) {
+        IndexTree tree = Tree(position);
+        tree.Remove(Entry(key, row));
+        counters_.AddDistinctKeys(position, tree.HasKey(key.bytes) ? 0 : -1);
     }
 }
 

@@ -10,6 +10,7 @@
 #include "index_tree.h"
 #include "row_builder.h"
 #include "row_key.h"
+#include "table_counters.h"
 
 namespace quardele::jet {
 
@@ -19,24 +20,38 @@ using IndexKeys = std::vector<std::optional<RowKey>>;
 class IndexUpdate {
  public:
     IndexUpdate(Transaction& pages, PageAllocator& allocator, const TableDef& table)
-        : pages_(pages), allocator_(allocator), table_(table) {}
+        : pages_(pages), allocator_(allocator), table_(table), counters_(pages, table.page) {}
 
-    /// The keys that a row with these fields has, one for each real index; none for an index that the changes
-    /// do not concern.
-    [[nodiscard]] IndexKeys Keys(const RowFields& fields, std::span<const ColumnChange> changes) const;
+    /// The keys of a row with these fields, one for each real index.
+    [[nodiscard]] IndexKeys KeysOf(const RowFields& fields) const;
+    /// The same, but none for an index that the changes do not concern.
+    [[nodiscard]] IndexKeys KeysOf(const RowFields& fields, std::span<const ColumnChange> changes) const;
+    /// The keys of a row that is not stored yet: its long values are given by their data.
+    [[nodiscard]] IndexKeys KeysOfData(const RowFields& data) const;
 
-    /// Replaces the entries of a row. Throws 3058 for a Null that an index forbids, 3022 for a duplicate,
-    /// 3251 for an entry that is not ours to make.
+    /// Throws 3058 for a Null that an index forbids, 3022 for a duplicate, 3251 for an entry that is not ours
+    /// to make.
+    void CheckNew(const IndexKeys& keys);
+    /// Throws 3251 when an entry is not ours to take away.
+    void CheckOld(const IndexKeys& keys) const;
+
+    /// Enters a new row, which CheckNew has let pass.
+    void Add(RowId row, const IndexKeys& keys);
+    void Remove(RowId row, const IndexKeys& keys);
+    /// Replaces the entries of a row. Throws like the checks.
     void Replace(RowId row, const IndexKeys& before, const IndexKeys& after);
 
  private:
-    [[nodiscard]] RowKey KeyIn(const RealIndex& index, const RowFields& fields) const;
+    [[nodiscard]] RowKey KeyIn(const RealIndex& index, const RowFields& fields, bool stored) const;
+    [[nodiscard]] IndexTree Tree(std::size_t position);
     void ReplaceIn(std::size_t position, RowId row, const RowKey& before, const RowKey& after);
-    void CountDistinct(std::size_t position, int change);
+    void AddIn(std::size_t position, RowId row, const RowKey& key);
+    void RemoveIn(std::size_t position, RowId row, const RowKey& key);
 
     Transaction& pages_;
     PageAllocator& allocator_;
     const TableDef& table_;
+    TableCounters counters_;
 };
 
 }  // namespace quardele::jet

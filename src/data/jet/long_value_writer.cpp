@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "long_value.h"
-#include "usage_map.h"
 
 namespace quardele::jet {
 
@@ -18,18 +17,29 @@ ByteString Descriptor(std::uint32_t form, std::size_t length, RowPointer first) 
 
 }  // namespace
 
-ByteString LongValueWriter::Store(const StoredColumn& column, const ByteString& data) {
-    if (data.size() > long_value::kLargestInline) {
-        return StoreOutside(column, data);
-    }
+ByteString InlineLongValue(const ByteString& data) {
     ByteString field = Descriptor(long_value::kInline, data.size(), {});
     field.insert(field.end(), data.begin(), data.end());
     return field;
 }
 
+RowPages LongValueWriter::PagesOf(const StoredColumn& column) const {
+    return {pages_,
+            allocator_,
+            {.owner = long_value::kOwner,
+             .ownedMap = column.ownedMap,
+             .freeMap = column.freeMap,
+             .givesEmptyPagesBack = true}};
+}
+
+ByteString LongValueWriter::Store(const StoredColumn& column, const ByteString& data) {
+    return data.size() > long_value::kLargestInline ? StoreOutside(column, data) : InlineLongValue(data);
+}
+
 ByteString LongValueWriter::StoreOutside(const StoredColumn& column, const ByteString& data) {
+    RowPages pages = PagesOf(column);
     if (data.size() <= long_value::kLargestSingle) {
-        return Descriptor(long_value::kSingle, data.size(), AddPiece(column, data));
+        return Descriptor(long_value::kSingle, data.size(), pages.Add(0, data));
     }
     // From the last piece to the first, because each names its successor.
     RowPointer next{};
@@ -40,75 +50,19 @@ ByteString LongValueWriter::StoreOutside(const StoredColumn& column, const ByteS
         StoreRowPointer(piece, next);
         piece.insert(piece.end(), data.begin() + static_cast<std::ptrdiff_t>(end - length),
                      data.begin() + static_cast<std::ptrdiff_t>(end));
-        next = AddPiece(column, std::move(piece));
+        next = pages.Add(0, piece);
         end -= length;
     }
     return Descriptor(0, data.size(), next);
-}
-
-RowPointer LongValueWriter::AddPiece(const StoredColumn& column, ByteString piece) {
-    if (const auto place = AddToPageWithRoom(column, piece)) {
-        return *place;
-    }
-    Page& page = allocator_.Allocate();
-    const std::uint32_t number = page.number;
-    DataPageEditor::Initialise(page, pages_.Layout(), long_value::kOwner);
-    allocator_.AddToMap(column.ownedMap, number);
-    DataPageEditor editor(pages_, number);
-    const auto slotNumber = editor.Add(0, std::move(piece));
-    if (!slotNumber) {
-        ThrowDamaged(number, u"page de valeurs longues sans place");
-    }
-    editor.Store();
-    KeepFreeMap(column, number, editor);
-    return {number, *slotNumber};
-}
-
-std::optional<RowPointer> LongValueWriter::AddToPageWithRoom(const StoredColumn& column,
-                                                             const ByteString& piece) {
-    for (const std::uint32_t number : ReadUsageMap(pages_, column.freeMap)) {
-        const PagePtr page = pages_.Read(number);
-        if (page->Type() != PageType::Data ||
-            DataPage(*page, pages_.Layout()).Owner() != long_value::kOwner) {
-            continue;
-        }
-        DataPageEditor editor(pages_, number);
-        if (const auto slotNumber = editor.Add(0, piece)) {
-            editor.Store();
-            KeepFreeMap(column, number, editor);
-            return RowPointer{number, *slotNumber};
-        }
-    }
-    return std::nullopt;
-}
-
-void LongValueWriter::KeepFreeMap(const StoredColumn& column, std::uint32_t page,
-                                  const DataPageEditor& editor) {
-    if (editor.FreeBytes() >= kWorthTrying) {
-        allocator_.AddToMap(column.freeMap, page);
-    } else {
-        allocator_.RemoveFromMap(column.freeMap, page);
-    }
 }
 
 void LongValueWriter::Remove(const StoredColumn& column, const ByteView& field) {
     if (field.IsEmpty()) {
         return;
     }
+    RowPages pages = PagesOf(column);
     for (const RowPointer piece : PiecesOf(pages_, LongValueDescriptor::Load(field))) {
-        DataPageEditor editor(pages_, piece.page);
-        if (editor.Owner() != long_value::kOwner) {
-            ThrowDamaged(piece.page, u"page de valeurs longues attendue");
-        }
-        editor.Delete(piece.slot);
-        if (editor.HasLiveRows()) {
-            editor.Store();
-            KeepFreeMap(column, piece.page, editor);
-        } else {
-            allocator_.RemoveFromMap(column.ownedMap, piece.page);
-            allocator_.RemoveFromMap(column.freeMap, piece.page);
-            allocator_.Free(piece.page);
-        }
+        pages.Delete(piece);
     }
 }
 

@@ -1,11 +1,13 @@
 // Storing long values and giving their room back.
 #pragma once
 
-#include "data_page_editor.h"
-#include "page_allocator.h"
+#include "row_pages.h"
 #include "table_def.h"
 
 namespace quardele::jet {
+
+/// The field of a row for data that stay in the row.
+[[nodiscard]] ByteString InlineLongValue(const ByteString& data);
 
 class LongValueWriter {
  public:
@@ -19,10 +21,7 @@ class LongValueWriter {
     void Remove(const StoredColumn& column, const ByteView& field);
 
  private:
-    [[nodiscard]] RowPointer AddPiece(const StoredColumn& column, ByteString piece);
-    [[nodiscard]] std::optional<RowPointer> AddToPageWithRoom(const StoredColumn& column,
-                                                              const ByteString& piece);
-    void KeepFreeMap(const StoredColumn& column, std::uint32_t page, const DataPageEditor& editor);
+    [[nodiscard]] RowPages PagesOf(const StoredColumn& column) const;
 
     Transaction& pages_;
     PageAllocator& allocator_;

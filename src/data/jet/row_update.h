@@ -7,9 +7,7 @@
 
 #include "index_update.h"
 #include "long_value_writer.h"
-#include "page_allocator.h"
-#include "row_builder.h"
-#include "transaction.h"
+#include "row_store.h"
 
 namespace quardele::jet {
 
@@ -21,27 +19,15 @@ class RowUpdate {
     void Run(RowId id, std::span<const ColumnChange> changes);
 
  private:
-    /// Where the bytes of the row lie: in its own slot, or where that points.
-    struct Place {
-        RowPointer data;
-        bool moved = false;
-    };
-
-    [[nodiscard]] Place Find(RowId id) const;
-
     void Apply(const ColumnChange& change, RowFields& fields);
     void MoveLongValuesOut(std::span<const ColumnChange> changes, RowFields& fields);
-
-    void StoreRow(RowId id, const Place& place, const ByteString& row);
-    void MoveRow(RowId id, const Place& place, const ByteString& row);
-    [[nodiscard]] RowPointer AddMoved(const ByteString& row);
-    void KeepFreeMap(std::uint32_t page, const DataPageEditor& editor);
 
     Transaction& pages_;
     const TableDef& table_;
     PageAllocator allocator_;
     LongValueWriter longValues_;
     IndexUpdate indexes_;
+    RowStore rows_;
 };
 
 }  // namespace quardele::jet

@@ -59,4 +59,12 @@ void Table::Update(RowId id, std::span<const ColumnChange> changes) {
     impl_->Update(id, changes);
 }
 
+RowId Table::Insert(std::span<const ColumnChange> values) {
+    return impl_->Insert(values);
+}
+
+void Table::Delete(RowId id) {
+    impl_->Delete(id);
+}
+
 }  // namespace quardele::jet

@@ -3,6 +3,8 @@
 #include <basic/runtime_error.h>
 
 #include "data_page.h"
+#include "row_delete.h"
+#include "row_insert.h"
 #include "row_update.h"
 #include "usage_map.h"
 #include "write_step.h"
@@ -58,12 +60,31 @@ Row TableImpl::Moved(RowId id, const ByteView& pointer) const {
 
 void TableImpl::Update(RowId id, std::span<const ColumnChange> changes) {
     WriteStep step(engine_);
-    if (!TableDef::Read(step.Pages(), def_.page).HasSameStructure(def_, Layout())) {
+    CheckStructure(step.Pages());
+    RowUpdate(step.Pages(), def_).Run(id, changes);
+    step.Commit();
+}
+
+RowId TableImpl::Insert(std::span<const ColumnChange> values) {
+    WriteStep step(engine_);
+    CheckStructure(step.Pages());
+    const RowId id = RowInsert(step.Pages(), def_).Run(values);
+    step.Commit();
+    return id;
+}
+
+void TableImpl::Delete(RowId id) {
+    WriteStep step(engine_);
+    CheckStructure(step.Pages());
+    RowDelete(step.Pages(), def_).Run(id);
+    step.Commit();
+}
+
+void TableImpl::CheckStructure(const PageSource& pages) const {
+    if (!TableDef::Read(pages, def_.page).HasSameStructure(def_, Layout())) {
         throw basic::RuntimeError(basic::error::kRecordChanged,
                                   u"La structure de la table a été modifiée par un autre utilisateur.");
     }
-    RowUpdate(step.Pages(), def_).Run(id, changes);
-    step.Commit();
 }
 
 RowScan::RowScan(const TableImpl* table) : table_(table), pages_(table->DataPages()) {}

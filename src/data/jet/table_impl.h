@@ -34,10 +34,14 @@ class TableImpl {
 
     [[nodiscard]] IndexCursor OpenIndex(int index) const;
     void Update(RowId id, std::span<const ColumnChange> changes);
+    RowId Insert(std::span<const ColumnChange> values);
+    void Delete(RowId id);
     /// As the definition records it now.
     [[nodiscard]] std::size_t RowCount() const;
 
  private:
+    /// Throws 3197 when the table is not made any more as it was when it was opened.
+    void CheckStructure(const PageSource& pages) const;
     [[nodiscard]] Row Moved(RowId id, const ByteView& pointer) const;
 
     Engine& engine_;

@@ -2,9 +2,8 @@
 
 #include <basic/date.h>
 
-#include "csv.h"
 #include "index_check.h"
-#include "support.h"
+#include "opened_table.h"
 
 namespace quardele::jet::test {
 namespace {
@@ -13,47 +12,6 @@ namespace fs = std::filesystem;
 using basic::Null;
 
 constexpr char16_t kLetter = u'é';
-
-int Ordinal(const Table& table, const Text& column) {
-    const int ordinal = table.FindColumn(column);
-    EXPECT_GE(ordinal, 0) << basic::ToUtf8(column);
-    return ordinal;
-}
-
-void Set(Table& table, RowId row, const Text& column, Variant value) {
-    const ColumnChange change{Ordinal(table, column), std::move(value)};
-    table.Update(row, {&change, 1});
-}
-
-std::vector<RowId> AllRows(const Table& table) {
-    std::vector<RowId> rows;
-    RowScan scan = table.Scan();
-    while (const auto row = scan.NextId()) {
-        rows.push_back(*row);
-    }
-    return rows;
-}
-
-/// A copy of a file with one table opened for writing.
-class Opened {
- public:
-    Opened(const fs::path& original, const Text& name)
-        : file_(folder_.Copy(original)), name_(name), table_(Database::Open(file_)->OpenTable(name)) {}
-
-    Table& operator*() const { return *table_; }
-    Table* operator->() const { return table_.get(); }
-    [[nodiscard]] const fs::path& File() const { return file_; }
-    void Reopen() { table_ = Database::Open(file_)->OpenTable(name_); }
-    [[nodiscard]] std::vector<CsvLine> Dump() const {
-        return ParseCsv(MdbExport(file_, basic::ToUtf8(name_)));
-    }
-
- private:
-    TempFolder folder_;
-    fs::path file_;
-    Text name_;
-    std::shared_ptr<Table> table_;
-};
 
 TEST(Update, AnAbandonedVisitIsReadByOthersAndNothingElseChanges) {
     SKIP_WITHOUT_MDB_EXPORT();

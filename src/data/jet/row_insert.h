@@ -1,0 +1,40 @@
+// Adding one row within a transaction: its bytes, its long values, its index entries.
+#pragma once
+
+#include <span>
+
+#include <jet/table.h>
+
+#include "index_update.h"
+#include "long_value_writer.h"
+#include "row_store.h"
+#include "table_counters.h"
+
+namespace quardele::jet {
+
+class RowInsert {
+ public:
+    /// `table` must be the definition as the transaction shows it, counters apart.
+    RowInsert(Transaction& pages, const TableDef& table);
+
+    /// Throws as Table::Insert says. What the rules refuse is found before anything is changed; after another
+    /// error the part of the transaction must be undone.
+    RowId Run(std::span<const ColumnChange> values);
+
+ private:
+    /// By ordinal: the stored bytes of each column, of a long value its data.
+    [[nodiscard]] RowFields Accepted(std::span<const ColumnChange> values) const;
+    [[nodiscard]] std::optional<ByteString> AcceptedValueOf(std::size_t ordinal, const Variant& value) const;
+    [[nodiscard]] RowFields FieldsFor(const RowFields& data) const;
+    void StoreLongValues(const RowFields& data, RowFields& fields);
+    void NoteAutoNumbers(const RowFields& data);
+
+    const TableDef& table_;
+    PageAllocator allocator_;
+    LongValueWriter longValues_;
+    IndexUpdate indexes_;
+    RowStore rows_;
+    TableCounters counters_;
+};
+
+}  // namespace quardele::jet

@@ -20,6 +20,8 @@ namespace {
 Engine::Engine(const std::filesystem::path& path, OpenMode mode) : path_(path), mode_(mode) {
     OpenFile();
     TakePresence();
+    EnterLockFile();
+    rows_ = std::make_unique<RowLocks>(file_, users_);
     format_ = &IdentifyFormat(file_);
     readOnly_ = readOnly_ || !format_->wideText;
     Recover();
@@ -85,6 +87,30 @@ void Engine::TakePresence() {
             Throw(exclusive ? basic::error::kFileInUse : basic::error::kOpenExclusive, path_);
         case OsFile::LockResult::Unsupported:
             readOnly_ = true;  // without locks nobody can be kept from writing at the same time
+    }
+}
+
+// Who only reads changes nothing in the folder, not even by a lock file. An exclusive opener has no place in
+// it but heeds those who have: programs that know nothing of the presence byte.
+void Engine::EnterLockFile() {
+    if (readOnly_) {
+        return;
+    }
+    if (mode_ == OpenMode::Exclusive) {
+        if (LockFile::HasUsers(path_)) {
+            Throw(basic::error::kFileInUse, path_);
+        }
+        return;
+    }
+    switch (users_.Enter(path_)) {
+        case LockFile::Entry::Entered:
+            return;
+        case LockFile::Entry::Unavailable:
+            readOnly_ = true;
+            return;
+        case LockFile::Entry::Full:
+            throw basic::RuntimeError(basic::error::kFileInUse,
+                                      u"Trop d'utilisateurs ont déjà ouvert ce fichier de données (255).");
     }
 }
 

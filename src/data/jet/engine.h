@@ -10,8 +10,10 @@
 #include <jet/database.h>
 
 #include "catalog.h"
+#include "lock_file.h"
 #include "os_file.h"
 #include "page_cache.h"
+#include "row_locks.h"
 
 namespace quardele::jet {
 
@@ -29,10 +31,14 @@ class Engine {
     /// The pages as this process sees them: with the changes of the open step, if there is one.
     [[nodiscard]] const PageSource& Pages() const;
     [[nodiscard]] OsFile& File() { return file_; }
+    [[nodiscard]] LockFile& Users() { return users_; }
+    [[nodiscard]] RowLocks& Rows() { return *rows_; }
 
     /// The catalogue, read when it is first asked for after opening or Refresh.
     [[nodiscard]] const jet::Catalog& Objects();
     void Refresh();
+    /// The same for the pages alone.
+    void RefreshPages() { cache_->Clear(); }
 
     WriteStep* openStep = nullptr;  ///< the outermost one; it registers itself
     /// Tables that are open, by upper-case name; they are shared.
@@ -41,6 +47,7 @@ class Engine {
  private:
     void OpenFile();
     void TakePresence();
+    void EnterLockFile();
     void Recover();
     void RecoverAlone();
 
@@ -48,6 +55,8 @@ class Engine {
     OpenMode mode_;
     bool readOnly_ = false;
     OsFile file_;
+    LockFile users_;
+    std::unique_ptr<RowLocks> rows_;
     const Format* format_ = nullptr;
     std::unique_ptr<PageCache> cache_;
     std::optional<jet::Catalog> catalog_;

@@ -1,7 +1,9 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <array>
 #include <cerrno>
+#include <climits>
 #include <utility>
 
 #include <basic/runtime_error.h>
@@ -28,13 +30,25 @@ namespace {
     }
 }
 
-[[nodiscard]] struct flock LockRange(std::uint64_t byte, short type) {
+[[nodiscard]] struct flock LockRange(std::uint64_t byte, std::uint64_t length, short type) {
     struct flock range = {};
     range.l_type = type;
     range.l_whence = SEEK_SET;
     range.l_start = static_cast<off_t>(byte);
-    range.l_len = 1;
+    range.l_len = static_cast<off_t>(length);
     return range;
+}
+
+[[nodiscard]] FileId IdFrom(const struct stat& status) {
+    return {.volume = status.st_dev, .number = status.st_ino};
+}
+
+[[nodiscard]] struct stat StatusOf(int handle) {
+    struct stat status = {};
+    if (::fstat(handle, &status) != 0) {
+        ThrowFor(errno);
+    }
+    return status;
 }
 
 }  // namespace
@@ -63,6 +77,17 @@ bool OsFile::Open(const std::filesystem::path& path, Access access) {
     return handle_ >= 0;
 }
 
+bool OsFile::OpenOrCreate(const std::filesystem::path& path) {
+    Close();
+    path_ = path;
+    handle_ = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+    if (handle_ < 0 && errno == ENOENT) {
+        BeforeWriting({.step = WritePoint::Create, .path = path, .bytes = {}});
+        handle_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    }
+    return handle_ >= 0;
+}
+
 void OsFile::Create(const std::filesystem::path& path) {
     BeforeWriting({.step = WritePoint::Create, .path = path, .bytes = {}});
     Close();
@@ -81,11 +106,18 @@ void OsFile::Close() {
 }
 
 std::uint64_t OsFile::Size() const {
-    struct stat status = {};
-    if (::fstat(handle_, &status) != 0) {
-        ThrowFor(errno);
-    }
-    return static_cast<std::uint64_t>(status.st_size);
+    return static_cast<std::uint64_t>(StatusOf(handle_).st_size);
+}
+
+FileId OsFile::Id() const {
+    return IdFrom(StatusOf(handle_));
+}
+
+FileStamp OsFile::Stamp() const {
+    constexpr std::int64_t kNanoseconds = 1'000'000'000;
+    const struct stat status = StatusOf(handle_);
+    return {.size = static_cast<std::uint64_t>(status.st_size),
+            .modified = status.st_mtim.tv_sec * kNanoseconds + status.st_mtim.tv_nsec};
 }
 
 std::size_t OsFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> bytes) const {
@@ -133,16 +165,23 @@ void OsFile::Sync() {
     }
 }
 
-OsFile::LockResult OsFile::TryLock(std::uint64_t byte, Lock kind) {
-    struct flock range = LockRange(byte, kind == Lock::Exclusive ? F_WRLCK : F_RDLCK);
+void OsFile::SyncData() {
+    BeforeWriting({.step = WritePoint::Sync, .path = path_, .bytes = {}});
+    if (::fdatasync(handle_) != 0) {
+        ThrowFor(errno);
+    }
+}
+
+OsFile::LockResult OsFile::TryLock(std::uint64_t byte, Lock kind, std::uint64_t length) {
+    struct flock range = LockRange(byte, length, kind == Lock::Exclusive ? F_WRLCK : F_RDLCK);
     if (::fcntl(handle_, F_OFD_SETLK, &range) == 0) {
         return LockResult::Taken;
     }
     return errno == EAGAIN || errno == EACCES ? LockResult::Held : LockResult::Unsupported;
 }
 
-void OsFile::Unlock(std::uint64_t byte) {
-    struct flock range = LockRange(byte, F_UNLCK);
+void OsFile::Unlock(std::uint64_t byte, std::uint64_t length) {
+    struct flock range = LockRange(byte, length, F_UNLCK);
     ::fcntl(handle_, F_OFD_SETLK, &range);
 }
 
@@ -154,9 +193,33 @@ basic::Text FileName(const std::filesystem::path& path) {
     return PathText(path.filename());
 }
 
+std::optional<FileId> IdOf(const std::filesystem::path& path) {
+    struct stat status = {};
+    if (::stat(path.c_str(), &status) != 0) {
+        return std::nullopt;
+    }
+    return IdFrom(status);
+}
+
+std::string MachineName() {
+    std::array<char, HOST_NAME_MAX + 1> buffer{};
+    if (::gethostname(buffer.data(), buffer.size() - 1) != 0) {
+        return {};
+    }
+    const std::string name = buffer.data();
+    return name.substr(0, name.find('.'));
+}
+
 void RemoveFile(const std::filesystem::path& path) {
     BeforeWriting({.step = WritePoint::Remove, .path = path, .bytes = {}});
     if (::unlink(path.c_str()) != 0 && errno != ENOENT) {
+        ThrowFor(errno);
+    }
+}
+
+void RenameFile(const std::filesystem::path& from, const std::filesystem::path& to) {
+    BeforeWriting({.step = WritePoint::Rename, .path = from, .bytes = {}});
+    if (::rename(from.c_str(), to.c_str()) != 0) {
         ThrowFor(errno);
     }
 }

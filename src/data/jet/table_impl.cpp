@@ -5,6 +5,7 @@
 #include "data_page.h"
 #include "row_delete.h"
 #include "row_insert.h"
+#include "row_lock_held.h"
 #include "row_update.h"
 #include "usage_map.h"
 #include "write_step.h"
@@ -59,6 +60,7 @@ Row TableImpl::Moved(RowId id, const ByteView& pointer) const {
 }
 
 void TableImpl::Update(RowId id, std::span<const ColumnChange> changes) {
+    const RowLock lock = LockToChange(engine_, id);
     WriteStep step(engine_);
     CheckStructure(step.Pages());
     RowUpdate(step.Pages(), def_).Run(id, changes);
@@ -74,6 +76,7 @@ RowId TableImpl::Insert(std::span<const ColumnChange> values) {
 }
 
 void TableImpl::Delete(RowId id) {
+    const RowLock lock = LockToChange(engine_, id);
     WriteStep step(engine_);
     CheckStructure(step.Pages());
     RowDelete(step.Pages(), def_).Run(id);

@@ -9,7 +9,7 @@
 
 namespace quardele::jet {
 
-enum class WritePoint { Create, Write, Resize, Sync, Remove, SyncFolder };
+enum class WritePoint { Create, Write, Resize, Sync, Remove, Rename, SyncFolder };
 
 struct WriteEvent {
     WritePoint step;

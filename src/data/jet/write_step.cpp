@@ -1,28 +1,16 @@
 #include "write_step.h"
 
-#include <chrono>
-#include <thread>
-
 #include <basic/runtime_error.h>
 
 #include "engine.h"
 #include "journal.h"
 #include "lock_bytes.h"
+#include "lock_wait.h"
 
 namespace quardele::jet {
 
 bool WaitForWriterLock(OsFile& file, OsFile::Lock kind) {
-    using namespace std::chrono_literals;
-    constexpr auto kPatience = 2s;
-    constexpr auto kPause = 10ms;
-    const auto end = std::chrono::steady_clock::now() + kPatience;
-    while (file.TryLock(lock_bytes::kWriter, kind) != OsFile::LockResult::Taken) {
-        if (std::chrono::steady_clock::now() >= end) {
-            return false;
-        }
-        std::this_thread::sleep_for(kPause);
-    }
-    return true;
+    return RetryUntil([&] { return file.TryLock(lock_bytes::kWriter, kind) == OsFile::LockResult::Taken; });
 }
 
 WriteStep::WriteStep(Engine& engine) : engine_(engine), outer_(engine.openStep) {
@@ -60,6 +48,7 @@ WriteStep::~WriteStep() {
     }
     if (outer_ == nullptr) {
         engine_.openStep = nullptr;
+        engine_.Rows().EndStep();
         engine_.File().Unlock(lock_bytes::kWriter);
     }
 }

@@ -36,7 +36,7 @@ class WriteStep {
 };
 
 /// Waits for the writer's lock of a file: exclusively to write, shared to be sure that nobody does. False
-/// when it stays taken for two seconds.
+/// when it stays taken for the retry time.
 [[nodiscard]] bool WaitForWriterLock(OsFile& file, OsFile::Lock kind);
 
 }  // namespace quardele::jet

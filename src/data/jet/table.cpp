@@ -20,6 +20,10 @@ const Text& Table::Name() const {
     return impl_->Name();
 }
 
+Database& Table::Home() const {
+    return impl_->Home();
+}
+
 const std::vector<Column>& Table::Columns() const {
     return impl_->Def().columns;
 }

@@ -22,6 +22,7 @@ class TableImpl {
     [[nodiscard]] const Text& Name() const { return name_; }
     [[nodiscard]] const TableDef& Def() const { return def_; }
     [[nodiscard]] Engine& Owner() const { return engine_; }
+    [[nodiscard]] Database& Home() const { return *database_; }
     [[nodiscard]] const Format& Layout() const { return engine_.Layout(); }
     [[nodiscard]] const PageSource& Pages() const { return engine_.Pages(); }
 

@@ -199,11 +199,11 @@ class Lexer {
     std::size_t start_ = 0;
 };
 
-constexpr TextView kReserved[] = {u"ALL",      u"AND",  u"AS",     u"ASC",   u"BETWEEN", u"BY",    u"DESC",
-                                  u"DISTINCT", u"EQV",  u"EXISTS", u"FALSE", u"FROM",    u"GROUP", u"HAVING",
-                                  u"IMP",      u"IN",   u"INNER",  u"IS",    u"JOIN",    u"LEFT",  u"LIKE",
-                                  u"MOD",      u"NOT",  u"NULL",   u"ON",    u"OR",      u"ORDER", u"RIGHT",
-                                  u"SELECT",   u"TRUE", u"UNION",  u"WHERE", u"XOR"};
+constexpr TextView kReserved[] = {u"ALL",      u"AND", u"AS",     u"ASC",   u"BETWEEN", u"BY",    u"DESC",
+                                  u"DISTINCT", u"EQV", u"EXISTS", u"FALSE", u"FROM",    u"GROUP", u"HAVING",
+                                  u"IMP",      u"IN",  u"INNER",  u"IS",    u"JOIN",    u"LEFT",  u"LIKE",
+                                  u"MOD",      u"NOT", u"NULL",   u"ON",    u"OR",      u"ORDER", u"RIGHT",
+                                  u"SELECT",   u"SET", u"TRUE",   u"UNION", u"WHERE",   u"XOR"};
 
 }  // namespace
 
@@ -218,6 +218,10 @@ bool IsReserved(const Token& token) {
         }
     }
     return false;
+}
+
+bool IsName(const Token& token) {
+    return token.kind == TokenKind::Name || (token.kind == TokenKind::Word && !IsReserved(token));
 }
 
 }  // namespace quardele::sql

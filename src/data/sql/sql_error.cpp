@@ -32,20 +32,37 @@ constexpr Description kDescriptions[] = {
     {error::kAggregateInWhere, u"Fonction d'agrégat interdite dans la clause WHERE : ", u"."},
     {error::kAggregateInJoin, u"Fonction d'agrégat interdite dans l'opération JOIN : ", u"."},
     {error::kAggregateInGroupBy, u"Fonction d'agrégat interdite dans la clause GROUP BY : ", u"."},
+    {error::kDuplicateTarget, u"Le champ ", u" reçoit deux valeurs."},
+    {error::kUnknownInsertField, u"L'instruction INSERT INTO contient le nom de champ inconnu ", u"."},
+    {error::kNotUpdatable, u"L'opération doit utiliser une requête qui peut être mise à jour : ",
+     u" ne peut pas être modifié par cette instruction."},
     {error::kCircularAlias, u"Référence circulaire causée par l'alias ", u" de la liste SELECT."},
 };
 
+struct Place {
+    int number;
+    const char16_t* text;
+};
+
+constexpr Place kSyntaxPlaces[] = {
+    {error::kSyntaxInFrom, u"dans la clause FROM"},
+    {error::kSyntaxInSelect, u"dans la clause SELECT"},
+    {error::kSyntaxInOrderBy, u"dans la clause ORDER BY"},
+    {error::kSyntaxInInsert, u"dans l'instruction INSERT INTO"},
+    {error::kSyntaxInUpdate, u"dans l'instruction UPDATE"},
+    {error::kSyntaxInDelete, u"dans l'instruction DELETE"},
+    {error::kSyntaxInCreateTable, u"dans l'instruction CREATE TABLE"},
+    {error::kSyntaxInCreateIndex, u"dans l'instruction CREATE INDEX"},
+    {error::kSyntaxInAlterTable, u"dans l'instruction ALTER TABLE"},
+    {error::kSyntaxInConstraint, u"dans la clause CONSTRAINT"},
+    {error::kSyntaxInFieldDefinition, u"dans la définition de champ"},
+    {error::kSyntaxInDefinition, u"dans l'instruction de définition de données"},
+};
+
 Text SyntaxPlace(int number) {
-    switch (number) {
-        case error::kSyntaxInFrom:
-            return u"dans la clause FROM";
-        case error::kSyntaxInSelect:
-            return u"dans la clause SELECT";
-        case error::kSyntaxInOrderBy:
-            return u"dans la clause ORDER BY";
-        default:
-            return u"dans l'expression";
-    }
+    const auto* found = std::find_if(std::begin(kSyntaxPlaces), std::end(kSyntaxPlaces),
+                                     [number](const Place& place) { return place.number == number; });
+    return found == std::end(kSyntaxPlaces) ? u"dans l'expression" : found->text;
 }
 
 }  // namespace

@@ -11,6 +11,9 @@ using basic::TextView;
 
 namespace error {
 using namespace basic::error;
+inline constexpr int kDuplicateTarget = 3063;
+inline constexpr int kCannotExecuteSelect = 3065;
+inline constexpr int kNotUpdatable = 3073;
 inline constexpr int kSyntaxInCondition = 3077;
 inline constexpr int kAmbiguousName = 3079;
 inline constexpr int kDuplicateSource = 3081;
@@ -20,10 +23,21 @@ inline constexpr int kAggregateInWhere = 3096;
 inline constexpr int kAggregateInJoin = 3098;
 inline constexpr int kAggregateInGroupBy = 3099;
 inline constexpr int kCircularAlias = 3103;
+inline constexpr int kUnknownInsertField = 3127;
+inline constexpr int kSyntaxInDelete = 3128;
 inline constexpr int kInvalidStatement = 3129;
+inline constexpr int kSyntaxInInsert = 3134;
 inline constexpr int kSyntaxInOrderBy = 3138;
 inline constexpr int kTextAfterStatement = 3142;
+inline constexpr int kSyntaxInUpdate = kSyntaxInSql;
+inline constexpr int kSyntaxInConstraint = 3289;
+inline constexpr int kSyntaxInCreateTable = 3290;
+inline constexpr int kSyntaxInCreateIndex = 3291;
+inline constexpr int kSyntaxInFieldDefinition = 3292;
+inline constexpr int kSyntaxInAlterTable = 3293;
+inline constexpr int kSyntaxInDefinition = 3295;
 inline constexpr int kUnionColumns = 3307;
+inline constexpr int kValueCount = 3346;
 inline constexpr int kTooComplex = 3360;
 }  // namespace error
 

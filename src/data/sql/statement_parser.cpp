@@ -13,6 +13,16 @@ class StatementReader {
  public:
     explicit StatementReader(TokenReader& reader) : reader_(reader) {}
 
+    /// Parts of a FROM clause that commas separate.
+    std::vector<FromItem> FromList() {
+        std::vector<FromItem> from;
+        do {
+            reader_.StartQuote();
+            from.push_back(OneFromItem());
+        } while (reader_.TakeSymbol(u","));
+        return from;
+    }
+
     Statement Read() {
         Statement statement;
         statement.selects.push_back(OneSelect());
@@ -21,7 +31,7 @@ class StatementReader {
             statement.selects.push_back(OneSelect());
         }
         if (reader_.TakeWord(u"ORDER")) {
-            Expect(u"BY", error::kSyntaxInOrderBy);
+            reader_.Expect(u"BY", error::kSyntaxInOrderBy);
             do {
                 statement.orderBy.push_back(OneOrderItem());
             } while (reader_.TakeSymbol(u","));
@@ -30,16 +40,10 @@ class StatementReader {
     }
 
  private:
-    void Expect(TextView keyword, int number) {
-        if (!reader_.TakeWord(keyword)) {
-            reader_.Fail(number, Text(keyword) + u" attendu");
-        }
-    }
-
     Select OneSelect() {
         reader_.StartQuote();
         Select select;
-        Expect(u"SELECT", error::kSyntaxInSelect);
+        reader_.Expect(u"SELECT", error::kSyntaxInSelect);
         if (!reader_.TakeWord(u"ALL")) {
             select.distinct = reader_.TakeWord(u"DISTINCT");
         }
@@ -48,16 +52,13 @@ class StatementReader {
             select.items.push_back(OneItem());
         } while (reader_.TakeSymbol(u","));
         if (reader_.TakeWord(u"FROM")) {
-            do {
-                reader_.StartQuote();
-                select.from.push_back(OneFromItem());
-            } while (reader_.TakeSymbol(u","));
+            select.from = FromList();
         }
         if (reader_.TakeWord(u"WHERE")) {
             select.where = ClauseExpression();
         }
         if (reader_.TakeWord(u"GROUP")) {
-            Expect(u"BY", error::kSyntaxError);
+            reader_.Expect(u"BY", error::kSyntaxError);
             do {
                 select.groupBy.push_back(ClauseExpression());
             } while (reader_.TakeSymbol(u","));
@@ -98,7 +99,7 @@ class StatementReader {
         }
         item.expression = ReadExpression(reader_);
         if (reader_.TakeWord(u"AS")) {
-            item.alias = TakeName(error::kSyntaxInSelect);
+            item.alias = reader_.TakeName(error::kSyntaxInSelect);
         }
         EndOfExpression();
         return item;
@@ -140,10 +141,6 @@ class StatementReader {
         reader_.FailInExpression(u"opérateur absent");
     }
 
-    static bool IsName(const Token& token) {
-        return token.kind == TokenKind::Name || (token.kind == TokenKind::Word && !IsReserved(token));
-    }
-
     static bool CanStartExpression(const Token& token) {
         switch (token.kind) {
             case TokenKind::End:
@@ -163,13 +160,6 @@ class StatementReader {
         return true;
     }
 
-    Text TakeName(int number) {
-        if (!IsName(reader_.Peek())) {
-            reader_.Fail(number, u"nom attendu");
-        }
-        return reader_.Take().text;
-    }
-
     FromItem OneFromItem() {
         const TokenReader::Nesting nesting(reader_);
         FromItem item = FromOperand();
@@ -178,7 +168,7 @@ class StatementReader {
             join.kind = *kind;
             join.left = std::make_unique<FromItem>(std::move(item));
             join.right = std::make_unique<FromItem>(FromOperand());
-            Expect(u"ON", error::kSyntaxInFrom);
+            reader_.Expect(u"ON", error::kSyntaxInFrom);
             join.on = ReadExpression(reader_);
             const int depth = std::max(join.left->depth, join.right->depth) + 1;
             if (depth > kDeepestTree) {
@@ -198,9 +188,9 @@ class StatementReader {
             return item;
         }
         TableName table;
-        table.name = TakeName(error::kSyntaxInFrom);
+        table.name = reader_.TakeName(error::kSyntaxInFrom);
         if (reader_.TakeWord(u"AS") || IsName(reader_.Peek())) {
-            table.alias = TakeName(error::kSyntaxInFrom);
+            table.alias = reader_.TakeName(error::kSyntaxInFrom);
         }
         return FromItem{std::move(table)};
     }
@@ -217,7 +207,7 @@ class StatementReader {
             kind = JoinKind::Right;
         }
         if (kind) {
-            Expect(u"JOIN", error::kSyntaxInFrom);
+            reader_.Expect(u"JOIN", error::kSyntaxInFrom);
         }
         return kind;
     }
@@ -231,6 +221,25 @@ Statement ReadQuery(TokenReader& reader) {
     return StatementReader(reader).Read();
 }
 
+std::vector<FromItem> ReadFromList(TokenReader& reader) {
+    return StatementReader(reader).FromList();
+}
+
+void RequireEnd(TokenReader& reader, int number) {
+    const bool closed = reader.TakeSymbol(u";");
+    if (reader.AtEnd()) {
+        return;
+    }
+    if (closed) {
+        throw basic::RuntimeError(error::kTextAfterStatement,
+                                  u"Caractères trouvés après la fin de l'instruction SQL.");
+    }
+    if (reader.Peek().IsSymbol(u")")) {
+        reader.FailInExpression(u"parenthèse fermante en trop");
+    }
+    reader.Fail(number, u"fin de l'instruction attendue");
+}
+
 Statement ParseStatement(TextView text) {
     TokenReader reader(text, error::kSyntaxError);
     if (!reader.Peek().IsWord(u"SELECT")) {
@@ -238,17 +247,7 @@ Statement ParseStatement(TextView text) {
                                   u"Instruction SQL non valide : « SELECT » attendu au début.");
     }
     Statement statement = ReadQuery(reader);
-    const bool closed = reader.TakeSymbol(u";");
-    if (!reader.AtEnd()) {
-        if (closed) {
-            throw basic::RuntimeError(error::kTextAfterStatement,
-                                      u"Caractères trouvés après la fin de l'instruction SQL.");
-        }
-        if (reader.Peek().IsSymbol(u")")) {
-            reader.FailInExpression(u"parenthèse fermante en trop");
-        }
-        reader.Fail(error::kSyntaxInFrom, u"fin de l'instruction attendue");
-    }
+    RequireEnd(reader, error::kSyntaxInFrom);
     return statement;
 }
 

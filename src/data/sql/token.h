@@ -37,5 +37,7 @@ struct Token {
 /// Whether a word has a meaning of its own in every statement, so that it cannot name a thing without
 /// brackets.
 [[nodiscard]] bool IsReserved(const Token& token);
+/// Whether a token can name a thing.
+[[nodiscard]] bool IsName(const Token& token);
 
 }  // namespace quardele::sql

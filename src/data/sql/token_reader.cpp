@@ -46,6 +46,33 @@ bool TokenReader::TakeWord(TextView keyword) {
     return found;
 }
 
+void TokenReader::Expect(TextView keyword, int number) {
+    if (!TakeWord(keyword)) {
+        Fail(number, Text(keyword) + u" attendu");
+    }
+}
+
+void TokenReader::ExpectSymbol(TextView symbol, int number) {
+    if (!TakeSymbol(symbol)) {
+        Fail(number, u"« " + Text(symbol) + u" » attendu");
+    }
+}
+
+Text TokenReader::TakeName(int number) {
+    if (!IsName(Peek())) {
+        Fail(number, u"nom attendu");
+    }
+    return Take().text;
+}
+
+TextView TokenReader::TakenSince(std::size_t position) const {
+    if (next_ == 0 || tokens_[next_ - 1].position < position) {
+        return {};
+    }
+    const Token& last = tokens_[next_ - 1];
+    return statement_.substr(position, last.position + last.length - position);
+}
+
 void TokenReader::Fail(int number, TextView reason) const {
     const Token& token = Peek();
     const TextView quote = statement_.substr(std::min(quoteStart_, statement_.size()));

@@ -19,7 +19,14 @@ class TokenReader {
     /// Each takes the next token when it is the one asked for.
     bool TakeSymbol(TextView symbol);
     bool TakeWord(TextView keyword);
+    // Each takes the next token, and fails with the number when it is not the one asked for.
+    void Expect(TextView keyword, int number);
+    void ExpectSymbol(TextView symbol, int number);
+    Text TakeName(int number);
     [[nodiscard]] bool AtEnd() const { return Peek().kind == TokenKind::End; }
+
+    /// What was taken since a position of the statement, as it was written.
+    [[nodiscard]] TextView TakenSince(std::size_t position) const;
 
     /// From here on descriptions quote the text from the next token on.
     void StartQuote() { quoteStart_ = Peek().position; }

@@ -18,6 +18,7 @@ namespace quardele::jet {
 
 using basic::Variant;
 
+class Database;
 class TableImpl;  // the engine's own
 struct Page;
 class Row;
@@ -39,6 +40,8 @@ class Table {
     Table& operator=(const Table&) = delete;
 
     [[nodiscard]] const Text& Name() const;
+    /// The database of the file that the rows lie in; of a linked table not the one that it was opened from.
+    [[nodiscard]] Database& Home() const;
     [[nodiscard]] const std::vector<Column>& Columns() const;
     [[nodiscard]] const std::vector<Index>& Indexes() const;
     /// Ordinal of a column by name, case ignored; -1 when there is none.

@@ -1,0 +1,59 @@
+// Action statements of the Access dialect: INSERT INTO, UPDATE, DELETE, CREATE TABLE, CREATE INDEX, ALTER
+// TABLE and DROP TABLE, alone or many in a script. One thread.
+//
+// Errors are basic::RuntimeError with the engine's numbers and a French text that names the place: 3134
+// syntax of INSERT INTO, 3144 UPDATE, 3128 DELETE, 3290 CREATE TABLE, 3289 a constraint, 3292 a column's
+// definition, 3291 CREATE INDEX, 3293 ALTER TABLE, 3295 DROP and the like, 3129 no action at all, 3065 a
+// SELECT, 3127 unknown field of INSERT INTO, 3346 more or fewer values than fields, 3063 a field given twice,
+// 3073 rows that cannot be changed, 3061 unknown names in expressions, 3078 unknown table, 3251 what is known
+// but not made; those of query.h for the queries within, and those of jet::Table and jet::Database for the
+// changes.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <vector>
+
+#include <jet/database.h>
+
+namespace quardele::sql {
+
+using basic::Text;
+using basic::TextView;
+
+struct ExecuteResult {
+    /// Rows that were added, changed or deleted; 0 for a change of structure.
+    std::size_t rows = 0;
+};
+
+/// Runs one action statement; a trailing ";" is allowed. It is one atomic step, on disk when the call
+/// returns, or a part of the step that is open (jet::Database::Begin): on an error nothing of it has
+/// happened. All rows and values are found before the first row is changed. The database must be held by a
+/// shared pointer.
+ExecuteResult Execute(jet::Database& database, TextView statement);
+
+/// A statement of a script.
+struct ScriptStatement {
+    TextView text;         ///< within the script, without blanks around and without its ";"
+    std::size_t line = 1;  ///< where it starts, counted from 1
+};
+
+/// Cuts a script at each ";" that stands outside texts, names in brackets and dates; empty statements are
+/// left out. The script must outlive the result. Never fails: what is no statement fails when it is run.
+[[nodiscard]] std::vector<ScriptStatement> SplitScript(TextView script);
+
+/// What is undone when a statement of a script fails.
+enum class ScriptStep {
+    Statement,  ///< that statement: those in front of it stay done
+    Script,     ///< all: the script is one atomic step
+};
+
+/// Told after each statement of a script, before the step of a whole script is written.
+using ScriptProgress = std::function<void(const ScriptStatement&, const ExecuteResult&)>;
+
+/// Runs the statements of a script in their order, up to the first that fails: its error is thrown with its
+/// number, and a description that begins with the line where the statement starts. Returns the sum of rows.
+std::size_t ExecuteScript(jet::Database& database, TextView script, ScriptStep step,
+                          const ScriptProgress& progress = {});
+
+}  // namespace quardele::sql

@@ -1,0 +1,89 @@
+// Many statements in one text.
+#include <sql/statement.h>
+
+#include <algorithm>
+#include <optional>
+
+#include <basic/conversion.h>
+#include <basic/runtime_error.h>
+
+namespace quardele::sql {
+namespace {
+
+constexpr TextView kBlanks = u" \t\r\n\u00A0\uFEFF";
+
+/// Where what starts at `at` ends: behind the closing sign of a text, a name in brackets or a date, else
+/// behind the one character. A doubled quote inside a text ends it and starts the next, which comes to the
+/// same.
+std::size_t EndOfPiece(TextView script, std::size_t at) {
+    char16_t closing = script[at];
+    switch (script[at]) {
+        case u'[':
+            closing = u']';
+            break;
+        case u'\'':
+        case u'"':
+        case u'#':
+            break;
+        default:
+            return at + 1;
+    }
+    const std::size_t end = script.find(closing, at + 1);
+    return end == TextView::npos ? script.size() : end + 1;
+}
+
+basic::RuntimeError Located(const basic::RuntimeError& failure, std::size_t line) {
+    return {failure.Number(),
+            u"Ligne " + basic::NumberText(static_cast<double>(line)) + u" : " + failure.Description()};
+}
+
+}  // namespace
+
+std::vector<ScriptStatement> SplitScript(TextView script) {
+    std::vector<ScriptStatement> statements;
+    std::size_t line = 1;
+    std::size_t counted = 0;  // lines are counted up to here
+    for (std::size_t start = 0; start < script.size();) {
+        std::size_t end = start;
+        while (end < script.size() && script[end] != u';') {
+            end = EndOfPiece(script, end);
+        }
+        const TextView piece = script.substr(start, end - start);
+        const std::size_t first = piece.find_first_not_of(kBlanks);
+        if (first != TextView::npos) {
+            line += static_cast<std::size_t>(
+                std::count(script.begin() + static_cast<std::ptrdiff_t>(counted),
+                           script.begin() + static_cast<std::ptrdiff_t>(start + first), u'\n'));
+            counted = start + first;
+            statements.push_back({piece.substr(first, piece.find_last_not_of(kBlanks) + 1 - first), line});
+        }
+        start = end + 1;
+    }
+    return statements;
+}
+
+std::size_t ExecuteScript(jet::Database& database, TextView script, ScriptStep step,
+                          const ScriptProgress& progress) {
+    std::optional<jet::Step> whole;
+    if (step == ScriptStep::Script) {
+        whole = database.Begin();
+    }
+    std::size_t rows = 0;
+    for (const ScriptStatement& statement : SplitScript(script)) {
+        try {
+            const ExecuteResult result = Execute(database, statement.text);
+            rows += result.rows;
+            if (progress) {
+                progress(statement, result);
+            }
+        } catch (const basic::RuntimeError& failure) {
+            throw Located(failure, statement.line);
+        }
+    }
+    if (whole) {
+        whole->Commit();
+    }
+    return rows;
+}
+
+}  // namespace quardele::sql

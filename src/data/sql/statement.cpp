@@ -1,0 +1,38 @@
+#include <sql/statement.h>
+
+#include <utility>
+
+#include <basic/conversion.h>
+#include <basic/runtime_error.h>
+
+#include "action_parser.h"
+#include "definition.h"
+#include "row_change.h"
+
+namespace quardele::sql {
+namespace {
+
+struct ActionRunner {
+    jet::Database& database;
+
+    std::size_t operator()(InsertAction& insert) const { return RunInsert(database, std::move(insert)); }
+    std::size_t operator()(UpdateAction& update) const { return RunUpdate(database, std::move(update)); }
+    std::size_t operator()(DeleteAction& remove) const { return RunDelete(database, std::move(remove)); }
+    template <class Definition>
+    std::size_t operator()(const Definition& definition) const {
+        RunDefinition(database, definition);
+        return 0;
+    }
+};
+
+}  // namespace
+
+ExecuteResult Execute(jet::Database& database, TextView statement) {
+    Action action = ParseAction(statement);
+    jet::Step step = database.Begin();
+    const ExecuteResult result{std::visit(ActionRunner{database}, action)};
+    step.Commit();
+    return result;
+}
+
+}  // namespace quardele::sql

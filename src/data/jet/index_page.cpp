@@ -17,9 +17,11 @@ IndexPage::IndexPage(PagePtr page, const Format& format, std::uint32_t table)
     ReadEnds();
 }
 
-// A bit for each byte of the entries tells where one ends.
+// A bit for each byte of the entries tells where one ends. What entries share may reach into their rows, as
+// among equal keys, but never into a child's number.
 void IndexPage::ReadEnds() {
-    const std::size_t shortest = kEntryRow + (IsLeaf() ? 0 : kEntryChild);
+    const std::size_t child = IsLeaf() ? 0 : kEntryChild;
+    const std::size_t shortest = kEntryRow + child;
     const std::size_t capacity = page_->size - format_->index.entries;
     const ByteView bits = view_.Sub(format_->index.bitmap, format_->index.entries - format_->index.bitmap);
     std::size_t start = 0;
@@ -30,8 +32,10 @@ void IndexPage::ReadEnds() {
                 continue;
             }
             const std::size_t end = i * 8 + bit;
-            const std::size_t least = shortest + (ends_.empty() ? prefix_ : 0);
-            if (end > capacity || end - start < least) {
+            const std::size_t shared = ends_.empty() ? 0 : prefix_;
+            const std::size_t stored = end - start;
+            if (end > capacity || stored < child || stored + shared < shortest ||
+                (ends_.empty() && stored < prefix_ + child)) {
                 ThrowDamaged(page_->number, u"entrée d'index impossible");
             }
             ends_.push_back(static_cast<std::uint16_t>(end));

@@ -22,6 +22,8 @@ class IndexPage {
     [[nodiscard]] std::uint32_t Number() const { return page_->number; }
     [[nodiscard]] bool IsLeaf() const { return page_->Type() == PageType::IndexLeaf; }
     [[nodiscard]] std::size_t Count() const { return ends_.size(); }
+    /// Bytes that the entries take.
+    [[nodiscard]] std::size_t UsedBytes() const { return ends_.empty() ? 0 : ends_.back(); }
     [[nodiscard]] std::uint32_t Previous() const { return view_.U32(format_->index.previous); }
     [[nodiscard]] std::uint32_t Next() const { return view_.U32(format_->index.next); }
     [[nodiscard]] std::uint32_t Tail() const { return view_.U32(format_->index.tail); }

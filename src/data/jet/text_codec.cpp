@@ -94,6 +94,10 @@ basic::Text DecodeText(const ByteView& stored, const Format& format) {
     return result;
 }
 
+bool IsWholeText(const ByteView& stored, const Format& format) {
+    return !format.wideText || IsCompressed(stored.Span()) || stored.Size() % 2 == 0;
+}
+
 void AppendUtf8(const ByteView& stored, const Format& format, std::string& utf8) {
     const auto bytes = stored.Span();
     const auto letters = format.wideText && IsCompressed(bytes) ? bytes.subspan(2) : bytes;

@@ -15,6 +15,9 @@ namespace quardele::jet {
 void DecodeText(const ByteView& stored, const Format& format, basic::Text& result);
 [[nodiscard]] basic::Text DecodeText(const ByteView& stored, const Format& format);
 
+/// Whether the stored bytes are a number of whole units, as every writer leaves them.
+[[nodiscard]] bool IsWholeText(const ByteView& stored, const Format& format);
+
 /// Appends the text in UTF-8.
 void AppendUtf8(const ByteView& stored, const Format& format, std::string& utf8);
 

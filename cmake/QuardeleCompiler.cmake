@@ -27,7 +27,8 @@ endif()
 
 if(QUARDELE_SANITIZE)
     # GCC's null-dereference analysis gives false alarms on instrumented code.
-    target_compile_options(quardele_warnings INTERFACE -Wno-null-dereference -Wno-maybe-uninitialized)
+    target_compile_options(quardele_warnings INTERFACE
+        $<$<CXX_COMPILER_ID:GNU>:-Wno-null-dereference> $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     add_compile_options(-fsanitize=${QUARDELE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${QUARDELE_SANITIZE})
 endif()

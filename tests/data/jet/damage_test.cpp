@@ -6,6 +6,7 @@
 #include <random>
 
 #include "index_node.h"
+#include "read_everything.h"
 #include "support.h"
 #include "table_impl.h"
 
@@ -19,46 +20,6 @@ using Clock = std::chrono::steady_clock;
 template <class Action>
 void Attempt(const Action& action) {
     static_cast<void>(ErrorNumber(action));
-}
-
-void ReadIndexes(const Table& table) {
-    for (std::size_t i = 0; i < table.Indexes().size(); ++i) {
-        IndexCursor cursor = table.OpenIndex(static_cast<int>(i));
-        Attempt([&] {
-            for (bool found = cursor.First(); found; found = cursor.Next()) {
-                static_cast<void>(cursor.Current());
-            }
-        });
-        Attempt([&] {
-            for (bool found = cursor.Last(); found; found = cursor.Previous()) {
-                static_cast<void>(cursor.KeyBytes());
-            }
-        });
-        const Variant value(u"5");
-        Attempt([&] { static_cast<void>(cursor.Seek(SeekOperator::GreaterOrEqual, {&value, 1})); });
-    }
-}
-
-void ReadTable(Database& database, const Text& name) {
-    const auto table = database.OpenTable(name);
-    Attempt([&] {
-        RowScan scan = table->Scan();
-        while (const auto row = scan.Next()) {
-            for (std::size_t i = 0; i < table->Columns().size(); ++i) {
-                Attempt([&] { static_cast<void>(row->Value(static_cast<int>(i))); });
-            }
-        }
-    });
-    ReadIndexes(*table);
-}
-
-void ReadEverything(const fs::path& file) {
-    Attempt([&] {
-        const auto database = Database::Open(file, OpenMode::ReadOnly);
-        for (const CatalogEntry& entry : database->Catalog()) {
-            Attempt([&] { ReadTable(*database, entry.name); });
-        }
-    });
 }
 
 void ChangeSomething(const fs::path& file) {

@@ -15,7 +15,6 @@ namespace quardele::jet {
 
 namespace {
 
-constexpr double kCurrencyUnit = 10000;
 constexpr std::uint8_t kNegative = 0x80;
 
 [[noreturn]] void ThrowWrongType() {

@@ -55,9 +55,20 @@ inline constexpr std::uint16_t kDeleted = 0xC000;  ///< both bits
 inline constexpr std::uint16_t kFlagsMask = 0xC000;
 }  // namespace slot
 
+/// Stands in every table definition, column descriptor and logical index, and its sister in real indexes.
+inline constexpr std::uint32_t kSignature = 1625;
+inline constexpr std::uint32_t kIndexSignature = 1923;
+/// Kinds of tables.
+inline constexpr std::uint8_t kUserTable = 0x4E;
+inline constexpr std::uint8_t kSystemTable = 0x53;
+/// What a table may have.
+inline constexpr std::size_t kMostColumns = 255;
+inline constexpr std::size_t kMostIndexes = 32;
+
 /// Flags of a column descriptor.
 namespace column_flag {
 inline constexpr std::uint8_t kFixed = 0x01;
+inline constexpr std::uint8_t kMayBeNull = 0x02;
 inline constexpr std::uint8_t kAutoNumber = 0x04;
 inline constexpr std::uint8_t kAutoGuid = 0x40;
 inline constexpr std::uint8_t kCompressed = 0x01;  ///< in the extra flags
@@ -68,6 +79,7 @@ namespace index_flag {
 inline constexpr std::uint8_t kUnique = 0x01;
 inline constexpr std::uint8_t kIgnoreNulls = 0x02;
 inline constexpr std::uint8_t kRequired = 0x08;
+inline constexpr std::uint8_t kAlways = 0x80;  ///< Access 2000 and later set it on every index
 }  // namespace index_flag
 
 /// Kinds of a logical index.
@@ -135,7 +147,7 @@ struct Format {
     } realIndex;
 
     struct {
-        std::size_t size, number, real, kind;
+        std::size_t size, number, real, side, partner, partnerTable, cascadeUpdate, cascadeDelete, kind;
     } logicalIndex;
 
     struct {
@@ -192,7 +204,15 @@ inline constexpr Format kJet4{
                .length = 23,
                .nameLengthBytes = 2},
     .realIndex = {.size = 52, .columns = 4, .map = 34, .root = 38, .flags = 46},
-    .logicalIndex = {.size = 28, .number = 4, .real = 8, .kind = 23},
+    .logicalIndex = {.size = 28,
+                     .number = 4,
+                     .real = 8,
+                     .side = 12,
+                     .partner = 13,
+                     .partnerTable = 17,
+                     .cascadeUpdate = 21,
+                     .cascadeDelete = 22,
+                     .kind = 23},
     .index = {.owner = 4,
               .previous = 12,
               .next = 16,
@@ -242,7 +262,15 @@ inline constexpr Format kJet3{
                .length = 16,
                .nameLengthBytes = 1},
     .realIndex = {.size = 39, .columns = 0, .map = 30, .root = 34, .flags = 38},
-    .logicalIndex = {.size = 20, .number = 0, .real = 4, .kind = 19},
+    .logicalIndex = {.size = 20,
+                     .number = 0,
+                     .real = 4,
+                     .side = 8,
+                     .partner = 9,
+                     .partnerTable = 13,
+                     .cascadeUpdate = 17,
+                     .cascadeDelete = 18,
+                     .kind = 19},
     .index = {.owner = 4,
               .previous = 8,
               .next = 12,

@@ -100,6 +100,17 @@ inline constexpr int kInvalidBookmark = 3159;
 inline constexpr int kFieldExists = 3191;
 inline constexpr int kTableInUse = 3211;
 inline constexpr int kObjectClosed = 3420;
+// Of structures: databases, tables, fields, indexes.
+inline constexpr int kTableExists = 3010;
+inline constexpr int kBadName = 3125;
+inline constexpr int kTooManyFields = 3190;
+inline constexpr int kDatabaseExists = 3204;
+inline constexpr int kUsedInRelation = 3281;
+inline constexpr int kPrimaryKeyExists = 3283;
+inline constexpr int kIndexExists = 3284;
+inline constexpr int kCannotDropTable = 3371;
+inline constexpr int kBadIndexField = 3409;
+inline constexpr int kTooManyIndexes = 3626;
 }  // namespace error
 
 }  // namespace quardele::basic

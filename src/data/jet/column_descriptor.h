@@ -1,0 +1,28 @@
+// The descriptor of a column in a table definition.
+#pragma once
+
+#include "bytes.h"
+#include "table_def.h"
+
+namespace quardele::jet {
+
+/// Where a column stands within its table and its rows.
+struct ColumnPlace {
+    std::uint16_t number = 0;
+    std::uint16_t variableIndex = 0;  ///< for a fixed column the number of variable ones before it
+    std::uint16_t fixedOffset = 0;
+    std::uint16_t display = 0;
+};
+
+/// Whether values of the type lie in the variable part of new tables' rows.
+[[nodiscard]] bool IsVariable(ColumnType type);
+/// Bytes that a column takes in the fixed part of a row.
+[[nodiscard]] std::uint16_t FixedSize(ColumnType type);
+
+/// Throws 3125 for an impossible name, 3251 for a type, a size or a precision that no column can have.
+void CheckColumn(const Column& column);
+
+/// The descriptor of a column that CheckColumn lets pass.
+[[nodiscard]] ByteString ColumnDescriptor(const Column& column, const ColumnPlace& place);
+
+}  // namespace quardele::jet

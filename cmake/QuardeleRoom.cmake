@@ -17,14 +17,25 @@ function(quardele_room name)
     endif()
 endfunction()
 
+# GoogleTest as the system has it; for another system, made from the sources that Debian ships.
+function(quardele_find_googletest)
+    if(NOT CMAKE_CROSSCOMPILING)
+        find_package(GTest REQUIRED GLOBAL)
+    elseif(NOT TARGET GTest::gtest)
+        add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+    endif()
+endfunction()
+
 # A test program run by ctest:
 #
-#   quardele_test(<name> SOURCES <files> LINKS <targets> [QT] [LABELS <labels>] [INTERNALS <room>...])
+#   quardele_test(<name> SOURCES <files> LINKS <targets> [QT] [INSTALLATION] [LABELS <labels>]
+#                 [INTERNALS <room>...])
 #
 # Plain tests use GoogleTest; QT tests bring their own main (Qt Test) and run on the off-screen platform.
-# INTERNALS opens a room's private headers to its own unit tests.
+# INTERNALS opens a room's private headers to its own unit tests. INSTALLATION: the test copies or reads the
+# installation of tests/installation, which is made first.
 function(quardele_test name)
-    cmake_parse_arguments(ARG "QT" "" "SOURCES;LINKS;LABELS;INTERNALS" ${ARGN})
+    cmake_parse_arguments(ARG "QT;INSTALLATION" "" "SOURCES;LINKS;LABELS;INTERNALS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINKS} quardele_warnings)
     foreach(room IN LISTS ARG_INTERNALS)
@@ -34,7 +45,12 @@ function(quardele_test name)
     target_compile_definitions(${name} PRIVATE
         QUARDELE_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
         QUARDELE_BINARY_DIR="${CMAKE_BINARY_DIR}"
-        QUARDELE_CORPUS_DIR="${QUARDELE_CORPUS}")
+        QUARDELE_CORPUS_DIR="${QUARDELE_CORPUS}"
+        QUARDELE_SAMPLE_DIR="${QUARDELE_SAMPLE}")
+    if(ARG_INSTALLATION)
+        target_compile_definitions(${name} PRIVATE QUARDELE_INSTALLATION_DIR="${CMAKE_BINARY_DIR}/tests/made")
+        add_dependencies(${name} quardele_test_installation)
+    endif()
     set(leak_options "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/lsan.supp:print_suppressions=0")
     if(ARG_QT)
         set_target_properties(${name} PROPERTIES AUTOMOC ON)
@@ -44,7 +60,7 @@ function(quardele_test name)
         set_tests_properties(${name} PROPERTIES
             ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LANG=C.UTF-8;${leak_options}")
     else()
-        find_package(GTest REQUIRED)
+        quardele_find_googletest()
         target_link_libraries(${name} PRIVATE GTest::gtest_main GTest::gmock)
         add_test(NAME ${name} COMMAND ${name})
         # A case that has nothing to run on (the corpus is elsewhere) says so and counts as skipped.

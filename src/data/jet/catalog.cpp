@@ -5,6 +5,7 @@
 
 #include <basic/runtime_error.h>
 
+#include "catalog_format.h"
 #include "engine.h"
 #include "long_value.h"
 #include "properties.h"
@@ -14,12 +15,7 @@ namespace quardele::jet {
 
 namespace {
 
-constexpr int kLocalTable = 1;
-constexpr int kOdbcTable = 4;
-constexpr int kLinkedTable = 6;
-constexpr std::uint32_t kSystemFlags = 0x80000002;
-constexpr std::uint32_t kHiddenFlag = 0x00000008;
-constexpr std::uint32_t kPageMask = 0x00FFFFFF;
+using namespace catalog_format;
 
 TableImpl CatalogTableOf(Engine& engine) {
     return {engine, nullptr, u"MSysObjects", TableDef::Read(engine.Pages(), kCatalogPage)};
@@ -65,6 +61,7 @@ CatalogTable ReadTable(const Reader& read, const Row& row, int type) {
     CatalogTable table;
     table.name = read.TextOf(row, u"Name");
     table.row = row.Id();
+    table.changed = row.NumberAt(read.Ordinal(u"DateUpdate"));
     table.system = IsSystem(table.name, read.Number(row, u"Flags"));
     table.linked = type != kLocalTable;
     table.odbc = type == kOdbcTable;

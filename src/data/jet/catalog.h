@@ -16,6 +16,7 @@ struct CatalogTable {
     Text name;
     std::uint32_t page = 0;  ///< of its definition; 0 for a linked table
     RowId row;               ///< its row in the catalogue
+    double changed = 0;      ///< when its structure was changed last; differs after each change
     bool system = false;
     bool linked = false;
     bool odbc = false;

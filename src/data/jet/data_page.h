@@ -19,6 +19,9 @@ class DataPage {
     [[nodiscard]] std::uint16_t Flags(int slotNumber) const { return Entry(slotNumber) & slot::kFlagsMask; }
     /// The bytes of a slot, whatever its flags. Throws 3343 when they overlap the slots or the row before.
     [[nodiscard]] ByteView Row(int slotNumber) const;
+    [[nodiscard]] bool HasLiveRows() const;
+    /// Throws when Row would for any slot.
+    void CheckRows() const;
 
  private:
     [[nodiscard]] std::uint16_t Entry(int slotNumber) const;

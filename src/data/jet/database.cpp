@@ -40,24 +40,25 @@ bool Database::HasTable(TextView name) const {
 }
 
 std::shared_ptr<Table> Database::OpenTable(TextView name) {
-    std::weak_ptr<Table>& open = engine_->openTables[basic::UCase(name)];
-    if (std::shared_ptr<Table> table = open.lock()) {
-        return table;
-    }
     const jet::Catalog& catalog = engine_->Objects();
     const CatalogTable* found = catalog.Find(name);
     if (found == nullptr) {
         throw basic::RuntimeError(basic::error::kNoSuchTable,
                                   basic::Describe(basic::error::kNoSuchTable, name));
     }
-    std::shared_ptr<Table> table;
+    OpenedTable& open = engine_->openTables[basic::UCase(name)];
+    std::shared_ptr<Table> table = open.table.lock();
+    if (table != nullptr && open.page == found->page && open.changed == found->changed) {
+        return table;
+    }
     if (found->linked) {
         table = OpenLinkedTable(*engine_, *found);
     } else {
-        table = std::make_shared<Table>(std::make_unique<TableImpl>(*engine_, shared_from_this(), found->name,
-                                                                    catalog.Define(*engine_, *found)));
+        TableDef def = engine_->Reading([&] { return catalog.Define(*engine_, *found); });
+        table = std::make_shared<Table>(
+            std::make_unique<TableImpl>(*engine_, shared_from_this(), found->name, std::move(def)));
     }
-    open = table;
+    open = {.table = table, .page = found->page, .changed = found->changed};
     return table;
 }
 
@@ -68,7 +69,7 @@ Step Database::Begin() {
 void Database::Refresh() {
     engine_->Refresh();
     for (const auto& [name, open] : engine_->openTables) {
-        const std::shared_ptr<Table> table = open.lock();
+        const std::shared_ptr<Table> table = open.table.lock();
         if (table != nullptr && &table->Impl().Owner() != engine_.get()) {
             table->Impl().Owner().Refresh();  // a linked table has an engine of its own
         }

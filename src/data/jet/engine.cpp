@@ -3,7 +3,6 @@
 #include <basic/runtime_error.h>
 
 #include "file_header.h"
-#include "journal.h"
 #include "lock_bytes.h"
 #include "write_step.h"
 
@@ -24,40 +23,16 @@ Engine::Engine(const std::filesystem::path& path, OpenMode mode) : path_(path), 
     rows_ = std::make_unique<RowLocks>(file_, users_);
     format_ = &IdentifyFormat(file_);
     readOnly_ = readOnly_ || !format_->wideText;
-    Recover();
+    pictures_ = std::make_unique<PictureTaker>(file_, *format_, readOnly_);
+    cache_ = std::make_unique<PageCache>(file_, *format_, pictures_.get());
+    pictures_->Tidy();
+    TakeFirstPicture();
     CheckHeader(file_, *format_);
-    cache_ = std::make_unique<PageCache>(file_, *format_);
 }
 
-// A writer that died has left its journal. One that lives holds the lock, and takes its journal away soon.
-void Engine::Recover() {
-    if (!HasJournal(path_)) {
-        return;
-    }
-    if (!WaitForWriterLock(file_, readOnly_ ? OsFile::Lock::Shared : OsFile::Lock::Exclusive)) {
-        Throw(basic::error::kFileInUse, path_);
-    }
-    try {
-        RecoverAlone();
-    } catch (const basic::RuntimeError&) {
-        file_.Unlock(lock_bytes::kWriter);
-        throw;
-    }
-    file_.Unlock(lock_bytes::kWriter);
-}
-
-void Engine::RecoverAlone() {
-    if (!HasJournal(path_)) {
-        return;
-    }
-    if (!readOnly_) {
-        RecoverFromJournal(file_, *format_);
-    } else if (NeedsRecovery(file_, *format_)) {
-        throw basic::RuntimeError(
-            basic::error::kReadOnly,
-            u"Une écriture interrompue doit d'abord être annulée, mais la base de données est "
-            u"en lecture seule.");
-    }
+// Waits for a writer that is at work, so that the file is looked at between two changes.
+void Engine::TakeFirstPicture() {
+    static_cast<void>(cache_->PageCount());
 }
 
 void Engine::OpenFile() {
@@ -120,14 +95,17 @@ const PageSource& Engine::Pages() const {
 
 const jet::Catalog& Engine::Objects() {
     if (!catalog_) {
-        catalog_ = jet::Catalog::Read(*this);
+        catalog_ = Reading([this] { return jet::Catalog::Read(*this); });
+        catalogGeneration_ = cache_->Generation();
     }
     return *catalog_;
 }
 
 void Engine::Refresh() {
-    cache_->Clear();
-    catalog_.reset();
+    cache_->Refresh();
+    if (catalogGeneration_ != cache_->Generation()) {
+        catalog_.reset();
+    }
 }
 
 }  // namespace quardele::jet

@@ -13,11 +13,20 @@
 #include "lock_file.h"
 #include "os_file.h"
 #include "page_cache.h"
+#include "picture.h"
 #include "row_locks.h"
+#include "scope_exit.h"
 
 namespace quardele::jet {
 
 class WriteStep;
+
+/// A table that is open, and what its structure was known by then.
+struct OpenedTable {
+    std::weak_ptr<Table> table;
+    std::uint32_t page = 0;
+    double changed = 0;
+};
 
 class Engine {
  public:
@@ -37,19 +46,30 @@ class Engine {
     /// The catalogue, read when it is first asked for after opening or Refresh.
     [[nodiscard]] const jet::Catalog& Objects();
     void Refresh();
+    /// The catalogue has changed, or a change of it was undone.
+    void ForgetCatalog() { catalog_.reset(); }
     /// The same for the pages alone.
-    void RefreshPages() { cache_->Clear(); }
+    void RefreshPages() { cache_->Refresh(); }
+
+    /// Reads something that must belong to one state of the file: when somebody changes the file meanwhile
+    /// the action is run again, from its start. Every public way to read goes through here.
+    template <class Action>
+    auto Reading(const Action& action) -> decltype(action());
+
+    /// Says for the pages that this engine holds the writer's lock.
+    void SetWriting(bool writing) { pictures_->SetWriting(writing); }
 
     WriteStep* openStep = nullptr;  ///< the outermost one; it registers itself
     /// Tables that are open, by upper-case name; they are shared.
-    std::map<Text, std::weak_ptr<Table>> openTables;
+    std::map<Text, OpenedTable> openTables;
 
  private:
     void OpenFile();
     void TakePresence();
     void EnterLockFile();
-    void Recover();
-    void RecoverAlone();
+    void TakeFirstPicture();
+    template <class Action>
+    auto ReadingAlone(const Action& action) -> decltype(action());
 
     std::filesystem::path path_;
     OpenMode mode_;
@@ -58,8 +78,39 @@ class Engine {
     LockFile users_;
     std::unique_ptr<RowLocks> rows_;
     const Format* format_ = nullptr;
+    std::unique_ptr<PictureTaker> pictures_;
     std::unique_ptr<PageCache> cache_;
     std::optional<jet::Catalog> catalog_;
+    std::uint64_t catalogGeneration_ = 0;
+    bool reading_ = false;  ///< within Reading; the outermost one begins again
 };
+
+template <class Action>
+auto Engine::Reading(const Action& action) -> decltype(action()) {
+    constexpr int kTries = 3;
+    if (reading_ || openStep != nullptr) {
+        return action();  // in a step nobody of ours changes the file
+    }
+    reading_ = true;
+    const ScopeExit end([this] { reading_ = false; });
+    for (int i = 0; i < kTries; ++i) {
+        try {
+            return action();
+        } catch (const PictureTorn&) {
+            continue;
+        }
+    }
+    return ReadingAlone(action);
+}
+
+// Where many write all the time a reader has its turn as well: they wait for it.
+template <class Action>
+auto Engine::ReadingAlone(const Action& action) -> decltype(action()) {
+    if (!pictures_->Hold()) {
+        throw PictureTorn();
+    }
+    const ScopeExit end([this] { pictures_->Release(); });
+    return action();
+}
 
 }  // namespace quardele::jet

@@ -82,7 +82,52 @@ ByteString ReadStart(const OsFile& file) {
     return bytes;
 }
 
+/// What stands in every new file, as it is before masking: the pages of the four system tables, the ANSI code
+/// page, and values of one known file, whose date of creation the identities of accounts depend on.
+void FillMaskedArea(std::span<std::uint8_t> page) {
+    constexpr std::array<std::uint8_t, 8> kConstant = {0x00, 0x01, 0x00, 0x00, 0x01, 0x01, 0x00, 0x00};
+    constexpr std::array<std::uint8_t, 4> kDateMask = {0x59, 0xA5, 0x00, 0x00};
+    constexpr std::array<std::uint8_t, 8> kDate = {0x3E, 0x85, 0xD3, 0x3B, 0x3E, 0xAB, 0xE4, 0x40};
+    constexpr std::size_t kSystemPages = 0x20;
+    constexpr std::size_t kBuild = 0x6A;
+    constexpr std::size_t kCollation = 0x6E;
+    std::copy(kConstant.begin(), kConstant.end(), page.begin() + header::kMaskStart);
+    for (std::uint32_t i = 0; i < 4; ++i) {
+        StoreLittle(page.subspan(kSystemPages + i * 4), kCatalogPage + i);
+    }
+    StoreLittle(page.subspan(header::kCodePage), kWestern);
+    for (std::size_t i = 0; i < kPasswordLength2000; ++i) {
+        page[header::kPassword + i] = kDateMask[i % kDateMask.size()];
+    }
+    StoreLittle(page.subspan(kBuild), std::uint32_t{0x261C});
+    StoreLittle(page.subspan(kCollation), std::uint32_t{kGeneralLcid});
+    std::copy(kDate.begin(), kDate.end(), page.begin() + header::kCreationDate);
+}
+
 }  // namespace
+
+ByteString NewHeaderPage() {
+    constexpr std::size_t kSignatureAt = 0x98;
+    constexpr std::size_t kVersionText = 0x9C;
+    constexpr std::size_t kCommitSlots = 0xE00;
+    constexpr std::size_t kSlotCount = 256;
+    constexpr std::uint16_t kUnused = 0x0100;
+    ByteString page(kJet4.pageSize);
+    const auto bytes = std::span(page);
+    page[1] = 1;
+    std::copy(kEngineName.begin(), kEngineName.end(), page.begin() + header::kEngineName);
+    page[header::kVersion] = kVersion2000;
+    FillMaskedArea(bytes);
+    Unmask(page, kJet4.headerMaskLength);
+    StoreLittle(bytes.subspan(kSignatureAt), std::uint32_t{0x654});
+    const std::string_view version = "4.0";
+    std::copy(version.begin(), version.end(), page.begin() + kVersionText);
+    for (std::size_t i = 0; i < kSlotCount; ++i) {
+        const auto uses = static_cast<std::uint16_t>(i == 0 ? 1 : 0);
+        StoreLittle(bytes.subspan(kCommitSlots + i * 2), static_cast<std::uint16_t>(kUnused + uses));
+    }
+    return page;
+}
 
 const Format& IdentifyFormat(const OsFile& file) {
     const ByteString bytes = ReadStart(file);

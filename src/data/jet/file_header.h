@@ -3,6 +3,7 @@
 
 #include <basic/text.h>
 
+#include "bytes.h"
 #include "format.h"
 #include "os_file.h"
 
@@ -15,5 +16,8 @@ namespace quardele::jet {
 /// Whether the file may be read. Throws 3343 when it is cut off, 3031 when it asks for a password, 3251 when
 /// its pages are encrypted or its texts are in a code page other than 1252.
 void CheckHeader(const OsFile& file, const Format& format);
+
+/// The header page of a new Access 2000-2003 file.
+[[nodiscard]] ByteString NewHeaderPage();
 
 }  // namespace quardele::jet

@@ -60,10 +60,13 @@ struct IndexCursor::State {
     State(const TableImpl& ofTable, const RealIndex& ofIndex)
         : table(ofTable), index(ofIndex), walk(ofTable.Pages(), ofTable.Def().page, ofIndex) {}
 
-    bool Remember(bool found) {
-        valid = found;
+    /// Moves the walk and remembers where it is. Until it has arrived the entry is the old one, so that the
+    /// move can be made again.
+    template <class Move>
+    bool Find(const Move& move) {
+        valid = table.Owner().Reading([&] { return move(walk); });
         generation = table.Owner().Pages().Generation();
-        return found;
+        return valid;
     }
     // Pages have changed since the entry was read: where it lay means nothing any more.
     [[nodiscard]] bool IsStale() const { return generation != table.Owner().Pages().Generation(); }
@@ -81,53 +84,51 @@ IndexCursor& IndexCursor::operator=(IndexCursor&&) noexcept = default;
 IndexCursor::~IndexCursor() = default;
 
 bool IndexCursor::First() {
-    return state_->Remember(state_->walk.First());
+    return state_->Find([](IndexWalk& walk) { return walk.First(); });
 }
 
 bool IndexCursor::Last() {
-    return state_->Remember(state_->walk.Last());
+    return state_->Find([](IndexWalk& walk) { return walk.Last(); });
 }
 
 bool IndexCursor::Next() {
-    if (!state_->valid) {
-        return false;
-    }
-    if (state_->IsStale()) {
-        const ByteString entry = state_->walk.Entry();
-        return state_->Remember(state_->walk.FirstFrom(entry, true));
-    }
-    return state_->Remember(state_->walk.Next());
+    return state_->valid && state_->Find([this](IndexWalk& walk) {
+        if (state_->IsStale()) {
+            const ByteString entry = walk.Entry();
+            return walk.FirstFrom(entry, true);
+        }
+        return walk.Next();
+    });
 }
 
 bool IndexCursor::Previous() {
-    if (!state_->valid) {
-        return false;
-    }
-    if (state_->IsStale()) {
-        const ByteString entry = state_->walk.Entry();
-        return state_->Remember(state_->walk.LastBefore(entry, false));
-    }
-    return state_->Remember(state_->walk.Previous());
+    return state_->valid && state_->Find([this](IndexWalk& walk) {
+        if (state_->IsStale()) {
+            const ByteString entry = walk.Entry();
+            return walk.LastBefore(entry, false);
+        }
+        return walk.Previous();
+    });
 }
 
 bool IndexCursor::Seek(SeekOperator op, std::span<const Variant> values) {
     state_->valid = false;
     const SoughtKey key = MakeSoughtKey(state_->table, state_->index, values);
-    IndexWalk& walk = state_->walk;
-    switch (op) {
-        case SeekOperator::Equal:
-            return state_->Remember(key.exact && walk.FirstFrom(key.bytes, false) &&
-                                    StartsWith(walk.Entry(), key.bytes));
-        case SeekOperator::GreaterOrEqual:
-            return state_->Remember(walk.FirstFrom(key.bytes, !key.exact && key.behind));
-        case SeekOperator::Greater:
-            return state_->Remember(walk.FirstFrom(key.bytes, key.exact || key.behind));
-        case SeekOperator::LessOrEqual:
-            return state_->Remember(walk.LastBefore(key.bytes, key.exact || key.behind));
-        case SeekOperator::Less:
-            return state_->Remember(walk.LastBefore(key.bytes, !key.exact && key.behind));
-    }
-    return false;
+    return state_->Find([&](IndexWalk& walk) {
+        switch (op) {
+            case SeekOperator::Equal:
+                return key.exact && walk.FirstFrom(key.bytes, false) && StartsWith(walk.Entry(), key.bytes);
+            case SeekOperator::GreaterOrEqual:
+                return walk.FirstFrom(key.bytes, !key.exact && key.behind);
+            case SeekOperator::Greater:
+                return walk.FirstFrom(key.bytes, key.exact || key.behind);
+            case SeekOperator::LessOrEqual:
+                return walk.LastBefore(key.bytes, key.exact || key.behind);
+            case SeekOperator::Less:
+                return walk.LastBefore(key.bytes, !key.exact && key.behind);
+        }
+        return false;
+    });
 }
 
 bool IndexCursor::Matches(std::span<const Variant> values) const {

@@ -4,16 +4,24 @@
 
 namespace quardele::jet {
 
+void CheckIndexPage(const Page& page, const Format& format, std::uint32_t table) {
+    if (page.Type() != PageType::IndexLeaf && page.Type() != PageType::IndexNode) {
+        ThrowDamaged(page.number, u"page d'index attendue");
+    }
+    if (page.View().U32(format.index.owner) != table) {
+        ThrowDamaged(page.number, u"page d'index d'une autre table");
+    }
+}
+
+std::size_t PrefixLength(const Page& page, const Format& format) {
+    const ByteView view = page.View();
+    return format.index.prefixBytes == 1 ? view.U8(format.index.prefix) : view.U16(format.index.prefix);
+}
+
 IndexPage::IndexPage(PagePtr page, const Format& format, std::uint32_t table)
     : page_(std::move(page)), view_(page_->View()), format_(&format) {
-    const PageType type = page_->Type();
-    if (type != PageType::IndexLeaf && type != PageType::IndexNode) {
-        ThrowDamaged(page_->number, u"page d'index attendue");
-    }
-    if (view_.U32(format.index.owner) != table) {
-        ThrowDamaged(page_->number, u"page d'index d'une autre table");
-    }
-    prefix_ = format.index.prefixBytes == 1 ? view_.U8(format.index.prefix) : view_.U16(format.index.prefix);
+    CheckIndexPage(*page_, format, table);
+    prefix_ = PrefixLength(*page_, format);
     ReadEnds();
 }
 

@@ -12,6 +12,11 @@ namespace quardele::jet {
 inline constexpr std::size_t kEntryRow = 4;
 inline constexpr std::size_t kEntryChild = 4;
 
+/// Throws 3343 when a page is none of an index of this table.
+void CheckIndexPage(const Page& page, const Format& format, std::uint32_t table);
+/// How many bytes all entries but the first leave away at their start, because the first has them too.
+[[nodiscard]] std::size_t PrefixLength(const Page& page, const Format& format);
+
 /// The entries of an index page, checked. In a leaf each entry is a key and the row that has it; in a node it
 /// is the last leaf entry below a child, and the child's page.
 class IndexPage {

@@ -4,6 +4,7 @@
 
 #include <basic/runtime_error.h>
 
+#include "index_page_editor.h"
 #include "index_walk.h"
 
 namespace quardele::jet {
@@ -50,20 +51,155 @@ void IndexTree::CheckLength(std::size_t entry) {
     }
 }
 
-void IndexTree::Insert(const ByteString& entry) {
+IndexSpot IndexTree::SpotOf(std::span<const std::uint8_t> sought) const {
+    IndexSpot spot;
+    IndexView page = View(index_.root);
+    while (!page.IsLeaf()) {
+        if (spot.path.size() == kDeepest || (page.IsEmpty() && page.Tail() == 0)) {
+            ThrowDamaged(page.Number(), u"index sans fin");
+        }
+        std::size_t child = page.LowerBound(sought, false);
+        if (child == page.End() && page.Tail() == 0) {
+            child = page.Before(child);
+        }
+        spot.path.push_back({page.Number(), child});
+        page = View(child == page.End() ? page.Tail() : page.Child(child));
+    }
+    spot.leaf = page.Number();
+    spot.before = page.LowerBound(sought, false);
+    return spot;
+}
+
+bool IndexTree::HasNeighbour(const IndexSpot& spot, std::size_t behind,
+                             std::span<const std::uint8_t> key) const {
+    const IndexView leaf = View(spot.leaf);
+    const bool before = spot.before > 0
+                            ? leaf.CompareStart(leaf.Before(spot.before), key) == 0
+                            : FirstFound(leaf.Previous(), &IndexView::Previous, [&](const IndexView& other) {
+                                  return other.CompareStart(other.Before(other.End()), key) == 0;
+                              });
+    if (before || behind < leaf.End()) {
+        return before || leaf.CompareStart(behind, key) == 0;
+    }
+    return FirstFound(leaf.Next(), &IndexView::Next,
+                      [&](const IndexView& other) { return other.CompareStart(0, key) == 0; });
+}
+
+// What the first leaf that has entries says. Other programs leave empty ones behind.
+template <class Says>
+bool IndexTree::FirstFound(std::uint32_t leaf, std::uint32_t (IndexView::*further)() const,
+                           const Says& says) const {
+    for (std::uint32_t hops = 0; leaf != 0; ++hops) {
+        const IndexView view = View(leaf);
+        if (hops > pages_.PageCount()) {
+            ThrowDamaged(leaf, u"feuilles d'index mal enchaînées");
+        }
+        if (!view.IsEmpty()) {
+            return says(view);
+        }
+        leaf = (view.*further)();
+    }
+    return false;
+}
+
+std::optional<IndexSpot> IndexTree::SpotOfNew(std::span<const std::uint8_t> key) const {
+    IndexSpot spot = SpotOf(key);
+    if (HasNeighbour(spot, spot.before, key)) {
+        return std::nullopt;
+    }
+    return spot;
+}
+
+bool IndexTree::Insert(const ByteString& entry) {
     CheckLength(entry.size());
+    const IndexSpot spot = SpotOf(entry);
+    if (StartsAt(spot, entry)) {
+        ThrowDamaged(spot.leaf, u"entrée d'index en double");
+    }
+    const bool newKey = !HasNeighbour(spot, spot.before, std::span(entry).first(entry.size() - kEntryRow));
+    InsertAt(spot, entry);
+    return newKey;
+}
+
+bool IndexTree::StartsAt(const IndexSpot& spot, const ByteString& entry) const {
+    const IndexView leaf = View(spot.leaf);
+    return spot.before < leaf.End() && leaf.CompareStart(spot.before, entry) == 0;
+}
+
+void IndexTree::InsertAt(const IndexSpot& spot, const ByteString& entry) {
+    if (!TryInsert(spot, entry)) {
+        InsertAnyhow(entry);
+    }
+}
+
+bool IndexTree::TryInsert(const IndexSpot& spot, const ByteString& entry) {
+    {
+        const IndexView leaf = View(spot.leaf);
+        const bool last = spot.before == leaf.End();
+        if (!IndexPageEditor::CanInsert(leaf, spot.before, entry) || (last && !CanTellNodes(spot, entry))) {
+            return false;
+        }
+        if (last) {
+            TellNodes(spot, entry);
+        }
+    }
+    IndexPageEditor(pages_, table_).InsertLeafEntry(spot.leaf, spot.before, entry);
+    return true;
+}
+
+bool IndexTree::CanTellNodes(const IndexSpot& spot, const ByteString& entry) const {
+    return std::all_of(spot.path.begin(), spot.path.end(), [&](const IndexSpot::Step& step) {
+        const IndexView node = View(step.node);
+        return step.child == node.End() || (node.Tail() == 0 && node.Behind(step.child) == node.End() &&
+                                            node.CompareStart(step.child, entry) < 0 &&
+                                            IndexPageEditor::CanReplace(node, step.child, entry));
+    });
+}
+
+void IndexTree::TellNodes(const IndexSpot& spot, const ByteString& entry) {
+    for (const IndexSpot::Step& step : spot.path) {
+        if (step.child < View(step.node).End()) {
+            IndexPageEditor(pages_, table_).ReplaceNodeEntry(step.node, step.child, entry);
+        }
+    }
+}
+
+void IndexTree::InsertAnyhow(const ByteString& entry) {
     Path path;
     IndexNode leaf = Descend(entry, path);
     const std::size_t position = LowerBound(leaf, entry);
-    if (position < leaf.items.size() && leaf.items[position].entry == entry) {
-        ThrowDamaged(leaf.number, u"entrée d'index en double");
-    }
     const bool appended = position == leaf.items.size() && leaf.next == 0;
     leaf.items.insert(At(leaf.items, position), {entry, 0});
     SaveLeaf(path, std::move(leaf), appended);
 }
 
-void IndexTree::Remove(const ByteString& entry) {
+bool IndexTree::Remove(const ByteString& entry) {
+    const IndexSpot spot = SpotOf(entry);
+    if (!StartsAt(spot, entry)) {
+        ThrowDamaged(spot.leaf, u"entrée d'index absente");
+    }
+    const auto key = std::span(entry).first(entry.size() - kEntryRow);
+    const bool onlyOne = !HasNeighbour(spot, View(spot.leaf).Behind(spot.before), key);
+    if (!TryRemove(spot)) {
+        RemoveAnyhow(entry);
+    }
+    return onlyOne;
+}
+
+// The last entry of a leaf is known to the nodes above.
+bool IndexTree::TryRemove(const IndexSpot& spot) {
+    {
+        const IndexView leaf = View(spot.leaf);
+        const bool last = leaf.Behind(spot.before) == leaf.End();
+        if ((last && !spot.path.empty()) || !IndexPageEditor::CanRemove(leaf)) {
+            return false;
+        }
+    }
+    IndexPageEditor(pages_, table_).RemoveLeafEntry(spot.leaf, spot.before);
+    return true;
+}
+
+void IndexTree::RemoveAnyhow(const ByteString& entry) {
     Path path;
     IndexNode leaf = Descend(entry, path);
     const std::size_t position = LowerBound(leaf, entry);

@@ -5,10 +5,22 @@
 #include <vector>
 
 #include "index_node.h"
+#include "index_view.h"
 #include "page_allocator.h"
 #include "table_def.h"
 
 namespace quardele::jet {
+
+/// A place between the entries of a leaf, and the way to it from the root. Good until the tree changes.
+struct IndexSpot {
+    struct Step {
+        std::uint32_t node = 0;
+        std::size_t child = 0;  ///< the entry that was followed; End() for the tail or an empty end
+    };
+    std::vector<Step> path;
+    std::uint32_t leaf = 0;
+    std::size_t before = 0;  ///< the entry that lies behind the place
+};
 
 /// One tree within a transaction. The root's page number never changes; leaves are chained from left to
 /// right; a node right above the leaves keeps its last child as its tail, other nodes have an item for each
@@ -20,10 +32,16 @@ class IndexTree {
 
     /// Throws 3251 when an entry is too long for an index.
     static void CheckLength(std::size_t entry);
-    /// An entry is a key and the row that has it. Throws like CheckLength.
-    void Insert(const ByteString& entry);
-    /// Throws 3343 when the tree has no such entry.
-    void Remove(const ByteString& entry);
+    /// An entry is a key and the row that has it. Throws like CheckLength, and 3343 for one that is there.
+    /// Returns whether no other entry has its key.
+    bool Insert(const ByteString& entry);
+    /// Throws 3343 when the tree has no such entry. Returns whether no other entry has its key.
+    bool Remove(const ByteString& entry);
+
+    /// The place of an entry with a key that no entry has yet; none when one has it.
+    [[nodiscard]] std::optional<IndexSpot> SpotOfNew(std::span<const std::uint8_t> key) const;
+    /// Inserts an entry with the key that the spot was found for.
+    void InsertAt(const IndexSpot& spot, const ByteString& entry);
     /// Whether an entry has exactly this key.
     [[nodiscard]] bool HasKey(std::span<const std::uint8_t> key) const;
     /// Whether an entry of another row has exactly this key.
@@ -50,6 +68,26 @@ class IndexTree {
 
     /// The leaf where an entry belongs, and the nodes above it.
     [[nodiscard]] IndexNode Descend(std::span<const std::uint8_t> entry, Path& path) const;
+    [[nodiscard]] IndexView View(std::uint32_t page) const {
+        return {pages_.Read(page), pages_.Layout(), table_};
+    }
+    [[nodiscard]] IndexSpot SpotOf(std::span<const std::uint8_t> sought) const;
+    /// Whether the entry before or behind the place starts with a key.
+    [[nodiscard]] bool HasNeighbour(const IndexSpot& spot, std::size_t behind,
+                                    std::span<const std::uint8_t> key) const;
+    template <class Says>
+    [[nodiscard]] bool FirstFound(std::uint32_t leaf, std::uint32_t (IndexView::*further)() const,
+                                  const Says& says) const;
+    [[nodiscard]] bool StartsAt(const IndexSpot& spot, const ByteString& entry) const;
+    /// The short ways, for changes that fit into their pages; false when nothing was done.
+    [[nodiscard]] bool TryInsert(const IndexSpot& spot, const ByteString& entry);
+    [[nodiscard]] bool TryRemove(const IndexSpot& spot);
+    /// Whether the way to a leaf leads along last children only, so that a new last entry of the leaf can be
+    /// told to all nodes above.
+    [[nodiscard]] bool CanTellNodes(const IndexSpot& spot, const ByteString& entry) const;
+    void TellNodes(const IndexSpot& spot, const ByteString& entry);
+    void InsertAnyhow(const ByteString& entry);
+    void RemoveAnyhow(const ByteString& entry);
     [[nodiscard]] ByteString LastBelow(std::uint32_t page) const;
 
     void SaveLeaf(const Path& path, IndexNode leaf, bool appended);

@@ -45,31 +45,36 @@ void CheckNulls(const RealIndex& index, const RowKey& key) {
 
 }  // namespace
 
-RowKey IndexUpdate::KeyIn(const RealIndex& index, const RowFields& fields, bool stored) const {
-    std::vector<std::optional<ByteString>> values;
+RowKey IndexUpdate::KeyIn(const RealIndex& index, const RowDraft& row) const {
+    std::vector<std::optional<ByteView>> values;
+    std::vector<ByteString> read;  // what the views of memos refer to
+    read.reserve(index.columns.size());
     for (const IndexColumn& part : index.columns) {
         const auto ordinal = static_cast<std::size_t>(part.column);
-        const auto& field = fields[ordinal];
-        if (field && stored && table_.stored[ordinal].IsLong()) {
-            values.emplace_back(ReadLongValue(pages_, {*field, table_.page}));
+        const auto& field = row.At(ordinal);
+        if (!field) {
+            values.emplace_back();
+        } else if (table_.stored[ordinal].IsLong() && !row.IsGiven(ordinal)) {
+            values.emplace_back(
+                ByteView(read.emplace_back(ReadLongValue(pages_, {*field, table_.page})), table_.page));
         } else {
-            values.push_back(field);
+            values.emplace_back(ByteView(*field, table_.page));
         }
     }
-    RowKey key = MakeKey(table_, index, pages_.Layout(), values);
+    RowKey key = MakeKey(table_, index, pages_.Layout(), std::span<const std::optional<ByteView>>(values));
     key.known = key.known && index.seekable;
     return key;
 }
 
-IndexKeys IndexUpdate::KeysOf(const RowFields& fields) const {
+IndexKeys IndexUpdate::KeysOf(const RowDraft& row) const {
     IndexKeys keys;
     for (const RealIndex& index : table_.realIndexes) {
-        keys.emplace_back(KeyIn(index, fields, true));
+        keys.emplace_back(KeyIn(index, row));
     }
     return keys;
 }
 
-IndexKeys IndexUpdate::KeysOf(const RowFields& fields, std::span<const ColumnChange> changes) const {
+IndexKeys IndexUpdate::KeysOf(const RowDraft& row, std::span<const ColumnChange> changes) const {
     IndexKeys keys;
     for (const RealIndex& index : table_.realIndexes) {
         const bool concerned =
@@ -78,28 +83,24 @@ IndexKeys IndexUpdate::KeysOf(const RowFields& fields, std::span<const ColumnCha
                     index.columns.begin(), index.columns.end(),
                     [&change](const IndexColumn& part) { return part.column == change.column; });
             });
-        keys.push_back(concerned ? std::optional(KeyIn(index, fields, true)) : std::nullopt);
-    }
-    return keys;
-}
-
-IndexKeys IndexUpdate::KeysOfData(const RowFields& data) const {
-    IndexKeys keys;
-    for (const RealIndex& index : table_.realIndexes) {
-        keys.emplace_back(KeyIn(index, data, false));
+        keys.push_back(concerned ? std::optional(KeyIn(index, row)) : std::nullopt);
     }
     return keys;
 }
 
 void IndexUpdate::CheckNew(const IndexKeys& keys) {
+    spots_.assign(keys.size(), std::nullopt);
     for (std::size_t i = 0; i < keys.size(); ++i) {
         const RealIndex& index = table_.realIndexes[i];
         const RowKey& key = *keys[i];
         CheckNulls(index, key);
         CheckOurs(index, key);
         IndexTree::CheckLength(key.bytes.size() + kEntryRow);
-        if (index.unique && !key.allNull && Tree(i).HasKey(key.bytes)) {
-            throw basic::RuntimeError(basic::error::kDuplicateKey);
+        if (index.unique && !key.allNull) {
+            spots_[i] = Tree(i).SpotOfNew(key.bytes);
+            if (!spots_[i]) {
+                throw basic::RuntimeError(basic::error::kDuplicateKey);
+            }
         }
     }
 }
@@ -112,7 +113,12 @@ void IndexUpdate::CheckOld(const IndexKeys& keys) const {
 
 void IndexUpdate::Add(RowId row, const IndexKeys& keys) {
     for (std::size_t i = 0; i < keys.size(); ++i) {
-        AddIn(i, row, *keys[i]);
+        if (spots_[i]) {
+            Tree(i).InsertAt(*spots_[i], Entry(*keys[i], row));
+            counters_.AddDistinctKeys(i, 1);
+        } else {
+            AddIn(i, row, *keys[i]);
+        }
     }
 }
 
@@ -122,27 +128,32 @@ void IndexUpdate::Remove(RowId row, const IndexKeys& keys) {
     }
 }
 
-void IndexUpdate::Replace(RowId row, const IndexKeys& before, const IndexKeys& after) {
-    for (std::size_t i = 0; i < table_.realIndexes.size(); ++i) {
-        if (before[i] && after[i]) {
-            ReplaceIn(i, row, *before[i], *after[i]);
+void IndexUpdate::CheckReplace(RowId row, const IndexKeys& before, const IndexKeys& after) {
+    for (std::size_t i = 0; i < after.size(); ++i) {
+        if (!after[i]) {
+            continue;
+        }
+        const RealIndex& index = table_.realIndexes[i];
+        CheckNulls(index, *after[i]);
+        if (before[i]->bytes == after[i]->bytes) {
+            continue;
+        }
+        CheckOurs(index, *before[i]);
+        CheckOurs(index, *after[i]);
+        IndexTree::CheckLength(after[i]->bytes.size() + kEntryRow);
+        if (index.unique && !after[i]->allNull && Tree(i).HasKeyOfOther(after[i]->bytes, row)) {
+            throw basic::RuntimeError(basic::error::kDuplicateKey);
         }
     }
 }
 
-void IndexUpdate::ReplaceIn(std::size_t position, RowId row, const RowKey& before, const RowKey& after) {
-    const RealIndex& index = table_.realIndexes[position];
-    CheckNulls(index, after);
-    if (before.bytes == after.bytes) {
-        return;
+void IndexUpdate::Replace(RowId row, const IndexKeys& before, const IndexKeys& after) {
+    for (std::size_t i = 0; i < after.size(); ++i) {
+        if (after[i] && before[i]->bytes != after[i]->bytes) {
+            RemoveIn(i, row, *before[i]);
+            AddIn(i, row, *after[i]);
+        }
     }
-    CheckOurs(index, before);
-    CheckOurs(index, after);
-    if (index.unique && !after.allNull && Tree(position).HasKeyOfOther(after.bytes, row)) {
-        throw basic::RuntimeError(basic::error::kDuplicateKey);
-    }
-    RemoveIn(position, row, before);
-    AddIn(position, row, after);
 }
 
 IndexTree IndexUpdate::Tree(std::size_t position) {
@@ -151,17 +162,13 @@ IndexTree IndexUpdate::Tree(std::size_t position) {
 
 void IndexUpdate::AddIn(std::size_t position, RowId row, const RowKey& key) {
     if (HasEntry(table_.realIndexes[position], key)) {
-        IndexTree tree = Tree(position);
-        counters_.AddDistinctKeys(position, tree.HasKey(key.bytes) ? 0 : 1);
-        tree.Insert(Entry(key, row));
+        counters_.AddDistinctKeys(position, Tree(position).Insert(Entry(key, row)) ? 1 : 0);
     }
 }
 
 void IndexUpdate::RemoveIn(std::size_t position, RowId row, const RowKey& key) {
     if (HasEntry(table_.realIndexes[position], key)) {
-        IndexTree tree = Tree(position);
-        tree.Remove(Entry(key, row));
-        counters_.AddDistinctKeys(position, tree.HasKey(key.bytes) ? 0 : -1);
+        counters_.AddDistinctKeys(position, Tree(position).Remove(Entry(key, row)) ? -1 : 0);
     }
 }
 

@@ -8,7 +8,7 @@
 #include <jet/table.h>
 
 #include "index_tree.h"
-#include "row_builder.h"
+#include "row_draft.h"
 #include "row_key.h"
 #include "table_counters.h"
 
@@ -22,12 +22,10 @@ class IndexUpdate {
     IndexUpdate(Transaction& pages, PageAllocator& allocator, const TableDef& table)
         : pages_(pages), allocator_(allocator), table_(table), counters_(pages, table.page) {}
 
-    /// The keys of a row with these fields, one for each real index.
-    [[nodiscard]] IndexKeys KeysOf(const RowFields& fields) const;
+    /// The keys of a row, one for each real index.
+    [[nodiscard]] IndexKeys KeysOf(const RowDraft& row) const;
     /// The same, but none for an index that the changes do not concern.
-    [[nodiscard]] IndexKeys KeysOf(const RowFields& fields, std::span<const ColumnChange> changes) const;
-    /// The keys of a row that is not stored yet: its long values are given by their data.
-    [[nodiscard]] IndexKeys KeysOfData(const RowFields& data) const;
+    [[nodiscard]] IndexKeys KeysOf(const RowDraft& row, std::span<const ColumnChange> changes) const;
 
     /// Throws 3058 for a Null that an index forbids, 3022 for a duplicate, 3251 for an entry that is not ours
     /// to make.
@@ -38,13 +36,14 @@ class IndexUpdate {
     /// Enters a new row, which CheckNew has let pass.
     void Add(RowId row, const IndexKeys& keys);
     void Remove(RowId row, const IndexKeys& keys);
-    /// Replaces the entries of a row. Throws like the checks.
+    /// Throws like CheckNew.
+    void CheckReplace(RowId row, const IndexKeys& before, const IndexKeys& after);
+    /// Replaces the entries of a row, after CheckReplace.
     void Replace(RowId row, const IndexKeys& before, const IndexKeys& after);
 
  private:
-    [[nodiscard]] RowKey KeyIn(const RealIndex& index, const RowFields& fields, bool stored) const;
+    [[nodiscard]] RowKey KeyIn(const RealIndex& index, const RowDraft& row) const;
     [[nodiscard]] IndexTree Tree(std::size_t position);
-    void ReplaceIn(std::size_t position, RowId row, const RowKey& before, const RowKey& after);
     void AddIn(std::size_t position, RowId row, const RowKey& key);
     void RemoveIn(std::size_t position, RowId row, const RowKey& key);
 
@@ -52,6 +51,7 @@ class IndexUpdate {
     PageAllocator& allocator_;
     const TableDef& table_;
     TableCounters counters_;
+    std::vector<std::optional<IndexSpot>> spots_;  ///< where CheckNew found the new keys missing
 };
 
 }  // namespace quardele::jet

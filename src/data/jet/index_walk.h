@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "index_page.h"
+#include "index_view.h"
 #include "table_def.h"
 
 namespace quardele::jet {
@@ -30,22 +30,20 @@ class IndexWalk {
     [[nodiscard]] std::uint32_t PageNumber() const { return leaf_->Number(); }
 
  private:
-    [[nodiscard]] IndexPage Load(std::uint32_t number) const;
-    /// Goes down from the root; `choose` gives for each node the position of an entry, Count() for the tail.
+    [[nodiscard]] IndexView Load(std::uint32_t number) const;
+    /// Goes down from the root; `choose` gives an entry of each node, End() for the tail.
     template <class Choose>
     void Descend(const Choose& choose);
     void GoToLeafOf(std::span<const std::uint8_t> sought, bool behind);
-    [[nodiscard]] static std::size_t LowerBound(const IndexPage& page, std::span<const std::uint8_t> sought,
-                                                bool behind);
-    bool ForwardFrom(std::size_t position);
-    bool BackwardFrom(std::size_t position);
-    bool Settle(std::size_t position);
+    bool ForwardFrom(std::size_t entry);
+    bool BackwardFrom(std::size_t entry);
+    bool Settle(std::size_t entry);
 
     const PageSource& pages_;
     std::uint32_t table_;
     std::uint32_t root_;
-    std::optional<IndexPage> leaf_;
-    std::size_t position_ = 0;
+    std::optional<IndexView> leaf_;
+    std::size_t at_ = 0;
     ByteString entry_;
 };
 

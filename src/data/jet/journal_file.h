@@ -6,34 +6,95 @@
 #include <vector>
 
 #include "bytes.h"
+#include "change_mark.h"
 #include "journal.h"
+#include "page.h"
 
 namespace quardele::jet {
 
 /// Disks write at least this many bytes as a whole; a page can be torn between them.
 inline constexpr std::size_t kSector = 512;
 
-/// One page of a journal that is read back.
-struct StoredRecord {
-    std::uint32_t page = 0;
-    std::vector<std::uint64_t> after;  ///< checksums of the new page's sectors
-    ByteString before;                 ///< the old page; zeros for a page behind the old end
-};
-
-struct StoredJournal {
-    std::uint32_t pageCount = 0;  ///< of the file before the step
-    bool sameFile = true;         ///< the data file has the header that it had then
-    std::vector<StoredRecord> records;
-};
-
 /// What identifies a data file to its journal: the unchanging part of its header page, and its name.
 [[nodiscard]] std::uint64_t FileIdentity(const OsFile& file, const Format& format);
 
-/// Makes the journal file and returns when it is on the disk.
-void WriteJournal(const OsFile& file, const Format& format, std::uint32_t pageCount,
-                  std::span<const JournalRecord> records);
+/// Makes the journal beside a data file. Records go to the disk as they come; the header, without which they
+/// mean nothing, comes last.
+class JournalWriter {
+ public:
+    /// `pageCount` is that of the file before the change.
+    JournalWriter(const OsFile& file, const Format& format, std::uint32_t pageCount);
 
-/// The journal beside the file; nothing when it was not finished.
-[[nodiscard]] std::optional<StoredJournal> ReadJournal(const OsFile& file, const Format& format);
+    /// `before` is null for a page behind the old end of the file.
+    void Add(const PagePtr& before, const Page& after);
+    /// Writes all records to the file. A long journal is on the disk when it returns, so that Finish takes
+    /// little time.
+    void FlushRecords();
+    /// Makes the journal valid; everything is on the disk when it returns. `mark` is that of the file before
+    /// the change, which `user` makes.
+    void Finish(const ChangeMark& mark, int user);
+
+ private:
+    void Flush();
+
+    const OsFile& file_;
+    std::uint32_t pageSize_;
+    std::uint64_t identity_;
+    std::uint32_t pageCount_;
+    std::uint32_t records_ = 0;
+    std::uint64_t sum_ = 0;
+    std::uint64_t end_;
+    OsFile journal_;
+    ByteString pending_;
+};
+
+/// One page of a journal that is read back.
+struct StoredRecord {
+    std::uint32_t page = 0;
+    bool appended = false;                 ///< the page lies behind the old end of the file
+    ByteString before;                     ///< zeros for such a page
+    ByteString after;                      ///< empty for such a page
+    std::vector<std::uint64_t> afterSums;  ///< checksums of its sectors, for such a page
+};
+
+/// A complete journal. Its pages are read from the disk one by one.
+class StoredJournal {
+ public:
+    /// The journal beside the file; nothing when there is none or it was not finished. Throws 3343 when it
+    /// was written by another version of this program, or its numbers are impossible.
+    [[nodiscard]] static std::optional<StoredJournal> Read(const OsFile& file, const Format& format);
+
+    [[nodiscard]] std::uint32_t PageCount() const { return pageCount_; }  ///< of the file before the change
+    /// Whether the data file has the header and the name that it had then.
+    [[nodiscard]] bool IsOfSameFile() const { return sameFile_; }
+    /// The file's mark before the change, and whose it was.
+    [[nodiscard]] const ChangeMark& Mark() const { return mark_; }
+    [[nodiscard]] int User() const { return user_; }
+
+    [[nodiscard]] std::size_t Size() const { return records_.size(); }
+    [[nodiscard]] std::uint32_t PageAt(std::size_t position) const { return records_[position].page; }
+    [[nodiscard]] StoredRecord At(std::size_t position) const;
+
+ private:
+    struct Place {
+        std::uint32_t page = 0;
+        bool appended = false;
+        std::uint64_t at = 0;
+    };
+
+    [[nodiscard]] std::uint64_t IndexRecords(std::uint32_t count);
+    [[nodiscard]] ByteString Bytes(std::uint64_t at, std::size_t size) const;
+
+    OsFile journal_;
+    std::uint32_t pageSize_ = 0;
+    std::uint32_t pageCount_ = 0;
+    bool sameFile_ = false;
+    ChangeMark mark_;
+    int user_ = 0;
+    std::vector<Place> records_;
+};
+
+/// Whether the journal beside the file is one that was begun to be carried out. Looks at its header only.
+[[nodiscard]] bool HasValidJournal(const OsFile& file);
 
 }  // namespace quardele::jet

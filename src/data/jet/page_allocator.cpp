@@ -42,9 +42,9 @@ ByteString RowCopy(const PageSource& pages, RowPointer pointer) {
     return {row.bytes.Span().begin(), row.bytes.Span().end()};
 }
 
-bool TryReplaceRow(Transaction& pages, RowPointer pointer, ByteString bytes) {
+bool TryReplaceRow(Transaction& pages, RowPointer pointer, const ByteString& bytes) {
     DataPageEditor editor(pages, pointer.page);
-    if (!editor.Replace(pointer.slot, 0, std::move(bytes))) {
+    if (!editor.Replace(pointer.slot, 0, bytes)) {
         return false;
     }
     editor.Store();
@@ -54,8 +54,9 @@ bool TryReplaceRow(Transaction& pages, RowPointer pointer, ByteString bytes) {
 }  // namespace
 
 Page& PageAllocator::Allocate() {
-    const auto found = LowestInMap(pages_, kFreeMap, searchFrom_);
-    searchFrom_ = found ? *found + 1 : pages_.PageCount();
+    std::uint32_t& searchFrom = pages_.Room().freeFrom;
+    const auto found = LowestInMap(pages_, kFreeMap, searchFrom);
+    searchFrom = found ? *found + 1 : pages_.PageCount();
     if (!found) {
         return Extend();
     }
@@ -85,7 +86,8 @@ void PageAllocator::Free(std::uint32_t page) {
     std::uint8_t& type = pages_.Write(page).bytes[0];
     type = static_cast<std::uint8_t>(type | kFreedPage);
     if (TrySetMapBit(pages_, kFreeMap, page, true)) {
-        searchFrom_ = std::min(searchFrom_, page);
+        std::uint32_t& searchFrom = pages_.Room().freeFrom;
+        searchFrom = std::min(searchFrom, page);
     }
 }
 
@@ -106,7 +108,7 @@ void PageAllocator::GrowFreeMap(std::uint32_t page) {
         return;  // forgotten by a map that was moved forward: it is in use for good
     }
     row.resize(InlineLength(first, page), 0xFF);
-    if (TryReplaceRow(pages_, kFreeMap, std::move(row))) {
+    if (TryReplaceRow(pages_, kFreeMap, row)) {
         return MarkUsed(page);
     }
     // Page 1 is full: from now on the bits stand on pages of their own.
@@ -166,13 +168,13 @@ bool PageAllocator::TryStoreInline(RowPointer map, std::span<const std::uint32_t
         const std::size_t bit = member - first;
         row[usage_map::kInlineHeader + bit / 8] |= static_cast<std::uint8_t>(1u << bit % 8);
     }
-    return TryReplaceRow(pages_, map, std::move(row));
+    return TryReplaceRow(pages_, map, row);
 }
 
 void PageAllocator::StoreEmptyReference(RowPointer map) {
     ByteString row(std::max(RowCopy(pages_, map).size(), kUsualMap));
     row[0] = usage_map::kReference;
-    if (!TryReplaceRow(pages_, map, std::move(row))) {
+    if (!TryReplaceRow(pages_, map, row)) {
         ThrowNoRoomInMap();
     }
 }
@@ -189,7 +191,7 @@ void PageAllocator::AddBlock(RowPointer map, std::size_t block, std::uint32_t bi
     const std::size_t entry = usage_map::kReferenceHeader + block * 4;
     row.resize(std::max(row.size(), entry + 4));
     StoreLittle(std::span(row).subspan(entry), bitmapPage);
-    if (!TryReplaceRow(pages_, map, std::move(row))) {
+    if (!TryReplaceRow(pages_, map, row)) {
         ThrowNoRoomInMap();
     }
 }

@@ -32,7 +32,6 @@ class PageAllocator {
     void AddBlock(RowPointer map, std::size_t block, std::uint32_t bitmapPage);
 
     Transaction& pages_;
-    std::uint32_t searchFrom_ = 0;  ///< no page below is free
 };
 
 }  // namespace quardele::jet

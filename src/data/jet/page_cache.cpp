@@ -13,17 +13,32 @@ constexpr std::uint32_t kReadAhead = 16;
 
 }  // namespace
 
-PageCache::PageCache(const OsFile& file, const Format& format) : PageSource(format), file_(file) {
-    Clear();
+PageCache::PageCache(const OsFile& file, const Format& format, PictureTaker* pictures)
+    : PageSource(format), file_(file), pictures_(pictures) {}
+
+void PageCache::TakePicture() const {
+    picture_ = pictures_ != nullptr ? pictures_->Take() : Picture{.mark = {}, .stamp = file_.Stamp()};
+    pageCount_ = static_cast<std::uint32_t>(std::min(picture_->stamp.size, kLargestFile) / Layout().pageSize);
 }
 
-void PageCache::Clear() {
+void PageCache::Clear() const {
     frameOf_.clear();
     frames_.clear();
     hand_ = 0;
     expected_ = 0;
-    pageCount_ = static_cast<std::uint32_t>(std::min(file_.Size(), kLargestFile) / Layout().pageSize);
+    picture_.reset();
+    ++pictureNumber_;
     ++generation_;
+}
+
+void PageCache::Refresh() {
+    if (picture_ && pictures_ != nullptr && !pictures_->IsCurrent(*picture_)) {
+        Clear();
+    }
+}
+
+void PageCache::Adopt(const ChangeMark& mark) {
+    picture_ = Picture{.mark = mark, .stamp = file_.Stamp()};
 }
 
 void PageCache::Put(PagePtr page) {
@@ -45,11 +60,8 @@ PagePtr PageCache::ReadInside(std::uint32_t number) const {
     }
     const std::uint32_t run = RunLength(number);
     expected_ = number + 1;
+    ReadRun(number, run);
     const std::size_t pageSize = Layout().pageSize;
-    readBuffer_.resize(run * pageSize);
-    if (file_.ReadAt(std::uint64_t{number} * pageSize, readBuffer_) != readBuffer_.size()) {
-        ThrowDamaged(number, u"page incomplète");
-    }
     PagePtr first;
     for (std::uint32_t i = 0; i < run; ++i) {
         auto page = std::make_shared<Page>();
@@ -63,6 +75,20 @@ PagePtr PageCache::ReadInside(std::uint32_t number) const {
         Insert(std::move(page));
     }
     return first;
+}
+
+// The bytes count only if nobody had begun to change the file by the time they were read.
+void PageCache::ReadRun(std::uint32_t number, std::uint32_t run) const {
+    const std::size_t pageSize = Layout().pageSize;
+    readBuffer_.resize(run * pageSize);
+    const std::size_t read = file_.ReadAt(std::uint64_t{number} * pageSize, readBuffer_);
+    if (pictures_ != nullptr && !pictures_->IsWhole(*picture_)) {
+        Clear();
+        throw PictureTorn();
+    }
+    if (read != readBuffer_.size()) {
+        ThrowDamaged(number, u"page incomplète");
+    }
 }
 
 std::uint32_t PageCache::RunLength(std::uint32_t number) const {

@@ -1,15 +1,16 @@
-// The properties that Access keeps beside a table's definition: one blob of names and values per table.
+// The rules of columns that are kept as properties: Required, AllowZeroLength and DefaultValue.
 #pragma once
 
-#include <basic/text.h>
-
-#include "bytes.h"
+#include "property_blob.h"
 #include "table_def.h"
 
 namespace quardele::jet {
 
-/// Sets Required, AllowZeroLength and DefaultValue of the table's columns from the blob; other properties
-/// are passed over. Throws 3343 when the blob does not hold together.
+/// Sets the rules of the table's columns from the blob; other properties are passed over. Throws 3343 when
+/// the blob does not hold together.
 void ApplyProperties(const ByteView& blob, const Format& format, TableDef& table);
+
+/// Writes the rules of a column into the blob.
+void StoreRules(const Column& column, PropertyBlob& properties);
 
 }  // namespace quardele::jet

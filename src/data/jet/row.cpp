@@ -1,3 +1,5 @@
+#include <basic/runtime_error.h>
+
 #include "long_value.h"
 #include "row_codec.h"
 #include "table_impl.h"
@@ -17,6 +19,8 @@ class RowReader {
  public:
     RowReader(const Row& row, int column)
         : table_(*row.table_),
+          row_(row),
+          ordinal_(column),
           page_(row.id_.page),
           column_(table_.Def().stored.at(static_cast<std::size_t>(column))),
           layout_(LayoutOf(row)) {}
@@ -30,7 +34,7 @@ class RowReader {
     bool WithText(const Use& use) const {
         const auto field = Field();
         if (field && column_.IsLong()) {
-            const ByteString data = ReadLongValue(table_.Pages(), *field);
+            const ByteString data = ReadLong(*field);
             use(ByteView(data, page_));
         } else if (field) {
             use(*field);
@@ -48,7 +52,37 @@ class RowReader {
         return {bytes, row.shape_, row.table_->Layout()};
     }
 
+    [[nodiscard]] ByteString ReadLong(const ByteView& field) const {
+        return table_.Owner().Reading([&] {
+            if (!IsStored(field)) {
+                throw basic::RuntimeError(basic::error::kRecordChanged);
+            }
+            return ReadLongValue(table_.Pages(), field);
+        });
+    }
+
+    /// Whether the value lies where the row says: pages may have changed since the row was read, and the
+    /// place may be another value's by now.
+    [[nodiscard]] bool IsStored(const ByteView& field) const {
+        const PageSource& pages = table_.Pages();
+        if (IsInline(field) || pages.Read(row_.page_->number) == row_.page_) {
+            return true;
+        }
+        const auto now = table_.Fetch(row_.id_);
+        if (!now) {
+            return false;
+        }
+        const RowReader reader(*now, ordinal_);
+        const auto stored = reader.Field();
+        return stored && CompareBytes(stored->Span(), field.Span()) == 0;
+    }
+    [[nodiscard]] static bool IsInline(const ByteView& field) {
+        return field.IsEmpty() || LongValueDescriptor::Load(field).form == long_value::kInline;
+    }
+
     const TableImpl& table_;
+    const Row& row_;
+    int ordinal_;
     std::uint32_t page_;
     const StoredColumn& column_;
     RowLayout layout_;

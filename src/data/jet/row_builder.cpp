@@ -13,14 +13,39 @@ void AppendU16(ByteString& row, std::size_t value) {
     row.push_back(static_cast<std::uint8_t>(value >> 8 & 0xFF));
 }
 
+bool HasFixedBytes(const StoredColumn& column) {
+    return column.fixed && column.type != ColumnType::Boolean;
+}
+
+bool IsVariable(const StoredColumn& column) {
+    return !column.fixed && column.type != ColumnType::Boolean;
+}
+
+std::size_t FixedLength(const StoredColumn& column) {
+    return NaturalSize(column.type).value_or(column.length);
+}
+
+std::size_t FixedAreaLength(const TableDef& table, std::size_t atLeast) {
+    for (const StoredColumn& column : table.stored) {
+        if (HasFixedBytes(column)) {
+            atLeast = std::max(atLeast, column.fixedOffset + FixedLength(column));
+        }
+    }
+    return atLeast;
+}
+
+std::size_t BitmapLength(const TableDef& table) {
+    return (table.maxColumns + std::size_t{7}) / 8;
+}
+
 void PlaceFixed(const TableDef& table, const RowFields& fields, ByteString& area) {
+    area.resize(FixedAreaLength(table, area.size()));
     for (std::size_t i = 0; i < fields.size(); ++i) {
         const StoredColumn& column = table.stored[i];
-        if (!column.fixed || column.type == ColumnType::Boolean) {
+        if (!HasFixedBytes(column)) {
             continue;
         }
-        const std::size_t length = NaturalSize(column.type).value_or(column.length);
-        area.resize(std::max(area.size(), column.fixedOffset + length));
+        const std::size_t length = FixedLength(column);
         const auto target = area.begin() + column.fixedOffset;
         std::fill_n(target, length, std::uint8_t{0});
         if (fields[i]) {
@@ -33,12 +58,12 @@ void PlaceFixed(const TableDef& table, const RowFields& fields, ByteString& area
 void AppendVariable(const TableDef& table, const RowFields& fields, ByteString& row) {
     std::vector<const ByteString*> data(table.variableColumns, nullptr);
     for (std::size_t i = 0; i < fields.size(); ++i) {
-        const StoredColumn& column = table.stored[i];
-        if (!column.fixed && column.type != ColumnType::Boolean && fields[i]) {
-            data.at(column.variableIndex) = &*fields[i];
+        if (IsVariable(table.stored[i]) && fields[i]) {
+            data.at(table.stored[i].variableIndex) = &*fields[i];
         }
     }
     std::vector<std::size_t> offsets;
+    offsets.reserve(data.size());
     for (const ByteString* bytes : data) {
         offsets.push_back(row.size());
         if (bytes != nullptr) {
@@ -53,23 +78,22 @@ void AppendVariable(const TableDef& table, const RowFields& fields, ByteString& 
 }
 
 void AppendNullBitmap(const TableDef& table, const RowFields& fields, ByteString& row) {
-    ByteString bitmap((table.maxColumns + std::size_t{7}) / 8);
+    const std::size_t start = row.size();
+    row.resize(start + BitmapLength(table));
     for (std::size_t i = 0; i < fields.size(); ++i) {
         const StoredColumn& column = table.stored[i];
         const bool set =
             column.type == ColumnType::Boolean ? fields[i] && fields[i]->front() != 0 : fields[i].has_value();
         if (set) {
-            bitmap.at(column.number / 8u) |= static_cast<std::uint8_t>(1u << column.number % 8);
+            row.at(start + column.number / 8u) |= static_cast<std::uint8_t>(1u << column.number % 8);
         }
     }
-    row.insert(row.end(), bitmap.begin(), bitmap.end());
 }
 
 // A definition may contradict itself; rows are not written after such a one.
 void CheckColumns(const TableDef& table) {
     for (const StoredColumn& column : table.stored) {
-        const bool misplaced = !column.fixed && column.type != ColumnType::Boolean &&
-                               column.variableIndex >= table.variableColumns;
+        const bool misplaced = IsVariable(column) && column.variableIndex >= table.variableColumns;
         if (column.number >= table.maxColumns || misplaced) {
             ThrowDamaged(table.page, u"colonne hors de sa table");
         }
@@ -95,9 +119,16 @@ RowFields SplitRow(const ByteView& row, const TableDef& table, const Format& for
     return fields;
 }
 
+std::size_t FrameLength(const TableDef& table, std::size_t fixedArea) {
+    const std::size_t offsets =
+        table.variableColumns == 0 ? 0 : (table.variableColumns + std::size_t{2}) * sizeof(std::uint16_t);
+    return sizeof(std::uint16_t) + FixedAreaLength(table, fixedArea) + offsets + BitmapLength(table);
+}
+
 ByteString BuildRow(const TableDef& table, const RowFields& fields, ByteString fixedArea) {
     CheckColumns(table);
     ByteString row;
+    row.reserve(kLargestRow);
     AppendU16(row, table.maxColumns);
     PlaceFixed(table, fields, fixedArea);
     row.insert(row.end(), fixedArea.begin(), fixedArea.end());

@@ -17,6 +17,9 @@ using RowFields = std::vector<std::optional<ByteString>>;
 [[nodiscard]] RowFields SplitRow(const ByteView& row, const TableDef& table, const Format& format,
                                  ByteString& fixedArea);
 
+/// The bytes of a row apart from the data of its variable columns, when its fixed area is at least so long.
+[[nodiscard]] std::size_t FrameLength(const TableDef& table, std::size_t fixedArea);
+
 /// The row in the layout of Access 2000-2003, with the table's present number of columns.
 [[nodiscard]] ByteString BuildRow(const TableDef& table, const RowFields& fields, ByteString fixedArea);
 

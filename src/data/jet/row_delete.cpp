@@ -15,13 +15,14 @@ void RowDelete::Run(RowId id) {
     const RowPlace place = rows_.Find(id);
     const RowBytes stored = ReadRow(pages_, place.data);
     ByteString fixedArea;
-    const RowFields fields = SplitRow(stored.bytes, table_, pages_.Layout(), fixedArea);
-    const IndexKeys keys = indexes_.KeysOf(fields);
+    RowFields fields = SplitRow(stored.bytes, table_, pages_.Layout(), fixedArea);
+    const RowDraft row(table_, std::move(fields), std::move(fixedArea));
+    const IndexKeys keys = indexes_.KeysOf(row);
     indexes_.CheckOld(keys);
     indexes_.Remove(id, keys);
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-        if (table_.stored[i].IsLong() && fields[i]) {
-            longValues_.Remove(table_.stored[i], {*fields[i], table_.page});
+    for (std::size_t i = 0; i < table_.stored.size(); ++i) {
+        if (table_.stored[i].IsLong() && row.At(i)) {
+            longValues_.Remove(table_.stored[i], {*row.At(i), table_.page});
         }
     }
     rows_.Delete(id, place);

@@ -22,12 +22,9 @@ class RowInsert {
     RowId Run(std::span<const ColumnChange> values);
 
  private:
-    /// By ordinal: the stored bytes of each column, of a long value its data.
-    [[nodiscard]] RowFields Accepted(std::span<const ColumnChange> values) const;
+    [[nodiscard]] RowDraft Drafted(std::span<const ColumnChange> values) const;
     [[nodiscard]] std::optional<ByteString> AcceptedValueOf(std::size_t ordinal, const Variant& value) const;
-    [[nodiscard]] RowFields FieldsFor(const RowFields& data) const;
-    void StoreLongValues(const RowFields& data, RowFields& fields);
-    void NoteAutoNumbers(const RowFields& data);
+    void NoteAutoNumbers(const RowDraft& row);
 
     const TableDef& table_;
     PageAllocator allocator_;

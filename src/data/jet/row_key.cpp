@@ -25,19 +25,24 @@ std::optional<ByteString> ColumnData(const PageSource& pages, const StoredColumn
 
 RowKey MakeKey(const TableDef& table, const RealIndex& index, const Format& format,
                const std::vector<std::optional<ByteString>>& values) {
+    std::vector<std::optional<ByteView>> views;
+    for (const auto& value : values) {
+        views.push_back(value ? std::optional(ByteView(*value, table.page)) : std::nullopt);
+    }
+    return MakeKey(table, index, format, std::span<const std::optional<ByteView>>(views));
+}
+
+RowKey MakeKey(const TableDef& table, const RealIndex& index, const Format& format,
+               std::span<const std::optional<ByteView>> values) {
     RowKey key;
     for (std::size_t i = 0; i < values.size(); ++i) {
         const IndexColumn& part = index.columns[i];
         const StoredColumn& column = table.stored[static_cast<std::size_t>(part.column)];
-        std::optional<ByteView> data;
-        if (values[i]) {
-            data.emplace(*values[i], table.page);
-        }
-        AppendKey(table.stored[static_cast<std::size_t>(part.column)], part.ascending, data, format,
-                  key.bytes);
-        key.known = key.known && (!column.IsText() || !data || HasSortKey(DecodeText(*data, format)));
-        key.anyNull = key.anyNull || !data;
-        key.allNull = key.allNull && !data;
+        AppendKey(column, part.ascending, values[i], format, key.bytes);
+        key.known =
+            key.known && (!column.IsText() || !values[i] || HasSortKey(DecodeText(*values[i], format)));
+        key.anyNull = key.anyNull || !values[i];
+        key.allNull = key.allNull && !values[i];
     }
     return key;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "page.h"
@@ -25,5 +26,7 @@ struct RowKey {
 /// The key of values given in the order of the index's columns.
 [[nodiscard]] RowKey MakeKey(const TableDef& table, const RealIndex& index, const Format& format,
                              const std::vector<std::optional<ByteString>>& values);
+[[nodiscard]] RowKey MakeKey(const TableDef& table, const RealIndex& index, const Format& format,
+                             std::span<const std::optional<ByteView>> values);
 
 }  // namespace quardele::jet

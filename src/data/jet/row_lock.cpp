@@ -4,7 +4,6 @@
 
 #include <basic/runtime_error.h>
 
-#include "data_page.h"
 #include "row_lock_held.h"
 #include "table_impl.h"
 #include "write_step.h"
@@ -44,24 +43,6 @@ RowLock LockToChange(Engine& engine, RowId row) {
     return RowLock(std::make_unique<RowLock::Held>(engine.Rows(), row));
 }
 
-namespace {
-
-// A page whose rows were all deleted may belong to another table by now.
-bool HasRow(const TableImpl& table, RowId row) {
-    if (row.page >= table.Pages().PageCount()) {
-        return false;
-    }
-    const PagePtr page = table.Pages().Read(row.page);
-    if (page->Type() != PageType::Data) {
-        return false;
-    }
-    const DataPage slots(*page, table.Layout());
-    return slots.Owner() == table.Def().page && row.slot < slots.SlotCount() &&
-           (slots.Flags(row.slot) & slot::kHidden) == 0;
-}
-
-}  // namespace
-
 RowLock Table::Lock(RowId id) {
     Engine& engine = impl_->Owner();
     if (engine.IsReadOnly()) {
@@ -71,7 +52,7 @@ RowLock Table::Lock(RowId id) {
     if (engine.openStep == nullptr) {
         engine.RefreshPages();
     }
-    if (!HasRow(*impl_, id)) {
+    if (id.page >= impl_->Pages().PageCount() || !impl_->Fetch(id)) {
         throw basic::RuntimeError(basic::error::kRecordDeleted);
     }
     return lock;

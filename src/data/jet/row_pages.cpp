@@ -1,15 +1,14 @@
 #include "row_pages.h"
 
+#include <algorithm>
+
 #include "usage_map.h"
 
 namespace quardele::jet {
 
 RowPointer RowPages::Add(std::uint16_t flags, const ByteString& row) {
-    for (const std::uint32_t page : ReadUsageMap(pages_, owner_.freeMap)) {
-        if (!DataPageEditor::MayHold(*pages_.Read(page), pages_.Layout(), owner_.owner, row.size())) {
-            continue;
-        }
-        if (const auto place = TryAdd(page, flags, row)) {
+    if (const auto page = PageWithRoom(row.size())) {
+        if (const auto place = TryAdd(*page, flags, row)) {
             return *place;
         }
     }
@@ -24,6 +23,38 @@ RowPointer RowPages::Add(std::uint16_t flags, const ByteString& row) {
     return *place;
 }
 
+// First the page that took the last row, then those of the map from the lowest on. A page that had no room is
+// not looked at again by this transaction, and not more than some are looked at for one row: rows that fit
+// nowhere must not read the whole table.
+std::optional<std::uint32_t> RowPages::PageWithRoom(std::size_t length) {
+    constexpr int kMostLooks = 64;
+    RoomMemory::Owner& memory = Memory();
+    if (memory.lastUsed != 0 && MayHold(memory.lastUsed, length)) {
+        return memory.lastUsed;
+    }
+    const std::vector<std::uint32_t> pages = ReadUsageMap(pages_, owner_.freeMap);
+    if (!pages.empty() && memory.lastUsed == 0 && MayHold(pages.back(), length)) {
+        return pages.back();
+    }
+    auto page = std::lower_bound(pages.begin(), pages.end(), memory.searchFrom);
+    for (int looks = 0; page != pages.end() && looks < kMostLooks; ++page, ++looks) {
+        memory.searchFrom = *page + 1;
+        if (MayHold(*page, length)) {
+            return *page;
+        }
+    }
+    return std::nullopt;
+}
+
+bool RowPages::MayHold(std::uint32_t page, std::size_t length) const {
+    return page < pages_.PageCount() &&
+           DataPageEditor::MayHold(*pages_.Read(page), pages_.Layout(), owner_.owner, length);
+}
+
+RoomMemory::Owner& RowPages::Memory() {
+    return pages_.Room().owners[owner_.ownedMap];
+}
+
 std::optional<RowPointer> RowPages::TryAdd(std::uint32_t page, std::uint16_t flags, const ByteString& row) {
     DataPageEditor editor(pages_, page);
     const auto slotNumber = editor.Add(flags, row);
@@ -31,12 +62,13 @@ std::optional<RowPointer> RowPages::TryAdd(std::uint32_t page, std::uint16_t fla
         return std::nullopt;
     }
     Save(page, editor);
+    Memory().lastUsed = page;
     return RowPointer{page, *slotNumber};
 }
 
-bool RowPages::TryReplace(RowPointer place, std::uint16_t flags, ByteString row) {
+bool RowPages::TryReplace(RowPointer place, std::uint16_t flags, const ByteString& row) {
     DataPageEditor editor = Open(place.page);
-    if (!editor.Replace(place.slot, flags, std::move(row))) {
+    if (!editor.Replace(place.slot, flags, row)) {
         return false;
     }
     Save(place.page, editor);
@@ -64,11 +96,12 @@ DataPageEditor RowPages::Open(std::uint32_t page) const {
 
 void RowPages::Save(std::uint32_t page, DataPageEditor& editor) {
     editor.Store();
-    if (editor.FreeBytes() >= kWorthTrying && editor.HasFreeSlot()) {
-        allocator_.AddToMap(owner_.freeMap, page);
-    } else {
-        allocator_.RemoveFromMap(owner_.freeMap, page);
+    if (editor.FreeBytes() < kWorthTrying || !editor.HasFreeSlot()) {
+        return allocator_.RemoveFromMap(owner_.freeMap, page);
     }
+    allocator_.AddToMap(owner_.freeMap, page);
+    std::uint32_t& searchFrom = Memory().searchFrom;
+    searchFrom = std::min(searchFrom, page);
 }
 
 }  // namespace quardele::jet

@@ -24,12 +24,15 @@ class RowPages {
     /// Adds a row on a page with room, or on a new one. The row must not be longer than a page can hold.
     [[nodiscard]] RowPointer Add(std::uint16_t flags, const ByteString& row);
     /// Gives a row new bytes and flags; false when its page has no room for them.
-    [[nodiscard]] bool TryReplace(RowPointer place, std::uint16_t flags, ByteString row);
+    [[nodiscard]] bool TryReplace(RowPointer place, std::uint16_t flags, const ByteString& row);
     void Delete(RowPointer place);
 
  private:
     [[nodiscard]] std::optional<RowPointer> TryAdd(std::uint32_t page, std::uint16_t flags,
                                                    const ByteString& row);
+    [[nodiscard]] std::optional<std::uint32_t> PageWithRoom(std::size_t length);
+    [[nodiscard]] bool MayHold(std::uint32_t page, std::size_t length) const;
+    [[nodiscard]] RoomMemory::Owner& Memory();
     [[nodiscard]] DataPageEditor Open(std::uint32_t page) const;
     void Save(std::uint32_t page, DataPageEditor& editor);
 

@@ -11,9 +11,12 @@ RowStore::RowStore(Transaction& pages, PageAllocator& allocator, const TableDef&
 
 RowPlace RowStore::Find(RowId id) const {
     const PagePtr page = pages_.Read(id.page);
+    if (page->Type() != PageType::Data) {
+        throw basic::RuntimeError(basic::error::kRecordDeleted);  // and its page with it, by somebody else
+    }
     const DataPage slots(*page, pages_.Layout());
     if (slots.Owner() != table_ || id.slot >= slots.SlotCount()) {
-        ThrowDamaged(id.page, u"ligne inexistante");
+        throw basic::RuntimeError(basic::error::kRecordDeleted);
     }
     const std::uint16_t flags = slots.Flags(id.slot);
     if ((flags & slot::kHidden) != 0) {
@@ -39,7 +42,7 @@ void RowStore::Replace(RowId id, const RowPlace& place, const ByteString& row) {
     }
     ByteString pointer(kRowPointerSize);
     StoreRowPointer(pointer, rows_.Add(slot::kHidden, row));
-    if (!rows_.TryReplace(id, slot::kMoved, std::move(pointer))) {
+    if (!rows_.TryReplace(id, slot::kMoved, pointer)) {
         throw basic::RuntimeError(basic::error::kRecordTooLarge);
     }
 }

@@ -3,7 +3,6 @@
 #include <basic/runtime_error.h>
 
 #include "column_rules.h"
-#include "long_value.h"
 
 namespace quardele::jet {
 
@@ -17,59 +16,45 @@ RowUpdate::RowUpdate(Transaction& pages, const TableDef& table)
 
 void RowUpdate::Run(RowId id, std::span<const ColumnChange> changes) {
     const RowPlace place = rows_.Find(id);
+    RowDraft row = Stored(place);
+    const IndexKeys before = indexes_.KeysOf(row, changes);
+    const std::vector<OldValue> replaced = Give(changes, row);
+    row.Fit();
+    const IndexKeys after = indexes_.KeysOf(row, changes);
+    indexes_.CheckReplace(id, before, after);
+    for (const OldValue& old : replaced) {
+        longValues_.Remove(*old.column, {old.field, table_.page});
+    }
+    indexes_.Replace(id, before, after);
+    rows_.Replace(id, place, row.Store(longValues_));
+}
+
+RowDraft RowUpdate::Stored(const RowPlace& place) const {
     const RowBytes stored = ReadRow(pages_, place.data);
     ByteString fixedArea;
     RowFields fields = SplitRow(stored.bytes, table_, pages_.Layout(), fixedArea);
-    const IndexKeys before = indexes_.KeysOf(fields, changes);
-    for (const ColumnChange& change : changes) {
-        Apply(change, fields);
-    }
-    indexes_.Replace(id, before, indexes_.KeysOf(fields, changes));
-    ByteString row = BuildRow(table_, fields, fixedArea);
-    if (row.size() > kLargestRow) {
-        MoveLongValuesOut(changes, fields);
-        row = BuildRow(table_, fields, fixedArea);
-    }
-    if (row.size() > kLargestRow) {
-        throw basic::RuntimeError(basic::error::kRecordTooLarge);
-    }
-    rows_.Replace(id, place, row);
+    return {table_, std::move(fields), std::move(fixedArea)};
 }
 
-void RowUpdate::Apply(const ColumnChange& change, RowFields& fields) {
-    const auto ordinal = static_cast<std::size_t>(change.column);
-    if (ordinal >= fields.size()) {
-        throw basic::RuntimeError(basic::error::kNoSuchField);
-    }
-    const StoredColumn& column = table_.stored[ordinal];
-    if (column.autoNumber) {
-        throw basic::RuntimeError(
-            basic::error::kFieldNotUpdatable,
-            basic::Describe(basic::error::kFieldNotUpdatable, table_.columns[ordinal].name));
-    }
-    std::optional<ByteString> value = AcceptedValue(table_.columns[ordinal], column, change.value);
-    if (column.IsLong()) {
-        if (fields[ordinal]) {
-            longValues_.Remove(column, {*fields[ordinal], table_.page});
-        }
-        if (value) {
-            value = longValues_.Store(column, *value);
-        }
-    }
-    fields[ordinal] = std::move(value);
-}
-
-// A row that has grown too long keeps its new short memos elsewhere.
-void RowUpdate::MoveLongValuesOut(std::span<const ColumnChange> changes, RowFields& fields) {
+std::vector<RowUpdate::OldValue> RowUpdate::Give(std::span<const ColumnChange> changes, RowDraft& row) const {
+    std::vector<OldValue> replaced;
     for (const ColumnChange& change : changes) {
         const auto ordinal = static_cast<std::size_t>(change.column);
-        const StoredColumn& column = table_.stored[ordinal];
-        auto& field = fields[ordinal];
-        if (column.IsLong() && field &&
-            LongValueDescriptor::Load({*field, table_.page}).form == long_value::kInline) {
-            field = longValues_.StoreOutside(column, ReadLongValue(pages_, {*field, table_.page}));
+        if (ordinal >= table_.stored.size()) {
+            throw basic::RuntimeError(basic::error::kNoSuchField);
         }
+        const StoredColumn& column = table_.stored[ordinal];
+        if (column.autoNumber) {
+            throw basic::RuntimeError(
+                basic::error::kFieldNotUpdatable,
+                basic::Describe(basic::error::kFieldNotUpdatable, table_.columns[ordinal].name));
+        }
+        if (column.IsLong() && row.At(ordinal) && !row.IsGiven(ordinal)) {
+            replaced.push_back({&column, *row.At(ordinal)});
+        }
+        row.Give(ordinal, AcceptedValue(table_.columns[ordinal], column, change.value));
     }
+    return replaced;
 }
 
 }  // namespace quardele::jet

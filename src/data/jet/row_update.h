@@ -15,12 +15,20 @@ class RowUpdate {
  public:
     RowUpdate(Transaction& pages, const TableDef& table);
 
-    /// Throws as Table::Update says; then the transaction must be dropped.
+    /// Throws as Table::Update says. What the rules refuse is found before anything is changed; after another
+    /// error the part of the transaction must be undone.
     void Run(RowId id, std::span<const ColumnChange> changes);
 
  private:
-    void Apply(const ColumnChange& change, RowFields& fields);
-    void MoveLongValuesOut(std::span<const ColumnChange> changes, RowFields& fields);
+    /// The field of a long value that gets another one.
+    struct OldValue {
+        const StoredColumn* column;
+        ByteString field;
+    };
+
+    [[nodiscard]] RowDraft Stored(const RowPlace& place) const;
+    /// Puts the new values into the row and gives the long values that they replace.
+    [[nodiscard]] std::vector<OldValue> Give(std::span<const ColumnChange> changes, RowDraft& row) const;
 
     Transaction& pages_;
     const TableDef& table_;

@@ -282,17 +282,39 @@ TableDef TableDef::Read(const PageSource& pages, std::uint32_t page) {
     return table;
 }
 
-bool TableDef::HasSameStructure(const TableDef& other, const Format& format) const {
-    const auto& at = format.def;
-    if (bytes.size() != other.bytes.size() || realIndexes.size() != other.realIndexes.size()) {
-        return false;
-    }
+// Once for each change of a row, so without parsing anything.
+bool TableDef::IsCurrent(const PageSource& pages) const {
+    const auto& at = pages.Layout().def;
+    const auto known = std::span(bytes);
+    const auto holds = [&known](const ByteView& view, std::size_t from, std::size_t start,
+                                std::size_t length) {
+        return CompareBytes(view.Sub(from, length).Span(), known.subspan(start, length)) == 0;
+    };
     const std::size_t statistics = at.end + realIndexes.size() * at.indexStatistics;
-    const auto mine = std::span(bytes);
-    const auto theirs = std::span(other.bytes);
-    return CompareBytes(mine.subspan(at.kind, at.end - at.kind), theirs.subspan(at.kind, at.end - at.kind)) ==
-               0 &&
-           CompareBytes(mine.subspan(statistics), theirs.subspan(statistics)) == 0;
+    std::size_t done = 0;
+    for (std::uint32_t number = page; done < bytes.size();) {
+        const PagePtr held = pages.Read(number);
+        const ByteView view = held->View();
+        if (held->Type() != PageType::TableDef) {
+            return false;
+        }
+        if (done == 0) {
+            done = std::min(view.Size(), bytes.size());
+            if (std::max<std::size_t>(view.U32(at.length), at.end) != bytes.size() || statistics > done ||
+                !holds(view, at.kind, at.kind, at.end - at.kind) ||
+                !holds(view, statistics, statistics, done - statistics)) {
+                return false;
+            }
+        } else {
+            const std::size_t length = std::min(view.Size() - at.pageHeader, bytes.size() - done);
+            if (!holds(view, at.pageHeader, done, length)) {
+                return false;
+            }
+            done += length;
+        }
+        number = view.U32(at.next);
+    }
+    return true;
 }
 
 int TableDef::FindColumn(TextView name) const {

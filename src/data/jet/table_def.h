@@ -71,8 +71,8 @@ class TableDef {
     ByteString bytes;                 ///< the definition as it was read
 
     [[nodiscard]] int FindColumn(TextView name) const;
-    /// Whether columns, indexes and maps are the same; counters and statistics may differ.
-    [[nodiscard]] bool HasSameStructure(const TableDef& other, const Format& format) const;
+    /// Whether the pages still state the same columns, indexes and maps; counters and statistics may differ.
+    [[nodiscard]] bool IsCurrent(const PageSource& pages) const;
 };
 
 }  // namespace quardele::jet

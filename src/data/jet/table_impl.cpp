@@ -13,18 +13,24 @@
 namespace quardele::jet {
 
 TableImpl::TableImpl(Engine& engine, std::shared_ptr<Database> database, Text name, TableDef def)
-    : engine_(engine), database_(std::move(database)), name_(std::move(name)), def_(std::move(def)) {}
+    : engine_(engine), database_(std::move(database)), name_(std::move(name)), def_(std::move(def)) {
+    if (database_ != nullptr) {
+        use_.emplace(engine_, def_.page);
+    }
+}
 
 PageList TableImpl::DataPages() const {
     if (!dataPages_ || dataPagesGeneration_ != engine_.Pages().Generation()) {
+        dataPages_ = engine_.Reading([this] {
+            return std::make_shared<std::vector<std::uint32_t>>(ReadUsageMap(Pages(), def_.ownedMap));
+        });
         dataPagesGeneration_ = engine_.Pages().Generation();
-        dataPages_ = std::make_shared<std::vector<std::uint32_t>>(ReadUsageMap(Pages(), def_.ownedMap));
     }
     return dataPages_;
 }
 
 std::size_t TableImpl::RowCount() const {
-    return Pages().Read(def_.page)->View().U32(Layout().def.rowCount);
+    return engine_.Reading([this] { return Pages().Read(def_.page)->View().U32(Layout().def.rowCount); });
 }
 
 RowScan TableImpl::Scan() const {
@@ -32,12 +38,18 @@ RowScan TableImpl::Scan() const {
 }
 
 std::optional<Row> TableImpl::Fetch(RowId id) const {
-    const PagePtr page = Pages().Read(id.page);
-    const DataPage slots(*page, Layout());
-    if (slots.Owner() != def_.page || id.slot >= slots.SlotCount()) {
-        ThrowDamaged(id.page, u"ligne inexistante");
+    return engine_.Reading([&]() -> std::optional<Row> {
+        const PagePtr page = Pages().Read(id.page);
+        return HasSlot(*page, id.slot) ? RowAt(page, id.slot) : std::nullopt;
+    });
+}
+
+bool TableImpl::HasSlot(const Page& page, int slotNumber) const {
+    if (page.Type() != PageType::Data) {
+        return false;
     }
-    return RowAt(page, id.slot);
+    const DataPage slots(page, Layout());
+    return slots.Owner() == def_.page && slotNumber < slots.SlotCount();
 }
 
 std::optional<Row> TableImpl::RowAt(const PagePtr& page, int slotNumber) const {
@@ -59,74 +71,111 @@ Row TableImpl::Moved(RowId id, const ByteView& pointer) const {
     return {this, id, std::move(target.page), target.bytes.Span()};
 }
 
-void TableImpl::Update(RowId id, std::span<const ColumnChange> changes) {
-    const RowLock lock = LockToChange(engine_, id);
+// Within an open step a change is no part of its own: that would cost a copy of every page it touches, to
+// undo what it never does unless something breaks.
+template <class Change>
+RowId TableImpl::Changed(const Change& change) {
+    if (engine_.openStep != nullptr) {
+        Transaction& pages = engine_.openStep->Pages();
+        CheckStructure(pages);
+        return pages.AsOne([&] { return change(pages); });
+    }
     WriteStep step(engine_);
     CheckStructure(step.Pages());
-    RowUpdate(step.Pages(), def_).Run(id, changes);
-    step.Commit();
-}
-
-RowId TableImpl::Insert(std::span<const ColumnChange> values) {
-    WriteStep step(engine_);
-    CheckStructure(step.Pages());
-    const RowId id = RowInsert(step.Pages(), def_).Run(values);
+    const RowId id = change(step.Pages());
     step.Commit();
     return id;
 }
 
+void TableImpl::Update(RowId id, std::span<const ColumnChange> changes) {
+    const RowLock lock = LockToChange(engine_, id);
+    Changed([&](Transaction& pages) {
+        RowUpdate(pages, def_).Run(id, changes);
+        return id;
+    });
+}
+
+RowId TableImpl::Insert(std::span<const ColumnChange> values) {
+    return Changed([&](Transaction& pages) { return RowInsert(pages, def_).Run(values); });
+}
+
 void TableImpl::Delete(RowId id) {
     const RowLock lock = LockToChange(engine_, id);
-    WriteStep step(engine_);
-    CheckStructure(step.Pages());
-    RowDelete(step.Pages(), def_).Run(id);
-    step.Commit();
+    Changed([&](Transaction& pages) {
+        RowDelete(pages, def_).Run(id);
+        return id;
+    });
 }
 
 void TableImpl::CheckStructure(const PageSource& pages) const {
-    if (!TableDef::Read(pages, def_.page).HasSameStructure(def_, Layout())) {
+    if (!def_.IsCurrent(pages)) {
         throw basic::RuntimeError(basic::error::kRecordChanged,
                                   u"La structure de la table a été modifiée par un autre utilisateur.");
     }
 }
 
-RowScan::RowScan(const TableImpl* table) : table_(table), pages_(table->DataPages()) {}
+RowScan::RowScan(const TableImpl* table)
+    : table_(table), pages_(table->DataPages()), listed_(table->Pages().Generation()) {}
+
+// Looks at a page of the list. It may have left the table since the list was made, with all its rows; in a
+// list that is of now, it would have no business there.
+void RowScan::Look(std::uint32_t number) {
+    PagePtr page = table_->Pages().Read(number);
+    const bool ofTable = table_->HasSlot(*page, 0);
+    if (!ofTable && listed_ == table_->Pages().Generation() &&
+        DataPage(*page, table_->Layout()).Owner() != table_->Def().page) {
+        ThrowDamaged(number, u"page d'une autre table");
+    }
+    slotCount_ = ofTable ? DataPage(*page, table_->Layout()).SlotCount() : 0;
+    page_ = std::move(page);
+    picture_ = table_->Owner().Cache().PictureNumber();
+}
+
+// Rows that have moved are found through the page as it is now: what others have written since counts.
+void RowScan::LookAgain() {
+    if (page_ != nullptr && picture_ != table_->Owner().Cache().PictureNumber()) {
+        Look(page_->number);
+    }
+}
 
 bool RowScan::Advance() {
     if (nextPage_ == pages_->size()) {
         return false;
     }
-    page_ = table_->Pages().Read((*pages_)[nextPage_++]);
-    const DataPage slots(*page_, table_->Layout());
-    if (slots.Owner() != table_->Def().page) {
-        ThrowDamaged(page_->number, u"page d'une autre table");
-    }
+    Look((*pages_)[nextPage_]);
+    ++nextPage_;
     slot_ = 0;
-    slotCount_ = slots.SlotCount();
     return true;
 }
 
 std::optional<Row> RowScan::Next() {
-    do {
-        while (slot_ < slotCount_) {
-            if (auto row = table_->RowAt(page_, slot_++)) {
-                return row;
+    return table_->Owner().Reading([this]() -> std::optional<Row> {
+        LookAgain();
+        do {
+            for (; slot_ < slotCount_; ++slot_) {
+                if (auto row = table_->RowAt(page_, slot_)) {
+                    ++slot_;
+                    return row;
+                }
             }
-        }
-    } while (Advance());
-    return std::nullopt;
+        } while (Advance());
+        return std::nullopt;
+    });
 }
 
 std::optional<RowId> RowScan::NextId() {
-    do {
-        while (slot_ < slotCount_) {
-            const int slotNumber = slot_++;
-            if ((DataPage(*page_, table_->Layout()).Flags(slotNumber) & slot::kHidden) == 0) {
-                return RowId{page_->number, static_cast<std::uint8_t>(slotNumber)};
+    return table_->Owner().Reading([this]() -> std::optional<RowId> {
+        LookAgain();
+        do {
+            while (slot_ < slotCount_) {
+                const int slotNumber = slot_++;
+                if ((DataPage(*page_, table_->Layout()).Flags(slotNumber) & slot::kHidden) == 0) {
+                    return RowId{page_->number, static_cast<std::uint8_t>(slotNumber)};
+                }
             }
-        }
-    } while (Advance());
-    return std::nullopt;
+        } while (Advance());
+        return std::nullopt;
+    });
 }
 
 }  // namespace quardele::jet

@@ -3,12 +3,14 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <jet/table.h>
 
 #include "engine.h"
 #include "table_def.h"
+#include "table_use.h"
 
 namespace quardele::jet {
 
@@ -30,6 +32,8 @@ class TableImpl {
     [[nodiscard]] PageList DataPages() const;
     [[nodiscard]] RowScan Scan() const;
     [[nodiscard]] std::optional<Row> Fetch(RowId id) const;
+    /// Whether a page belongs to the table now, and has such a slot.
+    [[nodiscard]] bool HasSlot(const Page& page, int slotNumber) const;
     /// The row of a slot that a page shows; empty for a deleted slot and for the target of a moved row.
     [[nodiscard]] std::optional<Row> RowAt(const PagePtr& page, int slotNumber) const;
 
@@ -41,6 +45,9 @@ class TableImpl {
     [[nodiscard]] std::size_t RowCount() const;
 
  private:
+    /// Runs a change as a step of its own or within the open one, and gives the row that it returns.
+    template <class Change>
+    RowId Changed(const Change& change);
     /// Throws 3197 when the table is not made any more as it was when it was opened.
     void CheckStructure(const PageSource& pages) const;
     [[nodiscard]] Row Moved(RowId id, const ByteView& pointer) const;
@@ -49,6 +56,7 @@ class TableImpl {
     std::shared_ptr<Database> database_;
     Text name_;
     TableDef def_;
+    std::optional<TableUse> use_;
     mutable PageList dataPages_;
     mutable std::uint64_t dataPagesGeneration_ = 0;
 };

@@ -1,10 +1,9 @@
 #include "transaction.h"
 
+#include <algorithm>
 #include <vector>
 
 #include <basic/runtime_error.h>
-
-#include "journal.h"
 
 namespace quardele::jet {
 
@@ -21,14 +20,19 @@ PagePtr Transaction::ReadInside(std::uint32_t number) const {
 }
 
 Page& Transaction::Write(std::uint32_t number) {
-    const PagePtr page = Read(number);
     cache_.Touch();
-    ChangedPage& changed = changed_[number];
+    ++writes_;
+    const auto found = changed_.find(number);
+    if (found == changed_.end()) {
+        auto copy = std::make_shared<Page>(*Read(number));
+        Remember(number, nullptr);
+        return *(changed_[number] = std::move(copy));
+    }
+    ChangedPage& changed = found->second;
     Remember(number, changed);
-    // Two references are ours: `page` and `changed`. Who holds a third one may rely on its bytes.
-    constexpr long kOurs = 2;
-    if (!changed || changed.use_count() > kOurs) {
-        changed = std::make_shared<Page>(*page);
+    // Who holds another reference may rely on its bytes.
+    if (changed.use_count() > 1) {
+        changed = std::make_shared<Page>(*changed);
     }
     return *changed;
 }
@@ -39,6 +43,7 @@ Page& Transaction::Append() {
                                   u"Le fichier de données a atteint sa taille maximale de 2 Go.");
     }
     cache_.Touch();
+    ++writes_;
     auto page = std::make_shared<Page>();
     page->number = pageCount_++;
     page->size = Layout().pageSize;
@@ -53,7 +58,7 @@ void Transaction::Remember(std::uint32_t number, const ChangedPage& before) {
 }
 
 void Transaction::BeginPart() {
-    parts_.push_back({.pageCount = pageCount_, .before = {}});
+    parts_.push_back({.pageCount = pageCount_, .broken = broken_, .before = {}});
 }
 
 void Transaction::KeepPart() {
@@ -75,6 +80,8 @@ void Transaction::UndoPart() {
         }
     }
     pageCount_ = part.pageCount;
+    broken_ = part.broken;
+    room_ = {};
     cache_.Touch();
 }
 
@@ -86,21 +93,28 @@ void Transaction::DropUnchanged() {
     });
 }
 
-void Transaction::Commit(OsFile& file) {
+bool Transaction::Commit(const PageWriter& write) {
+    if (broken_) {
+        throw basic::RuntimeError(
+            basic::error::kInvalidOperation,
+            u"Une modification s'est arrêtée à mi-chemin ; l'ensemble ne peut pas être enregistré.");
+    }
     DropUnchanged();
     if (changed_.empty()) {
-        return;
+        return false;
     }
-    std::vector<JournalRecord> records;
+    std::vector<PagePtr> pages;
     for (const auto& [number, page] : changed_) {
-        const PagePtr before = number < cache_.PageCount() ? cache_.Read(number) : nullptr;
-        records.push_back({.before = before, .after = page});
+        pages.push_back(page);
     }
-    CommitThroughJournal(file, Layout(), cache_.PageCount(), records);
-    for (const auto& [number, page] : changed_) {
+    std::sort(pages.begin(), pages.end(),
+              [](const PagePtr& left, const PagePtr& right) { return left->number < right->number; });
+    write(pages);
+    for (const PagePtr& page : pages) {
         cache_.Put(page);
     }
     changed_.clear();
+    return true;
 }
 
 }  // namespace quardele::jet

@@ -9,21 +9,26 @@ namespace quardele::jet {
 
 namespace {
 
+[[nodiscard]] bool HasBit(const ByteView& bits, std::size_t index) {
+    return (bits.U8(index / 8) >> index % 8 & 1) != 0;
+}
+
 void SetBit(std::span<std::uint8_t> bits, std::size_t index, bool value) {
     const auto mask = static_cast<std::uint8_t>(1u << index % 8);
     std::uint8_t& byte = bits[index / 8];
     byte = static_cast<std::uint8_t>(value ? byte | mask : byte & ~mask);
 }
 
-bool SetInline(Transaction& pages, RowPointer map, const ByteView& row, std::uint32_t page, bool value) {
-    const std::uint32_t first = row.U32(1);
-    const std::size_t bits = (row.Size() - usage_map::kInlineHeader) * 8;
-    if (page < first || page - first >= bits) {
+bool SetInline(Transaction& pages, RowPointer map, const RowBytes& row, std::uint32_t page, bool value) {
+    const ByteView bits = row.bytes.From(usage_map::kInlineHeader);
+    const std::uint32_t first = row.bytes.U32(1);
+    if (page < first || page - first >= bits.Size() * 8) {
         return false;
     }
-    const PagePtr held = pages.Read(map.page);
-    const auto offset = static_cast<std::size_t>(row.Span().data() - held->View().Span().data());
-    SetBit(pages.Write(map.page).Mutable().subspan(offset + usage_map::kInlineHeader), page - first, value);
+    if (HasBit(bits, page - first) != value) {
+        const auto offset = static_cast<std::size_t>(bits.Span().data() - row.page->View().Span().data());
+        SetBit(pages.Write(map.page).Mutable().subspan(offset), page - first, value);
+    }
     return true;
 }
 
@@ -33,11 +38,14 @@ bool SetReferenced(Transaction& pages, const ByteView& row, std::uint32_t page, 
     if (entry + 4 > row.Size() || row.U32(entry) == 0) {
         return false;
     }
-    Page& bitmap = pages.Write(row.U32(entry));
-    if (bitmap.Type() != PageType::UsageBitmap) {
-        ThrowDamaged(bitmap.number, u"page de carte attendue");
+    const std::uint32_t number = row.U32(entry);
+    const PagePtr bitmap = pages.Read(number);
+    if (bitmap->Type() != PageType::UsageBitmap) {
+        ThrowDamaged(number, u"page de carte attendue");
     }
-    SetBit(bitmap.Mutable().subspan(usage_map::kBitmapStart), page % perBitmap, value);
+    if (HasBit(bitmap->View().From(usage_map::kBitmapStart), page % perBitmap) != value) {
+        SetBit(pages.Write(number).Mutable().subspan(usage_map::kBitmapStart), page % perBitmap, value);
+    }
     return true;
 }
 
@@ -51,11 +59,14 @@ bool TrySetMapBit(Transaction& pages, RowPointer map, std::uint32_t page, bool v
     if (row.bytes.IsEmpty()) {
         return false;
     }
-    return row.bytes.U8(0) == usage_map::kInline ? SetInline(pages, map, row.bytes, page, value)
+    return row.bytes.U8(0) == usage_map::kInline ? SetInline(pages, map, row, page, value)
                                                  : SetReferenced(pages, row.bytes, page, value);
 }
 
 std::optional<std::uint32_t> LowestInMap(const PageSource& pages, RowPointer map, std::uint32_t from) {
+    if (from >= pages.PageCount()) {
+        return std::nullopt;
+    }
     const std::vector<std::uint32_t> members = ReadUsageMap(pages, map);
     const auto found = std::lower_bound(members.begin(), members.end(), from);
     return found == members.end() ? std::nullopt : std::optional(*found);

@@ -2,6 +2,7 @@
 
 #include <basic/runtime_error.h>
 
+#include "commit.h"
 #include "engine.h"
 #include "journal.h"
 #include "lock_bytes.h"
@@ -25,9 +26,11 @@ WriteStep::WriteStep(Engine& engine) : engine_(engine), outer_(engine.openStep) 
     if (!WaitForWriterLock(engine.File(), OsFile::Lock::Exclusive)) {
         throw basic::RuntimeError(basic::error::kRecordLocked);
     }
+    engine.SetWriting(true);
     try {
         TakeFile();
     } catch (...) {
+        engine.SetWriting(false);
         engine.File().Unlock(lock_bytes::kWriter);
         throw;
     }
@@ -37,7 +40,9 @@ void WriteStep::TakeFile() {
     if (HasJournal(engine_.Path())) {
         RecoverFromJournal(engine_.File(), engine_.Layout());
     }
-    engine_.Cache().Clear();
+    engine_.Cache().Refresh();
+    static_cast<void>(engine_.Cache().PageCount());
+    picture_ = engine_.Cache().PictureNumber();
     pages_.emplace(engine_.Cache());
     engine_.openStep = this;
 }
@@ -46,8 +51,12 @@ WriteStep::~WriteStep() {
     if (partOpen_) {
         Pages().UndoPart();
     }
+    if (!committed_) {
+        engine_.ForgetCatalog();  // it may have been read with changes that are undone now
+    }
     if (outer_ == nullptr) {
         engine_.openStep = nullptr;
+        engine_.SetWriting(false);
         engine_.Rows().EndStep();
         engine_.File().Unlock(lock_bytes::kWriter);
     }
@@ -57,13 +66,33 @@ void WriteStep::Commit() {
     if (outer_ != nullptr) {
         Pages().KeepPart();
         partOpen_ = false;
+        committed_ = true;
         return;
     }
     try {
-        pages_->Commit(engine_.File());
+        CommitOutermost();
+        committed_ = true;
     } catch (const basic::RuntimeError&) {
         engine_.Cache().Clear();
         throw;
+    }
+}
+
+// A program that does not take the writer's lock may have changed what the step has read.
+void WriteStep::CommitOutermost() {
+    PageCache& cache = engine_.Cache();
+    if (cache.PictureNumber() != picture_) {
+        throw PictureTorn();
+    }
+    ChangeMark mark;
+    const bool written =
+        pages_->Commit([&](std::span<const PagePtr> changed) { mark = CommitPages(engine_, changed); });
+    if (!written) {
+        return;
+    }
+    cache.Adopt(mark);
+    if (!mark.IsUsable()) {
+        cache.Clear();
     }
 }
 

@@ -28,11 +28,14 @@ class WriteStep {
 
  private:
     void TakeFile();
+    void CommitOutermost();
 
     Engine& engine_;
     WriteStep* outer_;
     std::optional<Transaction> pages_;  ///< of the outermost step
+    std::uint64_t picture_ = 0;         ///< number of the picture that it has begun on
     bool partOpen_ = false;
+    bool committed_ = false;
 };
 
 /// Waits for the writer's lock of a file: exclusively to write, shared to be sure that nobody does. False

@@ -1,7 +1,6 @@
 // A process that dies, or a disk that fails, at any moment of a change: the file is then as before the change
 // or as after it, never between.
 
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <fstream>
@@ -9,6 +8,7 @@
 
 #include <basic/date.h>
 
+#include "child.h"
 #include "index_check.h"
 #include "journal.h"
 #include "support.h"
@@ -88,6 +88,15 @@ std::vector<std::string> StatesOfWorkload(const fs::path& original) {
     return states;
 }
 
+/// The file's bytes but for its commit slots, which count attempts as well.
+std::vector<std::uint8_t> PagesOf(const fs::path& file) {
+    constexpr std::ptrdiff_t kSlotsAt = 0xE00;
+    constexpr std::ptrdiff_t kSlotsEnd = 0x1000;
+    auto bytes = ReadBytes(file);
+    std::fill(bytes.begin() + kSlotsAt, bytes.begin() + kSlotsEnd, std::uint8_t{0});
+    return bytes;
+}
+
 /// Ends the process at the n-th step that changes a file; a write is torn in its middle when asked for.
 WriteHook DieAt(int number, bool torn) {
     return [number, torn, count = 0](const WriteEvent& event) mutable {
@@ -104,18 +113,6 @@ WriteHook DieAt(int number, bool torn) {
         }
         ::_exit(kKilled);
     };
-}
-
-/// Runs an action in a process of its own and gives its exit code.
-int InChild(const std::function<void()>& action) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        action();
-        ::_exit(0);
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 int RunWorkloadDyingAt(const fs::path& file, int number, bool torn) {
@@ -179,7 +176,7 @@ TEST(DiskFailure, AFailureAtAnyStepLeavesTheFileAsItWas) {
     const fs::path original = SampleFile("DATA/talmeon.mdb");
     TempFolder folder;
     const fs::path file = folder.Copy(original);
-    const auto before = ReadBytes(file);
+    const auto before = PagesOf(file);
     int failures = 0;
     for (int number = 1;; ++number) {
         SCOPED_TRACE(number);
@@ -197,11 +194,11 @@ TEST(DiskFailure, AFailureAtAnyStepLeavesTheFileAsItWas) {
             break;
         }
         EXPECT_EQ(error, basic::error::kDiskFullDatabase);
-        ASSERT_EQ(ReadBytes(file), before);
+        ASSERT_EQ(PagesOf(file), before);
         ++failures;
     }
     EXPECT_GT(failures, 8);
-    EXPECT_NE(ReadBytes(file), before);
+    EXPECT_NE(PagesOf(file), before);
 }
 
 TEST(Journal, PagesThatSomebodyElseChangedAreNotRolledBackOver) {

@@ -54,7 +54,7 @@ class Table {
 
     /// All rows in physical order; rows written after the call may or may not come.
     [[nodiscard]] RowScan Scan() const;
-    /// The row, or empty when it was deleted. Throws 3343 when the identity points at no row.
+    /// The row, or empty when it was deleted. Throws 3343 when the identity points at no page of the file.
     [[nodiscard]] std::optional<Row> Fetch(RowId id) const;
     /// Walks an index. `index` is a position in Indexes().
     [[nodiscard]] IndexCursor OpenIndex(int index) const;
@@ -144,11 +144,15 @@ class RowScan {
     explicit RowScan(const TableImpl* table);
     /// Goes to the next page of the table; false behind the last.
     bool Advance();
+    void Look(std::uint32_t page);
+    void LookAgain();
 
     const TableImpl* table_;
     std::shared_ptr<const std::vector<std::uint32_t>> pages_;
+    std::uint64_t listed_ = 0;  ///< when that was
     std::size_t nextPage_ = 0;
     std::shared_ptr<const Page> page_;
+    std::uint64_t picture_ = 0;  ///< that it is from
     int slot_ = 0;
     int slotCount_ = 0;
 };

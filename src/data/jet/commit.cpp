@@ -1,0 +1,154 @@
+#include "commit.h"
+
+#include <algorithm>
+#include <vector>
+
+#include <basic/runtime_error.h>
+
+#include "engine.h"
+#include "journal.h"
+#include "journal_file.h"
+#include "lock_wait.h"
+
+namespace quardele::jet {
+
+namespace {
+
+/// Keeps other programs from the pages of a commit.
+class PageHold {
+ public:
+    PageHold(LockFile& users, std::span<const std::uint32_t> pages) : users_(users) {
+        if (!RetryUntil([&] { return users_.TryHoldPages(pages); })) {
+            throw basic::RuntimeError(basic::error::kRecordLocked);
+        }
+    }
+    ~PageHold() { users_.ReleasePages(); }
+    PageHold(const PageHold&) = delete;
+    PageHold& operator=(const PageHold&) = delete;
+
+ private:
+    LockFile& users_;
+};
+
+std::vector<std::uint32_t> NumbersOf(std::span<const PagePtr> pages) {
+    std::vector<std::uint32_t> numbers(pages.size());
+    std::transform(pages.begin(), pages.end(), numbers.begin(),
+                   [](const PagePtr& page) { return page->number; });
+    return numbers;
+}
+
+/// One commit on its way.
+class Commit {
+ public:
+    Commit(Engine& engine, std::span<const PagePtr> pages)
+        : engine_(engine), file_(engine.File()), pages_(pages), pageCount_(engine.Cache().PageCount()) {}
+
+    ChangeMark Run() {
+        const PageHold hold(engine_.Users(), NumbersOf(pages_));
+        try {
+            WriteJournal();
+        } catch (const basic::RuntimeError&) {
+            DropUnfinished();
+            throw;
+        }
+        return WritePages();
+    }
+
+ private:
+    void WriteJournal();
+    ChangeMark WritePages();
+    void WritePagesAlone(const ChangeMark& mark);
+    void DropUnfinished();
+    void TakeBack();
+    [[nodiscard]] PagePtr Before(std::uint32_t number) const;
+
+    Engine& engine_;
+    OsFile& file_;
+    std::span<const PagePtr> pages_;
+    std::uint32_t pageCount_;
+    std::optional<JournalWriter> journal_;
+};
+
+// What the file has must be what the step has seen: a program that takes no locks of ours may have written.
+PagePtr Commit::Before(std::uint32_t number) const {
+    if (number >= pageCount_) {
+        return nullptr;
+    }
+    PagePtr before = engine_.Cache().Read(number);
+    ByteString now(before->size);
+    now.resize(file_.ReadAt(std::uint64_t{number} * before->size, now));
+    if (CompareBytes(now, before->View().Span()) != 0) {
+        throw basic::RuntimeError(basic::error::kRecordChanged);
+    }
+    return before;
+}
+
+void Commit::WriteJournal() {
+    journal_.emplace(file_, engine_.Layout(), pageCount_);
+    for (const PagePtr& page : pages_) {
+        journal_->Add(Before(page->number), *page);
+    }
+    journal_->FlushRecords();
+}
+
+// From the moment in which the journal is valid until it is gone nobody looks at the file: a valid journal
+// that somebody finds is one of a writer that has died.
+ChangeMark Commit::WritePages() {
+    const ChangeMark before = ChangeMark::Read(file_, engine_.Layout());
+    const int user = engine_.Users().User();
+    const ChangeMark after = before.IsUsable() ? before.Advanced(user) : before;
+    std::optional<CommitLock> lock;
+    try {
+        lock.emplace(file_);
+        journal_->Finish(before, user);
+    } catch (const basic::RuntimeError&) {
+        DropUnfinished();
+        throw;
+    }
+    try {
+        WritePagesAlone(after);
+    } catch (const basic::RuntimeError&) {
+        TakeBack();
+        throw;
+    }
+    return after;
+}
+
+void Commit::WritePagesAlone(const ChangeMark& mark) {
+    if (mark.IsUsable()) {
+        mark.WriteSlot(file_, engine_.Users().User());
+    }
+    for (const PagePtr& page : pages_) {
+        file_.WriteAt(std::uint64_t{page->number} * page->size, page->View().Span());
+    }
+    if (pages_.back()->number >= pageCount_) {
+        file_.Sync();
+    } else {
+        file_.SyncData();
+    }
+    DropJournal(file_);
+}
+
+void Commit::DropUnfinished() {
+    journal_.reset();
+    try {
+        DropJournal(file_);
+    } catch (const basic::RuntimeError&) {
+        return;  // whoever finds it sees that nothing was written
+    }
+}
+
+void Commit::TakeBack() {
+    if (const auto journal = StoredJournal::Read(file_, engine_.Layout())) {
+        Undo(file_, engine_.Layout(), *journal);
+    }
+    DropJournal(file_);
+}
+
+}  // namespace
+
+ChangeMark CommitPages(Engine& engine, std::span<const PagePtr> pages) {
+    return Commit(engine, pages).Run();
+}
+
+}  // namespace quardele::jet

@@ -1,0 +1,105 @@
+#include "journal_state.h"
+
+#include <algorithm>
+
+#include "checksum.h"
+
+namespace quardele::jet {
+
+namespace {
+
+/// What the sectors of a file's pages are found to be; those that the change left alone count as nothing.
+struct Sectors {
+    bool anyBefore = false;  ///< some are the old ones
+    bool anyAfter = false;   ///< some are the new ones
+    bool anyOther = false;   ///< some are neither
+};
+
+bool IsAfter(const StoredRecord& record, std::size_t at, std::span<const std::uint8_t> sector) {
+    if (record.appended) {
+        return Checksum(sector) == record.afterSums[at / kSector];
+    }
+    return CompareBytes(sector, std::span(record.after).subspan(at, kSector)) == 0;
+}
+
+void Examine(const StoredRecord& record, std::span<const std::uint8_t> page, Sectors& found) {
+    for (std::size_t at = 0; at < page.size(); at += kSector) {
+        const auto sector = page.subspan(at, kSector);
+        const bool isAfter = IsAfter(record, at, sector);
+        const bool isBefore = CompareBytes(sector, std::span(record.before).subspan(at, kSector)) == 0;
+        found.anyAfter = found.anyAfter || (isAfter && !isBefore);
+        found.anyBefore = found.anyBefore || (isBefore && !isAfter);
+        found.anyOther = found.anyOther || (!isBefore && !isAfter);
+    }
+}
+
+// What lies behind the end of the file was not written: zeros, as in a gap.
+ByteString Padded(std::span<const std::uint8_t> now, std::size_t pageSize) {
+    ByteString page(now.begin(), now.end());
+    page.resize(pageSize);
+    return page;
+}
+
+Sectors ExamineAll(const OsFile& file, const Format& format, const StoredJournal& journal) {
+    Sectors found;
+    std::uint32_t end = journal.PageCount();
+    for (std::size_t i = 0; i < journal.Size(); ++i) {
+        const StoredRecord record = journal.At(i);
+        ByteString page(format.pageSize);
+        file.ReadAt(std::uint64_t{record.page} * format.pageSize, page);
+        Examine(record, page, found);
+        end = std::max(end, record.page + 1);
+    }
+    found.anyOther = found.anyOther || file.Size() > std::uint64_t{end} * format.pageSize;
+    return found;
+}
+
+// Whether the file's mark is the one of before the change or of after it. With another one somebody has
+// changed the file since.
+bool IsMarkOfChange(const OsFile& file, const Format& format, const StoredJournal& journal) {
+    const ChangeMark& before = journal.Mark();
+    if (!before.IsUsable()) {
+        return true;  // a file without marks tells nothing
+    }
+    const ChangeMark now = ChangeMark::Read(file, format);
+    return now == before || now == before.Advanced(journal.User());
+}
+
+}  // namespace
+
+JournalPageState CompareWithJournal(const StoredRecord& record, std::span<const std::uint8_t> now) {
+    Sectors found;
+    Examine(record, Padded(now, record.before.size()), found);
+    if (found.anyOther) {
+        return JournalPageState::Foreign;
+    }
+    if (found.anyBefore && found.anyAfter) {
+        return JournalPageState::Between;
+    }
+    if (found.anyBefore) {
+        return JournalPageState::Before;
+    }
+    return found.anyAfter ? JournalPageState::After : JournalPageState::Same;
+}
+
+JournalState StateOf(const OsFile& file, const Format& format, const StoredJournal& journal) {
+    const Sectors found = ExamineAll(file, format, journal);
+    const bool markFits = IsMarkOfChange(file, format, journal);
+    if (found.anyOther && !journal.IsOfSameFile()) {
+        return JournalState::OtherFile;
+    }
+    if (found.anyOther) {
+        // Without a trace of the change, in a file that has gone on since, it never reached this file.
+        return !found.anyAfter && !markFits ? JournalState::Stale : JournalState::ForeignChange;
+    }
+    if (!found.anyBefore) {
+        return JournalState::Finished;
+    }
+    if (!found.anyAfter) {
+        return JournalState::NotStarted;
+    }
+    // What others have written elsewhere may rest on pages that would be rolled back.
+    return markFits ? JournalState::Half : JournalState::ForeignChange;
+}
+
+}  // namespace quardele::jet

@@ -1,0 +1,124 @@
+#include <jet/recovery.h>
+
+#include <optional>
+
+#include <basic/runtime_error.h>
+
+#include "file_header.h"
+#include "journal.h"
+#include "journal_file.h"
+#include "journal_state.h"
+#include "lock_bytes.h"
+#include "write_step.h"
+
+namespace quardele::jet {
+
+/// The file, under the writer's lock, and its journal.
+struct Recovery::Opened {
+    explicit Opened(const std::filesystem::path& path);
+
+    [[nodiscard]] JournalState Look() const;
+    void ThrowIfReadOnly() const;
+
+    OsFile file;
+    bool writable = false;
+    const Format* format = nullptr;
+    std::optional<StoredJournal> journal;
+    JournalState state = JournalState::None;
+};
+
+Recovery::Opened::Opened(const std::filesystem::path& path) {
+    writable = file.Open(path, OsFile::Access::ReadWrite) && IsWritableFolder(path.parent_path());
+    if (!writable && !file.Open(path, OsFile::Access::Read)) {
+        throw basic::RuntimeError(basic::error::kCannotOpenFile,
+                                  basic::Describe(basic::error::kCannotOpenFile, PathText(path)));
+    }
+    format = &IdentifyFormat(file);
+    if (!WaitForWriterLock(file, writable ? OsFile::Lock::Exclusive : OsFile::Lock::Shared)) {
+        throw basic::RuntimeError(basic::error::kRecordLocked);
+    }
+    journal = StoredJournal::Read(file, *format);
+    state = Look();
+}
+
+JournalState Recovery::Opened::Look() const {
+    if (!HasJournal(file.Path())) {
+        return JournalState::None;
+    }
+    return journal ? StateOf(file, *format, *journal) : JournalState::Unfinished;
+}
+
+void Recovery::Opened::ThrowIfReadOnly() const {
+    if (!writable) {
+        throw basic::RuntimeError(basic::error::kReadOnly);
+    }
+}
+
+Recovery::Recovery(const std::filesystem::path& dataFile) : opened_(std::make_unique<Opened>(dataFile)) {}
+
+Recovery::~Recovery() = default;
+
+JournalState Recovery::State() const {
+    return opened_->state;
+}
+
+std::filesystem::path Recovery::JournalFile() const {
+    return JournalPath(opened_->file.Path());
+}
+
+std::uint32_t Recovery::PagesBefore() const {
+    return opened_->journal ? opened_->journal->PageCount() : 0;
+}
+
+std::uint32_t Recovery::PagesNow() const {
+    return static_cast<std::uint32_t>(opened_->file.Size() / opened_->format->pageSize);
+}
+
+std::size_t Recovery::PageCount() const {
+    return opened_->journal ? opened_->journal->Size() : 0;
+}
+
+JournalPage Recovery::Page(std::size_t position) const {
+    StoredRecord record = opened_->journal.value().At(position);
+    ByteString now(opened_->format->pageSize);
+    now.resize(opened_->file.ReadAt(std::uint64_t{record.page} * now.size(), now));
+    const JournalPageState state = CompareWithJournal(record, now);
+    if (record.appended) {
+        record.before.clear();
+    }
+    return {.number = record.page,
+            .state = state,
+            .before = std::move(record.before),
+            .after = std::move(record.after),
+            .now = std::move(now)};
+}
+
+void Recovery::RollBack(bool force) {
+    Opened& opened = *opened_;
+    opened.ThrowIfReadOnly();
+    const bool safe = opened.state == JournalState::NotStarted || opened.state == JournalState::Half;
+    const bool possible = opened.state == JournalState::Finished || opened.state == JournalState::Stale ||
+                          opened.state == JournalState::ForeignChange;
+    if (!safe && !(force && possible)) {
+        throw basic::RuntimeError(basic::error::kInvalidOperation);
+    }
+    const CommitLock lock(opened.file);
+    Undo(opened.file, *opened.format, *opened.journal);
+    opened.journal.reset();
+    DropJournal(opened.file);
+    opened.state = JournalState::None;
+}
+
+std::filesystem::path Recovery::KeepFile() {
+    Opened& opened = *opened_;
+    opened.ThrowIfReadOnly();
+    if (opened.state == JournalState::None) {
+        throw basic::RuntimeError(basic::error::kInvalidOperation);
+    }
+    const CommitLock lock(opened.file);
+    opened.journal.reset();
+    opened.state = JournalState::None;
+    return SetJournalAside(opened.file);
+}
+
+}  // namespace quardele::jet

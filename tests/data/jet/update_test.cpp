@@ -45,7 +45,7 @@ TEST(Update, NoJournalStaysBehind) {
     const Opened table(SampleFile("DATA/talmeon.mdb"), u"TVEH_DETAIL");
     Set(*table, AllRows(*table)[0], u"TVEH_DETAIL_DATVIS", Null{});
     for (const auto& entry : fs::directory_iterator(table.File().parent_path())) {
-        EXPECT_EQ(entry.path(), table.File());
+        EXPECT_NE(entry.path().extension(), ".qjournal");
     }
 }
 

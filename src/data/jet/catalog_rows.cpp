@@ -6,7 +6,7 @@
 #include <basic/runtime_error.h>
 
 #include "catalog_format.h"
-#include "named_row.h"
+#include "properties.h"
 #include "row_delete.h"
 #include "row_update.h"
 
@@ -17,6 +17,7 @@ namespace {
 using namespace catalog_format;
 
 constexpr TextView kRightsTable = u"MSysACEs";
+constexpr TextView kRelationshipsTable = u"MSysRelationships";
 
 [[nodiscard]] int Ordinal(const TableImpl& table, TextView column) {
     const int ordinal = table.Def().FindColumn(column);
@@ -46,7 +47,7 @@ constexpr TextView kRightsTable = u"MSysACEs";
 CatalogRows::CatalogRows(StructureChange& change) : change_(change) {}
 
 TableImpl CatalogRows::Objects() const {
-    return change_.SystemTable(kCatalogPage);
+    return change_.TableOn(kCatalogPage);
 }
 
 TableImpl CatalogRows::Rights() const {
@@ -54,7 +55,7 @@ TableImpl CatalogRows::Rights() const {
     if (table == nullptr) {
         ThrowDamaged(kCatalogPage, u"catalogue sans la table des droits");
     }
-    return change_.SystemTable(table->page);
+    return change_.TableOn(table->page);
 }
 
 void CatalogRows::CheckFree(TextView name) const {
@@ -127,10 +128,13 @@ void CatalogRows::AddTable(TextView name, std::uint32_t page, const ByteString& 
     }
 }
 
-void CatalogRows::NoteChange(const CatalogTable& table) {
+void CatalogRows::Update(const CatalogTable& table, const NamedValue& value) {
     const TableDef def = TableDef::Read(change_.Pages(), kCatalogPage);
-    const std::vector<NamedValue> values = {{u"DateUpdate", DateAfter(table.changed)}};
-    RowUpdate(change_.Pages(), def).Run(table.row, ChangesOf(def, values));
+    RowUpdate(change_.Pages(), def).Run(table.row, ChangesOf(def, {&value, 1}));
+}
+
+void CatalogRows::NoteChange(const CatalogTable& table) {
+    Update(table, {u"DateUpdate", DateAfter(table.changed)});
 }
 
 ByteString CatalogRows::Properties(const CatalogTable& table) const {
@@ -139,10 +143,30 @@ ByteString CatalogRows::Properties(const CatalogTable& table) const {
     return row ? BytesOf(*row, Ordinal(objects, u"LvProp")) : ByteString();
 }
 
-void CatalogRows::StoreProperties(const CatalogTable& table, const ByteString& properties) {
-    const TableDef def = TableDef::Read(change_.Pages(), kCatalogPage);
-    const std::vector<NamedValue> values = {{u"LvProp", properties}};
-    RowUpdate(change_.Pages(), def).Run(table.row, ChangesOf(def, values));
+void CatalogRows::StoreRulesOf(const CatalogTable& table, const Column& column) {
+    const ByteString stored = Properties(table);
+    PropertyBlob properties =
+        stored.empty() ? PropertyBlob() : PropertyBlob({stored, table.row.page}, change_.Pages().Layout());
+    StoreRules(column, properties);
+    Update(table, {u"LvProp", properties.Bytes()});
+}
+
+bool CatalogRows::HasRelationship(TextView table) const {
+    const CatalogTable* found = change_.Objects().Find(kRelationshipsTable);
+    if (found == nullptr) {
+        return false;
+    }
+    const TableImpl relationships = change_.TableOn(found->page);
+    RowScan scan = relationships.Scan();
+    Text end;
+    while (const auto row = scan.Next()) {
+        for (const TextView column : {u"szObject", u"szReferencedObject"}) {
+            if (row->TextAt(Ordinal(relationships, column), end) && basic::EqualNoCase(end, table)) {
+                return true;
+            }
+        }
+    }
+    return false;
 }
 
 void CatalogRows::RemoveTable(const CatalogTable& table) {

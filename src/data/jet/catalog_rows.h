@@ -1,6 +1,7 @@
 // Changing the catalogue: the rows of tables in MSysObjects, and who has rights to them in MSysACEs.
 #pragma once
 
+#include "named_row.h"
 #include "structure_change.h"
 #include "table_impl.h"
 
@@ -16,14 +17,18 @@ class CatalogRows {
     void AddTable(TextView name, std::uint32_t page, const ByteString& properties);
     /// Notes that a table was changed.
     void NoteChange(const CatalogTable& table);
-    /// The table's properties as stored, empty when it has none.
-    [[nodiscard]] ByteString Properties(const CatalogTable& table) const;
-    void StoreProperties(const CatalogTable& table, const ByteString& properties);
+    /// Writes the rules of a column among the table's properties.
+    void StoreRulesOf(const CatalogTable& table, const Column& column);
+    /// Whether the table is an end of a relationship, enforced or not.
+    [[nodiscard]] bool HasRelationship(TextView table) const;
     void RemoveTable(const CatalogTable& table);
 
  private:
     [[nodiscard]] TableImpl Objects() const;
     [[nodiscard]] TableImpl Rights() const;
+    /// Empty when the table has no properties.
+    [[nodiscard]] ByteString Properties(const CatalogTable& table) const;
+    void Update(const CatalogTable& table, const NamedValue& value);
     [[nodiscard]] basic::Binary DatabaseOwner() const;
     [[nodiscard]] std::vector<basic::Binary> AccountsOfNewTables() const;
 

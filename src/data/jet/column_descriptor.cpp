@@ -71,8 +71,11 @@ std::uint8_t Flags(const Column& column) {
 }  // namespace
 
 bool IsVariable(ColumnType type) {
-    return type == ColumnType::Text || type == ColumnType::Binary || type == ColumnType::Memo ||
-           type == ColumnType::Ole;
+    return type == ColumnType::Text || type == ColumnType::Binary || IsLong(type);
+}
+
+bool IsLong(ColumnType type) {
+    return type == ColumnType::Memo || type == ColumnType::Ole;
 }
 
 std::uint16_t FixedSize(ColumnType type) {
@@ -84,6 +87,15 @@ void CheckColumn(const Column& column) {
     if (!IsKnown(column.type) || !HasPossibleSize(column) || !MayCount(column)) {
         throw basic::RuntimeError(basic::error::kOperationNotSupported,
                                   u"Le champ « " + column.name + u" » ne peut pas avoir ce type.");
+    }
+}
+
+// A row of Nulls has at least its count, its fixed area, an offset for each variable column and the end,
+// their number, and the bits.
+void CheckRowLength(std::size_t fixedArea, std::size_t variable, std::size_t columns) {
+    const std::size_t shortest = 2 + fixedArea + (variable == 0 ? 0 : 2 * (variable + 2)) + (columns + 7) / 8;
+    if (shortest > kLargestRow) {
+        throw basic::RuntimeError(basic::error::kRecordTooLarge);
     }
 }
 

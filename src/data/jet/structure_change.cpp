@@ -26,7 +26,7 @@ const CatalogTable& StructureChange::Changeable(TextView name, int refusal) {
     return *table;
 }
 
-TableImpl StructureChange::SystemTable(std::uint32_t page) {
+TableImpl StructureChange::TableOn(std::uint32_t page) {
     return {engine_, nullptr, {}, TableDef::Read(step_.Pages(), page)};
 }
 

@@ -1,6 +1,8 @@
 // One change of a file's structure: a step of writing, with the catalogue as the file has it now.
 #pragma once
 
+#include <basic/runtime_error.h>
+
 #include "engine.h"
 #include "page_allocator.h"
 #include "table_impl.h"
@@ -17,10 +19,10 @@ class StructureChange {
     [[nodiscard]] PageAllocator& Allocator() { return allocator_; }
     [[nodiscard]] const jet::Catalog& Objects() { return engine_.Objects(); }
     /// A table as the step has it now; good until its structure changes.
-    [[nodiscard]] TableImpl SystemTable(std::uint32_t page);
+    [[nodiscard]] TableImpl TableOn(std::uint32_t page);
     /// A table of this file that may be changed. Throws 3078 when there is none, `refusal` when it is a
     /// system table or a link, 3211 when another Database of this process has it open.
-    [[nodiscard]] const CatalogTable& Changeable(TextView name, int refusal);
+    [[nodiscard]] const CatalogTable& Changeable(TextView name, int refusal = basic::error::kReadOnly);
     void Commit();
 
  private:

@@ -12,6 +12,12 @@ namespace {
 /// No definition of 255 columns and 32 indexes comes near to this.
 constexpr std::size_t kLargestDefinition = std::size_t{1} << 20;
 
+/// The side of a relationship that refers to the other one.
+constexpr std::uint8_t kChildSide = 2;
+/// What becomes of the rows that refer to one.
+constexpr std::uint8_t kCascade = 1;
+constexpr std::uint8_t kSetNull = 2;
+
 // A definition is one string of bytes, cut into pages that name their successor.
 ByteString Gather(const PageSource& pages, std::uint32_t first) {
     const auto& at = pages.Layout().def;
@@ -87,6 +93,7 @@ class Parser {
     void SortForDisplay();
     void ParseRealIndexes();
     void ParseLogicalIndexes();
+    [[nodiscard]] Relation ReadRelation(const ByteView& bytes, std::size_t realIndex) const;
     void ParseLongValueMaps();
 
     [[nodiscard]] int OrdinalOf(std::uint16_t number) const {
@@ -207,9 +214,21 @@ void Parser::ParseRealIndexes() {
 bool Parser::IsSeekable(const RealIndex& index) const {
     return std::all_of(index.columns.begin(), index.columns.end(), [this](const IndexColumn& part) {
         const StoredColumn& column = table_.stored[static_cast<std::size_t>(part.column)];
-        return !column.IsText() ||
-               (format_.wideText && column.lcid == kGeneralLcid && column.sortVersion == 0);
+        return !column.IsText() || (format_.wideText && column.HasGeneralOrder());
     });
+}
+
+Relation Parser::ReadRelation(const ByteView& bytes, std::size_t realIndex) const {
+    const auto& at = format_.logicalIndex;
+    const std::uint8_t onDelete = bytes.U8(at.cascadeDelete);
+    return {.realIndex = realIndex,
+            .child = bytes.U8(at.side) == kChildSide,
+            .table = bytes.U32(at.partnerTable),
+            .partner = bytes.U32(at.partner),
+            .cascadeUpdate = bytes.U8(at.cascadeUpdate) == kCascade,
+            .onDelete = onDelete == kCascade   ? Relation::OnDelete::Cascade
+                        : onDelete == kSetNull ? Relation::OnDelete::SetNull
+                                               : Relation::OnDelete::Refuse};
 }
 
 void Parser::ParseLogicalIndexes() {
@@ -226,6 +245,10 @@ void Parser::ParseLogicalIndexes() {
             index.primary = index.unique = index.required = true;
         }
         index.related = index.related || kind == kRelationshipKind;
+        if (kind == kRelationshipKind) {
+            table_.relations.push_back(ReadRelation(bytes, real));
+        }
+        table_.numberOf.push_back(bytes.U32(at.number));
         table_.realOf.push_back(real);
         table_.indexes.emplace_back().primary = kind == kPrimaryKind;
     }

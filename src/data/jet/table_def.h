@@ -32,6 +32,8 @@ struct StoredColumn {
 
     [[nodiscard]] bool IsLong() const { return type == ColumnType::Memo || type == ColumnType::Ole; }
     [[nodiscard]] bool IsText() const { return type == ColumnType::Memo || type == ColumnType::Text; }
+    /// Whether its texts have the order that this engine writes.
+    [[nodiscard]] bool HasGeneralOrder() const { return lcid == kGeneralLcid && sortVersion == 0; }
 };
 
 /// Bytes that a value of the type takes; empty for Text, Binary, Memo, OLE, opaque data and Boolean.
@@ -48,6 +50,18 @@ struct RealIndex {
     bool primary = false;
     bool seekable = false;
     bool related = false;  ///< an enforced relationship to another table uses it
+};
+
+/// One side of an enforced relationship between two tables.
+struct Relation {
+    enum class OnDelete { Refuse, Cascade, SetNull };
+
+    std::size_t realIndex = 0;   ///< of the columns that relate the tables
+    bool child = false;          ///< this table refers to the other one; otherwise it is referred to
+    std::uint32_t table = 0;     ///< first page of the other table's definition
+    std::uint32_t partner = 0;   ///< number of the other table's index
+    bool cascadeUpdate = false;  ///< rows follow when the key that they refer to changes
+    OnDelete onDelete = OnDelete::Refuse;
 };
 
 class TableDef {
@@ -67,8 +81,10 @@ class TableDef {
     std::vector<StoredColumn> stored;
     std::vector<RealIndex> realIndexes;
     std::vector<Index> indexes;
-    std::vector<std::size_t> realOf;  ///< for each of indexes, its position in realIndexes
-    ByteString bytes;                 ///< the definition as it was read
+    std::vector<std::size_t> realOf;      ///< for each of indexes, its position in realIndexes
+    std::vector<std::uint32_t> numberOf;  ///< for each of indexes, the number that relationships know it by
+    std::vector<Relation> relations;
+    ByteString bytes;  ///< the definition as it was read
 
     [[nodiscard]] int FindColumn(TextView name) const;
     /// Whether the pages still state the same columns, indexes and maps; counters and statistics may differ.

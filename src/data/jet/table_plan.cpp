@@ -13,10 +13,6 @@ namespace quardele::jet {
 
 namespace {
 
-[[nodiscard]] bool IsLong(ColumnType type) {
-    return type == ColumnType::Memo || type == ColumnType::Ole;
-}
-
 void CheckColumns(const std::vector<Column>& columns) {
     if (columns.empty() || columns.size() > kMostColumns) {
         throw basic::RuntimeError(basic::error::kTooManyFields, u"Une table a de 1 à 255 champs.");
@@ -30,15 +26,6 @@ void CheckColumns(const std::vector<Column>& columns) {
             throw basic::RuntimeError(basic::error::kFieldExists,
                                       basic::Describe(basic::error::kFieldExists, column->name));
         }
-    }
-}
-
-// A row of Nulls has at least its count, its fixed area, an offset for each variable column and the end,
-// their number, and the bits.
-void CheckRowLength(std::size_t fixedArea, std::size_t variable, std::size_t columns) {
-    const std::size_t shortest = 2 + fixedArea + (variable == 0 ? 0 : 2 * (variable + 2)) + (columns + 7) / 8;
-    if (shortest > kLargestRow) {
-        throw basic::RuntimeError(basic::error::kRecordTooLarge);
     }
 }
 

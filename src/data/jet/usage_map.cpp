@@ -60,4 +60,23 @@ std::vector<std::uint32_t> ReadUsageMap(const PageSource& pages, RowPointer map)
     }
 }
 
+std::vector<std::uint32_t> BitmapPages(const PageSource& pages, RowPointer map) {
+    std::vector<std::uint32_t> result;
+    if (map.page == 0) {
+        return result;
+    }
+    const PagePtr page = pages.Read(map.page);
+    const DataPage slots(*page, pages.Layout());
+    const ByteView row = slots.Row(map.slot);
+    if (row.IsEmpty() || slots.Flags(map.slot) == slot::kDeleted || row.U8(0) != usage_map::kReference) {
+        return result;
+    }
+    for (std::size_t at = usage_map::kReferenceHeader; at + 4 <= row.Size(); at += 4) {
+        if (row.U32(at) != 0) {
+            result.push_back(row.U32(at));
+        }
+    }
+    return result;
+}
+
 }  // namespace quardele::jet

@@ -12,4 +12,8 @@ namespace quardele::jet {
 /// set. Pages behind the end of the file are left out: only the map of free pages names such.
 [[nodiscard]] std::vector<std::uint32_t> ReadUsageMap(const PageSource& pages, RowPointer map);
 
+/// The pages that the bits of a map lie on, other than the page of the map itself: those of a map that has
+/// outgrown its row.
+[[nodiscard]] std::vector<std::uint32_t> BitmapPages(const PageSource& pages, RowPointer map);
+
 }  // namespace quardele::jet

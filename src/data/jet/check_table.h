@@ -20,8 +20,6 @@ class TableCheck {
     [[nodiscard]] const TableDef& Def() const { return def_; }
 
  private:
-    void CheckDefinition();
-    void CheckFixedArea();
     void ClaimDataPages();
     void CheckRows();
 

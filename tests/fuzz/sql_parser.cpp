@@ -33,7 +33,7 @@ void CheckRewriting(const basic::Text& text, const Rewrite& rewrite) {
         again = rewrite(printed);
     } catch (const basic::RuntimeError& failure) {
         // Brackets make a tree deeper, and one that is nearly too deep as it stands is so then.
-        if (failure.Number() == sql::kTooComplex) {
+        if (failure.Number() == sql::error::kTooComplex) {
             return;
         }
         throw std::logic_error("written so that it cannot be read: " + basic::ToUtf8(printed));

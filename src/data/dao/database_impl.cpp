@@ -6,7 +6,6 @@
 
 #include <basic/paths.h>
 #include <basic/runtime_error.h>
-#include <dao/database.h>
 
 namespace quardele::dao {
 namespace {
@@ -41,21 +40,11 @@ std::filesystem::path PlaceOf(TextView windowsPath) {
 
 }  // namespace
 
-DatabaseImpl::DatabaseImpl(Text name, std::shared_ptr<jet::Database> file)
-    : name_(std::move(name)), file_(std::move(file)) {}
+DatabaseImpl::DatabaseImpl(Text name, std::shared_ptr<OpenFile> open)
+    : name_(std::move(name)), open_(std::move(open)) {}
 
 std::shared_ptr<DatabaseImpl> DatabaseImpl::Open(TextView windowsPath, jet::OpenMode mode) {
-    auto file = jet::Database::Open(PlaceOf(windowsPath), mode);
-    auto database = std::make_shared<DatabaseImpl>(Text(windowsPath), std::move(file));
-    auto& open = DBEngine::Instance().open_;
-    std::erase_if(open, [](const auto& entry) { return entry.expired(); });
-    open.push_back(database);
-    return database;
-}
-
-void DatabaseImpl::Refresh() {
-    file_->Refresh();
-    ++version_;
+    return std::make_shared<DatabaseImpl>(Text(windowsPath), OpenFile::Open(PlaceOf(windowsPath), mode));
 }
 
 }  // namespace quardele::dao

@@ -25,8 +25,8 @@ void DBEngine::Idle(int option) {
         return;
     }
     for (const auto& entry : open_) {
-        if (const auto database = entry.lock()) {
-            database->Refresh();
+        if (const auto file = entry.lock()) {
+            file->Refresh();
         }
     }
 }

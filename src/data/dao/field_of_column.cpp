@@ -1,40 +1,40 @@
 #include "field_of_column.h"
 
+#include <algorithm>
+#include <iterator>
+
+#include <basic/runtime_error.h>
+
 namespace quardele::dao {
 
+namespace {
+
+// Of fields that say nothing of their size.
+constexpr int kUsualLength = 255;
+constexpr std::uint8_t kUsualDigits = 18;
+
+struct TypePair {
+    jet::ColumnType column;
+    FieldType field;
+};
+
+constexpr TypePair kTypes[] = {
+    {jet::ColumnType::Boolean, FieldType::Boolean},   {jet::ColumnType::Byte, FieldType::Byte},
+    {jet::ColumnType::Integer, FieldType::Integer},   {jet::ColumnType::Long, FieldType::Long},
+    {jet::ColumnType::Currency, FieldType::Currency}, {jet::ColumnType::Single, FieldType::Single},
+    {jet::ColumnType::Double, FieldType::Double},     {jet::ColumnType::Date, FieldType::Date},
+    {jet::ColumnType::Binary, FieldType::Binary},     {jet::ColumnType::Text, FieldType::Text},
+    {jet::ColumnType::Ole, FieldType::LongBinary},    {jet::ColumnType::Memo, FieldType::Memo},
+    {jet::ColumnType::Guid, FieldType::Guid},         {jet::ColumnType::Numeric, FieldType::Decimal},
+    {jet::ColumnType::Opaque, FieldType::Binary},
+};
+
+}  // namespace
+
 FieldType FieldTypeOf(jet::ColumnType type) {
-    switch (type) {
-        case jet::ColumnType::Boolean:
-            return FieldType::Boolean;
-        case jet::ColumnType::Byte:
-            return FieldType::Byte;
-        case jet::ColumnType::Integer:
-            return FieldType::Integer;
-        case jet::ColumnType::Long:
-            return FieldType::Long;
-        case jet::ColumnType::Currency:
-            return FieldType::Currency;
-        case jet::ColumnType::Single:
-            return FieldType::Single;
-        case jet::ColumnType::Double:
-            return FieldType::Double;
-        case jet::ColumnType::Date:
-            return FieldType::Date;
-        case jet::ColumnType::Text:
-            return FieldType::Text;
-        case jet::ColumnType::Ole:
-            return FieldType::LongBinary;
-        case jet::ColumnType::Memo:
-            return FieldType::Memo;
-        case jet::ColumnType::Guid:
-            return FieldType::Guid;
-        case jet::ColumnType::Numeric:
-            return FieldType::Decimal;
-        case jet::ColumnType::Binary:
-        case jet::ColumnType::Opaque:
-            break;
-    }
-    return FieldType::Binary;
+    const auto* found = std::find_if(std::begin(kTypes), std::end(kTypes),
+                                     [type](const TypePair& pair) { return pair.column == type; });
+    return found == std::end(kTypes) ? FieldType::Binary : found->field;
 }
 
 Field FieldOf(const jet::Column& column) {
@@ -44,6 +44,27 @@ Field FieldOf(const jet::Column& column) {
             .required = column.required,
             .allowZeroLength = column.allowZeroLength,
             .defaultValue = column.defaultValue};
+}
+
+jet::Column ColumnOf(const Field& field) {
+    const auto* found = std::find_if(std::begin(kTypes), std::end(kTypes),
+                                     [&field](const TypePair& pair) { return pair.field == field.type; });
+    if (found == std::end(kTypes)) {
+        throw basic::RuntimeError(basic::error::kInvalidArgument);
+    }
+    jet::Column column;
+    column.name = field.name;
+    column.type = found->column;
+    column.size = field.size;
+    if (field.type == FieldType::Text && field.size == 0) {
+        column.size = kUsualLength;
+    } else if (field.type == FieldType::Decimal) {
+        column.precision = kUsualDigits;
+    }
+    column.required = field.required;
+    column.allowZeroLength = field.allowZeroLength;
+    column.defaultValue = field.defaultValue;
+    return column;
 }
 
 }  // namespace quardele::dao

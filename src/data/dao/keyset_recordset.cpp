@@ -58,6 +58,7 @@ KeysetRecordset::KeysetRecordset(std::shared_ptr<DatabaseImpl> database, Text na
 void KeysetRecordset::Run() {
     rows_ = query_->Run();
     visited_ = 0;
+    deleted_ = 0;
 }
 
 void KeysetRecordset::Requery() {
@@ -72,7 +73,7 @@ void KeysetRecordset::Requery() {
 
 std::size_t KeysetRecordset::RecordCount() const {
     RequireOpen();
-    return visited_;
+    return visited_ - deleted_;
 }
 
 std::size_t KeysetRecordset::RowCount() const {
@@ -138,6 +139,36 @@ Bookmark KeysetRecordset::RowBookmark() const {
 
 std::optional<jet::RowId> KeysetRecordset::RowIn(std::size_t table) const {
     return rows_.Key(row_, table);
+}
+
+Bookmark KeysetRecordset::TakeIn(const RowParts& parts) {
+    const std::size_t row = rows_.Append(Joined(parts));
+    ++visited_;
+    return BookmarkOf(row);
+}
+
+RowParts KeysetRecordset::Joined(const RowParts& parts) const {
+    if (std::all_of(parts.begin(), parts.end(), [](const auto& part) { return part.has_value(); })) {
+        return parts;
+    }
+    const sql::RowSet now = query_->Run();
+    for (std::size_t row = 0; row < now.Size(); ++row) {
+        RowParts candidate(parts.size());
+        bool found = true;
+        for (std::size_t table = 0; table < parts.size() && found; ++table) {
+            candidate[table] = now.Key(row, table);
+            found = !parts[table] || parts[table] == candidate[table];
+        }
+        if (found) {
+            return candidate;
+        }
+    }
+    return parts;
+}
+
+void KeysetRecordset::RowLost(std::size_t table) {
+    rows_.MarkDeleted(row_, table);
+    ++deleted_;
 }
 
 bool KeysetRecordset::AllowsChanges() const {

@@ -41,6 +41,9 @@ class KeysetRecordset final : public RecordsetBase {
     [[nodiscard]] Bookmark RowBookmark() const override;
     [[nodiscard]] Variant Stored(int field) const override { return Read(row_, field); }
     [[nodiscard]] std::optional<jet::RowId> RowIn(std::size_t table) const override;
+    [[nodiscard]] Bookmark TakeIn(const RowParts& parts) override;
+    void RowLosing(std::size_t /*table*/) override {}
+    void RowLost(std::size_t table) override;
     [[nodiscard]] bool AllowsChanges() const override;
     [[nodiscard]] bool AllowsChangeOf(int field) const override { return rows_.IsUpdatable(field); }
 
@@ -58,12 +61,15 @@ class KeysetRecordset final : public RecordsetBase {
     void FinishSearch(std::optional<std::size_t> found, bool wasEditing);
     [[nodiscard]] const sql::Condition& Prepared(TextView condition);
     void Visit(std::size_t rows);
+    /// The parts of an added record with those that its join finds.
+    [[nodiscard]] RowParts Joined(const RowParts& parts) const;
 
     RecordsetType type_;
     std::shared_ptr<sql::Query> query_;
     mutable sql::RowSet rows_;
     std::size_t row_ = 0;
     std::size_t visited_ = 0;  ///< rows counted from the first that a move or a search has come to
+    std::size_t deleted_ = 0;  ///< rows of those that this recordset has deleted
     Text conditionText_;       ///< of the condition prepared last
     std::optional<sql::Condition> condition_;
     mutable std::uint64_t readVersion_ = 0;  ///< of the file when rows were last read

@@ -4,10 +4,10 @@
 #include <utility>
 
 #include <basic/runtime_error.h>
+#include <jet/table_steps.h>
+#include <sql/default_value.h>
 
-#include "default_value.h"
 #include "field_value.h"
-#include "table_changes.h"
 
 namespace quardele::dao {
 namespace {
@@ -145,16 +145,33 @@ bool RecordsetBase::IsAutoNumber(std::size_t field) const {
 void RecordsetBase::Edit() {
     RequireCurrent();
     RequireUpdatable();
+    DropEdit();
     database_->Refresh();
     std::vector<std::optional<SourceRow>> originals(layout_.tables.size());
     for (std::size_t table = 0; table < originals.size(); ++table) {
         if (const auto row = RowIn(table)) {
-            originals[table].emplace(layout_.tables[table], *row);
+            originals[table] = RowToEdit(table, *row);
         }
     }
     originals_ = std::move(originals);
     buffer_.Fill(ValuesToEdit());
     mode_ = dao::EditMode::Edit;
+}
+
+/// Parts of a record that the statement leaves as they are, the "one" side of a join, are not locked.
+SourceRow RecordsetBase::RowToEdit(std::size_t table, jet::RowId row) const {
+    const auto& source = layout_.tables[table];
+    return IsTableWritable(table) ? SourceRow(database_->Shared(), source, row) : SourceRow(source, row);
+}
+
+bool RecordsetBase::IsTableWritable(std::size_t table) const {
+    for (std::size_t field = 0; field < layout_.fields.size(); ++field) {
+        const auto& origin = layout_.origins[field];
+        if (origin && origin->table == table && AllowsChangeOf(static_cast<int>(field))) {
+            return true;
+        }
+    }
+    return false;
 }
 
 std::vector<Variant> RecordsetBase::ValuesToEdit() const {
@@ -172,8 +189,10 @@ void RecordsetBase::AddNew() {
     RequireUpdatable();
     std::vector<Variant> values(layout_.fields.size());
     for (std::size_t field = 0; field < values.size(); ++field) {
-        values[field] = IsAutoNumber(field) ? Variant(basic::Null{})
-                                            : DefaultOf(database_->File(), layout_.fields[field]);
+        const Field& target = layout_.fields[field];
+        values[field] = ConvertedFor(
+            target.type, IsAutoNumber(field) ? Variant(basic::Null{})
+                                             : sql::DefaultValue(*database_->File(), target.defaultValue));
     }
     Leave();
     buffer_.Fill(std::move(values));
@@ -210,31 +229,44 @@ void RecordsetBase::WriteEdit() {
             originals_[table]->RequireUnchanged();
         }
     }
-    std::size_t written = 0;
-    try {
-        for (; written < changes.size(); ++written) {
-            if (!changes[written].empty()) {
-                originals_[written]->Write(changes[written]);
-            }
+    jet::TableSteps steps(ChangedTables(changes));
+    for (std::size_t table = 0; table < changes.size(); ++table) {
+        if (!changes[table].empty()) {
+            originals_[table]->Write(changes[table]);
         }
-    } catch (const RuntimeError&) {
-        // A record of several tables is written whole or not at all.
-        for (std::size_t table = 0; table < written; ++table) {
-            if (!changes[table].empty()) {
-                originals_[table]->Restore(changes[table]);
-            }
-        }
-        throw;
     }
+    steps.Commit();
     lastModified_ = RowBookmark();
 }
 
+/// A new record of a join adds rows to those tables whose fields were given.
 void RecordsetBase::WriteNew() {
-    for (std::size_t table = 0; table < layout_.tables.size(); ++table) {
-        if (!ChangesOf(table).empty()) {
-            InsertRow(*layout_.tables[table], NewRowOf(table));
+    std::vector<Changes> rows(layout_.tables.size());
+    for (std::size_t table = 0; table < rows.size(); ++table) {
+        if (rows.size() == 1 || !ChangesOf(table).empty()) {
+            rows[table] = NewRowOf(table);
         }
     }
+    RowParts parts(rows.size());
+    jet::TableSteps steps(ChangedTables(rows));
+    for (std::size_t table = 0; table < rows.size(); ++table) {
+        if (!rows[table].empty()) {
+            parts[table] = layout_.tables[table]->Insert(rows[table]);
+        }
+    }
+    steps.Commit();
+    lastModified_ = TakeIn(parts);
+}
+
+std::vector<std::shared_ptr<jet::Table>> RecordsetBase::ChangedTables(
+    const std::vector<Changes>& changes) const {
+    std::vector<std::shared_ptr<jet::Table>> tables;
+    for (std::size_t table = 0; table < changes.size(); ++table) {
+        if (!changes[table].empty()) {
+            tables.push_back(layout_.tables[table]);
+        }
+    }
+    return tables;
 }
 
 RecordsetBase::Changes RecordsetBase::ChangesOf(std::size_t table) const {
@@ -248,14 +280,16 @@ RecordsetBase::Changes RecordsetBase::ChangesOf(std::size_t table) const {
     return changes;
 }
 
+/// What the buffer holds of a table, and the defaults of columns that the recordset does not show.
 RecordsetBase::Changes RecordsetBase::NewRowOf(std::size_t table) const {
     Changes values;
     for (std::size_t field = 0; field < layout_.fields.size(); ++field) {
         const auto& origin = layout_.origins[field];
-        if (origin && origin->table == table && !buffer_.Value(field).IsNull()) {
+        if (origin && origin->table == table && !IsAutoNumber(field)) {
             values.push_back({origin->column, buffer_.Value(field)});
         }
     }
+    sql::AddDefaults(*database_->File(), *layout_.tables[table], values);
     return values;
 }
 
@@ -274,8 +308,12 @@ void RecordsetBase::Delete() {
     DropEdit();
     database_->Refresh();
     const std::size_t table = TableToDeleteFrom();
-    DeleteRow(*layout_.tables[table], *RowIn(table));
+    const jet::RowId row = *RowIn(table);
+    const RowHold hold(database_->Shared(), layout_.tables[table], row);
+    RowLosing(table);
+    layout_.tables[table]->Delete(row);
     database_->RowsChanged();
+    RowLost(table);
     if (observer_ != nullptr) {
         observer_->RowChanged(*this);
     }

@@ -20,6 +20,9 @@ struct FieldOrigin {
     int column = 0;         ///< ordinal there
 };
 
+/// The identities of a record's parts, one per table.
+using RowParts = std::vector<std::optional<jet::RowId>>;
+
 /// The fields of a recordset and the tables behind them.
 struct RecordLayout {
     std::vector<Field> fields;
@@ -99,6 +102,13 @@ class RecordsetBase : public Recordset {
     [[nodiscard]] virtual Variant Stored(int field) const = 0;
     /// The identity of the row's part from one of the layout's tables, empty when it has none.
     [[nodiscard]] virtual std::optional<jet::RowId> RowIn(std::size_t table) const = 0;
+    /// Takes in a record that was added, given by the identities of its parts, one per table of the layout;
+    /// parts that were not added are empty. Returns its bookmark.
+    [[nodiscard]] virtual Bookmark TakeIn(const RowParts& parts) = 0;
+    /// Before the row's part from a table is deleted.
+    virtual void RowLosing(std::size_t table) = 0;
+    /// After that: the row stays where it is, but nothing can be read from it.
+    virtual void RowLost(std::size_t table) = 0;
     /// Whether records of this recordset may be changed at all.
     [[nodiscard]] virtual bool AllowsChanges() const = 0;
     /// Whether a stored field may be written as far as the recordset's statement is concerned.
@@ -125,9 +135,13 @@ class RecordsetBase : public Recordset {
     void RequireUpdatable() const;
     [[nodiscard]] bool IsWritable(std::size_t field) const;
     [[nodiscard]] bool IsAutoNumber(std::size_t field) const;
+    [[nodiscard]] bool IsTableWritable(std::size_t table) const;
+    [[nodiscard]] SourceRow RowToEdit(std::size_t table, jet::RowId row) const;
     [[nodiscard]] std::vector<Variant> ValuesToEdit() const;
     [[nodiscard]] Changes ChangesOf(std::size_t table) const;
     [[nodiscard]] Changes NewRowOf(std::size_t table) const;
+    [[nodiscard]] std::vector<std::shared_ptr<jet::Table>> ChangedTables(
+        const std::vector<Changes>& changes) const;
     void WriteEdit();
     void WriteNew();
     /// The table that loses a row with the record: of a join, the side that may be written.

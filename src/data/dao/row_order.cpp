@@ -1,6 +1,7 @@
 #include "row_order.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace quardele::dao {
 
@@ -19,27 +20,22 @@ std::optional<jet::RowId> PhysicalOrder::Last() {
 }
 
 std::optional<jet::RowId> PhysicalOrder::Behind(jet::RowId row) {
-    const auto position = PositionOf(row);
-    if (!position || (*position + 1 == rows_.size() && !Extend())) {
+    if (!ExtendUntil([row](jet::RowId last) { return last > row; })) {
         return {};
     }
-    at_ = *position + 1;
-    return rows_[at_];
+    return *std::upper_bound(rows_.begin(), rows_.end(), row);
 }
 
 std::optional<jet::RowId> PhysicalOrder::Before(jet::RowId row) {
-    const auto position = PositionOf(row);
-    if (!position || *position == 0) {
-        return {};
-    }
-    at_ = *position - 1;
-    return rows_[at_];
+    ExtendUntil([row](jet::RowId last) { return last >= row; });
+    const auto found = std::lower_bound(rows_.begin(), rows_.end(), row);
+    return found == rows_.begin() ? std::nullopt : std::optional(*std::prev(found));
 }
 
 void PhysicalOrder::Restart() {
     scan_ = table_.Scan();
     rows_.clear();
-    at_ = 0;
+    changed_ = false;
 }
 
 bool PhysicalOrder::Extend() {
@@ -50,20 +46,18 @@ bool PhysicalOrder::Extend() {
     return next.has_value();
 }
 
-std::optional<std::size_t> PhysicalOrder::PositionOf(jet::RowId row) {
-    if (at_ < rows_.size() && rows_[at_] == row) {
-        return at_;
-    }
-    const auto found = std::find(rows_.begin(), rows_.end(), row);
-    if (found != rows_.end()) {
-        return static_cast<std::size_t>(found - rows_.begin());
-    }
-    while (Extend()) {
-        if (rows_.back() == row) {
-            return rows_.size() - 1;
+template <class Predicate>
+bool PhysicalOrder::ExtendUntil(Predicate isEnough) {
+    while (rows_.empty() || !isEnough(rows_.back())) {
+        if (Extend()) {
+            continue;
         }
+        if (!changed_) {
+            return false;
+        }
+        Restart();
     }
-    return {};
+    return true;
 }
 
 IndexOrder::IndexOrder(const jet::Table& table, int index)

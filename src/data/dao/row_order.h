@@ -26,11 +26,14 @@ class RowOrder {
     [[nodiscard]] virtual std::optional<jet::RowId> Behind(jet::RowId row) = 0;
     [[nodiscard]] virtual std::optional<jet::RowId> Before(jet::RowId row) = 0;
     /// Says that rows may have changed, so that a row may lie elsewhere now.
-    virtual void RowsChanged() {}
+    virtual void RowsChanged() = 0;
+    /// Goes to the place of a row, from where Behind and Before lead on even when the row is gone then.
+    virtual void GoTo(jet::RowId row) = 0;
 };
 
-/// The order in which the rows lie in the file. Identities are collected as far as the walk has come; First
-/// and Last start a new walk, which sees the rows that were added since.
+/// The order in which the rows lie in the file, which is that of their identities. These are collected as far
+/// as the walk has come. First and Last start a new walk, which sees the rows that were added since; so does
+/// the end of a walk when there may be some.
 class PhysicalOrder final : public RowOrder {
  public:
     explicit PhysicalOrder(const jet::Table& table);
@@ -39,18 +42,21 @@ class PhysicalOrder final : public RowOrder {
     [[nodiscard]] std::optional<jet::RowId> Last() override;
     [[nodiscard]] std::optional<jet::RowId> Behind(jet::RowId row) override;
     [[nodiscard]] std::optional<jet::RowId> Before(jet::RowId row) override;
+    void RowsChanged() override { changed_ = true; }
+    void GoTo(jet::RowId /*row*/) override {}
 
  private:
     void Restart();
     /// Collects one more row; false at the end of the table.
     bool Extend();
-    /// Where the row lies among the collected ones, collecting up to it; empty when the table lacks it.
-    [[nodiscard]] std::optional<std::size_t> PositionOf(jet::RowId row);
+    /// Collects rows up to the first that `isEnough` accepts; false when none does.
+    template <class Predicate>
+    bool ExtendUntil(Predicate isEnough);
 
     const jet::Table& table_;
     jet::RowScan scan_;
     std::vector<jet::RowId> rows_;
-    std::size_t at_ = 0;  ///< where the last asked row was found
+    bool changed_ = false;  ///< since the walk was started
 };
 
 /// The order of an index.
@@ -64,6 +70,8 @@ class IndexOrder final : public RowOrder {
     [[nodiscard]] std::optional<jet::RowId> Behind(jet::RowId row) override;
     [[nodiscard]] std::optional<jet::RowId> Before(jet::RowId row) override;
     void RowsChanged() override { settled_ = false; }
+    /// A row that is gone already leaves the cursor where it was.
+    void GoTo(jet::RowId row) override;
     /// The row of the first or last entry that compares so with the values of the leading columns.
     [[nodiscard]] std::optional<jet::RowId> Seek(jet::SeekOperator op, std::span<const Variant> values);
 
@@ -72,8 +80,6 @@ class IndexOrder final : public RowOrder {
  private:
     /// The row that a move of the cursor led to, `found` being its result.
     std::optional<jet::RowId> Arrived(bool found);
-    /// Puts the cursor on a row's entry, unless it is there. A row that is gone leaves it where it was.
-    void GoTo(jet::RowId row);
     bool Find(const jet::Row& row);
 
     const jet::Table& table_;

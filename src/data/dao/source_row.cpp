@@ -25,18 +25,16 @@ std::vector<Variant> ReadValues(const jet::Table& table, jet::RowId id) {
 SourceRow::SourceRow(std::shared_ptr<jet::Table> table, jet::RowId id)
     : table_(std::move(table)), id_(id), values_(ReadValues(*table_, id)) {}
 
+SourceRow::SourceRow(const std::shared_ptr<OpenFile>& file, std::shared_ptr<jet::Table> table, jet::RowId id)
+    : hold_(std::make_unique<RowHold>(file, table, id)),
+      table_(std::move(table)),
+      id_(id),
+      values_(ReadValues(*table_, id)) {}
+
 void SourceRow::RequireUnchanged() const {
     if (ReadValues(*table_, id_) != values_) {
         throw basic::RuntimeError(basic::error::kRecordChanged);
     }
-}
-
-void SourceRow::Restore(std::span<const jet::ColumnChange> changes) const {
-    std::vector<jet::ColumnChange> previous;
-    for (const jet::ColumnChange& change : changes) {
-        previous.push_back({change.column, Value(change.column)});
-    }
-    table_->Update(id_, previous);
 }
 
 }  // namespace quardele::dao

@@ -7,7 +7,6 @@
 
 #include "database_impl.h"
 #include "field_of_column.h"
-#include "table_changes.h"
 
 namespace quardele::dao {
 namespace {
@@ -45,8 +44,17 @@ void TableDef::AppendField(const Field& field) {
     if (!database_->Updatable()) {
         throw RuntimeError(error::kReadOnly);
     }
-    AppendColumn(*database_->File()->OpenTable(name_), field);
+    if (IsInUse()) {
+        throw RuntimeError(error::kTableInUse, basic::Describe(error::kTableInUse, name_));
+    }
+    database_->File()->AddColumn(name_, ColumnOf(field));
+    database_->RowsChanged();
     fields_.push_back(field);
+}
+
+/// The engine shares one table among all who have it open: another holder is a recordset of this program.
+bool TableDef::IsInUse() const {
+    return database_->File()->OpenTable(name_).use_count() > 1;
 }
 
 }  // namespace quardele::dao

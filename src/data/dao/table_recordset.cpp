@@ -130,6 +130,7 @@ Bookmark TableRecordset::RowBookmark() const {
 }
 
 Variant TableRecordset::Stored(int field) const {
+    RequireRow();
     if (rowVersion_ != File().Version()) {
         row_ = Source().Fetch(at_);
         rowVersion_ = File().Version();
@@ -141,7 +142,28 @@ Variant TableRecordset::Stored(int field) const {
 }
 
 std::optional<jet::RowId> TableRecordset::RowIn(std::size_t /*table*/) const {
+    RequireRow();
     return at_;
+}
+
+/// Another row may come to lie where the deleted one was.
+void TableRecordset::RequireRow() const {
+    if (lost_) {
+        throw RuntimeError(error::kRecordDeleted);
+    }
+}
+
+Bookmark TableRecordset::TakeIn(const RowParts& parts) {
+    return BookmarkOf(*parts.front());
+}
+
+void TableRecordset::RowLosing(std::size_t /*table*/) {
+    TellOrder();
+    order_->GoTo(at_);
+}
+
+void TableRecordset::RowLost(std::size_t /*table*/) {
+    lost_ = true;
 }
 
 bool TableRecordset::AllowsChangeOf(int /*field*/) const {
@@ -161,6 +183,7 @@ bool TableRecordset::Land(jet::RowId row) {
         return false;
     }
     at_ = row;
+    lost_ = false;
     row_ = std::move(stored);
     rowVersion_ = File().Version();
     return true;

@@ -32,11 +32,16 @@ class TableRecordset final : public RecordsetBase {
     [[nodiscard]] Bookmark RowBookmark() const override;
     [[nodiscard]] Variant Stored(int field) const override;
     [[nodiscard]] std::optional<jet::RowId> RowIn(std::size_t table) const override;
+    [[nodiscard]] Bookmark TakeIn(const RowParts& parts) override;
+    void RowLosing(std::size_t table) override;
+    void RowLost(std::size_t table) override;
     [[nodiscard]] bool AllowsChanges() const override { return true; }
     [[nodiscard]] bool AllowsChangeOf(int field) const override;
 
  private:
     [[nodiscard]] jet::Table& Source() const { return *Layout().tables.front(); }
+    /// Throws 3167 when this recordset has deleted the row at hand.
+    void RequireRow() const;
     /// Reads a row and makes it the one at hand; false when it is gone.
     bool Land(jet::RowId row);
     /// Lands on the first row that is still there, walking on from a candidate.
@@ -50,6 +55,7 @@ class TableRecordset final : public RecordsetBase {
     IndexOrder* index_ = nullptr;  ///< the order when it is an index's
     std::uint64_t orderVersion_ = 0;
     jet::RowId at_;
+    bool lost_ = false;                    ///< the row at hand was deleted by this recordset
     mutable std::optional<jet::Row> row_;  ///< the row at hand as it was read last
     mutable std::uint64_t rowVersion_ = 0;
 };

@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include <jet/table_steps.h>
 #include <sql/default_value.h>
 #include <sql/query.h>
 
@@ -90,21 +91,17 @@ class Update {
 
     std::size_t Run() {
         CollectChanges();
-        std::map<jet::Database*, jet::Step> steps;
+        std::vector<std::shared_ptr<jet::Table>> tables;
         for (const auto& [source, changes] : changes_) {
-            jet::Database& home = query_->Sources()[source]->Home();
-            if (!steps.contains(&home)) {
-                steps.emplace(&home, home.Begin());
-            }
+            tables.push_back(query_->Sources()[source]);
         }
+        jet::TableSteps steps(tables);
         for (const auto& [source, changes] : changes_) {
             for (const auto& [row, values] : changes) {
                 query_->Sources()[source]->Update(row, values);
             }
         }
-        for (auto& [home, step] : steps) {
-            step.Commit();
-        }
+        steps.Commit();
         return rows_.Size();
     }
 
@@ -173,7 +170,7 @@ std::size_t RunInsert(jet::Database& database, InsertAction insert) {
     const auto query = MakeQuery(database, std::move(plan));
     const RowSet rows = query->Run();
     const Changes defaults = DefaultsBeside(database, *table, columns);
-    jet::Step step = table->Home().Begin();
+    jet::TableSteps steps({&table, 1});
     for (std::size_t row = 0; row < rows.Size(); ++row) {
         Changes values = defaults;
         for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -181,7 +178,7 @@ std::size_t RunInsert(jet::Database& database, InsertAction insert) {
         }
         table->Insert(values);
     }
-    step.Commit();
+    steps.Commit();
     return rows.Size();
 }
 
@@ -206,12 +203,12 @@ std::size_t RunDelete(jet::Database& database, DeleteAction remove) {
     }
     std::sort(ids.begin(), ids.end());
     ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
-    jet::Table& table = *query->Sources()[source];
-    jet::Step step = table.Home().Begin();
+    const std::shared_ptr<jet::Table>& table = query->Sources()[source];
+    jet::TableSteps steps({&table, 1});
     for (const jet::RowId id : ids) {
-        table.Delete(id);
+        table->Delete(id);
     }
-    step.Commit();
+    steps.Commit();
     return ids.size();
 }
 

@@ -29,7 +29,7 @@ const jet::Row* RowContext::RowOf(std::size_t source) {
         return nullptr;
     }
     if (!slot.row) {
-        slot.row = slot.table->Fetch(slot.key);
+        slot.row = slot.key == kDeletedRow ? std::nullopt : slot.table->Fetch(slot.key);
         if (!slot.row) {
             throw basic::RuntimeError(error::kRecordDeleted);
         }

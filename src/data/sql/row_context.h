@@ -16,6 +16,8 @@ using Tables = std::vector<std::shared_ptr<jet::Table>>;
 /// No row can have this identity: page 0 is the file's header. Marks a source that an outer join left
 /// without a row.
 inline constexpr jet::RowId kNoRow{};
+/// Marks a row that has been deleted.
+inline constexpr jet::RowId kDeletedRow{0, 1};
 
 class RowContext {
  public:

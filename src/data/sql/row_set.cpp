@@ -47,11 +47,29 @@ void RowSet::Data::ForgetAll() {
     }
 }
 
+std::size_t RowSet::Data::Append(std::span<const std::optional<jet::RowId>> keys) {
+    for (std::size_t source = 0; source < rows.keys.size(); ++source) {
+        rows.keys[source].push_back(keys[source].value_or(kNoRow));
+        unique_[source].reset();
+    }
+    const std::size_t row = rows.size++;
+    if (!findIndexes.empty()) {
+        forgotten.insert(row);
+    }
+    return row;
+}
+
+void RowSet::Data::MarkDeleted(std::size_t row, std::size_t source) {
+    rows.keys[source][row] = kDeletedRow;
+    unique_[source].reset();
+    Forget(row);
+}
+
 bool RowSet::Data::IsUnique(std::size_t source) {
     std::optional<bool>& known = unique_[source];
     if (!known) {
         std::vector<jet::RowId> ids = rows.keys[source];
-        std::erase(ids, kNoRow);
+        std::erase_if(ids, [](jet::RowId id) { return id == kNoRow || id == kDeletedRow; });
         std::sort(ids.begin(), ids.end());
         known = std::adjacent_find(ids.begin(), ids.end()) == ids.end();
     }
@@ -79,6 +97,9 @@ std::optional<jet::RowId> RowSet::Key(std::size_t row, std::size_t source) const
         return std::nullopt;
     }
     const jet::RowId key = data_->rows.keys[source][row];
+    if (key == kDeletedRow) {
+        throw basic::RuntimeError(error::kRecordDeleted);
+    }
     return key == kNoRow ? std::nullopt : std::optional(key);
 }
 
@@ -93,6 +114,14 @@ bool RowSet::IsUpdatable(int column) const {
     }
     const auto source = data_->plan.columns[position].source;
     return source && (data_->plan.tables.size() == 1 || data_->IsUnique(*source));
+}
+
+std::size_t RowSet::Append(std::span<const std::optional<jet::RowId>> keys) {
+    return data_->Append(keys);
+}
+
+void RowSet::MarkDeleted(std::size_t row, std::size_t source) {
+    data_->MarkDeleted(row, source);
 }
 
 void RowSet::Forget(std::size_t row) {

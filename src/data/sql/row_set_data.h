@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <span>
 #include <vector>
 
 #include <sql/query.h>
@@ -23,6 +24,8 @@ struct RowSet::Data {
     RowContext& At(std::size_t row);
     void Forget(std::size_t row);
     void ForgetAll();
+    std::size_t Append(std::span<const std::optional<jet::RowId>> keys);
+    void MarkDeleted(std::size_t row, std::size_t source);
     /// Whether no row of a source stands twice in the result.
     [[nodiscard]] bool IsUnique(std::size_t source);
 

@@ -11,6 +11,7 @@
 namespace quardele::dao {
 
 class DatabaseImpl;
+class OpenFile;
 
 /// An open data file.
 class Database {
@@ -42,7 +43,8 @@ class Database {
 class Workspace {
  public:
     /// Opens a data file by its Windows path, shared and read-write by default. A file that may not be
-    /// written opens read-only. Throws 3024, 3044, 3051, 3343, 3031, 3045, 3356.
+    /// written opens read-only. Databases of this program on one file, opened the same way and not
+    /// exclusively, see each other's changes at once. Throws 3024, 3044, 3051, 3343, 3031, 3045, 3356.
     [[nodiscard]] std::shared_ptr<Database> OpenDatabase(TextView windowsPath, bool exclusive = false,
                                                          bool readOnly = false);
 };
@@ -59,10 +61,10 @@ class DBEngine {
     void Idle(int option);
 
  private:
-    friend class DatabaseImpl;
+    friend class OpenFile;
     DBEngine() = default;
     Workspace workspace_;
-    std::vector<std::weak_ptr<DatabaseImpl>> open_;
+    std::vector<std::weak_ptr<OpenFile>> open_;
 };
 
 }  // namespace quardele::dao

@@ -57,7 +57,8 @@ class Recordset {
     /// Both true on an empty set.
     [[nodiscard]] virtual bool Bof() const = 0;
     [[nodiscard]] virtual bool Eof() const = 0;
-    /// Table: exact. Others: rows visited so far, exact after MoveLast; 0 only when there is none.
+    /// Table: exact. Others: rows visited so far, with those added and without those deleted here; exact
+    /// after MoveLast; 0 only when there is none.
     [[nodiscard]] virtual std::size_t RecordCount() const = 0;
     virtual void MoveFirst() = 0;
     virtual void MoveLast() = 0;
@@ -81,14 +82,19 @@ class Recordset {
 
     // Changes.
     [[nodiscard]] virtual dao::EditMode EditMode() const = 0;
-    /// Copies the current record into the buffer and takes its lock. 3021, 3167, 3027, 3260, 3197.
+    /// Locks the current record, reads it again and copies it into the buffer. The lock is kept until Update
+    /// has written, CancelUpdate, a move or the recordset's end. Throws 3021, 3167, 3027, 3260 when another
+    /// process has the record, 3188 when another recordset of this program has it.
     virtual void Edit() = 0;
+    /// Fills the buffer with the defaults of the fields.
     virtual void AddNew() = 0;
     /// Writes the buffer; on disk when it returns. 3020 without Edit or AddNew; 3022, 3058, 3314 ... leave
-    /// the buffer as it was. The current record after AddNew + Update is the one before.
+    /// the buffer as it was. The current record after AddNew + Update is the one before; a dynaset has the
+    /// new one at its end, and LastModified leads to it.
     virtual void Update() = 0;
     virtual void CancelUpdate() = 0;
-    /// Deletes the current record, which stays current: reading it throws 3167 until the next move.
+    /// Deletes the current record, which stays current: reading it throws 3167 until the next move. A dynaset
+    /// keeps its place empty, where reading throws 3167. Throws as Edit, 3200.
     virtual void Delete() = 0;
 
     // Finding.
@@ -111,7 +117,7 @@ class Recordset {
     virtual void Close() = 0;
 
     // For grids: reading any row without moving the current record. Not for table type.
-    /// Number of rows, visited or not.
+    /// Number of rows, visited or not, with the empty places of deleted ones.
     [[nodiscard]] virtual std::size_t RowCount() const = 0;
     /// The value of a field in a row (0-based). 3167 when the row is gone.
     [[nodiscard]] virtual Variant ValueAt(std::size_t row, int field) const = 0;

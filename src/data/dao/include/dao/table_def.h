@@ -22,11 +22,14 @@ class TableDef {
     [[nodiscard]] const Field& FieldNamed(TextView name) const;
     /// An empty field to fill in and append.
     [[nodiscard]] static Field CreateField() { return {}; }
-    /// Appends a column to the table in the file. Throws 3191 when the name exists (case ignored), 3211 when
-    /// the table is in use, 3251 while the engine cannot change structures.
+    /// Appends a column to the table in the file; rows that are there have Null in it. Throws 3191 when the
+    /// name exists (case ignored), 3211 when somebody has the table open, recordsets of this program
+    /// included, 3027 when the file cannot be changed.
     void AppendField(const Field& field);
 
  private:
+    [[nodiscard]] bool IsInUse() const;
+
     std::shared_ptr<DatabaseImpl> database_;
     Text name_;
     std::vector<Field> fields_;

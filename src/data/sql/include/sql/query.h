@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include <basic/variant.h>
@@ -77,13 +78,19 @@ class RowSet {
     /// Throws 3167 when the row has been deleted since the run.
     [[nodiscard]] Variant Value(std::size_t row, int column) const;
     /// The identity of a row's part from one source, or empty when the join left it without one or the rows
-    /// hold values only.
+    /// hold values only. Throws 3167 for one that was marked as deleted.
     [[nodiscard]] std::optional<jet::RowId> Key(std::size_t row, std::size_t source) const;
     /// Whether rows carry identities, so that they can be changed.
     [[nodiscard]] bool HasKeys() const;
     /// Whether a column may be written: a plain column of a source whose rows appear at most once each in
     /// the result, or of the "many" side of a join.
     [[nodiscard]] bool IsUpdatable(int column) const;
+    /// Takes in a row that was added to the file, behind the others, and returns its position: its
+    /// identities, one per source. For rows with identities only.
+    std::size_t Append(std::span<const std::optional<jet::RowId>> keys);
+    /// Says that a row's part from one source was deleted, so that it can never be taken for a row that comes
+    /// to lie in its place: whoever reads it gets 3167.
+    void MarkDeleted(std::size_t row, std::size_t source);
     /// Throws away decoded rows so that the next read sees the file as it is.
     void Forget(std::size_t row);
     /// The same for all rows, with what searches have remembered of them.

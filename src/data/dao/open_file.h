@@ -1,0 +1,45 @@
+// A data file that this program has open, whatever number of databases were opened on it.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <set>
+#include <utility>
+
+#include <jet/database.h>
+
+namespace quardele::dao {
+
+/// One file in one mode. Databases of the program share it, so that each sees at once what another one
+/// changes, and they take one place among the file's users. Those opened exclusively share nothing.
+class OpenFile {
+ public:
+    /// The file as it is open already, or opened now and entered with the engine, so that Idle reaches it.
+    /// Throws as jet::Database::Open.
+    static std::shared_ptr<OpenFile> Open(const std::filesystem::path& place, jet::OpenMode mode);
+
+    OpenFile(std::shared_ptr<jet::Database> database, jet::OpenMode mode);
+
+    [[nodiscard]] const std::shared_ptr<jet::Database>& Database() const { return database_; }
+
+    /// From here on what others have written is seen.
+    void Refresh();
+    /// Grows whenever rows read before may be out of date.
+    [[nodiscard]] std::uint64_t Version() const { return version_; }
+    /// Says that rows were changed through this file.
+    void RowsChanged() { ++version_; }
+
+    // Rows that a recordset of this program has locked; see RowHold.
+    /// False when one has the row already.
+    bool Take(const jet::Table& table, jet::RowId row);
+    void Release(const jet::Table& table, jet::RowId row);
+
+ private:
+    std::shared_ptr<jet::Database> database_;
+    jet::OpenMode mode_;
+    std::uint64_t version_ = 0;
+    std::set<std::pair<const jet::Table*, jet::RowId>> taken_;
+};
+
+}  // namespace quardele::dao

@@ -511,17 +511,29 @@ class GwordTest : public QObject {
         QCOMPARE(rows->calls, Log{});
     }
 
-    void IsSilentWhenTheCatalogueTakesNoNewRow() {
+    void WritesEachBookmarkIntoTheCatalogueOnce() {
         const support::Installation installation;
+        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; });
+        QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
+        QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
+        const auto table = gword.BASE_SIGNETS()->OpenRecordset(u"TSIGNETS");
+        QCOMPARE(table->RecordCount(), std::size_t{1});
+        const auto lines = support::Installation::ExportTable(installation.File("SIGNETS.MDB"), "TSIGNETS");
+        if (!lines.empty()) {
+            QCOMPARE(lines, (std::vector<std::string>{"SIGNETS_Appli,SIGNETS_nomdot,SIGNETS_nomsignet",
+                                                      "12,\"FRELANCES\",\"RS\""}));
+        }
+    }
+
+    void IsSilentWhileSomebodyKeepsTheCatalogueForHimself() {
+        const support::Installation installation;
+        const auto exclusive =
+            dao::DBEngine::Instance().Workspaces(0).OpenDatabase(u"c:\\quardele\\SIGNETS.MDB", true);
         GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; });
         const support::BoxAnswerer boxes;
         QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
         QVERIFY(boxes.Shown().empty());
-        const auto table = gword.TABLE_SIGNETS();
-        QVERIFY(table->NoMatch());
-        QCOMPARE(table->EditMode(), dao::EditMode::Add);
-        QCOMPARE(table->Value(u"SIGNETS_nomdot"), basic::Variant(u"FRELANCES"));
-        QCOMPARE(table->Value(u"SIGNETS_nomsignet"), basic::Variant(u"RS"));
+        QVERIFY(gword.BASE_SIGNETS() == nullptr);
     }
 
     void IsSilentWhenTheCatalogueIsNoDatabase() {

@@ -118,7 +118,7 @@ TEST_F(CorpusTest, LinkedTableOpensAsADynasetAndNotAsATable) {
     EXPECT_EQ(database->TableDefNamed(u"TABLE2").Name(), u"table2");
 }
 
-TEST_F(CorpusTest, ChangesOfALinkedTableAreSeenAfterIdleAndConflictsNoticed) {
+TEST_F(CorpusTest, ChangesOfALinkedTableAreSeenAfterIdleAndItsRowsAreLocked) {
     Install("linkee2.mdb");
     const auto linked = OpenInstalled("linked.mdb")->OpenRecordset(u"table2");
     EXPECT_EQ(linked->Value(u"filed2"), Variant(u"ciao brutto"));
@@ -133,10 +133,7 @@ TEST_F(CorpusTest, ChangesOfALinkedTableAreSeenAfterIdleAndConflictsNoticed) {
     EXPECT_EQ(linked->Value(u"filed2"), Variant(u"ciao bello"));
     linked->Edit();
     linked->SetValue(u"filed2", u"il mio");
-    write(u"il suo");
-    EXPECT_EQ(ErrorOf([&] { linked->Update(); }), error::kRecordChanged);
-    linked->Edit();
-    linked->SetValue(u"filed2", u"il mio");
+    EXPECT_EQ(ErrorOf([&] { write(u"il suo"); }), error::kLockedHere);
     linked->Update();
     DBEngine::Instance().Idle(1);
     EXPECT_EQ(direct->Value(u"filed2"), Variant(u"il mio"));

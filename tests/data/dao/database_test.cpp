@@ -158,22 +158,6 @@ TEST_F(DatabaseTest, UnknownTableOrFieldOfADefinitionRaises3265) {
     EXPECT_EQ(ErrorOf([&] { (void)table.FieldNamed(u"TVEH_RIEN"); }), error::kNoSuchField);
 }
 
-TEST_F(DatabaseTest, AppendingAFieldWhoseNameExistsInAnotherCaseRaises3191) {
-    TableDef table = Data().TableDefNamed(u"TVEH");
-    Field field = TableDef::CreateField();
-    field.name = u"TVEH_NOTE1";
-    EXPECT_EQ(ErrorOf([&] { table.AppendField(field); }), error::kFieldExists);
-}
-
-TEST_F(DatabaseTest, AppendingAFieldIsRefusedAndLeavesTheDefinition) {
-    TableDef table = Data().TableDefNamed(u"TVEH");
-    const std::size_t before = table.Fields().size();
-    Field field = TableDef::CreateField();
-    field.name = u"TVEH_Note3";
-    EXPECT_EQ(ErrorOf([&] { table.AppendField(field); }), error::kOperationNotSupported);
-    EXPECT_EQ(table.Fields().size(), before);
-}
-
 TEST_F(DatabaseTest, ClosedDatabaseRaises3420AndItsRecordsetsLiveOn) {
     const auto database = OpenDatabase(kData);
     const auto rows = database->OpenRecordset(u"TPAR", RecordsetType::Table);

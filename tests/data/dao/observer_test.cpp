@@ -20,7 +20,10 @@ class Recorder final : public RecordsetObserver {
     void Note(const std::string& call, const Recordset& rows) {
         const bool readable =
             rows.EditMode() != EditMode::None || !(rows.Bof() || rows.Eof() || missed(rows));
-        const Variant code = readable ? rows.Value(u"TTYP_CODE") : Variant();
+        Variant code;
+        if (readable && ErrorOf([&] { code = rows.Value(u"TTYP_CODE"); }) == error::kRecordDeleted) {
+            code = u"(deleted)";
+        }
         calls_.push_back(call + ":" + (code.IsText() ? basic::ToUtf8(code.As<Text>()) : "-"));
     }
     static bool missed(const Recordset& rows) {
@@ -172,14 +175,27 @@ TEST_F(ObserverTest, RefusedUpdateTellsNoChange) {
 TEST_F(ObserverTest, RefusedAddAndDeleteTellNoChange) {
     const auto rows = OpenObserved(recorder_);
     rows->AddNew();
-    rows->SetValue(u"TTYP_CODE", u"NEUF");
+    rows->SetValue(u"TTYP_CODE", u"CLI");
     recorder_.Take();
-    EXPECT_EQ(ErrorOf([&] { rows->Update(); }), error::kOperationNotSupported);
-    EXPECT_THAT(recorder_.Take(), ElementsAre("updating:NEUF"));
+    EXPECT_EQ(ErrorOf([&] { rows->Update(); }), error::kDuplicateKey);
+    EXPECT_THAT(recorder_.Take(), ElementsAre("updating:CLI"));
     rows->CancelUpdate();
     recorder_.Take();
-    EXPECT_EQ(ErrorOf([&] { rows->Delete(); }), error::kOperationNotSupported);
+    const auto other = OpenDynaset(u"TTYP");
+    other->Edit();
+    EXPECT_EQ(ErrorOf([&] { rows->Delete(); }), error::kLockedHere);
     EXPECT_THAT(recorder_.Take(), IsEmpty());
+}
+
+TEST_F(ObserverTest, AddAndDeleteTellThatARowChanged) {
+    const auto rows = OpenObserved(recorder_);
+    rows->AddNew();
+    rows->SetValue(u"TTYP_CODE", u"NEUF");
+    recorder_.Take();
+    rows->Update();
+    EXPECT_THAT(recorder_.Take(), ElementsAre("updating:NEUF", "changed:BAT"));
+    rows->Delete();
+    EXPECT_THAT(recorder_.Take(), ElementsAre("changed:(deleted)"));
 }
 
 TEST_F(ObserverTest, RequeryArrivesWithoutAsking) {

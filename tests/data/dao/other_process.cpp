@@ -1,8 +1,11 @@
 // dao_other_process FILE TABLE KEY... FIELD VALUE: seeks a row by its primary key and writes one field, as
-// another workstation would. FILE is a path of this machine. Exit code 0 when the row was written.
+// another workstation would. FILE is a path of this machine. Exit code 0 when the row was written; otherwise
+// the output tells why. When the value is "?" it says that it edits the row, waits for the end of its input,
+// and writes nothing.
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -24,6 +27,11 @@ void Write(const std::vector<basic::Text>& arguments, const std::filesystem::pat
         rows->Seek(u"=", {arguments[1]});
     }
     rows->Edit();
+    if (arguments.back() == u"?") {
+        std::cout << "held" << std::flush;
+        std::cin.ignore(std::numeric_limits<std::streamsize>::max());
+        return;
+    }
     rows->SetValue(arguments[arguments.size() - 2], arguments.back());
     rows->Update();
 }
@@ -42,7 +50,7 @@ int main(int count, char** values) {
         }
         Write(arguments, values[1]);
     } catch (const basic::RuntimeError& error) {
-        std::cerr << error.what() << '\n';
+        std::cout << error.what() << '\n';
         return EXIT_FAILURE;
     }
     return EXIT_SUCCESS;

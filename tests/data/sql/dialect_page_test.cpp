@@ -1,8 +1,8 @@
 // docs/sql-dialect.md: what the page says is what happens.
 #include <fstream>
 
+#include "change_fixture.h"
 #include "functions.h"
-#include "sql_fixture.h"
 
 namespace quardele::sql {
 namespace {
@@ -66,6 +66,30 @@ TEST(DialectPageTest, StatementsGiveRows) {
         }
     }
     EXPECT_GT(count, 4);
+}
+
+using DialectPageActionTest = ChangeTest;
+
+TEST_F(DialectPageActionTest, StatementsDoWhatTheyAreMeantTo) {
+    bool examples = false;
+    std::string all;
+    for (const std::string& line : PageLines()) {
+        if (line.rfind("```", 0) == 0) {
+            examples = line == "```action";
+        } else if (examples) {
+            EXPECT_EQ(DescriptionOfAction(line), "") << line;
+            all += line + "\n";
+        }
+    }
+    for (const std::string start : {"INSERT INTO", "UPDATE", "DELETE", "CREATE TABLE", "CREATE INDEX",
+                                    "CREATE UNIQUE INDEX", "ALTER TABLE", "DROP TABLE"}) {
+        EXPECT_NE(all.find(start + " "), std::string::npos) << start << " has no example";
+    }
+    EXPECT_EQ(Get("SELECT TTYP_LIBELLE FROM TTYP WHERE TTYP_CODE IN ('MOT', 'ECL')"),
+              Lines{"'CONTRÔLE DU MOTEUR'"});
+    EXPECT_EQ(Get("SELECT Count(*) FROM TPAYS WHERE TPAYS_CODE IN ('TMO', 'TEC')"), Lines{"2"});
+    EXPECT_TRUE(Data()->HasTable(u"TTARIF"));
+    EXPECT_FALSE(Data()->HasTable(u"TNOTE"));
 }
 
 }  // namespace

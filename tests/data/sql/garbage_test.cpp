@@ -2,9 +2,9 @@
 #include <chrono>
 #include <random>
 
+#include "change_fixture.h"
 #include "parser.h"
 #include "printer.h"
-#include "sql_fixture.h"
 
 namespace quardele::sql {
 namespace {
@@ -39,6 +39,24 @@ const std::vector<std::string>& Words() {
                                                    "RIGHT JOIN",
                                                    "ON",
                                                    "UNION",
+                                                   "INSERT INTO",
+                                                   "VALUES (",
+                                                   "UPDATE",
+                                                   "SET",
+                                                   "DELETE",
+                                                   "CREATE TABLE",
+                                                   "CREATE INDEX",
+                                                   "ALTER TABLE",
+                                                   "ADD COLUMN",
+                                                   "DROP TABLE",
+                                                   "PRIMARY KEY",
+                                                   "UNIQUE",
+                                                   "CONSTRAINT",
+                                                   "DEFAULT",
+                                                   "WITH IGNORE NULL",
+                                                   "TEXT(9)",
+                                                   "LONG",
+                                                   "COUNTER",
                                                    "MOD",
                                                    "ASC",
                                                    "DESC",
@@ -104,15 +122,15 @@ const std::vector<std::string>& Words() {
 class Garbage {
  public:
     std::string RandomWords() {
-        std::string text = Chance(2) ? "SELECT " : "";
+        std::string text = Chance(2) ? "SELECT " : Chance(2) ? "UPDATE TSITE SET " : "";
         for (std::size_t i = Below(25); i > 0; --i) {
             text += Words()[Below(Words().size())] + (Chance(4) ? "" : " ");
         }
         return text;
     }
 
-    /// A statement that is nearly right: some words of it are lost, doubled or exchanged.
-    std::string Damaged() {
+    /// A query that is nearly right: some words of it are lost, doubled or exchanged.
+    std::string DamagedQuery() {
         static const std::vector<std::string> good = {
             "SELECT TSITE_CODE , Count(*) AS n FROM TSITE WHERE TSITE_Inactif = False GROUP BY TSITE_CODE "
             "HAVING Count(*) > 0 ORDER BY n DESC , 1",
@@ -122,9 +140,43 @@ class Garbage {
             "a.TSITE_LIBELLE LIKE '[a-c]*'",
             "SELECT TOP 3 * FROM TSITE WHERE TSITE_CODE IN ( 'PAR' , 'LYO' , Null ) AND DateAdd( 'm' , 1 , "
             "#1/31/26# ) > #2/28/26# ORDER BY Len( TSITE_CODE ) , TSITE_LIBELLE"};
+        return Damaged(good[Below(good.size())]);
+    }
+
+    /// The same with an action statement.
+    std::string DamagedAction() {
+        static const std::vector<std::string> good = {
+            "INSERT INTO TSITE ( TSITE_CODE , TSITE_LIBELLE ) VALUES ( 'NEW' , 'a' & 'b' ) ;",
+            "INSERT INTO TSITE SELECT 'x' & TSITE_CODE , TSITE_LIBELLE , False FROM TSITE WHERE "
+            "TSITE_Inactif = False",
+            "UPDATE TSITE SET TSITE_LIBELLE = Left( TSITE_CODE , 2 ) , TSITE_Inactif = True WHERE "
+            "TSITE_CODE > 'L'",
+            "UPDATE TSITE AS a INNER JOIN TSITE AS b ON a.TSITE_CODE = b.TSITE_CODE SET a.TSITE_LIBELLE = "
+            "b.TSITE_CODE",
+            "DELETE a.* FROM TSITE AS a WHERE a.TSITE_CODE IN ( 'PAR' , 'LYO' )",
+            "CREATE TABLE T ( a COUNTER PRIMARY KEY , b TEXT(9) NOT NULL DEFAULT 'x' , c DECIMAL(9,2) , "
+            "CONSTRAINT k UNIQUE ( b , c ) )",
+            "CREATE UNIQUE INDEX I ON TSITE ( TSITE_LIBELLE DESC , TSITE_CODE ) WITH IGNORE NULL",
+            "ALTER TABLE TSITE ADD COLUMN d LONG DEFAULT 1",
+            "DROP TABLE TSITE"};
+        return Damaged(good[Below(good.size())]);
+    }
+
+    std::string RandomUnits() {
+        std::string text = "SELECT ";
+        for (std::size_t i = Below(60); i > 0; --i) {
+            text += static_cast<char>(32 + Below(95));
+        }
+        return text;
+    }
+
+    std::size_t Below(std::size_t end) { return end == 0 ? 0 : random_() % end; }
+
+ private:
+    std::string Damaged(const std::string& statement) {
         std::vector<std::string> words;
         std::string word;
-        for (const char c : good[Below(good.size())] + " ") {
+        for (const char c : statement + " ") {
             if (c != ' ') {
                 word += c;
             } else {
@@ -155,17 +207,6 @@ class Garbage {
         return text;
     }
 
-    std::string RandomUnits() {
-        std::string text = "SELECT ";
-        for (std::size_t i = Below(60); i > 0; --i) {
-            text += static_cast<char>(32 + Below(95));
-        }
-        return text;
-    }
-
-    std::size_t Below(std::size_t end) { return end == 0 ? 0 : random_() % end; }
-
- private:
     bool Chance(std::size_t oneIn) { return Below(oneIn) == 0; }
 
     std::mt19937 random_{kSeed};
@@ -187,7 +228,8 @@ TEST(GarbageTest, GivesRowsOrAnError) {
     std::size_t tried = 0;
     std::size_t ran = 0;
     while (std::chrono::steady_clock::now() < end) {
-        for (const std::string& text : {garbage.RandomWords(), garbage.Damaged(), garbage.RandomUnits()}) {
+        for (const std::string& text :
+             {garbage.RandomWords(), garbage.DamagedQuery(), garbage.RandomUnits()}) {
             SCOPED_TRACE(text);
             ran += TryAll(text, query, rows) ? 1 : 0;
             ++tried;
@@ -198,12 +240,54 @@ TEST(GarbageTest, GivesRowsOrAnError) {
     EXPECT_GT(ran, 20U);
 }
 
+using GarbageActionTest = ChangeTest;
+
+TEST_F(GarbageActionTest, DoesWhatItSaysOrIsAnError) {
+    constexpr std::size_t kStatementsOfAStep = 20;
+    const jet::test::TempFolder folder;
+    const auto database = jet::Database::Open(folder.Copy(SampleFile("STOCK/SERVANDA.MDB")));
+    const Lines before = Rows(database, "SELECT * FROM TSITE");
+    Garbage garbage;
+    const auto end = std::chrono::steady_clock::now() + kTime;
+    std::size_t tried = 0;
+    std::size_t ran = 0;
+    while (std::chrono::steady_clock::now() < end) {
+        // Dropped, so that there is always something to change.
+        const jet::Step step = database->Begin();
+        for (std::size_t i = 0; i < kStatementsOfAStep; ++i) {
+            const std::string text = i % 4 == 0 ? garbage.RandomWords() : garbage.DamagedAction();
+            SCOPED_TRACE(text);
+            const int number = ErrorOf([&] { Execute(*database, basic::FromUtf8(text)); });
+            EXPECT_GE(number, 0);
+            ran += number == 0 ? 1 : 0;
+            ++tried;
+        }
+    }
+    EXPECT_GT(tried, 500U);
+    EXPECT_GT(ran, 20U);
+    EXPECT_EQ(Rows(database, "SELECT * FROM TSITE"), before);
+}
+
+TEST_F(GarbageActionTest, LongTextsGiveAnError) {
+    for (const char unit : {'(', '[', '\'', '"', '#', '-', '.', ',', '=', '1', 'a', '*', ' ', ';', '&'}) {
+        const std::string text(65400, unit);
+        for (const std::string start :
+             {"INSERT INTO TTYP VALUES (", "INSERT INTO TTYP (",
+              "UPDATE TTYP SET TTYP_LIBELLE = ", "UPDATE TTYP SET ", "DELETE FROM TTYP WHERE TTYP_CODE = '",
+              "CREATE TABLE ", "CREATE TABLE T (a TEXT DEFAULT ", "CREATE INDEX I ON TTYP (",
+              "ALTER TABLE TTYP ADD ", "DROP TABLE "}) {
+            EXPECT_NE(ErrorOfAction(start + text), 0) << start << unit;
+        }
+    }
+    EXPECT_EQ(Get("SELECT Count(*) FROM TTYP"), Lines{"12"});
+}
+
 TEST(GarbageTest, WhatIsReadIsWrittenSoThatItReadsTheSame) {
     Garbage garbage;
     const auto end = std::chrono::steady_clock::now() + kTime / 4;
     std::size_t read = 0;
     while (std::chrono::steady_clock::now() < end) {
-        const Text text = basic::FromUtf8(garbage.Damaged());
+        const Text text = basic::FromUtf8(garbage.DamagedQuery());
         Text printed;
         if (ErrorOf([&] { printed = Print(ParseStatement(text)); }) == 0) {
             EXPECT_EQ(basic::ToUtf8(Print(ParseStatement(printed))), basic::ToUtf8(printed));

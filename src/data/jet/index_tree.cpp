@@ -28,6 +28,16 @@ auto At(std::vector<IndexItem>& items, std::size_t position) {
 
 }  // namespace
 
+ByteString IndexTree::EntryOf(RowId row) const {
+    IndexWalk walk(pages_, table_, index_);
+    for (bool found = walk.First(); found; found = walk.Next()) {
+        if (EntryRow(walk.Entry(), index_.root) == row) {
+            return walk.Entry();
+        }
+    }
+    ThrowDamaged(index_.root, u"entrée d'index absente");
+}
+
 bool IndexTree::HasKey(std::span<const std::uint8_t> key) const {
     IndexWalk walk(pages_, table_, index_);
     return walk.FirstFrom(key, false) && StartsWith(walk.Entry(), key);

@@ -42,6 +42,8 @@ class IndexTree {
     [[nodiscard]] std::optional<IndexSpot> SpotOfNew(std::span<const std::uint8_t> key) const;
     /// Inserts an entry with the key that the spot was found for.
     void InsertAt(const IndexSpot& spot, const ByteString& entry);
+    /// The entry of a row, found by looking at all. Throws 3343 when there is none.
+    [[nodiscard]] ByteString EntryOf(RowId row) const;
     /// Whether an entry has exactly this key.
     [[nodiscard]] bool HasKey(std::span<const std::uint8_t> key) const;
     /// Whether an entry of another row has exactly this key.

@@ -24,16 +24,11 @@ namespace {
     return !(index.ignoreNulls && key.allNull);
 }
 
-void CheckOurs(const RealIndex& index, const RowKey& key) {
-    if (index.related) {
-        // The other table would have to agree or to follow.
-        throw basic::RuntimeError(basic::error::kOperationNotSupported,
-                                  u"Ce champ lie deux tables par une relation ; il ne peut pas changer ici.");
-    }
+void CheckKnown(const RowKey& key) {
     if (!key.known) {
         throw basic::RuntimeError(
             basic::error::kOperationNotSupported,
-            u"L'ordre de ce texte dans l'index n'est pas connu ; le champ ne peut pas changer.");
+            u"L'ordre de ce texte dans l'index n'est pas connu ; il ne peut pas y être enregistré.");
     }
 }
 
@@ -63,6 +58,15 @@ RowKey IndexUpdate::KeyIn(const RealIndex& index, const RowDraft& row) const {
     }
     RowKey key = MakeKey(table_, index, pages_.Layout(), std::span<const std::optional<ByteView>>(values));
     key.known = key.known && index.seekable;
+    if (!key.known) {
+        // What is equal in one order need not be in another.
+        for (const auto& value : values) {
+            key.bytes.push_back(value ? 1 : 0);
+            if (value) {
+                key.bytes.insert(key.bytes.end(), value->Span().begin(), value->Span().end());
+            }
+        }
+    }
     return key;
 }
 
@@ -94,7 +98,7 @@ void IndexUpdate::CheckNew(const IndexKeys& keys) {
         const RealIndex& index = table_.realIndexes[i];
         const RowKey& key = *keys[i];
         CheckNulls(index, key);
-        CheckOurs(index, key);
+        CheckKnown(key);
         IndexTree::CheckLength(key.bytes.size() + kEntryRow);
         if (index.unique && !key.allNull) {
             spots_[i] = Tree(i).SpotOfNew(key.bytes);
@@ -102,12 +106,6 @@ void IndexUpdate::CheckNew(const IndexKeys& keys) {
                 throw basic::RuntimeError(basic::error::kDuplicateKey);
             }
         }
-    }
-}
-
-void IndexUpdate::CheckOld(const IndexKeys& keys) const {
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        CheckOurs(table_.realIndexes[i], *keys[i]);
     }
 }
 
@@ -138,8 +136,7 @@ void IndexUpdate::CheckReplace(RowId row, const IndexKeys& before, const IndexKe
         if (before[i]->bytes == after[i]->bytes) {
             continue;
         }
-        CheckOurs(index, *before[i]);
-        CheckOurs(index, *after[i]);
+        CheckKnown(*after[i]);
         IndexTree::CheckLength(after[i]->bytes.size() + kEntryRow);
         if (index.unique && !after[i]->allNull && Tree(i).HasKeyOfOther(after[i]->bytes, row)) {
             throw basic::RuntimeError(basic::error::kDuplicateKey);
@@ -166,9 +163,11 @@ void IndexUpdate::AddIn(std::size_t position, RowId row, const RowKey& key) {
     }
 }
 
+// The entry of a key that is not ours to make is found by its row.
 void IndexUpdate::RemoveIn(std::size_t position, RowId row, const RowKey& key) {
     if (HasEntry(table_.realIndexes[position], key)) {
-        counters_.AddDistinctKeys(position, Tree(position).Remove(Entry(key, row)) ? -1 : 0);
+        const bool onlyOne = Tree(position).Remove(key.known ? Entry(key, row) : Tree(position).EntryOf(row));
+        counters_.AddDistinctKeys(position, onlyOne ? -1 : 0);
     }
 }
 

@@ -22,6 +22,8 @@ class IndexUpdate {
     IndexUpdate(Transaction& pages, PageAllocator& allocator, const TableDef& table)
         : pages_(pages), allocator_(allocator), table_(table), counters_(pages, table.page) {}
 
+    /// The key of a row in one index.
+    [[nodiscard]] RowKey KeyIn(const RealIndex& index, const RowDraft& row) const;
     /// The keys of a row, one for each real index.
     [[nodiscard]] IndexKeys KeysOf(const RowDraft& row) const;
     /// The same, but none for an index that the changes do not concern.
@@ -30,9 +32,6 @@ class IndexUpdate {
     /// Throws 3058 for a Null that an index forbids, 3022 for a duplicate, 3251 for an entry that is not ours
     /// to make.
     void CheckNew(const IndexKeys& keys);
-    /// Throws 3251 when an entry is not ours to take away.
-    void CheckOld(const IndexKeys& keys) const;
-
     /// Enters a new row, which CheckNew has let pass.
     void Add(RowId row, const IndexKeys& keys);
     void Remove(RowId row, const IndexKeys& keys);
@@ -42,7 +41,6 @@ class IndexUpdate {
     void Replace(RowId row, const IndexKeys& before, const IndexKeys& after);
 
  private:
-    [[nodiscard]] RowKey KeyIn(const RealIndex& index, const RowDraft& row) const;
     [[nodiscard]] IndexTree Tree(std::size_t position);
     void AddIn(std::size_t position, RowId row, const RowKey& key);
     void RemoveIn(std::size_t position, RowId row, const RowKey& key);

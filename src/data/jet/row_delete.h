@@ -3,8 +3,8 @@
 
 #include <jet/table.h>
 
-#include "index_update.h"
 #include "long_value_writer.h"
+#include "relations.h"
 #include "row_store.h"
 #include "table_counters.h"
 
@@ -20,11 +20,17 @@ class RowDelete {
     void Run(RowId id);
 
  private:
+    /// Deletes the row and gives the keys that it had.
+    IndexKeys DeleteAlone(RowId id);
+    /// Deletes the row and, as the relationships ask for, those that refer to it.
+    void DeleteWithChildren(RowId id);
+
     Transaction& pages_;
     const TableDef& table_;
     PageAllocator allocator_;
     LongValueWriter longValues_;
     IndexUpdate indexes_;
+    Relations relations_;
     RowStore rows_;
     TableCounters counters_;
 };

@@ -12,6 +12,7 @@ RowInsert::RowInsert(Transaction& pages, const TableDef& table)
       allocator_(pages),
       longValues_(pages, allocator_),
       indexes_(pages, allocator_, table),
+      relations_(pages, table),
       rows_(pages, allocator_, table),
       counters_(pages, table.page) {}
 
@@ -20,6 +21,7 @@ RowId RowInsert::Run(std::span<const ColumnChange> values) {
     row.Fit();
     const IndexKeys keys = indexes_.KeysOf(row);
     indexes_.CheckNew(keys);
+    relations_.CheckParents(keys);
     NoteAutoNumbers(row);
     const RowId id = rows_.Add(row.Store(longValues_));
     indexes_.Add(id, keys);

@@ -5,8 +5,8 @@
 
 #include <jet/table.h>
 
-#include "index_update.h"
 #include "long_value_writer.h"
+#include "relations.h"
 #include "row_store.h"
 #include "table_counters.h"
 
@@ -30,6 +30,7 @@ class RowInsert {
     PageAllocator allocator_;
     LongValueWriter longValues_;
     IndexUpdate indexes_;
+    Relations relations_;
     RowStore rows_;
     TableCounters counters_;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "usage_map.h"
+#include "usage_map_editor.h"
 
 namespace quardele::jet {
 
@@ -29,7 +30,9 @@ RowPointer RowPages::Add(std::uint16_t flags, const ByteString& row) {
 std::optional<std::uint32_t> RowPages::PageWithRoom(std::size_t length) {
     constexpr int kMostLooks = 64;
     RoomMemory::Owner& memory = Memory();
-    if (memory.lastUsed != 0 && MayHold(memory.lastUsed, length)) {
+    // It may have gone to another owner meanwhile.
+    if (memory.lastUsed != 0 && IsInMap(pages_, owner_.ownedMap, memory.lastUsed) &&
+        MayHold(memory.lastUsed, length)) {
         return memory.lastUsed;
     }
     const std::vector<std::uint32_t> pages = ReadUsageMap(pages_, owner_.freeMap);
@@ -83,6 +86,10 @@ void RowPages::Delete(RowPointer place) {
     }
     allocator_.RemoveFromMap(owner_.ownedMap, place.page);
     allocator_.RemoveFromMap(owner_.freeMap, place.page);
+    // It may be another column's next, whose pages look like ours.
+    if (Memory().lastUsed == place.page) {
+        Memory().lastUsed = 0;
+    }
     allocator_.Free(place.page);
 }
 

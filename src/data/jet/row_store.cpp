@@ -32,6 +32,11 @@ RowPlace RowStore::Find(RowId id) const {
     return {data, true};
 }
 
+bool RowStore::IsDeleted(RowId id) const {
+    const PagePtr page = pages_.Read(id.page);
+    return DataPage(*page, pages_.Layout()).Flags(id.slot) == slot::kDeleted;
+}
+
 // A pointer never leads to another one: a row that moves again gives its last place up.
 void RowStore::Replace(RowId id, const RowPlace& place, const ByteString& row) {
     if (rows_.TryReplace(place.data, place.moved ? slot::kHidden : std::uint16_t{0}, row)) {

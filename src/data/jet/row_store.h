@@ -18,6 +18,7 @@ class RowStore {
 
     /// Throws 3167 when the row was deleted, 3343 when the identity points at no row of the table.
     [[nodiscard]] RowPlace Find(RowId id) const;
+    [[nodiscard]] bool IsDeleted(RowId id) const;
     [[nodiscard]] RowId Add(const ByteString& row) { return rows_.Add(0, row); }
     /// Stores the new bytes in place, or elsewhere with a pointer in the row's own slot.
     void Replace(RowId id, const RowPlace& place, const ByteString& row);

@@ -5,8 +5,8 @@
 
 #include <jet/table.h>
 
-#include "index_update.h"
 #include "long_value_writer.h"
+#include "relations.h"
 #include "row_store.h"
 
 namespace quardele::jet {
@@ -30,11 +30,16 @@ class RowUpdate {
     /// Puts the new values into the row and gives the long values that they replace.
     [[nodiscard]] std::vector<OldValue> Give(std::span<const ColumnChange> changes, RowDraft& row) const;
 
+    [[nodiscard]] Variant ValueOf(const RowDraft& row, int column) const;
+    /// Gives the rows that refer to this one its new key.
+    void TellChildren(const RowDraft& row, const IndexKeys& before, const IndexKeys& after);
+
     Transaction& pages_;
     const TableDef& table_;
     PageAllocator allocator_;
     LongValueWriter longValues_;
     IndexUpdate indexes_;
+    Relations relations_;
     RowStore rows_;
 };
 

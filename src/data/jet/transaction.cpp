@@ -58,7 +58,7 @@ void Transaction::Remember(std::uint32_t number, const ChangedPage& before) {
 }
 
 void Transaction::BeginPart() {
-    parts_.push_back({.pageCount = pageCount_, .broken = broken_, .before = {}});
+    parts_.push_back({.pageCount = pageCount_, .writes = writes_, .broken = broken_, .before = {}});
 }
 
 void Transaction::KeepPart() {
@@ -80,6 +80,7 @@ void Transaction::UndoPart() {
         }
     }
     pageCount_ = part.pageCount;
+    writes_ = part.writes;
     broken_ = part.broken;
     room_ = {};
     cache_.Touch();

@@ -58,6 +58,19 @@ class Transaction final : public PageSource {
         }
     }
 
+    /// Runs a change that can be refused in the middle: then nothing of it stays.
+    template <class Change>
+    void AsPart(const Change& change) {
+        BeginPart();
+        try {
+            change();
+        } catch (...) {
+            UndoPart();
+            throw;
+        }
+        KeepPart();
+    }
+
     // Parts of a transaction that can be undone alone. They nest: the last one begun ends first.
     void BeginPart();
     void KeepPart();
@@ -76,6 +89,7 @@ class Transaction final : public PageSource {
     /// How the pages that a part has changed were before it; null for one that it was the first to change.
     struct Part {
         std::uint32_t pageCount = 0;
+        std::uint64_t writes = 0;
         bool broken = false;
         std::map<std::uint32_t, ChangedPage> before;
     };

@@ -63,6 +63,28 @@ bool TrySetMapBit(Transaction& pages, RowPointer map, std::uint32_t page, bool v
                                                  : SetReferenced(pages, row.bytes, page, value);
 }
 
+bool IsInMap(const PageSource& pages, RowPointer map, std::uint32_t page) {
+    if (map.page == 0) {
+        return false;
+    }
+    const RowBytes row = ReadRow(pages, map);
+    if (row.bytes.IsEmpty()) {
+        return false;
+    }
+    if (row.bytes.U8(0) == usage_map::kInline) {
+        const ByteView bits = row.bytes.From(usage_map::kInlineHeader);
+        const std::uint32_t first = row.bytes.U32(1);
+        return page >= first && page - first < bits.Size() * 8 && HasBit(bits, page - first);
+    }
+    const std::size_t perBitmap = pages.Layout().PagesPerBitmap();
+    const std::size_t entry = usage_map::kReferenceHeader + page / perBitmap * 4;
+    if (entry + 4 > row.bytes.Size() || row.bytes.U32(entry) == 0) {
+        return false;
+    }
+    const PagePtr bitmap = pages.Read(row.bytes.U32(entry));
+    return HasBit(bitmap->View().From(usage_map::kBitmapStart), page % perBitmap);
+}
+
 std::optional<std::uint32_t> LowestInMap(const PageSource& pages, RowPointer map, std::uint32_t from) {
     if (from >= pages.PageCount()) {
         return std::nullopt;

@@ -68,6 +68,17 @@ class Tree {
     [[nodiscard]] int Height() const { return height_; }
 
  private:
+    // Entries that were put in and taken out one by one leave the page that a node writes with all of them.
+    void ExpectAsStoredWhole(const IndexNode& node) {
+        const ByteString now = Bytes(node.number);
+        node.Store(pages_, TablePage());
+        EXPECT_EQ(now, Bytes(node.number));
+    }
+    ByteString Bytes(std::uint32_t page) const {
+        const PagePtr held = pages_.Read(page);
+        return {held->bytes.begin(), held->bytes.end()};
+    }
+
     // Each item of a node is the last entry below its child; only nodes right above leaves have a tail, and
     // then an item as well; siblings below one parent are chained.
     ByteString CheckBelow(std::uint32_t page, int depth) {
@@ -75,6 +86,7 @@ class Tree {
         height_ = std::max(height_, depth + 1);
         const IndexNode node = IndexNode::Load(pages_, page, TablePage());
         EXPECT_TRUE(node.Fits(pages_.Layout()));
+        ExpectAsStoredWhole(node);
         if (node.leaf) {
             EXPECT_TRUE(depth == 0 || !node.items.empty());
             return node.items.empty() ? ByteString() : node.items.back().entry;

@@ -194,17 +194,6 @@ TEST(Update, RowsOlderThanTheirColumnsGrowToTheTableSize) {
     EXPECT_EQ(table->Fetch(rows[2])->Value(Ordinal(*table, u"data3")), Variant(u"row3col3"));
 }
 
-TEST(Update, AKeyOfARelationshipIsLeftAlone) {
-    SKIP_WITHOUT_CORPUS();
-    const Opened table(CorpusFile("indexV2000.mdb"), u"Table1");
-    const RowId row = AllRows(*table)[0];
-    const int other = Ordinal(*table, u"otherfk1");
-    const ColumnChange change{other, std::int32_t{12345}};
-    EXPECT_EQ(ErrorNumber([&] { table->Update(row, {&change, 1}); }), basic::error::kOperationNotSupported);
-    const ColumnChange same{other, table->Fetch(row)->Value(other)};
-    EXPECT_EQ(ErrorNumber([&] { table->Update(row, {&same, 1}); }), 0);
-}
-
 TEST(Update, Access97FilesAreReadOnly) {
     SKIP_WITHOUT_CORPUS();
     const Opened table(CorpusFile("nwind.mdb"), u"Shippers");

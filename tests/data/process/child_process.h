@@ -1,0 +1,46 @@
+// Programs of their own for tests, on every system: to die at a chosen moment, to keep a lock, to write while
+// others do.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace quardele::test {
+
+/// A program that was started. Its standard input and output are pipes of ours; its errors go where ours go.
+class Process {
+ public:
+    /// A name without a folder is looked for where the system looks. Arguments are UTF-8, without quotation
+    /// marks. Throws std::runtime_error when it cannot be started.
+    Process(const std::filesystem::path& program, const std::vector<std::string>& arguments);
+    /// Kills it unless it has been waited for.
+    ~Process();
+    Process(Process&& other) noexcept;
+    Process& operator=(Process&&) = delete;
+
+    /// Waits for one byte of its output; false when it ends without one.
+    [[nodiscard]] bool WaitForSign();
+    /// All that it writes until it ends.
+    [[nodiscard]] std::string ReadOutput();
+    /// Ends its input.
+    void CloseInput();
+    /// Ends its input, waits for its end and gives its exit code; -1 when it was killed.
+    int Wait();
+    /// Ends it without any order.
+    void Kill();
+
+ private:
+    static constexpr std::intptr_t kNone = -1;
+    [[nodiscard]] int Join();
+
+    std::intptr_t process_ = kNone;
+    std::intptr_t input_ = kNone;
+    std::intptr_t output_ = kNone;
+};
+
+/// The program that runs.
+[[nodiscard]] std::filesystem::path ThisProgram();
+
+}  // namespace quardele::test

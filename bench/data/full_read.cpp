@@ -1,14 +1,15 @@
 #include "benchmarks.h"
 
 #include <algorithm>
-#include <sstream>
+#include <cstdio>
+#include <memory>
 #include <stdexcept>
 
 #include <basic/runtime_error.h>
 #include <jet/database.h>
 
 #include "command.h"
-#include "csv_writer.h"
+#include "row_writer.h"
 
 namespace quardele::bench {
 
@@ -39,16 +40,21 @@ std::vector<std::string> TablesOf(const fs::path& file) {
     return tables;
 }
 
+struct StreamCloser {
+    void operator()(std::FILE* stream) const { std::fclose(stream); }
+};
+
 void ReadTable(jet::Database& database, const std::string& name) {
-    std::ostringstream memory;
+    const std::unique_ptr<std::FILE, StreamCloser> nowhere(std::fopen("/dev/null", "w"));
+    mdb::Output out(nowhere.get());
     const auto table = database.OpenTable(basic::FromUtf8(name));
-    mdb::CsvWriter csv(memory);
-    csv.WriteHeader(*table);
+    mdb::RowWriter rows(out, mdb::RowFormat::Csv, mdb::NamesOf(table->Columns()));
     jet::RowScan scan = table->Scan();
     while (const auto row = scan.Next()) {
-        csv.WriteRow(*table, *row);
+        rows.Write(*table, *row);
     }
-    csv.Flush();
+    rows.Finish();
+    out.Flush();
 }
 
 void ReadTables(const fs::path& file, const std::vector<std::string>& tables) {

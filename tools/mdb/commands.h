@@ -1,17 +1,29 @@
-// The commands of the program mdb. Each writes to `out` and throws RuntimeError on failure.
+// What the commands do. Each returns the exit code.
 #pragma once
 
-#include <filesystem>
-#include <ostream>
-#include <string>
+#include "session.h"
 
 namespace quardele::mdb {
 
-/// The names of the user's tables, one per line.
-void ListTables(const std::filesystem::path& file, std::ostream& out);
-/// Columns and indexes of a table, or of all user tables when the name is empty.
-void ShowSchema(const std::filesystem::path& file, const std::string& table, std::ostream& out);
-/// All rows of a table as comma separated values.
-void DumpTable(const std::filesystem::path& file, const std::string& table, std::ostream& out);
+int RunTables(const Arguments& arguments, Session& session);
+int RunSchema(const Arguments& arguments, Session& session);
+int RunQuery(const Arguments& arguments, Session& session);
+int RunDump(const Arguments& arguments, Session& session);
+int RunExec(const Arguments& arguments, Session& session);
+int RunImport(const Arguments& arguments, Session& session);
+int RunCheck(const Arguments& arguments, Session& session);
+int RunCompact(const Arguments& arguments, Session& session);
+int RunCreate(const Arguments& arguments, Session& session);
+int RunRecover(const Arguments& arguments, Session& session);
+int RunKeys(const Arguments& arguments, Session& session);
+
+// Options that the commands ask for by name.
+inline constexpr const char* kJson = "--json";
+inline constexpr const char* kAtomic = "--atomic";
+inline constexpr const char* kChunk = "--chunk";
+inline constexpr const char* kNotes = "--notes";
+inline constexpr const char* kRollback = "--rollback";
+inline constexpr const char* kKeep = "--keep";
+inline constexpr const char* kForce = "--force";
 
 }  // namespace quardele::mdb

@@ -1,55 +1,94 @@
-// mdb: a look into Access data files from the command line. Exit codes: 0 done, 1 failed, 2 wrong call.
+// mdb: Access data files from the command line. Exit codes: 0 done, 1 failed or faults found, 2 wrong call.
 
-#include <iostream>
-#include <string>
-#include <vector>
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <span>
 
-#include <basic/runtime_error.h>
-
-#include "commands.h"
+#include "command.h"
+#include "error_text.h"
+#include "failure.h"
+#include "help.h"
+#include "platform.h"
 
 namespace {
 
-constexpr int kDone = 0;
-constexpr int kFailed = 1;
-constexpr int kWrongCall = 2;
+using namespace quardele::mdb;
 
-constexpr const char* kUsage =
-    "Utilisation :\n"
-    "  mdb tables FICHIER          noms des tables\n"
-    "  mdb schema FICHIER [TABLE]  colonnes et index\n"
-    "  mdb dump FICHIER TABLE      lignes, en CSV (UTF-8)\n";
+constexpr const char* kHelp = "--help";
 
-int Run(const std::vector<std::string>& arguments) {
-    using namespace quardele::mdb;
-    const std::string command = arguments.empty() ? "" : arguments[0];
-    if (command == "--help" || command == "-h") {
-        std::cout << kUsage;
+constexpr Message kNoCommand{"aucune commande ; « mdb --help » les montre",
+                             "no command; \"mdb --help\" shows them"};
+constexpr Message kUnknownCommand{"commande inconnue : |1 ; « mdb --help » les montre",
+                                  "unknown command: |1; \"mdb --help\" shows them"};
+constexpr Message kError{"mdb : |1\n", "mdb: |1\n"};
+
+int Complain(const std::string& text, Language language) {
+    std::fputs(Say(language, kError, {text}).c_str(), stderr);
+    return kFailed;
+}
+
+int ComplainOfCall(const std::string& text, const Command* command, Language language) {
+    Complain(text, language);
+    if (command != nullptr) {
+        std::fputs((UsageLine(*command, language) + '\n').c_str(), stderr);
+    }
+    return kWrongCall;
+}
+
+int RunCommand(const Command& command, std::span<const std::string> words, Session& session) {
+    constexpr Message kOperands{"nombre d'arguments incorrect", "wrong number of arguments"};
+    const Arguments arguments(words, command.options);
+    if (arguments.Operands().size() < command.leastOperands ||
+        arguments.Operands().size() > command.mostOperands) {
+        throw Failure(kOperands, {}, kWrongCall);
+    }
+    return command.run(arguments, session);
+}
+
+int Run(std::span<const std::string> words, Session& session) {
+    const Language language = session.language;
+    const std::string name = words.empty() ? "" : words[0];
+    const Command* command = FindCommand(name);
+    if (name == kHelp || name == "-h") {
+        ShowHelp(session);
         return kDone;
     }
-    if (command == "tables" && arguments.size() == 2) {
-        ListTables(arguments[1], std::cout);
-    } else if (command == "schema" && (arguments.size() == 2 || arguments.size() == 3)) {
-        ShowSchema(arguments[1], arguments.size() == 3 ? arguments[2] : "", std::cout);
-    } else if (command == "dump" && arguments.size() == 3) {
-        DumpTable(arguments[1], arguments[2], std::cout);
-    } else {
-        std::cerr << kUsage;
-        return kWrongCall;
+    if (command == nullptr) {
+        const Message& message = words.empty() ? kNoCommand : kUnknownCommand;
+        return ComplainOfCall(Say(language, message, {name}), nullptr, language);
     }
-    std::cout.flush();
-    return std::cout ? kDone : kFailed;
+    if (std::find(words.begin(), words.end(), kHelp) != words.end()) {
+        ShowHelp(*command, session);
+        return kDone;
+    }
+    try {
+        return RunCommand(*command, words.subspan(1), session);
+    } catch (const Failure& failure) {
+        session.out.Flush();
+        return failure.ExitCode() == kWrongCall ? ComplainOfCall(failure.In(language), command, language)
+                                                : Complain(failure.In(language), language);
+    } catch (const quardele::basic::RuntimeError& error) {
+        session.out.Flush();
+        return Complain(ErrorText(error, language), language);
+    }
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    std::ios::sync_with_stdio(false);
+    constexpr Message kNoMemory{"mémoire insuffisante", "out of memory"};
+    UseBinaryStreams();
+    const Language language = LanguageOfUser();
     try {
-        return Run({argv + 1, argv + argc});
-    } catch (const quardele::basic::RuntimeError& error) {
-        std::cout.flush();
-        std::cerr << "mdb : " << quardele::basic::ToUtf8(error.Description()) << '\n';
-        return kFailed;
+        Output out(stdout);
+        Session session{language, out};
+        const int exitCode = Run(ProgramArguments(argc, argv), session);
+        out.Flush();
+        return exitCode;
+    } catch (const Failure& failure) {
+        return Complain(failure.In(language), language);
+    } catch (const std::exception&) {
+        return Complain(kNoMemory.In(language), language);
     }
 }

@@ -1,0 +1,261 @@
+#include "cell_parser.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <optional>
+#include <string_view>
+
+#include <basic/date.h>
+#include <basic/runtime_error.h>
+
+#include "failure.h"
+
+namespace quardele::mdb {
+
+namespace {
+
+constexpr Message kNoTruth{"« |1 » n'est ni 1 ni 0", "\"|1\" is neither 1 nor 0"};
+constexpr Message kNoNumber{"« |1 » n'est pas un nombre pour cette colonne",
+                            "\"|1\" is no number for this column"};
+constexpr Message kNoDate{"« |1 » n'est pas une date (AAAA-MM-JJ HH:MM:SS)",
+                          "\"|1\" is no date (YYYY-MM-DD HH:MM:SS)"};
+constexpr Message kNoHex{"« |1 » n'est pas en chiffres hexadécimaux", "\"|1\" is not in hexadecimal digits"};
+constexpr Message kNoGuid{"« |1 » n'est pas un GUID", "\"|1\" is no GUID"};
+constexpr Message kNoWay{"aucune valeur ne peut être importée dans cette colonne",
+                         "no value can be imported into this column"};
+
+constexpr Message kNoUtf8{"le texte n'est pas en UTF-8", "the text is not in UTF-8"};
+
+using basic::Variant;
+
+template <class Number>
+std::optional<Number> NumberOf(std::string_view text) {
+    Number value{};
+    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (failure != std::errc() || end != text.data() + text.size()) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+template <class Number>
+Variant ParseNumber(const std::string& text) {
+    if (const auto number = NumberOf<Number>(text)) {
+        return *number;
+    }
+    throw Failure(kNoNumber, {text});
+}
+
+Variant ParseTruth(const std::string& text) {
+    if (text != "1" && text != "0") {
+        throw Failure(kNoTruth, {text});
+    }
+    return text == "1";
+}
+
+bool IsDigit(char unit) {
+    return unit >= '0' && unit <= '9';
+}
+
+/// A number with a fixed number of decimals, as its digits without the point.
+struct Scaled {
+    bool negative = false;
+    std::string digits;
+};
+
+// Fewer decimals are filled up; more are allowed only when they are zeros.
+std::optional<Scaled> ParseScaled(std::string_view text, std::size_t scale) {
+    Scaled number;
+    number.negative = text.starts_with('-');
+    text.remove_prefix(number.negative || text.starts_with('+') ? 1 : 0);
+    const std::size_t point = std::min(text.find('.'), text.size());
+    std::string decimals(point == text.size() ? std::string_view() : text.substr(point + 1));
+    const std::size_t last = decimals.find_last_not_of('0');
+    if (decimals.size() > scale && last != std::string::npos && last >= scale) {
+        return std::nullopt;
+    }
+    decimals.resize(scale, '0');
+    const std::string_view whole = text.substr(0, point);
+    number.digits = std::string(whole) + decimals;
+    const bool hasDigits = !whole.empty() || point + 1 < text.size();
+    if (!hasDigits || !std::all_of(number.digits.begin(), number.digits.end(), IsDigit)) {
+        return std::nullopt;
+    }
+    return number;
+}
+
+Variant ParseAmount(const std::string& text) {
+    constexpr std::size_t kDecimals = 4;
+    if (const auto scaled = ParseScaled(text, kDecimals)) {
+        if (const auto amount = NumberOf<std::int64_t>((scaled->negative ? "-" : "") + scaled->digits)) {
+            return basic::Currency{*amount};
+        }
+    }
+    throw Failure(kNoNumber, {text});
+}
+
+// magnitude * 10 + digit; false when it does not fit.
+bool AppendDigit(char digit, std::array<std::uint32_t, 4>& magnitude) {
+    std::uint64_t carry = static_cast<std::uint64_t>(digit - '0');
+    for (std::size_t i = magnitude.size(); i-- > 0;) {
+        carry += std::uint64_t{magnitude[i]} * 10;
+        magnitude[i] = static_cast<std::uint32_t>(carry & 0xFFFFFFFF);
+        carry >>= 32;
+    }
+    return carry == 0;
+}
+
+Variant ParseDecimal(const std::string& text, const jet::Column& column) {
+    const auto scaled = ParseScaled(text, column.scale);
+    if (!scaled) {
+        throw Failure(kNoNumber, {text});
+    }
+    basic::Decimal decimal{.negative = scaled->negative, .scale = column.scale};
+    for (const char digit : scaled->digits) {
+        if (!AppendDigit(digit, decimal.magnitude)) {
+            throw Failure(kNoNumber, {text});
+        }
+    }
+    return decimal;
+}
+
+// The digits at the places of a pattern, where other characters stand for themselves.
+bool MatchesPattern(std::string_view text, std::string_view pattern) {
+    return text.size() == pattern.size() &&
+           std::equal(text.begin(), text.end(), pattern.begin(), [](char unit, char expected) {
+               return expected == '0' ? IsDigit(unit) : unit == expected;
+           });
+}
+
+int NumberAt(std::string_view text, std::size_t at, std::size_t length) {
+    return NumberOf<int>(text.substr(at, length)).value_or(0);
+}
+
+std::optional<basic::Date> ParseMoment(std::string_view text) {
+    const bool hasTime = MatchesPattern(text, "0000-00-00 00:00:00");
+    if (!hasTime && !MatchesPattern(text, "0000-00-00")) {
+        return std::nullopt;
+    }
+    try {
+        const int year = NumberAt(text, 0, 4);
+        const int month = NumberAt(text, 5, 2);
+        const int day = NumberAt(text, 8, 2);
+        if (!hasTime) {
+            return basic::DateOf(year, month, day);
+        }
+        return basic::DateOf(year, month, day, NumberAt(text, 11, 2), NumberAt(text, 14, 2),
+                             NumberAt(text, 17, 2));
+    } catch (const basic::RuntimeError&) {
+        return std::nullopt;  // 30 February
+    }
+}
+
+// A file may hold a number of days that is no date; dump writes the number.
+Variant ParseDate(const std::string& text) {
+    if (const auto moment = ParseMoment(text)) {
+        return *moment;
+    }
+    if (const auto days = NumberOf<double>(text)) {
+        return basic::Date{*days};
+    }
+    throw Failure(kNoDate, {text});
+}
+
+std::optional<unsigned> HexDigit(char unit) {
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    const char lower = unit >= 'A' && unit <= 'F' ? static_cast<char>(unit - 'A' + 'a') : unit;
+    const std::size_t digit = kDigits.find(lower);
+    return digit == std::string_view::npos ? std::nullopt : std::optional(static_cast<unsigned>(digit));
+}
+
+std::optional<basic::Binary> BytesOf(std::string_view hex) {
+    basic::Binary bytes;
+    if (hex.size() % 2 != 0) {
+        return std::nullopt;
+    }
+    for (std::size_t i = 0; i < hex.size(); i += 2) {
+        const auto high = HexDigit(hex[i]);
+        const auto low = HexDigit(hex[i + 1]);
+        if (!high || !low) {
+            return std::nullopt;
+        }
+        bytes.push_back(static_cast<std::uint8_t>(*high << 4 | *low));
+    }
+    return bytes;
+}
+
+Variant ParseBinary(const std::string& text) {
+    if (auto bytes = BytesOf(text)) {
+        return std::move(*bytes);
+    }
+    throw Failure(kNoHex, {text});
+}
+
+// The first three groups are numbers, stored little-endian.
+Variant ParseGuid(const std::string& text) {
+    std::string digits;
+    std::copy_if(text.begin(), text.end(), std::back_inserter(digits),
+                 [](char unit) { return unit != '{' && unit != '}' && unit != '-'; });
+    const auto bytes = BytesOf(digits);
+    basic::Guid guid;
+    if (!bytes || bytes->size() != guid.bytes.size()) {
+        throw Failure(kNoGuid, {text});
+    }
+    std::copy(bytes->begin(), bytes->end(), guid.bytes.begin());
+    std::reverse(guid.bytes.begin(), guid.bytes.begin() + 4);
+    std::reverse(guid.bytes.begin() + 4, guid.bytes.begin() + 6);
+    std::reverse(guid.bytes.begin() + 6, guid.bytes.begin() + 8);
+    return guid;
+}
+
+// Text in another code page would be stored with signs that nobody wrote.
+Variant ParseText(const std::string& text) {
+    basic::Text units = basic::FromUtf8(text);
+    if (basic::ToUtf8(units) != text) {
+        throw Failure(kNoUtf8);
+    }
+    return units;
+}
+
+}  // namespace
+
+Variant ParseCell(const CsvField& field, const jet::Column& column) {
+    const std::string& text = field.text;
+    if (text.empty() && !field.quoted) {
+        return column.type == jet::ColumnType::Boolean ? Variant(false) : Variant(basic::Null{});
+    }
+    switch (column.type) {
+        case jet::ColumnType::Boolean:
+            return ParseTruth(text);
+        case jet::ColumnType::Byte:
+            return ParseNumber<std::uint8_t>(text);
+        case jet::ColumnType::Integer:
+            return ParseNumber<std::int16_t>(text);
+        case jet::ColumnType::Long:
+            return ParseNumber<std::int32_t>(text);
+        case jet::ColumnType::Currency:
+            return ParseAmount(text);
+        case jet::ColumnType::Single:
+            return ParseNumber<float>(text);
+        case jet::ColumnType::Double:
+            return ParseNumber<double>(text);
+        case jet::ColumnType::Numeric:
+            return ParseDecimal(text, column);
+        case jet::ColumnType::Date:
+            return ParseDate(text);
+        case jet::ColumnType::Text:
+        case jet::ColumnType::Memo:
+            return ParseText(text);
+        case jet::ColumnType::Binary:
+        case jet::ColumnType::Ole:
+            return ParseBinary(text);
+        case jet::ColumnType::Guid:
+            return ParseGuid(text);
+        case jet::ColumnType::Opaque:
+            break;
+    }
+    throw Failure(kNoWay);
+}
+
+}  // namespace quardele::mdb

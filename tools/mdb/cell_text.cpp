@@ -1,0 +1,159 @@
+#include "cell_text.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <string_view>
+
+namespace quardele::mdb {
+
+namespace {
+
+constexpr std::string_view kHexDigits = "0123456789abcdef";
+constexpr std::string_view kUpperHexDigits = "0123456789ABCDEF";
+constexpr std::int64_t kSecondsPerDay = 86400;
+
+template <class Number>
+void AppendNumber(Number value, std::string& text) {
+    std::array<char, 40> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+    text.append(digits.data(), end.ptr);
+}
+
+// Two digits at a place that has room for them.
+void PutTwo(unsigned value, char* at) {
+    at[0] = static_cast<char>('0' + value / 10);
+    at[1] = static_cast<char>('0' + value % 10);
+}
+
+struct Day {
+    unsigned year, month, day;
+};
+
+// The day of the Gregorian calendar, from days since 30/12/1899. Counts in years that begin in March, so that
+// the day that comes and goes is the last one; eras are the 400 years after which the calendar repeats.
+Day DayOf(std::int64_t days) {
+    constexpr std::int64_t kDaysPerEra = 146097;
+    constexpr std::int64_t kFromEpoch = 693899;  // 01/03/0000 to 30/12/1899
+    const std::int64_t shifted = days + kFromEpoch;
+    const std::int64_t era = shifted / kDaysPerEra;
+    const auto inEra = static_cast<unsigned>(shifted % kDaysPerEra);
+    const unsigned yearOfEra = (inEra - inEra / 1460 + inEra / 36524 - inEra / 146096) / 365;
+    const unsigned inYear = inEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+    const unsigned march = (5 * inYear + 2) / 153;
+    const unsigned month = march < 10 ? march + 3 : march - 9;
+    return {static_cast<unsigned>(era * 400) + yearOfEra + (month <= 2 ? 1 : 0), month,
+            inYear - (153 * march + 2) / 5 + 1};
+}
+
+bool IsMoment(double days) {
+    constexpr double kFirst = -657434;  // 01/01/0100
+    constexpr double kEnd = 2958466;    // behind 31/12/9999
+    return days > kFirst - 1 && days < kEnd - 0.5 / static_cast<double>(kSecondsPerDay);
+}
+
+// Digits with a point before the last `scale` of them.
+void AppendScaled(std::string digits, bool negative, std::size_t scale, std::string& text) {
+    if (digits.size() <= scale) {
+        digits.insert(0, scale + 1 - digits.size(), '0');
+    }
+    if (scale > 0) {
+        digits.insert(digits.size() - scale, 1, '.');
+    }
+    text += negative ? "-" : "";
+    text += digits;
+}
+
+std::string DigitsOf(basic::Decimal decimal) {
+    std::string digits;
+    bool isZero = false;
+    while (!isZero) {
+        std::uint64_t remainder = 0;
+        isZero = true;
+        for (std::uint32_t& word : decimal.magnitude) {
+            const std::uint64_t part = remainder << 32 | word;
+            word = static_cast<std::uint32_t>(part / 10);
+            remainder = part % 10;
+            isZero = isZero && word == 0;
+        }
+        digits.insert(digits.begin(), static_cast<char>('0' + remainder));
+    }
+    return digits;
+}
+
+}  // namespace
+
+void AppendInteger(std::int64_t value, std::string& text) {
+    AppendNumber(value, text);
+}
+
+void AppendDouble(double value, std::string& text) {
+    AppendNumber(value, text);
+}
+
+void AppendSingle(float value, std::string& text) {
+    AppendNumber(value, text);
+}
+
+// The time of day counts forward on both sides of day 0. What rounds to midnight belongs to the next day.
+bool AppendMoment(double days, std::string& text) {
+    if (!IsMoment(days)) {
+        AppendNumber(days, text);
+        return false;
+    }
+    const double whole = std::trunc(days);
+    auto day = static_cast<std::int64_t>(whole);
+    auto second =
+        static_cast<std::int64_t>(std::abs(days - whole) * static_cast<double>(kSecondsPerDay) + 0.5);
+    if (second == kSecondsPerDay) {
+        second = 0;
+        ++day;
+    }
+    const Day date = DayOf(day);
+    const auto time = static_cast<unsigned>(second);
+    char moment[] = "YYYY-MM-DD HH:MM:SS";
+    PutTwo(date.year / 100, moment);
+    PutTwo(date.year % 100, moment + 2);
+    PutTwo(date.month, moment + 5);
+    PutTwo(date.day, moment + 8);
+    PutTwo(time / 3600, moment + 11);
+    PutTwo(time / 60 % 60, moment + 14);
+    PutTwo(time % 60, moment + 17);
+    text.append(moment, sizeof(moment) - 1);
+    return true;
+}
+
+void AppendAmount(basic::Currency amount, std::string& text) {
+    const bool negative = amount.tenThousandths < 0;
+    const auto bits = static_cast<std::uint64_t>(amount.tenThousandths);
+    constexpr std::size_t kDecimals = 4;
+    AppendScaled(std::to_string(negative ? ~bits + 1 : bits), negative, kDecimals, text);
+}
+
+void AppendDecimal(const basic::Decimal& decimal, std::string& text) {
+    AppendScaled(DigitsOf(decimal), decimal.negative, decimal.scale, text);
+}
+
+// As people write them: the first three groups are numbers, stored little-endian.
+void AppendGuid(const basic::Guid& guid, std::string& text) {
+    constexpr std::array<std::size_t, 16> kOrder = {3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
+    text += '{';
+    for (std::size_t i = 0; i < kOrder.size(); ++i) {
+        if (i == 4 || i == 6 || i == 8 || i == 10) {
+            text += '-';
+        }
+        const std::uint8_t byte = guid.bytes[kOrder[i]];
+        text += kUpperHexDigits[byte >> 4];
+        text += kUpperHexDigits[byte & 0x0F];
+    }
+    text += '}';
+}
+
+void AppendHex(std::span<const std::uint8_t> bytes, std::string& text) {
+    for (const std::uint8_t byte : bytes) {
+        text += kHexDigits[byte >> 4];
+        text += kHexDigits[byte & 0x0F];
+    }
+}
+
+}  // namespace quardele::mdb

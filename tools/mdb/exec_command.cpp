@@ -1,0 +1,65 @@
+#include <cstdio>
+#include <optional>
+
+#include <sql/statement.h>
+
+#include "commands.h"
+#include "error_text.h"
+#include "failure.h"
+#include "rows_text.h"
+
+namespace quardele::mdb {
+
+namespace {
+
+constexpr Message kCannotRead{"lecture de l'entrée impossible", "cannot read the input"};
+
+std::string ReadAll(std::FILE* stream) {
+    std::string text;
+    std::string part(std::size_t{1} << 16, '\0');
+    for (std::size_t count = 0; (count = std::fread(part.data(), 1, part.size(), stream)) > 0;) {
+        text.append(part, 0, count);
+    }
+    if (std::ferror(stream) != 0) {
+        throw Failure(kCannotRead);
+    }
+    return text;
+}
+
+// Of several statements the line tells which one failed.
+std::size_t ExecuteAll(jet::Database& database, basic::TextView script) {
+    constexpr Message kLine{"ligne |1 : ", "line |1: "};
+    const auto statements = sql::SplitScript(script);
+    std::size_t rows = 0;
+    for (const sql::ScriptStatement& statement : statements) {
+        try {
+            rows += sql::Execute(database, statement.text).rows;
+        } catch (const basic::RuntimeError& error) {
+            if (statements.size() == 1) {
+                throw;
+            }
+            throw FailureAt(kLine, {std::to_string(statement.line)}, error);
+        }
+    }
+    return rows;
+}
+
+}  // namespace
+
+int RunExec(const Arguments& arguments, Session& session) {
+    const auto database = OpenFile(arguments, WritingMode(arguments));
+    const std::string& operand = arguments.Operand(1);
+    const basic::Text script = basic::FromUtf8(operand == "-" ? ReadAll(stdin) : operand);
+    std::optional<jet::Step> step;
+    if (arguments.Has(kAtomic)) {
+        step.emplace(database->Begin());
+    }
+    const std::size_t rows = ExecuteAll(*database, script);
+    if (step) {
+        step->Commit();
+    }
+    session.out << RowsText(rows, session.language) << "\n";
+    return kDone;
+}
+
+}  // namespace quardele::mdb

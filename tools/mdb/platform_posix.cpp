@@ -1,0 +1,29 @@
+#include <unistd.h>
+
+#include "platform.h"
+
+namespace quardele::mdb {
+
+std::vector<std::string> ProgramArguments(int argc, char** argv) {
+    return {argv + (argc > 0 ? 1 : 0), argv + argc};
+}
+
+std::filesystem::path PathOf(const std::string& utf8) {
+    return {utf8};
+}
+
+std::FILE* OpenForReading(const std::filesystem::path& path) {
+    return std::fopen(path.c_str(), "rb");
+}
+
+void UseBinaryStreams() {}
+
+bool IsTerminal(std::FILE* stream) {
+    return ::isatty(::fileno(stream)) == 1;
+}
+
+bool IsSystemFrench() {
+    return false;
+}
+
+}  // namespace quardele::mdb

@@ -1,0 +1,227 @@
+#include "row_writer.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "cell_text.h"
+
+namespace quardele::mdb {
+
+namespace {
+
+constexpr bool NeedsQuotes(char unit) {
+    return unit == ',' || unit == '"' || unit == '\n' || unit == '\r';
+}
+
+constexpr bool NeedsEscape(char unit) {
+    return unit == '"' || unit == '\\' || static_cast<unsigned char>(unit) < 0x20;
+}
+
+void AppendEscaped(std::string_view text, std::string& result) {
+    constexpr std::string_view kHexDigits = "0123456789abcdef";
+    for (const char unit : text) {
+        const auto code = static_cast<unsigned char>(unit);
+        if (code < 0x20) {
+            result += "\\u00";
+            result += kHexDigits[code >> 4];
+            result += kHexDigits[code & 0x0F];
+            continue;
+        }
+        if (NeedsEscape(unit)) {
+            result += '\\';
+        }
+        result += unit;
+    }
+}
+
+void AppendWithDoubledQuotes(std::string_view text, std::string& result) {
+    for (const char unit : text) {
+        if (unit == '"') {
+            result += '"';
+        }
+        result += unit;
+    }
+}
+
+}  // namespace
+
+RowWriter::RowWriter(Output& out, RowFormat format, const std::vector<jet::Text>& names)
+    : out_(out), buffer_(out.Buffer()), isJson_(format == RowFormat::Json) {
+    for (const jet::Text& name : names) {
+        std::string& start = starts_.emplace_back(starts_.empty() ? "" : ",");
+        if (isJson_) {
+            start += '"';
+            AppendEscaped(basic::ToUtf8(name), start);
+            start += "\":";
+        }
+    }
+    if (isJson_) {
+        buffer_ += '[';
+        return;
+    }
+    BeginRow();
+    for (const jet::Text& name : names) {
+        WriteCell(name);
+    }
+    EndRow();
+}
+
+void RowWriter::BeginRow() {
+    cell_ = 0;
+    if (isJson_) {
+        buffer_ += isFirstRow_ ? "\n{" : ",\n{";
+        isFirstRow_ = false;
+    }
+}
+
+void RowWriter::EndRow() {
+    buffer_ += isJson_ ? '}' : '\n';
+    out_.FlushIfLarge();
+}
+
+void RowWriter::Finish() {
+    if (isJson_) {
+        buffer_ += "\n]\n";
+    }
+}
+
+void RowWriter::BeginCell() {
+    buffer_ += starts_[cell_++];
+}
+
+void RowWriter::Write(const jet::Table& table, const jet::Row& row) {
+    BeginRow();
+    const std::vector<jet::Column>& columns = table.Columns();
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        BeginCell();
+        WriteStored(row, static_cast<int>(i), columns[i].type);
+    }
+    EndRow();
+}
+
+// The common types go without a Variant.
+void RowWriter::WriteStored(const jet::Row& row, int ordinal, jet::ColumnType type) {
+    const std::size_t start = buffer_.size();
+    if (type == jet::ColumnType::Boolean) {
+        return Put(row.NumberAt(ordinal) != 0);
+    }
+    if (type == jet::ColumnType::Text || type == jet::ColumnType::Memo) {
+        return row.AppendUtf8At(ordinal, buffer_) ? FinishText(start) : PutNull();
+    }
+    if (row.IsNull(ordinal)) {
+        return PutNull();
+    }
+    switch (type) {
+        case jet::ColumnType::Byte:
+        case jet::ColumnType::Integer:
+        case jet::ColumnType::Long:
+            return Put(static_cast<std::int32_t>(row.NumberAt(ordinal)));
+        case jet::ColumnType::Double:
+            return Put(row.NumberAt(ordinal));
+        case jet::ColumnType::Date:
+            return Put(basic::Date{row.NumberAt(ordinal)});
+        default:
+            return std::visit([this](const auto& value) { Put(value); }, row.Value(ordinal).Stored());
+    }
+}
+
+void RowWriter::WriteCell(const basic::Variant& value) {
+    BeginCell();
+    std::visit([this](const auto& stored) { Put(stored); }, value.Stored());
+}
+
+void RowWriter::PutNull() {
+    if (isJson_) {
+        buffer_ += "null";
+    }
+}
+
+void RowWriter::Put(bool value) {
+    if (isJson_) {
+        buffer_ += value ? "true" : "false";
+    } else {
+        buffer_ += value ? '1' : '0';
+    }
+}
+
+void RowWriter::Put(std::int32_t value) {
+    AppendInteger(value, buffer_);
+}
+
+void RowWriter::Put(float value) {
+    if (isJson_ && !std::isfinite(value)) {
+        return PutNull();
+    }
+    AppendSingle(value, buffer_);
+}
+
+// JSON has no numbers for what is none.
+void RowWriter::Put(double value) {
+    if (isJson_ && !std::isfinite(value)) {
+        return PutNull();
+    }
+    AppendDouble(value, buffer_);
+}
+
+void RowWriter::Put(basic::Currency value) {
+    AppendAmount(value, buffer_);
+}
+
+void RowWriter::Put(const basic::Decimal& value) {
+    AppendDecimal(value, buffer_);
+}
+
+void RowWriter::Put(basic::Date value) {
+    const std::size_t start = buffer_.size();
+    AppendMoment(value.days, buffer_);
+    FinishPlain(start);
+}
+
+void RowWriter::Put(const basic::Guid& value) {
+    const std::size_t start = buffer_.size();
+    AppendGuid(value, buffer_);
+    FinishPlain(start);
+}
+
+void RowWriter::Put(const basic::Binary& value) {
+    const std::size_t start = buffer_.size();
+    AppendHex(value, buffer_);
+    if (!isJson_ && value.empty()) {
+        buffer_ += "\"\"";  // nothing at all would be Null
+    }
+    FinishPlain(start);
+}
+
+void RowWriter::Put(const basic::Text& value) {
+    const std::size_t start = buffer_.size();
+    buffer_ += basic::ToUtf8(value);
+    FinishText(start);
+}
+
+void RowWriter::FinishPlain(std::size_t start) {
+    if (isJson_) {
+        buffer_.insert(start, 1, '"');
+        buffer_ += '"';
+    }
+}
+
+// In CSV a text is put between quotes when a reader could mistake it: for Null, for two cells, for two lines.
+void RowWriter::FinishText(std::size_t start) {
+    const auto begin = buffer_.begin() + static_cast<std::ptrdiff_t>(start);
+    const bool isPlain = isJson_ ? std::none_of(begin, buffer_.end(), NeedsEscape)
+                                 : begin != buffer_.end() && std::none_of(begin, buffer_.end(), NeedsQuotes);
+    if (isPlain) {
+        return FinishPlain(start);
+    }
+    copy_.assign(begin, buffer_.end());
+    buffer_.resize(start);
+    buffer_ += '"';
+    if (isJson_) {
+        AppendEscaped(copy_, buffer_);
+    } else {
+        AppendWithDoubledQuotes(copy_, buffer_);
+    }
+    buffer_ += '"';
+}
+
+}  // namespace quardele::mdb

@@ -2,10 +2,12 @@
 # Installs the Debian packages that are missing, without asking; as root or through sudo.
 #   scripts/install-packages.sh build   what building and running needs
 #   scripts/install-packages.sh test    the same, and what the tests compare with
+#   scripts/install-packages.sh fuzz    what building and running the fuzz targets needs
+#   scripts/install-packages.sh windows what building the data engine for Windows and running it needs
 set -euo pipefail
 
+tools=(build-essential cmake ninja-build ccache)
 build=(
-    build-essential cmake ninja-build ccache
     qt6-base-dev qt6-base-dev-tools qt6-tools-dev-tools qt6-svg-dev qt6-translations-l10n
     fonts-noto-core
     # LibreOffice's programming interface for the bridge to Writer, and Writer itself for the letters
@@ -17,10 +19,20 @@ test=(
     xvfb xauth xdotool
 )
 
-wanted=("${build[@]}")
-if [ "${1:-build}" = test ]; then
-    wanted+=("${test[@]}")
-fi
+fuzz=(clang libclang-rt-14-dev libgtest-dev libgmock-dev)
+# GoogleTest comes as sources, which the cross compiler makes a library of.
+windows=(g++-mingw-w64-x86-64-posix googletest wine wine64)
+
+case "${1:-build}" in
+    build) wanted=("${tools[@]}" "${build[@]}") ;;
+    test) wanted=("${tools[@]}" "${build[@]}" "${test[@]}") ;;
+    fuzz) wanted=("${tools[@]}" "${fuzz[@]}") ;;
+    windows) wanted=("${tools[@]}" "${windows[@]}") ;;
+    *)
+        echo "Ensemble de paquets inconnu : $1" >&2
+        exit 2
+        ;;
+esac
 
 missing=()
 for package in "${wanted[@]}"; do

@@ -28,14 +28,12 @@ endfunction()
 
 # A test program run by ctest:
 #
-#   quardele_test(<name> SOURCES <files> LINKS <targets> [QT] [INSTALLATION] [LABELS <labels>]
-#                 [INTERNALS <room>...])
+#   quardele_test(<name> SOURCES <files> LINKS <targets> [QT] [LABELS <labels>] [INTERNALS <room>...])
 #
 # Plain tests use GoogleTest; QT tests bring their own main (Qt Test) and run on the off-screen platform.
-# INTERNALS opens a room's private headers to its own unit tests. INSTALLATION: the test copies or reads the
-# installation of tests/installation, which is made first.
+# INTERNALS opens a room's private headers to its own unit tests.
 function(quardele_test name)
-    cmake_parse_arguments(ARG "QT;INSTALLATION" "" "SOURCES;LINKS;LABELS;INTERNALS" ${ARGN})
+    cmake_parse_arguments(ARG "QT" "" "SOURCES;LINKS;LABELS;INTERNALS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINKS} quardele_warnings)
     foreach(room IN LISTS ARG_INTERNALS)
@@ -47,10 +45,6 @@ function(quardele_test name)
         QUARDELE_BINARY_DIR="${CMAKE_BINARY_DIR}"
         QUARDELE_CORPUS_DIR="${QUARDELE_CORPUS}"
         QUARDELE_SAMPLE_DIR="${QUARDELE_SAMPLE}")
-    if(ARG_INSTALLATION)
-        target_compile_definitions(${name} PRIVATE QUARDELE_INSTALLATION_DIR="${CMAKE_BINARY_DIR}/tests/made")
-        add_dependencies(${name} quardele_test_installation)
-    endif()
     set(leak_options "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/lsan.supp:print_suppressions=0")
     if(ARG_QT)
         set_target_properties(${name} PROPERTIES AUTOMOC ON)

@@ -22,15 +22,17 @@ namespace {
 
 using reminders::FRELANCES;
 
-const QString kReferenceDate = QStringLiteral("31/12/2026");
 constexpr int kRegistrationColumn = 2;
 constexpr int kCustomerColumn = 4;
 constexpr int kLetterColumn = 8;
 
 class Tour {
  public:
-    Tour(forms::MdiForm& mainWindow, fs::path driveC, fs::path pictures)
-        : mainWindow_(mainWindow), driveC_(std::move(driveC)), pictures_(std::move(pictures)) {}
+    Tour(forms::MdiForm& mainWindow, fs::path driveC, fs::path pictures, QString reference)
+        : mainWindow_(mainWindow),
+          driveC_(std::move(driveC)),
+          pictures_(std::move(pictures)),
+          reference_(std::move(reference)) {}
 
     TourResult Take() {
         fs::create_directories(pictures_);
@@ -69,7 +71,7 @@ class Tour {
     void ShowReminders() {
         ClickMenu(mainWindow_, QStringLiteral("M_RELANC"));
         auto& form = forms::Instance<FRELANCES>();
-        Enter(*form.CTX_DATEREL, kReferenceDate);
+        Enter(*form.CTX_DATEREL, reference_);
         ToFirstFullCustomer(form);
         Show("Visites à échéance", "relances");
         Tick(*form.DBG_RELANCES, kLetterColumn, RowsOfThreeCustomers(form));
@@ -146,13 +148,15 @@ class Tour {
     forms::MdiForm& mainWindow_;
     fs::path driveC_;
     fs::path pictures_;
+    QString reference_;
     TourResult result_;
 };
 
 }  // namespace
 
-TourResult TakeTour(forms::MdiForm& mainWindow, const fs::path& driveC, const fs::path& pictures) {
-    return Tour(mainWindow, driveC, pictures).Take();
+TourResult TakeTour(forms::MdiForm& mainWindow, const fs::path& driveC, const fs::path& pictures,
+                    const QString& reference) {
+    return Tour(mainWindow, driveC, pictures, reference).Take();
 }
 
 }  // namespace quardele::demo

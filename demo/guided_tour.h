@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include <QString>
+
 #include <forms/mdi_form.h>
 
 namespace quardele::demo {
@@ -28,7 +30,8 @@ struct TourResult {
 
 /// Takes the tour: start, vehicle list, a record, reminders, the ticks of three customers, their letters. The
 /// current folder must be the module's folder of an installation on `driveC`; pictures go to `pictures`.
+/// Visits are listed that fall due before `reference`, typed like that.
 TourResult TakeTour(forms::MdiForm& mainWindow, const std::filesystem::path& driveC,
-                    const std::filesystem::path& pictures);
+                    const std::filesystem::path& pictures, const QString& reference);
 
 }  // namespace quardele::demo

@@ -6,13 +6,15 @@
 #include <QDirIterator>
 #include <QFile>
 
+#include <basic/date.h>
+
 namespace quardele::demo {
 
 namespace fs = std::filesystem;
 
 namespace {
 
-/// The files lie in the program, in the folders that they take on disk.
+/// The letter templates lie in the program, in the folders that they take on disk.
 const QString kFiles = QStringLiteral(":/installation");
 /// Lies beside drive_c and says that it was made here.
 constexpr const char* kMark = ".quardele-demo";
@@ -41,20 +43,35 @@ void RemoveFormer(const fs::path& driveC, const fs::path& mark) {
     fs::remove_all(driveC);
 }
 
-}  // namespace
-
-fs::path MakeInstallation(const fs::path& folder) {
-    fs::path driveC = fs::absolute(folder) / "drive_c";
-    const fs::path mark = fs::absolute(folder) / kMark;
-    RemoveFormer(driveC, mark);
-    fs::create_directories(driveC);
-    std::ofstream(mark) << "Installation de démonstration du suivi des véhicules\n";
+void CopyTemplates(const fs::path& driveC) {
     QDirIterator files(kFiles, QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         const QString resource = files.next();
         WriteFile(resource, driveC / resource.mid(kFiles.size() + 1).toStdString());
     }
-    fs::create_directories(driveC / "QUARDELE" / "VEH");
+}
+
+/// A visit of a vehicle that was sold: its row has gone, the visit has stayed.
+workshop::GivenRows SoldVehicle(const workshop::Scale& scale) {
+    workshop::GivenRows given;
+    if (scale.visits > 0) {
+        constexpr int kMonths = 24;
+        const basic::Date last = basic::DateAdd(u"m", -kMonths - 1, scale.today);
+        given.visits.push_back({u"WW-482-KL", u"CT", last, kMonths});
+    }
+    return given;
+}
+
+}  // namespace
+
+fs::path MakeInstallation(const fs::path& folder, const workshop::Scale& scale) {
+    fs::path driveC = fs::absolute(folder) / "drive_c";
+    const fs::path mark = fs::absolute(folder) / kMark;
+    RemoveFormer(driveC, mark);
+    fs::create_directories(driveC);
+    std::ofstream(mark) << "Installation de démonstration du suivi des véhicules\n";
+    workshop::MakeInstallation(driveC / "QUARDELE", scale, SoldVehicle(scale));
+    CopyTemplates(driveC);
     return driveC;
 }
 

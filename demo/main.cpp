@@ -1,20 +1,25 @@
 // Makes a demonstration installation, and takes the guided tour of it:
-//   quardele-demo make DIR
-//   quardele-demo tour DIR [--images DIR]
+//   quardele-demo make DIR [scale]
+//   quardele-demo tour DIR [--images DIR] [scale]
+// scale: --vehicles N --customers N --visits N --jobs N --seed N --today YYYY-MM-DD
 #include <filesystem>
 #include <iostream>
 
 #include <QApplication>
 #include <QCommandLineParser>
 
+#include <basic/conversion.h>
+#include <basic/date.h>
 #include <basic/paths.h>
 #include <forms/form.h>
 #include <forms/runtime.h>
+#include <forms/strings.h>
 #include <program/program.h>
 #include <shell/main_window.h>
 #include "guided_tour.h"
 #include "installation_maker.h"
 #include "letter_picture.h"
+#include "scale_options.h"
 
 namespace fs = std::filesystem;
 using namespace quardele;
@@ -25,8 +30,8 @@ namespace {
 constexpr int kScreenWidth = 12000;
 constexpr int kScreenHeight = 9000;
 
-int Make(const fs::path& folder) {
-    const fs::path driveC = demo::MakeInstallation(folder);
+int Make(const fs::path& folder, const workshop::Scale& scale) {
+    const fs::path driveC = demo::MakeInstallation(folder, scale);
     std::cout << "Installation de démonstration : " << driveC.string() << "\n"
               << "Le programme se lance depuis " << (driveC / "QUARDELE" / "VEH").string() << "\n";
     return 0;
@@ -45,15 +50,21 @@ void Report(const demo::TourResult& result) {
     }
 }
 
-int Tour(const fs::path& folder, const fs::path& pictures) {
-    const fs::path driveC = demo::MakeInstallation(folder);
+/// What falls due within six weeks is listed.
+QString ReferenceDate(const workshop::Scale& scale) {
+    constexpr double kDays = 42;
+    return forms::ToQString(basic::CStr(basic::DateAdd(u"d", kDays, scale.today)));
+}
+
+int Tour(const fs::path& folder, const fs::path& pictures, const workshop::Scale& scale) {
+    const fs::path driveC = demo::MakeInstallation(folder, scale);
     basic::DriveTable::Session().Set(u'C', driveC);
     basic::ChDir(u"C:\\QUARDELE\\VEH");
     forms::Screen::SetSizeForTests(kScreenWidth, kScreenHeight);
 
     StartProgram();
     auto& mainWindow = forms::Instance<shell::MDIMENU_VEH>();
-    demo::TourResult result = demo::TakeTour(mainWindow, driveC, pictures);
+    demo::TourResult result = demo::TakeTour(mainWindow, driveC, pictures, ReferenceDate(scale));
     if (!result.letters.empty() && demo::PictureOfLetter(result.letters.front(), pictures / "lettre.png")) {
         result.stages.push_back({"Une lettre", pictures / "lettre.png"});
     }
@@ -81,6 +92,7 @@ int main(int argc, char* argv[]) {
                                     QStringLiteral("dossier des images de la visite"),
                                     QStringLiteral("dossier"));
     arguments.addOption(images);
+    const demo::ScaleOptions scale(arguments);
     arguments.process(application);
 
     const QStringList words = arguments.positionalArguments();
@@ -90,11 +102,11 @@ int main(int argc, char* argv[]) {
     const fs::path folder = fs::absolute(words[1].toStdString());
     try {
         if (words[0] == u"make") {
-            return Make(folder);
+            return Make(folder, scale.Scale());
         }
         const fs::path pictures =
             arguments.isSet(images) ? fs::absolute(arguments.value(images).toStdString()) : folder / "images";
-        return Tour(folder, pictures);
+        return Tour(folder, pictures, scale.Scale());
     } catch (const std::exception& error) {
         std::cerr << error.what() << "\n";
         return 1;

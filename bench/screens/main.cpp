@@ -23,6 +23,8 @@ using namespace quardele::bench;
 namespace {
 
 constexpr unsigned kPatienceSeconds = 600;
+/// 20 November 2026: some weeks before the reference date that the measures type.
+constexpr workshop::Scale kScale{.today = {46346}};
 
 struct Options {
     QCommandLineOption runs{QStringLiteral("runs"), QStringLiteral("mesures de chaque sorte"),
@@ -58,7 +60,7 @@ void Compare(const std::string& self, int runs, int letters) {
     // Letters of a measure never meet an operator's word processor.
     qputenv("QUARDELE_WRITER_PROFILE", (folder.Path() / "writer").string().c_str());
     Report report(std::cout);
-    ScreenComparison comparison(report, self, demo::MakeInstallation(folder.Path()), runs);
+    ScreenComparison comparison(report, self, demo::MakeInstallation(folder.Path(), kScale), runs);
     comparison.MeasureStart();
     comparison.MeasureDueList();
     comparison.MeasureLetters(letters);

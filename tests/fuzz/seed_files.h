@@ -10,7 +10,7 @@
 
 namespace quardele::fuzz {
 
-/// Data files of at most so many bytes: the sample's, and the corpus' where it is.
+/// Data files of at most so many bytes: the tests' installation, and the corpus' where it is.
 [[nodiscard]] std::vector<std::filesystem::path> SeedFiles(std::uintmax_t largest);
 
 /// Calls use(table) for every table of these files that can be read.

@@ -86,7 +86,7 @@ class LettersWriterTest : public QObject {
                               "Adresse 1 : 86, route de Compiègne", "Adresse 2 : Bâtiment C",
                               "Adresse 3 : 59800   LILLE",
                               "Adresse 4 : ", "Adresse 5 : ", "Adresse 6 : ", "Contact : Jérôme D'Ornano",
-                              "Téléphone : 03 15 64 15 08", "Fax : 02 48 25 22 10", "Fait le : " + Today()}));
+                              "Téléphone : 03 53 01 15 08", "Fax : 02 61 91 22 10", "Fait le : " + Today()}));
         QCOMPARE(Visits(first), (Table{kHeadings, kOpelLine, kSeatLine}));
 
         const WrittenLetter second = ReadLetter(File("C0003261125.RVE"));
@@ -95,7 +95,7 @@ class LettersWriterTest : public QObject {
                               "Adresse 1 : 28, place de l'Église", "Adresse 2 : Bâtiment V",
                               "Adresse 3 : B.P. 641", "Adresse 4 : 13001   MARSEILLE",
                               "Adresse 5 : ", "Adresse 6 : ", "Contact : Rémi Dąbrowski",
-                              "Téléphone : 05 78 10 61 10", "Fax : 05 83 08 41 08", "Fait le : " + Today()}));
+                              "Téléphone : 05 36 49 61 10", "Fax : 05 36 49 41 08", "Fait le : " + Today()}));
         QCOMPARE(Visits(second), (Table{kHeadings, kSkodaLine}));
     }
 

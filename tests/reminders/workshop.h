@@ -1,4 +1,4 @@
-// A workshop with the program started on it: the sample installation, the main window, the reminders form.
+// A workshop with the program started on it: an installation, the main window, the reminders form.
 #pragma once
 
 #include <map>
@@ -14,7 +14,7 @@
 
 namespace quardele::tests {
 
-/// Starts the program on a fresh copy of the sample, answers its boxes, and takes everything down again.
+/// Starts the program on a fresh installation, answers its boxes, and takes everything down again.
 class Workshop {
  public:
     Workshop();

@@ -28,7 +28,7 @@ class LocalParamsTest : public QObject {
 
  private slots:
     void init();
-    void ReadsTheSampleInstallation();
+    void ReadsTheInstallation();
     void WithoutAFileTheDefaultsStand();
     void AnEmptyLineEndsTheReading_data();
     void AnEmptyLineEndsTheReading();
@@ -52,7 +52,7 @@ void LocalParamsTest::init() {
     shell::TheSession() = {};
 }
 
-void LocalParamsTest::ReadsTheSampleInstallation() {
+void LocalParamsTest::ReadsTheInstallation() {
     const support::Installation installation;
     shell::Init_Params_Locaux();
     QCOMPARE(shell::TheSession().MIRE_ACTIVE, false);

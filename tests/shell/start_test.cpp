@@ -100,7 +100,7 @@ class StartTest : public QObject {
     void initTestCase();
     void cleanup();
 
-    void TheSampleInstallationOpensTheWindow();
+    void TheInstallationOpensTheWindow();
     void TheSessionKnowsItsFolders();
     void TheCaptionCarriesVersionAndFolder_data();
     void TheCaptionCarriesVersionAndFolder();
@@ -141,7 +141,7 @@ void StartTest::cleanup() {
     QCoreApplication::setApplicationVersion(QStringLiteral("9.5.5"));
 }
 
-void StartTest::TheSampleInstallationOpensTheWindow() {
+void StartTest::TheInstallationOpensTheWindow() {
     const support::Installation installation;
     const Start start = StartProgram();
     QCOMPARE(start.boxes, std::vector<QString>{});

@@ -33,6 +33,8 @@ class StructurePatchTest : public QObject {
     void cleanup();
     void BothColumnsPresentStartWithoutAMessage();
     void TwoMissingColumnsAreToldAndEndTheProgram();
+    void TheColumnsAreInTheTableForEveryProgram();
+    void ATableThatSomebodyHasOpenStaysAsItIs();
     void AColumnThatCannotBeAddedIsTriedAtEachStart();
     void OneMissingColumnIsOneLine();
     void AColumnInOtherCaseIsMissing();
@@ -57,12 +59,59 @@ void StructurePatchTest::BothColumnsPresentStartWithoutAMessage() {
 
 void StructurePatchTest::TwoMissingColumnsAreToldAndEndTheProgram() {
     const support::Installation installation;
-    std::filesystem::copy_file(QUARDELE_SOURCE_DIR "/tests/sample/before-notes/talmeon.mdb",
+    std::filesystem::copy_file(QUARDELE_INSTALLATION_DIR "/before-notes/talmeon.mdb",
                                installation.File("DATA/talmeon.mdb"),
                                std::filesystem::copy_options::overwrite_existing);
     const Start start = StartProgram();
     QCOMPARE(start.boxes, std::vector<QString>{MessageWith(kFirstLine + kSecondLine)});
     QVERIFY(start.ended);
+    tests::StopProgram();
+    const Start second = StartProgram();
+    QCOMPARE(second.boxes, std::vector<QString>{});
+    QVERIFY(!second.ended);
+}
+
+void StructurePatchTest::TheColumnsAreInTheTableForEveryProgram() {
+    const support::Installation installation;
+    const std::filesystem::path file = installation.File("DATA/talmeon.mdb");
+    std::filesystem::copy_file(QUARDELE_INSTALLATION_DIR "/before-notes/talmeon.mdb", file,
+                               std::filesystem::copy_options::overwrite_existing);
+    const auto before = support::Installation::ExportTable(file, "TVEH");
+    if (before.empty()) {
+        QSKIP("mdb-export is not installed");
+    }
+    QVERIFY(StartProgram().ended);
+    const auto after = support::Installation::ExportTable(file, "TVEH");
+    QCOMPARE(after.size(), before.size());
+    QCOMPARE(after[0], before[0] + ",TVEH_Note1,TVEH_Note2");
+    for (std::size_t row = 1; row < after.size(); ++row) {
+        QCOMPARE(after[row], before[row] + ",,");
+    }
+    tests::StopProgram();
+    const auto rows =
+        dao::DBEngine::Instance().Workspaces(0).OpenDatabase(u"C:\\QUARDELE\\DATA\\talmeon.mdb");
+    const dao::Field note = rows->TableDefNamed(u"TVEH").FieldNamed(u"TVEH_Note2");
+    QCOMPARE(note.Type(), dao::FieldType::Text);
+    QCOMPARE(note.Size(), 100);
+    QVERIFY(note.allowZeroLength);
+}
+
+void StructurePatchTest::ATableThatSomebodyHasOpenStaysAsItIs() {
+    const support::Installation installation;
+    std::filesystem::copy_file(QUARDELE_INSTALLATION_DIR "/before-notes/talmeon.mdb",
+                               installation.File("DATA/talmeon.mdb"),
+                               std::filesystem::copy_options::overwrite_existing);
+    const auto rows = dao::DBEngine::Instance()
+                          .Workspaces(0)
+                          .OpenDatabase(u"C:\\QUARDELE\\DATA\\talmeon.mdb")
+                          ->OpenRecordset(u"TVEH");
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes, std::vector<QString>{MessageWith(kFirstLine + kSecondLine)});
+    QVERIFY(start.ended);
+    QCOMPARE(rows->FieldIndex(u"TVEH_EDIT") >= 0, true);
+    const auto database =
+        dao::DBEngine::Instance().Workspaces(0).OpenDatabase(u"C:\\QUARDELE\\DATA\\talmeon.mdb");
+    QCOMPARE(database->TableDefNamed(u"TVEH").Fields().size(), rows->Fields().size());
 }
 
 void StructurePatchTest::AColumnThatCannotBeAddedIsTriedAtEachStart() {

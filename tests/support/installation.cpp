@@ -30,7 +30,7 @@ void MakeWritable(const std::filesystem::path& folder) {
 
 Installation::Installation() : driveC_(FreshFolder() / "drive_c"), before_(std::filesystem::current_path()) {
     std::filesystem::create_directories(driveC_);
-    std::filesystem::copy(std::filesystem::path(QUARDELE_SAMPLE_DIR) / "QUARDELE", Root(),
+    std::filesystem::copy(std::filesystem::path(QUARDELE_INSTALLATION_DIR) / "QUARDELE", Root(),
                           std::filesystem::copy_options::recursive);
     MakeWritable(Root());
     std::filesystem::create_directories(Root() / "VEH");

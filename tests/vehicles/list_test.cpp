@@ -105,7 +105,7 @@ void ListTest::ItShowsEveryVehicle() {
     QCOMPARE(Cell("DBG_Liste", 1, row), QStringLiteral("2107 RC 59"));
     QCOMPARE(Cell("DBG_Liste", 2, row), QStringLiteral("DACIA"));
     QCOMPARE(Cell("DBG_Liste", 3, row), QStringLiteral("C0331"));
-    QCOMPARE(Cell("DBG_Liste", 4, row), QStringLiteral("Master 3,5 t"));
+    QCOMPARE(Cell("DBG_Liste", 4, row), QStringLiteral("Dokker Van"));
     QCOMPARE(Cell("DBG_Liste", 5, row), QStringLiteral("25/06/2021"));
     QCOMPARE(Cell("DBG_Liste", 6, row), QStringLiteral("40903"));
 }

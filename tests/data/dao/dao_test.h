@@ -87,7 +87,7 @@ inline Text DueBefore(TextView date) {
            u"ORDER BY TVEH.TVEH_CODCLI, TVEH.TVEH_IMMAT, TVEH_DETAIL.TVEH_DETAIL_TypTrav;";
 }
 
-/// Tests on a copy of the sample installation.
+/// Tests on a copy of the installation.
 class DaoTest : public testing::Test {
  protected:
     static constexpr TextView kData = u"C:\\QUARDELE\\DATA\\talmeon.mdb";

@@ -14,7 +14,7 @@ SampleCopy::SampleCopy() : drivesBefore_(basic::DriveTable::Session()) {
               ("quardele-dao-" + std::to_string(getpid()) + "-" + std::to_string(++count));
     fs::remove_all(driveC_);
     fs::create_directories(driveC_);
-    fs::copy(fs::path(QUARDELE_SOURCE_DIR) / "tests/sample/QUARDELE", driveC_ / "QUARDELE",
+    fs::copy(fs::path(QUARDELE_INSTALLATION_DIR) / "QUARDELE", driveC_ / "QUARDELE",
              fs::copy_options::recursive);
     basic::DriveTable::Session().Set(u'C', driveC_);
 }

@@ -1,4 +1,4 @@
-// A copy of the sample installation that a test may change.
+// A copy of the tests' installation that a test may change.
 #pragma once
 
 #include <filesystem>
@@ -8,7 +8,7 @@
 
 namespace quardele::dao {
 
-/// While it lives, C:\QUARDELE is a fresh copy of tests/sample/QUARDELE; then it is removed and drives are
+/// While it lives, C:\QUARDELE is a fresh copy of the installation that the build makes; then it is removed and drives are
 /// what they were.
 class SampleCopy {
  public:

@@ -33,7 +33,7 @@ TEST_F(Opening, WhatIsNoDataFileIsRefused) {
     EXPECT_EQ(OpenError(Write({})), basic::error::kNotADatabase);
     EXPECT_EQ(OpenError(Write(std::vector<std::uint8_t>(100000, 'x'))), basic::error::kNotADatabase);
     EXPECT_EQ(OpenError(Write(std::vector<std::uint8_t>(100000, 0))), basic::error::kNotADatabase);
-    EXPECT_EQ(OpenError(fs::path(QUARDELE_SOURCE_DIR) / "tests" / "sample" / "README.md", OpenMode::ReadOnly),
+    EXPECT_EQ(OpenError(fs::path(QUARDELE_SOURCE_DIR) / "README.md", OpenMode::ReadOnly),
               basic::error::kNotADatabase);
 }
 

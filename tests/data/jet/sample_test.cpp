@@ -1,4 +1,5 @@
-// The sample installation reads exactly as the independent reader shows it.
+// Whole installations read exactly as the independent reader shows them: the tests' own, and the sample where
+// it is.
 
 #include "csv.h"
 #include "support.h"
@@ -9,10 +10,10 @@ namespace {
 // mdb-export prints an empty text like a Null.
 constexpr CsvLimits kLimits{.emptyIsNull = true};
 
-TEST(Sample, EveryTableReadsAsTheIndependentReaderShowsIt) {
-    SKIP_WITHOUT_MDB_EXPORT();
+/// Compares all tables of the files and gives the number of their rows.
+std::size_t CompareWithIndependentReader(const std::vector<std::filesystem::path>& files) {
     std::size_t rows = 0;
-    for (const auto& file : SampleFiles()) {
+    for (const auto& file : files) {
         const auto database = Database::Open(file, OpenMode::ReadOnly);
         for (const CatalogEntry& entry : database->Catalog()) {
             if (entry.system) {
@@ -25,18 +26,33 @@ TEST(Sample, EveryTableReadsAsTheIndependentReaderShowsIt) {
             std::size_t count = 0;
             while (const auto row = scan.Next()) {
                 ++count;
-                ASSERT_LT(count, lines.size());
-                EXPECT_EQ(Difference(*table, *row, lines[count], kLimits), "") << "row " << count;
+                if (count < lines.size()) {
+                    EXPECT_EQ(Difference(*table, *row, lines[count], kLimits), "") << "row " << count;
+                }
             }
             EXPECT_EQ(count, lines.size() - 1);
             EXPECT_EQ(count, table->RowCount());
             rows += count;
         }
     }
-    EXPECT_GT(rows, 10000u);
+    return rows;
 }
 
-TEST(Sample, EmptyTextsAndNullsAreDifferent) {
+TEST(Sample, EveryTableReadsAsTheIndependentReaderShowsIt) {
+    SKIP_WITHOUT_MDB_EXPORT();
+    const auto files = DataFilesBelow(QUARDELE_SAMPLE_DIR);
+    if (files.empty()) {
+        GTEST_SKIP() << "the sample is not here";
+    }
+    EXPECT_GT(CompareWithIndependentReader(files), 10000u);
+}
+
+TEST(Installation, EveryTableReadsAsTheIndependentReaderShowsIt) {
+    SKIP_WITHOUT_MDB_EXPORT();
+    EXPECT_GT(CompareWithIndependentReader(SampleFiles()), 10000u);
+}
+
+TEST(Installation, EmptyTextsAndNullsAreDifferent) {
     const auto table = Database::Open(SampleFile("DATA/talmeon.mdb"), OpenMode::ReadOnly)->OpenTable(u"TAFF");
     const int site = table->FindColumn(u"taff_site");
     ASSERT_GE(site, 0);

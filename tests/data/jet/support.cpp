@@ -1,19 +1,16 @@
 #include "support.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <memory>
 #include <random>
+
+#include "child_process.h"
 
 namespace quardele::jet::test {
 
 namespace fs = std::filesystem;
-
-namespace {
 
 std::vector<fs::path> DataFilesBelow(const fs::path& folder) {
     std::vector<fs::path> files;
@@ -27,20 +24,6 @@ std::vector<fs::path> DataFilesBelow(const fs::path& folder) {
     std::sort(files.begin(), files.end());
     return files;
 }
-
-std::string Quoted(const std::string& argument) {
-    std::string quoted = "'";
-    for (const char unit : argument) {
-        quoted += unit == '\'' ? std::string("'\\''") : std::string(1, unit);
-    }
-    return quoted + "'";
-}
-
-struct PipeCloser {
-    void operator()(std::FILE* pipe) const { ::pclose(pipe); }
-};
-
-}  // namespace
 
 fs::path CorpusFile(const std::string& name) {
     return fs::path(QUARDELE_CORPUS_DIR) / name;
@@ -56,11 +39,11 @@ std::vector<fs::path> CorpusFiles() {
 }
 
 fs::path SampleFile(const std::string& name) {
-    return fs::path(QUARDELE_SOURCE_DIR) / "tests" / "sample" / "QUARDELE" / name;
+    return fs::path(QUARDELE_INSTALLATION_DIR) / "QUARDELE" / name;
 }
 
 std::vector<fs::path> SampleFiles() {
-    return DataFilesBelow(fs::path(QUARDELE_SOURCE_DIR) / "tests" / "sample");
+    return DataFilesBelow(QUARDELE_INSTALLATION_DIR);
 }
 
 // In memory where that is possible: every change is synced, and tests make thousands of them.
@@ -97,17 +80,10 @@ void WriteBytes(const fs::path& file, const std::vector<std::uint8_t>& bytes) {
 }
 
 std::string Output(const std::vector<std::string>& command) {
-    std::string line;
-    for (const std::string& argument : command) {
-        line += Quoted(argument) + ' ';
-    }
-    std::unique_ptr<std::FILE, PipeCloser> pipe(::popen(line.c_str(), "r"));
-    std::string output;
-    std::array<char, 65536> buffer{};
-    for (std::size_t count = 0; (count = std::fread(buffer.data(), 1, buffer.size(), pipe.get())) > 0;) {
-        output.append(buffer.data(), count);
-    }
-    EXPECT_EQ(::pclose(pipe.release()), 0) << line;
+    quardele::test::Process process(command.front(), {command.begin() + 1, command.end()});
+    process.CloseInput();
+    std::string output = process.ReadOutput();
+    EXPECT_EQ(process.Wait(), 0) << command.front();
     return output;
 }
 

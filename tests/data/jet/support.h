@@ -12,13 +12,16 @@
 
 namespace quardele::jet::test {
 
+/// All data files of a folder, in order of names; none when it is missing.
+[[nodiscard]] std::vector<std::filesystem::path> DataFilesBelow(const std::filesystem::path& folder);
+
 /// A file of the corpus of real Access files; its folder may be missing.
 [[nodiscard]] std::filesystem::path CorpusFile(const std::string& name);
 [[nodiscard]] bool HasCorpus();
 /// All data files of the corpus, in order of names.
 [[nodiscard]] std::vector<std::filesystem::path> CorpusFiles();
 
-/// A data file of the sample installation, by its path below QUARDELE.
+/// A data file of the installation that the build makes for tests, by its path below QUARDELE.
 [[nodiscard]] std::filesystem::path SampleFile(const std::string& name);
 [[nodiscard]] std::vector<std::filesystem::path> SampleFiles();
 

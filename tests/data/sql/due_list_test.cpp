@@ -1,10 +1,13 @@
-// The statements of the reminder list and of the site column, over the sample installation.
+// The statements of the reminder list and of the site column.
 #include <algorithm>
 #include <fstream>
 #include <set>
 
 #include <basic/conversion.h>
+#include <basic/date.h>
 
+#include "due_list.h"
+#include "known_rows.h"
 #include "sql_fixture.h"
 
 namespace quardele::sql {
@@ -47,7 +50,7 @@ Lines GoldenColumns(const Query& query, const RowSet& rows) {
 }
 
 Lines GoldenLines(const std::string& name) {
-    std::ifstream file(SampleFile("../golden/" + name));
+    std::ifstream file(std::filesystem::path(QUARDELE_SAMPLE_DIR) / "golden" / name);
     Lines lines;
     std::string line;
     std::getline(file, line);  // the headings
@@ -57,22 +60,57 @@ Lines GoldenLines(const std::string& name) {
     return lines;
 }
 
-class DueListTest : public testing::TestWithParam<std::pair<const char*, const char*>> {};
+/// The list that the rows of the installation must give, in the same columns.
+Lines ComputedLines(basic::Date day) {
+    Lines lines;
+    for (const tests::DueVisit& due : tests::DueBefore(day)) {
+        const auto& [registration, work, last, months] = due.visit;
+        const workshop::Vehicle vehicle = due.vehicle.value_or(workshop::Vehicle{});
+        lines.push_back(basic::ToUtf8(vehicle.customer.value_or(Text()) + u"," + vehicle.registration + u"," +
+                                      work + u"," + basic::CStr(due.due) + u"," + vehicle.make + u"," +
+                                      basic::CStr(last.value()) + u"," + basic::CStr(months.value())));
+    }
+    return lines;
+}
 
-TEST_P(DueListTest, EqualsTheListOfTheOtherProgramInItsOrder) {
-    const Lines golden = GoldenLines(GetParam().second);
-    ASSERT_GT(golden.size(), 800U);
-    const auto query = Query::Prepare(Workshop(), basic::FromUtf8(DueList(GetParam().first)));
-    const Lines lines = GoldenColumns(*query, query->Run());
-    ASSERT_EQ(lines.size(), golden.size());
+void ExpectSameLines(const Lines& lines, const Lines& expected) {
+    ASSERT_EQ(lines.size(), expected.size());
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        ASSERT_EQ(lines[i], golden[i]) << "line " << i;
+        ASSERT_EQ(lines[i], expected[i]) << "line " << i;
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Dates, DueListTest,
-                         testing::Values(std::pair("12/31/2026", "due-before-2026-12-31.csv"),
-                                         std::pair("11/25/2026", "due-before-2026-11-25.csv")));
+struct ReferenceDate {
+    basic::Date day;
+    const char* literal;
+    const char* golden;
+};
+
+class DueListTest : public testing::TestWithParam<ReferenceDate> {};
+
+TEST_P(DueListTest, EqualsTheListOfTheOtherProgramInItsOrder) {
+    const auto file = std::filesystem::path(QUARDELE_SAMPLE_DIR) / "QUARDELE/DATA/talmeon.mdb";
+    if (!std::filesystem::exists(file)) {
+        GTEST_SKIP() << "the sample is not here";
+    }
+    const Lines golden = GoldenLines(GetParam().golden);
+    ASSERT_GT(golden.size(), 800U);
+    const auto database = jet::Database::Open(file, jet::OpenMode::ReadOnly);
+    const auto query = Query::Prepare(database, basic::FromUtf8(DueList(GetParam().literal)));
+    ExpectSameLines(GoldenColumns(*query, query->Run()), golden);
+}
+
+TEST_P(DueListTest, EqualsTheListComputedFromTheRows) {
+    const Lines expected = ComputedLines(GetParam().day);
+    ASSERT_GT(expected.size(), 100U);
+    const auto query = Query::Prepare(Workshop(), basic::FromUtf8(DueList(GetParam().literal)));
+    ExpectSameLines(GoldenColumns(*query, query->Run()), expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Dates, DueListTest,
+    testing::Values(ReferenceDate{basic::DateOf(2026, 12, 31), "12/31/2026", "due-before-2026-12-31.csv"},
+                    ReferenceDate{basic::DateOf(2026, 11, 25), "11/25/2026", "due-before-2026-11-25.csv"}));
 
 TEST(DueListTest, AVisitWithoutVehicleKeepsItsOwnColumns) {
     const auto query = Query::Prepare(Workshop(), basic::FromUtf8(DueList("12/31/2026")));
@@ -86,10 +124,14 @@ TEST(DueListTest, AVisitWithoutVehicleKeepsItsOwnColumns) {
 
 TEST(SiteListTest, GivesEachVehicleItsSitesInOrder) {
     const Lines sites = Rows(Workshop(), kSiteList);
-    EXPECT_EQ(sites.size(), 2096U);
-    EXPECT_EQ(sites[2], "'1191 JR 43' 'BDX'");
-    EXPECT_EQ(sites[3], "'1191 JR 43' 'PA'");
-    EXPECT_TRUE(std::is_sorted(sites.begin(), sites.begin() + 500));
+    const auto several = std::find(sites.begin(), sites.end(), "'1191 JR 43' 'BDX'");
+    ASSERT_NE(several, sites.end());
+    EXPECT_EQ(*(several + 1), "'1191 JR 43' 'PA'");
+    EXPECT_EQ(sites.back(), "'ZZ-584-ZD' 'PAR'");
+    const auto letters =
+        std::find_if(sites.begin(), sites.end(), [](const std::string& line) { return line[1] > '9'; });
+    EXPECT_GT(letters - sites.begin(), 50);
+    EXPECT_TRUE(std::is_sorted(sites.begin(), letters));
 }
 
 TEST(SiteListTest, EqualsGroupsThatAreCountedByHand) {
@@ -117,7 +159,8 @@ TEST(LetterListTest, CustomersOfMarkedVehiclesAreGrouped) {
              "SELECT TVEH.TVEH_CODCLI From TVEH GROUP BY TVEH.TVEH_CODCLI, TVEH.TVEH_EDIT "
              "HAVING (((TVEH.TVEH_EDIT)<>0));");
     EXPECT_EQ(customers, Rows(Workshop(), "SELECT DISTINCT TVEH_CODCLI FROM TVEH WHERE TVEH_EDIT"));
-    EXPECT_EQ(customers.size(), 15U);
+    EXPECT_GT(customers.size(), 3U);
+    EXPECT_NE(std::find(customers.begin(), customers.end(), "'C0007'"), customers.end());
 }
 
 TEST(EmptyListTest, WhereFalseGivesNoRow) {

@@ -8,7 +8,7 @@
 namespace quardele::sql {
 
 std::filesystem::path SampleFile(const std::string& name) {
-    return std::filesystem::path(QUARDELE_SOURCE_DIR) / "tests/sample/QUARDELE" / name;
+    return std::filesystem::path(QUARDELE_INSTALLATION_DIR) / "QUARDELE" / name;
 }
 
 std::shared_ptr<jet::Database> Open(const std::string& name) {

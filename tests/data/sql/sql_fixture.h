@@ -1,4 +1,4 @@
-// What the tests of the dialect share: the sample files, results and values as text.
+// What the tests of the dialect share: the files, results and values as text.
 #pragma once
 
 #include <filesystem>
@@ -14,7 +14,7 @@
 
 namespace quardele::sql {
 
-// Files of the sample installation, opened without ever being written.
+// Files of the installation that the build makes for tests, opened without ever being written.
 [[nodiscard]] std::filesystem::path SampleFile(const std::string& name);
 [[nodiscard]] std::shared_ptr<jet::Database> Open(const std::string& name);
 /// Vehicles, visits, customers, jobs.

@@ -1,4 +1,4 @@
-// A copy of the sample installation that a test may change.
+// A copy of the tests' installation that a test may change.
 #pragma once
 
 #include <filesystem>
@@ -10,7 +10,7 @@
 
 namespace quardele::support {
 
-/// Makes a fresh folder with drive_c/QUARDELE as in tests/sample, points drive C: of the session's drive
+/// Makes a fresh folder with a copy of the installation that the build makes as drive_c/QUARDELE, points drive C: of the session's drive
 /// table at it and makes C:\QUARDELE\VEH the current folder; all is undone and removed at the end.
 class Installation {
  public:

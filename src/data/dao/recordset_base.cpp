@@ -4,7 +4,6 @@
 #include <utility>
 
 #include <basic/runtime_error.h>
-#include <jet/table_steps.h>
 #include <sql/default_value.h>
 
 #include "field_value.h"
@@ -222,51 +221,50 @@ void RecordsetBase::Update() {
 
 void RecordsetBase::WriteEdit() {
     database_->Refresh();
-    std::vector<Changes> changes(layout_.tables.size());
-    for (std::size_t table = 0; table < changes.size(); ++table) {
-        changes[table] = ChangesOf(table);
-        if (!changes[table].empty()) {
-            originals_[table]->RequireUnchanged();
-        }
+    const std::vector<std::size_t> tables = TablesToWrite();
+    for (const std::size_t table : tables) {
+        originals_[table]->RequireUnchanged();
     }
-    jet::TableSteps steps(ChangedTables(changes));
-    for (std::size_t table = 0; table < changes.size(); ++table) {
-        if (!changes[table].empty()) {
-            originals_[table]->Write(changes[table]);
-        }
+    jet::TableSteps steps = Begin(tables);
+    for (const std::size_t table : tables) {
+        originals_[table]->Write(ChangesOf(table));
     }
     steps.Commit();
     lastModified_ = RowBookmark();
 }
 
-/// A new record of a join adds rows to those tables whose fields were given.
 void RecordsetBase::WriteNew() {
-    std::vector<Changes> rows(layout_.tables.size());
-    for (std::size_t table = 0; table < rows.size(); ++table) {
-        if (rows.size() == 1 || !ChangesOf(table).empty()) {
-            rows[table] = NewRowOf(table);
-        }
+    const std::vector<std::size_t> tables = TablesToWrite();
+    if (tables.empty()) {
+        return;
     }
-    RowParts parts(rows.size());
-    jet::TableSteps steps(ChangedTables(rows));
-    for (std::size_t table = 0; table < rows.size(); ++table) {
-        if (!rows[table].empty()) {
-            parts[table] = layout_.tables[table]->Insert(rows[table]);
-        }
+    RowParts parts(layout_.tables.size());
+    jet::TableSteps steps = Begin(tables);
+    for (const std::size_t table : tables) {
+        parts[table] = layout_.tables[table]->Insert(NewRowOf(table));
     }
     steps.Commit();
     lastModified_ = TakeIn(parts);
 }
 
-std::vector<std::shared_ptr<jet::Table>> RecordsetBase::ChangedTables(
-    const std::vector<Changes>& changes) const {
-    std::vector<std::shared_ptr<jet::Table>> tables;
-    for (std::size_t table = 0; table < changes.size(); ++table) {
-        if (!changes[table].empty()) {
-            tables.push_back(layout_.tables[table]);
+/// Of a join those whose fields were given.
+std::vector<std::size_t> RecordsetBase::TablesToWrite() const {
+    const bool always = mode_ == dao::EditMode::Add && layout_.tables.size() == 1;
+    std::vector<std::size_t> tables;
+    for (std::size_t table = 0; table < layout_.tables.size(); ++table) {
+        if (always || !ChangesOf(table).empty()) {
+            tables.push_back(table);
         }
     }
     return tables;
+}
+
+jet::TableSteps RecordsetBase::Begin(const std::vector<std::size_t>& tables) const {
+    std::vector<std::shared_ptr<jet::Table>> written;
+    for (const std::size_t table : tables) {
+        written.push_back(layout_.tables[table]);
+    }
+    return jet::TableSteps(written);
 }
 
 RecordsetBase::Changes RecordsetBase::ChangesOf(std::size_t table) const {
@@ -280,7 +278,8 @@ RecordsetBase::Changes RecordsetBase::ChangesOf(std::size_t table) const {
     return changes;
 }
 
-/// What the buffer holds of a table, and the defaults of columns that the recordset does not show.
+/// What the buffer holds of a table, and the defaults of columns that the recordset does not show. Of a
+/// column that it shows twice the value that was set counts: it comes last.
 RecordsetBase::Changes RecordsetBase::NewRowOf(std::size_t table) const {
     Changes values;
     for (std::size_t field = 0; field < layout_.fields.size(); ++field) {
@@ -289,6 +288,8 @@ RecordsetBase::Changes RecordsetBase::NewRowOf(std::size_t table) const {
             values.push_back({origin->column, buffer_.Value(field)});
         }
     }
+    const Changes changes = ChangesOf(table);
+    values.insert(values.end(), changes.begin(), changes.end());
     sql::AddDefaults(*database_->File(), *layout_.tables[table], values);
     return values;
 }

@@ -7,6 +7,7 @@
 
 #include <dao/recordset.h>
 #include <jet/table.h>
+#include <jet/table_steps.h>
 
 #include "copy_buffer.h"
 #include "database_impl.h"
@@ -140,8 +141,9 @@ class RecordsetBase : public Recordset {
     [[nodiscard]] std::vector<Variant> ValuesToEdit() const;
     [[nodiscard]] Changes ChangesOf(std::size_t table) const;
     [[nodiscard]] Changes NewRowOf(std::size_t table) const;
-    [[nodiscard]] std::vector<std::shared_ptr<jet::Table>> ChangedTables(
-        const std::vector<Changes>& changes) const;
+    [[nodiscard]] std::vector<std::size_t> TablesToWrite() const;
+    /// So that a record of several tables is written whole or not at all.
+    [[nodiscard]] jet::TableSteps Begin(const std::vector<std::size_t>& tables) const;
     void WriteEdit();
     void WriteNew();
     /// The table that loses a row with the record: of a join, the side that may be written.

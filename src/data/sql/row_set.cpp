@@ -61,7 +61,6 @@ std::size_t RowSet::Data::Append(std::span<const std::optional<jet::RowId>> keys
 
 void RowSet::Data::MarkDeleted(std::size_t row, std::size_t source) {
     rows.keys[source][row] = kDeletedRow;
-    unique_[source].reset();
     Forget(row);
 }
 

@@ -246,6 +246,24 @@ TEST_F(AddDeleteTest, ARecordOfTwoTablesIsAddedWholeOrNotAtAll) {
     EXPECT_EQ(rows->ValueAt(1, 2), Variant(u"HAY"));
 }
 
+TEST_F(AddDeleteTest, ANewRecordOfAJoinWithoutAnyValueIsNone) {
+    const auto rows = OpenDynaset(
+        u"SELECT * FROM TVEH_DETAIL LEFT JOIN TVEH ON TVEH_DETAIL.TVEH_DETAIL_Immat = TVEH.TVEH_IMMAT");
+    const std::size_t before = rows->RowCount();
+    rows->AddNew();
+    rows->Update();
+    EXPECT_EQ(rows->RowCount(), before);
+    EXPECT_EQ(rows->EditMode(), EditMode::None);
+}
+
+TEST_F(AddDeleteTest, OfAFieldThatIsShownTwiceTheOneThatWasSetCounts) {
+    const auto rows = OpenDynaset(u"SELECT TTYP_CODE, TTYP_CODE AS Code, TTYP_LIBELLE FROM TTYP");
+    rows->AddNew();
+    rows->SetValue(u"TTYP_CODE", Text(kNew));
+    rows->Update();
+    EXPECT_EQ(rows->ValueAt(12, 1), Variant(kNew));
+}
+
 TEST_F(AddDeleteTest, TheDeletedRecordStaysCurrentUntilTheNextMove) {
     const auto dynaset = OpenDynaset(u"TTYP");
     const auto table = OpenTable(u"TTYP");

@@ -1,4 +1,4 @@
-// Rules of fields, orders and links that the sample lacks, on files that other programs made.
+// Rules of fields, orders and links that a workshop's files lack, on files that other programs made.
 #include <filesystem>
 
 #include "../jet/support.h"

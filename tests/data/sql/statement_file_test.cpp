@@ -1,4 +1,4 @@
-// statements.txt: every statement is read, written, read again and compared, then run on the sample files.
+// statements.txt: every statement is read, written, read again and compared, then run on the files.
 #include <fstream>
 
 #include "parser.h"

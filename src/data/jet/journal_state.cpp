@@ -8,7 +8,7 @@ namespace quardele::jet {
 
 namespace {
 
-/// What the sectors of a file's pages are found to be; those that the change left alone count as nothing.
+/// What the sectors of a page are found to be; those that the change left alone count as nothing.
 struct Sectors {
     bool anyBefore = false;  ///< some are the old ones
     bool anyAfter = false;   ///< some are the new ones
@@ -40,17 +40,25 @@ ByteString Padded(std::span<const std::uint8_t> now, std::size_t pageSize) {
     return page;
 }
 
+// The same for whole pages: one that somebody else has written to tells nothing of the change.
 Sectors ExamineAll(const OsFile& file, const Format& format, const StoredJournal& journal) {
     Sectors found;
     std::uint32_t end = journal.PageCount();
     for (std::size_t i = 0; i < journal.Size(); ++i) {
         const StoredRecord record = journal.At(i);
         ByteString page(format.pageSize);
-        file.ReadAt(std::uint64_t{record.page} * format.pageSize, page);
-        Examine(record, page, found);
+        page.resize(file.ReadAt(std::uint64_t{record.page} * format.pageSize, page));
+        const JournalPageState state = CompareWithJournal(record, page);
+        const bool between = state == JournalPageState::Between;
+        found.anyBefore = found.anyBefore || between || state == JournalPageState::Before;
+        found.anyAfter = found.anyAfter || between || state == JournalPageState::After;
+        found.anyOther = found.anyOther || state == JournalPageState::Foreign;
         end = std::max(end, record.page + 1);
     }
-    found.anyOther = found.anyOther || file.Size() > std::uint64_t{end} * format.pageSize;
+    const std::uint64_t sizeAfter = std::uint64_t{end} * format.pageSize;
+    // The end of a last page that is all zeros looks written when it is not.
+    found.anyBefore = found.anyBefore || file.Size() < sizeAfter;
+    found.anyOther = found.anyOther || file.Size() > sizeAfter;
     return found;
 }
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "child.h"
+#include "child_action.h"
 #include "lock_bytes.h"
 #include "lock_file.h"
 #include "lock_wait.h"
@@ -12,6 +12,28 @@ namespace quardele::jet::test {
 namespace {
 
 namespace fs = std::filesystem;
+using quardele::test::Argument;
+using quardele::test::ChildAction;
+using quardele::test::PathOf;
+using quardele::test::Process;
+
+/// Has the file of its argument open.
+const ChildAction kOpen("open", [](const ChildAction::Arguments& arguments) {
+    const auto database = Database::Open(PathOf(arguments[0]));
+    quardele::test::Stay();
+});
+
+/// Enters the lock file of its argument and leaves it again, many times.
+const ChildAction kComeAndGo("come and go", [](const ChildAction::Arguments& arguments) {
+    constexpr int kRounds = 300;
+    const fs::path file = PathOf(arguments[0]);
+    for (int round = 0; round < kRounds; ++round) {
+        LockFile user;
+        if (user.Enter(file) != LockFile::Entry::Entered || !LockFile::HasUsers(file)) {
+            throw basic::RuntimeError(basic::error::kFileInUse);
+        }
+    }
+});
 
 class LockFileTest : public testing::Test {
  protected:
@@ -56,7 +78,7 @@ TEST_F(LockFileTest, NamesTheMachineAndTheUser) {
 }
 
 TEST_F(LockFileTest, TheLastOneOutDeletesIt) {
-    Companion other([file = file_] { return Database::Open(file); });
+    Process other = kOpen.Keep({Argument(file_)});
     {
         const auto database = Database::Open(file_);
         EXPECT_EQ(fs::file_size(LockPath()), 128U);
@@ -65,14 +87,14 @@ TEST_F(LockFileTest, TheLastOneOutDeletesIt) {
     }
     EXPECT_TRUE(fs::exists(LockPath()));
     EXPECT_FALSE(IsTaken(2));
-    other.Finish();
+    EXPECT_EQ(other.Wait(), 0);
     EXPECT_FALSE(fs::exists(LockPath()));
 }
 
 TEST_F(LockFileTest, AFreePlaceIsTakenAgain) {
-    Companion first([file = file_] { return Database::Open(file); });
+    Process first = kOpen.Keep({Argument(file_)});
     const auto second = Database::Open(file_);
-    first.Finish();
+    EXPECT_EQ(first.Wait(), 0);
     EXPECT_FALSE(IsTaken(1));
     const auto third = Database::Open(file_);
     EXPECT_TRUE(IsTaken(1));
@@ -80,7 +102,7 @@ TEST_F(LockFileTest, AFreePlaceIsTakenAgain) {
 }
 
 TEST_F(LockFileTest, AKilledProcessLeavesNoPlaceTaken) {
-    Companion other([file = file_] { return Database::Open(file); });
+    Process other = kOpen.Keep({Argument(file_)});
     EXPECT_TRUE(IsTaken(1));
     other.Kill();
     ASSERT_TRUE(fs::exists(LockPath()));
@@ -132,20 +154,12 @@ TEST_F(LockFileTest, WhereNoneCanBeMadeTheFileIsReadOnly) {
 TEST_F(LockFileTest, ComingAndGoingAtTheSameTimeLeavesEverybodyInTheSameFile) {
     LockPatience() = usual_;
     constexpr int kProcesses = 4;
-    constexpr int kRounds = 300;
-    std::vector<pid_t> children;
+    std::vector<Process> users;
     for (int i = 0; i < kProcesses; ++i) {
-        children.push_back(StartChild([&] {
-            for (int round = 0; round < kRounds; ++round) {
-                LockFile user;
-                if (user.Enter(file_) != LockFile::Entry::Entered || !LockFile::HasUsers(file_)) {
-                    throw basic::RuntimeError(basic::error::kFileInUse);
-                }
-            }
-        }));
+        users.push_back(kComeAndGo.Start({Argument(file_)}));
     }
-    for (const pid_t child : children) {
-        EXPECT_EQ(EndOf(child), 0);
+    for (Process& user : users) {
+        EXPECT_EQ(user.Wait(), 0);
     }
     EXPECT_FALSE(fs::exists(LockPath()));
 }

@@ -1,6 +1,6 @@
 // Rows that one user is changing, and what others get meanwhile.
 
-#include "child.h"
+#include "child_action.h"
 #include "lock_bytes.h"
 #include "lock_file.h"
 #include "lock_wait.h"
@@ -10,35 +10,46 @@ namespace quardele::jet::test {
 namespace {
 
 namespace fs = std::filesystem;
+using quardele::test::Argument;
+using quardele::test::ChildAction;
+using quardele::test::PathOf;
+using quardele::test::Process;
 
-/// What a companion of the tests keeps.
-struct Kept {
-    std::shared_ptr<Table> table;
-    RowLock lock;
-};
+[[nodiscard]] std::shared_ptr<Table> Open(const fs::path& file) {
+    return Database::Open(file)->OpenTable(u"TVEH_DETAIL");
+}
+
+[[nodiscard]] RowId RowAt(const Table& table, int position) {
+    RowScan scan = table.Scan();
+    for (int i = 0; i < position; ++i) {
+        static_cast<void>(scan.NextId());
+    }
+    return scan.NextId().value();
+}
+
+/// Has locked a row: file, position of the row.
+const ChildAction kLock("lock", [](const ChildAction::Arguments& arguments) {
+    const auto table = Open(PathOf(arguments[0]));
+    const RowLock lock = table->Lock(RowAt(*table, std::stoi(arguments[1])));
+    quardele::test::Stay();
+});
+
+/// Locks a row, says so and gives it back after a while: file, position of the row.
+const ChildAction kLockForAWhile("lock for a while", [](const ChildAction::Arguments& arguments) {
+    const auto table = Open(PathOf(arguments[0]));
+    const RowLock lock = table->Lock(RowAt(*table, std::stoi(arguments[1])));
+    quardele::test::GiveSign();
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+});
 
 class RowLockTest : public testing::Test {
  protected:
     void SetUp() override { LockPatience() = std::chrono::milliseconds(60); }
     void TearDown() override { LockPatience() = usual_; }
 
-    [[nodiscard]] static std::shared_ptr<Table> Open(const fs::path& file) {
-        return Database::Open(file)->OpenTable(u"TVEH_DETAIL");
-    }
-    [[nodiscard]] static RowId RowAt(const Table& table, int position) {
-        RowScan scan = table.Scan();
-        for (int i = 0; i < position; ++i) {
-            static_cast<void>(scan.NextId());
-        }
-        return scan.NextId().value();
-    }
     /// A process that has locked a row.
-    [[nodiscard]] auto Locker(int position) const {
-        return [file = file_, position] {
-            auto table = Open(file);
-            RowLock lock = table->Lock(RowAt(*table, position));
-            return Kept{std::move(table), std::move(lock)};
-        };
+    [[nodiscard]] Process Locker(int position) const {
+        return kLock.Keep({Argument(file_), std::to_string(position)});
     }
     [[nodiscard]] static int LockError(Table& table, RowId row) {
         return ErrorNumber([&] { static_cast<void>(table.Lock(row)); });
@@ -56,7 +67,7 @@ class RowLockTest : public testing::Test {
 };
 
 TEST_F(RowLockTest, AnotherProcessGetsTheLockErrorAfterTheRetryTime) {
-    Companion other(Locker(3));
+    Process other = Locker(3);
     const auto table = Open(file_);
     const RowId row = RowAt(*table, 3);
     const auto start = std::chrono::steady_clock::now();
@@ -64,13 +75,13 @@ TEST_F(RowLockTest, AnotherProcessGetsTheLockErrorAfterTheRetryTime) {
     EXPECT_GE(std::chrono::steady_clock::now() - start, LockPatience());
     EXPECT_EQ(UpdateError(*table, row), basic::error::kRecordLocked);
     EXPECT_EQ(ErrorNumber([&] { table->Delete(row); }), basic::error::kRecordLocked);
-    other.Finish();
+    EXPECT_EQ(other.Wait(), 0);
     EXPECT_EQ(UpdateError(*table, row), 0);
     EXPECT_EQ(LockError(*table, row), 0);
 }
 
 TEST_F(RowLockTest, OtherRowsOfThePageStayFree) {
-    Companion other(Locker(3));
+    Process other = Locker(3);
     const auto table = Open(file_);
     ASSERT_EQ(RowAt(*table, 3).page, RowAt(*table, 4).page);
     const RowLock lock = table->Lock(RowAt(*table, 4));
@@ -79,7 +90,7 @@ TEST_F(RowLockTest, OtherRowsOfThePageStayFree) {
 }
 
 TEST_F(RowLockTest, AKilledProcessHoldsNoRow) {
-    Companion other(Locker(3));
+    Process other = Locker(3);
     other.Kill();
     const auto table = Open(file_);
     EXPECT_EQ(LockError(*table, RowAt(*table, 3)), 0);
@@ -87,18 +98,10 @@ TEST_F(RowLockTest, AKilledProcessHoldsNoRow) {
 
 TEST_F(RowLockTest, ALockThatIsGivenBackWithinTheRetryTimeIsGot) {
     LockPatience() = usual_;
-    const pid_t other = StartChild([&] {
-        const auto table = Open(file_);
-        const RowLock lock = table->Lock(RowAt(*table, 3));
-        WriteBytes(folder_.Path() / "locked", {1});
-        std::this_thread::sleep_for(std::chrono::milliseconds(300));
-    });
-    while (!fs::exists(folder_.Path() / "locked")) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
+    Process other = kLockForAWhile.Keep({Argument(file_), "3"});
     const auto table = Open(file_);
     EXPECT_EQ(LockError(*table, RowAt(*table, 3)), 0);
-    EXPECT_EQ(EndOf(other), 0);
+    EXPECT_EQ(other.Wait(), 0);
 }
 
 TEST_F(RowLockTest, AnotherDatabaseOfTheProcessIsToldSo) {
@@ -167,7 +170,7 @@ TEST_F(RowLockTest, AStepHoldsItsRowsUntilItsEnd) {
 }
 
 TEST_F(RowLockTest, AStepMeetsALockedRowAndGoesOnWithItsNeighbours) {
-    Companion locker(Locker(3));
+    Process locker = Locker(3);
     const auto database = Database::Open(file_);
     const auto table = database->OpenTable(u"TVEH_DETAIL");
     const RowLock own = table->Lock(RowAt(*table, 5));

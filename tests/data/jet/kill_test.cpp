@@ -1,0 +1,224 @@
+// A process that is killed at any write, sync, renaming or deletion of any kind of change: the file is then
+// as before the change or as after it, sound, and the same to other programs.
+
+#include <jet/check.h>
+
+#include "child_action.h"
+#include "csv.h"
+#include "dying.h"
+#include "journal.h"
+#include "support.h"
+#include "workshop.h"
+
+namespace quardele::jet::test {
+namespace {
+
+namespace fs = std::filesystem;
+using quardele::test::Argument;
+using quardele::test::ChildAction;
+using quardele::test::PathOf;
+
+constexpr int kVehicles = 200;
+
+/// Makes one of the mixed changes and dies in it: file, number of the change, point, 1 for torn writes.
+const ChildAction kChange("change", [](const ChildAction::Arguments& arguments) {
+    auto database = Database::Open(PathOf(arguments[0]));
+    const auto change = static_cast<std::size_t>(std::stoi(arguments[1]));
+    CurrentWriteHook() = DieAt(std::stoi(arguments[2]), arguments[3] == "1");
+    MixedChanges()[change].apply(*database);
+    database.reset();
+});
+
+/// Opens a file, and dies in that: file, point, 1 for torn writes.
+const ChildAction kOpen("open", [](const ChildAction::Arguments& arguments) {
+    CurrentWriteHook() = DieAt(std::stoi(arguments[1]), arguments[2] == "1");
+    static_cast<void>(Database::Open(PathOf(arguments[0])));
+});
+
+/// The file before the first change and after each one.
+struct Stages {
+    std::vector<fs::path> files;
+    std::vector<std::string> contents;
+};
+
+std::string FaultsOfFile(const fs::path& file) {
+    std::string faults;
+    for (const Fault& fault : CheckFile(file)) {
+        faults += basic::ToUtf8(Describe(fault, FaultLanguage::English)) + '\n';
+    }
+    return faults;
+}
+
+/// Takes the line that says what a row says out of the lines; false when there is none. The other reader
+/// gives rows that have moved at another place, so that the line is looked for from the row's own place on.
+bool TakeLineOf(const Table& table, const Row& row, std::size_t place,
+                std::vector<std::optional<CsvLine>>& lines) {
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        auto& line = lines[(place + i) % lines.size()];
+        if (line && Difference(table, row, *line, {.emptyIsNull = true}).empty()) {
+            line.reset();
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Whether the independent reader sees in each table what we see.
+void ExpectOthersAgree(const fs::path& file) {
+    const auto database = Database::Open(file);
+    for (const CatalogEntry& entry : database->Catalog()) {
+        if (entry.system) {
+            continue;
+        }
+        const auto table = database->OpenTable(entry.name);
+        const auto parsed = ParseCsv(MdbExport(file, basic::ToUtf8(entry.name)));
+        std::vector<std::optional<CsvLine>> lines(parsed.begin() + 1, parsed.end());
+        std::size_t rows = 0;
+        for (RowScan scan = table->Scan(); const auto row = scan.Next(); ++rows) {
+            ASSERT_TRUE(TakeLineOf(*table, *row, rows, lines)) << "row " << rows;
+        }
+        EXPECT_EQ(rows, lines.size());
+    }
+}
+
+class KillTest : public testing::TestWithParam<bool> {
+ protected:
+    static void SetUpTestSuite() {
+        folder_ = new TempFolder;
+        stages_ = new Stages;
+        fs::path file = MakeWorkshop(folder_->Path(), kVehicles);
+        Keep(file);
+        for (const Change& change : MixedChanges()) {
+            change.apply(*Database::Open(file));
+            Keep(file);
+        }
+    }
+    static void TearDownTestSuite() {
+        delete stages_;
+        delete folder_;
+    }
+
+    static void Keep(const fs::path& file) {
+        const fs::path stage = folder_->Path() / ("stage" + std::to_string(stages_->files.size()) + ".mdb");
+        fs::copy_file(file, stage);
+        stages_->files.push_back(stage);
+        stages_->contents.push_back(ContentsOf(stage));
+        EXPECT_EQ(FaultsOfFile(stage), "");
+    }
+
+    /// A copy of a stage, and a process that has died at a point of the change that follows it. 0 when the
+    /// change was made before that point.
+    [[nodiscard]] static int Die(const fs::path& file, std::size_t stage, int point, bool torn) {
+        fs::copy_file(stages_->files[stage], file, fs::copy_options::overwrite_existing);
+        return kChange.Run({Argument(file), std::to_string(stage), std::to_string(point), torn ? "1" : "0"});
+    }
+
+    static void ExpectBeforeOrAfter(const fs::path& file, std::size_t stage) {
+        const std::string contents = ContentsOf(file);
+        EXPECT_TRUE(contents == stages_->contents[stage] || contents == stages_->contents[stage + 1]);
+        EXPECT_EQ(FaultsOfFile(file), "");
+        EXPECT_FALSE(HasJournal(file));
+    }
+
+    static TempFolder* folder_;
+    static Stages* stages_;
+};
+
+TempFolder* KillTest::folder_ = nullptr;
+Stages* KillTest::stages_ = nullptr;
+
+TEST_F(KillTest, EveryChangeOfTheWorkloadChangesSomething) {
+    for (std::size_t stage = 0; stage + 1 < stages_->contents.size(); ++stage) {
+        EXPECT_NE(stages_->contents[stage], stages_->contents[stage + 1]) << MixedChanges()[stage].name;
+    }
+    if (HasMdbExport()) {
+        for (const fs::path& file : stages_->files) {
+            ExpectOthersAgree(file);
+        }
+    }
+}
+
+TEST_P(KillTest, AFileIsNeverBetweenBeforeAndAfter) {
+    constexpr int kPointsPerSample = 25;
+    const TempFolder folder;
+    const fs::path file = folder.Path() / "workshop.mdb";
+    int points = 0;
+    for (std::size_t stage = 0; stage + 1 < stages_->files.size(); ++stage) {
+        int code = kKilled;
+        for (int point = 1; code == kKilled; ++point, ++points) {
+            SCOPED_TRACE(MixedChanges()[stage].name + ", killed at " + std::to_string(point));
+            code = Die(file, stage, point, GetParam());
+            ExpectBeforeOrAfter(file, stage);
+            if (code == 0) {
+                EXPECT_EQ(ContentsOf(file), stages_->contents[stage + 1]);
+            }
+            if (points % kPointsPerSample == 0 && HasMdbExport()) {
+                ExpectOthersAgree(file);
+            }
+            ASSERT_FALSE(HasFailure());
+        }
+        ASSERT_EQ(code, 0);
+    }
+    RecordProperty("points", points);
+    EXPECT_GT(points, 300);
+}
+
+TEST_P(KillTest, ARecoveryThatIsKilledIsTakenUpAgain) {
+    const TempFolder folder;
+    const fs::path file = folder.Path() / "workshop.mdb";
+    const TempFolder other;
+    const fs::path half = other.Path() / "workshop.mdb";
+    for (std::size_t stage = 0; stage + 1 < stages_->files.size(); stage += 3) {
+        fs::remove(JournalPath(half));
+        ASSERT_EQ(Die(half, stage, 9, GetParam()), kKilled);
+        ASSERT_TRUE(HasJournal(half));
+        for (int code = kKilled, point = 1; code == kKilled; ++point) {
+            SCOPED_TRACE(MixedChanges()[stage].name + ", recovery killed at " + std::to_string(point));
+            fs::copy_file(half, file, fs::copy_options::overwrite_existing);
+            fs::copy_file(JournalPath(half), JournalPath(file), fs::copy_options::overwrite_existing);
+            code = kOpen.Run({Argument(file), std::to_string(point), GetParam() ? "1" : "0"});
+            ExpectBeforeOrAfter(file, stage);
+            ASSERT_FALSE(HasFailure());
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(WholeAndTornWrites, KillTest, testing::Bool());
+
+// A disk that fails at any point of any change: the change gets the error, and the file is as it was.
+TEST_F(KillTest, ADiskThatFailsAtAnyPointLeavesTheFileAsItWas) {
+    const TempFolder folder;
+    const fs::path file = folder.Path() / "workshop.mdb";
+    int failures = 0;
+    for (std::size_t stage = 0; stage + 1 < stages_->files.size(); ++stage) {
+        bool failed = true;
+        for (int point = 1; failed; ++point) {
+            SCOPED_TRACE(MixedChanges()[stage].name + ", failure at " + std::to_string(point));
+            fs::copy_file(stages_->files[stage], file, fs::copy_options::overwrite_existing);
+            {
+                const auto database = Database::Open(file);
+                CurrentWriteHook() = [point, count = 0](const WriteEvent&) mutable {
+                    if (++count == point) {
+                        throw basic::RuntimeError(basic::error::kDiskFullDatabase);
+                    }
+                };
+                const int error = ErrorNumber([&] { MixedChanges()[stage].apply(*database); });
+                CurrentWriteHook() = nullptr;
+                failed = error != 0;
+                if (failed) {
+                    EXPECT_EQ(error, basic::error::kDiskFullDatabase);
+                }
+            }
+            if (failed) {
+                ASSERT_EQ(ContentsOf(file), stages_->contents[stage]);
+                ++failures;
+            }
+            ASSERT_EQ(FaultsOfFile(file), "");
+            ASSERT_FALSE(HasJournal(file));
+        }
+    }
+    EXPECT_GT(failures, 250);
+}
+
+}  // namespace
+}  // namespace quardele::jet::test

@@ -2,6 +2,7 @@
 // that never was.
 
 #include <chrono>
+#include <iostream>
 #include <random>
 
 #include <jet/check.h>
@@ -119,11 +120,13 @@ class Counters {
 /// What one process does: mixed changes, chosen by chance.
 class Writer {
  public:
-    Writer(const fs::path& file, int number) : user_(file), number_(number), random_(number) {
+    Writer(const fs::path& file, int number)
+        : user_(file), number_(number), random_(static_cast<unsigned>(number)) {
         own_ = user_.Find(Name(u'W', number));
     }
 
-    void Run() {
+    /// Gives the number of its additions to shared rows.
+    int Run() {
         for (int i = 0; i < kOperations; ++i) {
             const int kind = Chance(100);
             if (kind < 35) {
@@ -140,6 +143,7 @@ class Writer {
                 WriteMemo();
             }
         }
+        return shared_;
     }
 
  private:
@@ -151,6 +155,7 @@ class Writer {
         const RowLock lock = user_.Rows().Lock(row);
         user_.Add(row, 1);
         user_.Add(own_, 1);
+        ++shared_;
     }
     void MoveWithinPair() {
         const int pair = Chance(kPairs);
@@ -197,6 +202,7 @@ class Writer {
     std::mt19937 random_;
     RowId own_;
     std::vector<RowId> mine_;
+    int shared_ = 0;
 };
 
 void Expect(bool held, const char* what) {
@@ -263,9 +269,9 @@ class Reader {
     int pairs_ = 0;
 };
 
-/// File, number of the writer.
+/// File, number of the writer. Tells how often it has added to shared rows.
 const ChildAction kWrite("write", [](const ChildAction::Arguments& arguments) {
-    Writer(PathOf(arguments[0]), std::stoi(arguments[1])).Run();
+    std::cout << Writer(PathOf(arguments[0]), std::stoi(arguments[1])).Run();
 });
 
 /// File, file that tells to stop.
@@ -286,7 +292,9 @@ TEST(Concurrency, EightWritersLoseNothingAndReadersSeeNothingThatNeverWas) {
     for (int i = 0; i < kWriters; ++i) {
         writers.push_back(kWrite.Start({Argument(file), std::to_string(i)}));
     }
+    int additions = 0;
     for (Process& writer : writers) {
+        additions += std::stoi("0" + writer.ReadOutput());
         EXPECT_EQ(writer.Wait(), 0);
     }
     WriteBytes(stop, {});
@@ -309,7 +317,8 @@ TEST(Concurrency, EightWritersLoseNothingAndReadersSeeNothingThatNeverWas) {
     for (int i = 0; i < kShared; ++i) {
         shared += user.Amount(user.Find(Name(u'S', i)));
     }
-    EXPECT_GT(shared, 0);
+    EXPECT_EQ(shared, additions);
+    EXPECT_GT(shared, kOperations);
     for (const Fault& fault : CheckFile(file)) {
         ADD_FAILURE() << basic::ToUtf8(Describe(fault, FaultLanguage::English));
     }

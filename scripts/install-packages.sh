@@ -22,7 +22,7 @@ test=(
 # Node and its packages may come from elsewhere than Debian.
 command -v node >/dev/null || test+=(nodejs)
 command -v npm >/dev/null || test+=(npm)
-bench=(libsqlite3-dev sqlite3)
+bench=(libsqlite3-dev)
 
 fuzz=(clang libclang-rt-14-dev libgtest-dev libgmock-dev)
 # GoogleTest comes as sources, which the cross compiler makes a library of.

@@ -9,6 +9,7 @@
 #include "definition_pages.h"
 #include "properties.h"
 #include "row_codec.h"
+#include "row_store.h"
 #include "table_layout.h"
 
 namespace quardele::jet {
@@ -68,6 +69,36 @@ ColumnPlace PlaceOf(const TableImpl& table, const Column& column) {
             .display = static_cast<std::uint16_t>(display + 1)};
 }
 
+// What a row has behind its data when it has no variable column yet: where they would begin, and their
+// number.
+ByteString WithEmptyOffsets(const ByteView& row, std::size_t bitmap) {
+    constexpr std::uint8_t kNone = 0;
+    const auto bytes = row.Span();
+    const auto end = static_cast<std::ptrdiff_t>(bitmap);
+    ByteString wider(bytes.begin(), bytes.begin() + end);
+    wider.insert(wider.end(), {static_cast<std::uint8_t>(bitmap & 0xFF),
+                               static_cast<std::uint8_t>(bitmap >> 8), kNone, kNone});
+    wider.insert(wider.end(), bytes.begin() + end, bytes.end());
+    return wider;
+}
+
+// Rows of a table without variable columns end without offsets, and only the table tells that: with the first
+// variable column all rows get them.
+void GiveRowsOffsets(StructureChange& change, const TableImpl& table) {
+    std::vector<RowId> ids;
+    RowScan scan = table.Scan();
+    while (const auto id = scan.NextId()) {
+        ids.push_back(*id);
+    }
+    RowStore rows(change.Pages(), change.Allocator(), table.Def());
+    for (const RowId id : ids) {
+        const RowPlace place = rows.Find(id);
+        const RowBytes stored = ReadRow(change.Pages(), place.data);
+        const RowLayout layout(stored.bytes, table.Def(), table.Layout());
+        rows.Replace(id, place, WithEmptyOffsets(stored.bytes, layout.Shape().bitmap));
+    }
+}
+
 }  // namespace
 
 void AppendColumn(StructureChange& change, const CatalogTable& table, const Column& column) {
@@ -84,6 +115,9 @@ void AppendColumn(StructureChange& change, const CatalogTable& table, const Colu
     if (IsLong(column.type)) {
         MapRows maps(change.Pages(), change.Allocator(), def.ownedMap.page);
         parts.longValueMaps.push_back(NewLongValueMaps(maps, place.number));
+    }
+    if (def.variableColumns == 0 && IsVariable(column.type)) {
+        GiveRowsOffsets(change, existing);
     }
     StoreDefinition(change.Pages(), change.Allocator(), def.page, parts.Join());
     CatalogRows catalog(change);

@@ -5,7 +5,8 @@
 
 namespace quardele::jet {
 
-/// Only the definition changes: rows that are there stay as they are, which means Null in the new column.
+/// Rows that are there stay as they are, which means Null in the new column; but with the first column of
+/// variable length they get room for its offsets.
 /// Throws as Database::AddColumn says.
 void AppendColumn(StructureChange& change, const CatalogTable& table, const Column& column);
 

@@ -94,6 +94,14 @@ std::optional<std::size_t> PreviousBit(std::span<const std::uint8_t> bits, std::
     return word * kWordBits + kWordBits - 1 - static_cast<std::size_t>(std::countl_zero(value));
 }
 
+std::size_t CountBits(std::span<const std::uint8_t> bits) {
+    std::size_t count = 0;
+    for (std::size_t word = 0; word < WordCount(bits); ++word) {
+        count += static_cast<std::size_t>(std::popcount(Word(bits, word)));
+    }
+    return count;
+}
+
 // From the last word to the first, because each takes bits from those before it.
 void InsertEnd(std::span<std::uint8_t> bits, std::size_t at, std::size_t count) {
     const std::size_t first = at / kWordBits;

@@ -15,6 +15,9 @@ namespace quardele::jet {
 /// The highest bit that is set at `to` or before it.
 [[nodiscard]] std::optional<std::size_t> PreviousBit(std::span<const std::uint8_t> bits, std::size_t to);
 
+/// How many bits are set.
+[[nodiscard]] std::size_t CountBits(std::span<const std::uint8_t> bits);
+
 /// Moves all bits behind `at` up by `count`, and sets the bit that ends the new entry in the gap.
 void InsertEnd(std::span<std::uint8_t> bits, std::size_t at, std::size_t count);
 /// Takes back what InsertEnd did.

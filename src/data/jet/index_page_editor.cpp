@@ -18,9 +18,16 @@ bool IndexPageEditor::CanInsert(const IndexView& leaf, std::size_t before,
            (before != 0 && StartsWith(entry, leaf.Prefix()) && entry.size() >= prefix + kEntryRow);
 }
 
-// With a prefix, a page with an entry less may need none, or a longer one.
-bool IndexPageEditor::CanRemove(const IndexView& leaf) {
-    return leaf.PrefixLength() == 0;
+// What all entries share is what the first and the last one share; it is left away while they would not fit
+// otherwise.
+bool IndexPageEditor::CanRemove(const IndexView& leaf, std::size_t entry) {
+    const std::size_t prefix = leaf.PrefixLength();
+    if (prefix == 0) {
+        return true;
+    }
+    const std::size_t behind = leaf.Behind(entry);
+    const std::size_t capacity = leaf.End() + leaf.Room();
+    return entry != 0 && behind != leaf.End() && leaf.WholeSize() - (behind - entry) - prefix > capacity;
 }
 
 bool IndexPageEditor::CanReplace(const IndexView& node, std::size_t at, std::span<const std::uint8_t> entry) {

@@ -19,7 +19,7 @@ class IndexPageEditor {
     void InsertLeafEntry(std::uint32_t leaf, std::size_t before, std::span<const std::uint8_t> entry);
 
     /// Whether RemoveLeafEntry can take an entry away.
-    [[nodiscard]] static bool CanRemove(const IndexView& leaf);
+    [[nodiscard]] static bool CanRemove(const IndexView& leaf, std::size_t entry);
     void RemoveLeafEntry(std::uint32_t leaf, std::size_t entry);
 
     /// Whether ReplaceNodeEntry can give an entry of a node another key and row.

@@ -201,7 +201,7 @@ bool IndexTree::TryRemove(const IndexSpot& spot) {
     {
         const IndexView leaf = View(spot.leaf);
         const bool last = leaf.Behind(spot.before) == leaf.End();
-        if ((last && !spot.path.empty()) || !IndexPageEditor::CanRemove(leaf)) {
+        if ((last && !spot.path.empty()) || !IndexPageEditor::CanRemove(leaf, spot.before)) {
             return false;
         }
     }

@@ -20,6 +20,10 @@ std::span<const std::uint8_t> IndexView::Bits() const {
     return view_.Span().subspan(format_->index.bitmap, format_->index.entries - format_->index.bitmap);
 }
 
+std::size_t IndexView::WholeSize() const {
+    return IsEmpty() ? 0 : end_ + prefix_ * (CountBits(Bits()) - 1);
+}
+
 // What entries share may reach into their rows, as among equal keys, but never into a child's number.
 std::size_t IndexView::Shortest(std::size_t entry) const {
     const std::size_t child = IsLeaf() ? 0 : kEntryChild;

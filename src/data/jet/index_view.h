@@ -22,6 +22,8 @@ class IndexView {
     [[nodiscard]] std::size_t End() const { return end_; }
     /// Bytes behind the last entry that are free.
     [[nodiscard]] std::size_t Room() const { return page_->size - format_->index.entries - end_; }
+    /// Bytes that the entries would take if none left its start away.
+    [[nodiscard]] std::size_t WholeSize() const;
     /// The entry behind one, or End(). Throws 3343 for an entry of impossible length.
     [[nodiscard]] std::size_t Behind(std::size_t entry) const;
     /// The entry before one, or the last one before End(). There must be one.

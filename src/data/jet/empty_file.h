@@ -2,7 +2,6 @@
 #pragma once
 
 #include "os_file.h"
-#include "transaction.h"
 
 namespace quardele::jet {
 
@@ -10,8 +9,5 @@ namespace quardele::jet {
 /// hidden behind a mask that follows, in an unknown way, from the file's date of creation; so all files share
 /// one known date, and the identities that belong to it.
 void WriteEmptyFile(OsFile& file);
-
-/// Makes the page of the maps of free pages, which is the second one of a file.
-void MakeFreePageMap(Transaction& pages);
 
 }  // namespace quardele::jet

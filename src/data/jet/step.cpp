@@ -12,8 +12,10 @@ Step& Step::operator=(Step&& other) noexcept = default;
 
 Step::~Step() = default;
 
+// What comes after it must not count as a part of what is written already.
 void Step::Commit() {
     step_->Commit();
+    step_.reset();
 }
 
 }  // namespace quardele::jet

@@ -1,19 +1,13 @@
 // Files and tables made from nothing, read back by us and by an independent reader.
 
-#include <array>
-#include <fstream>
-
-#include <basic/date.h>
-
 #include "csv.h"
 #include "index_check.h"
-#include "support.h"
+#include "structure_support.h"
 
 namespace quardele::jet::test {
 namespace {
 
 namespace fs = std::filesystem;
-using basic::Null;
 
 constexpr std::size_t kPage = 4096;
 
@@ -92,35 +86,6 @@ TEST(Create, TheNewFileIsOpenedExclusively) {
     EXPECT_EQ(ErrorNumber([&] { Database::Open(file); }), basic::error::kOpenExclusive);
 }
 
-TableDesign EveryType() {
-    return {.name = u"Tout",
-            .columns = {{.name = u"Id", .type = ColumnType::Long, .autoNumber = true, .defaultValue = {}},
-                        {.name = u"Vrai", .type = ColumnType::Boolean, .defaultValue = {}},
-                        {.name = u"Octet", .type = ColumnType::Byte, .defaultValue = {}},
-                        {.name = u"Entier", .type = ColumnType::Integer, .defaultValue = u"7"},
-                        {.name = u"Notes", .type = ColumnType::Memo, .defaultValue = {}},
-                        {.name = u"Prix", .type = ColumnType::Currency, .defaultValue = {}},
-                        {.name = u"Simple", .type = ColumnType::Single, .defaultValue = {}},
-                        {.name = u"Double", .type = ColumnType::Double, .defaultValue = {}},
-                        {.name = u"Jour", .type = ColumnType::Date, .required = true, .defaultValue = {}},
-                        {.name = u"Octets", .type = ColumnType::Binary, .size = 12, .defaultValue = {}},
-                        {.name = u"Nom", .size = 40, .allowZeroLength = false, .defaultValue = u"\"x\""},
-                        {.name = u"Image", .type = ColumnType::Ole, .defaultValue = {}},
-                        {.name = u"Cle", .type = ColumnType::Guid, .defaultValue = {}},
-                        {.name = u"Nombre",
-                         .type = ColumnType::Numeric,
-                         .precision = 18,
-                         .scale = 4,
-                         .defaultValue = {}}},
-            .indexes = {{.name = u"PrimaryKey", .columns = {{.column = u"Id"}}, .primary = true},
-                        {.name = u"ParNom",
-                         .columns = {{.column = u"Nom"}, {.column = u"Jour", .ascending = false}},
-                         .unique = true,
-                         .ignoreNulls = true},
-                        {.name = u"ParJour", .columns = {{.column = u"Jour"}}, .required = true},
-                        {.name = u"ParNotes", .columns = {{.column = u"Notes", .ascending = false}}}}};
-}
-
 TEST(CreateTable, EveryTypeOfColumnAndOptionOfIndexIsReadBack) {
     const TempFolder folder;
     const fs::path file = folder.Path() / "new.mdb";
@@ -152,22 +117,6 @@ TEST(CreateTable, EveryTypeOfColumnAndOptionOfIndexIsReadBack) {
     EXPECT_FALSE(table->Indexes()[2].unique);
 }
 
-std::vector<ColumnChange> RowOfEveryType(int i) {
-    return {{1, i % 2 == 0},
-            {2, static_cast<std::uint8_t>(i % 256)},
-            {3, static_cast<std::int16_t>(-i)},
-            {4, Text(static_cast<std::size_t>(i) * 40, u'm')},
-            {5, basic::Currency{12345 * std::int64_t{i}}},
-            {6, 0.5F * static_cast<float>(i)},
-            {7, 1.0 / (i + 1)},
-            {8, basic::DateOf(2026, 1 + i % 12, 1 + i % 28)},
-            {9, basic::Binary(static_cast<std::size_t>(i % 12 + 1), 0xAB)},
-            {10, basic::FromUtf8("élan " + std::to_string(i))},
-            {11, basic::Binary(static_cast<std::size_t>(i) * 100, 0xCD)},
-            {12, basic::Guid{{1, 2, 3, static_cast<std::uint8_t>(i)}}},
-            {13, basic::Decimal{.negative = true, .scale = 4, .magnitude = {0, 0, 0, 98765}}}};
-}
-
 TEST(CreateTable, RowsOfEveryTypeAreReadBackByUsAndByOthers) {
     SKIP_WITHOUT_MDB_EXPORT();
     const TempFolder folder;
@@ -177,11 +126,7 @@ TEST(CreateTable, RowsOfEveryTypeAreReadBackByUsAndByOthers) {
         const auto database = Database::Create(file);
         database->CreateTable(EveryType());
         const auto table = database->OpenTable(u"Tout");
-        Step step = database->Begin();
-        for (int i = 0; i < kRows; ++i) {
-            table->Insert(RowOfEveryType(i));
-        }
-        step.Commit();
+        FillEveryType(*database, *table, kRows);
     }
     const auto database = Database::Open(file);
     const auto table = database->OpenTable(u"Tout");
@@ -204,6 +149,210 @@ TEST(CreateTable, RowsOfEveryTypeAreReadBackByUsAndByOthers) {
         EXPECT_EQ(lines[i + 1][10], "élan " + std::to_string(i));
         EXPECT_EQ(lines[i + 1][4].value_or("").size(), i * 40);
     }
+}
+
+TEST(CreateTable, TheFileHoldsTogether) {
+    const TempFolder folder;
+    const fs::path file = folder.Path() / "new.mdb";
+    {
+        const auto database = Database::Create(file);
+        EXPECT_EQ(Findings(file), "");
+        database->CreateTable(EveryType());
+        FillEveryType(*database, *database->OpenTable(u"Tout"), 200);
+    }
+    EXPECT_EQ(Findings(file), "");
+}
+
+TEST(CreateTable, TheIndependentReaderShowsTheSchema) {
+    SKIP_WITHOUT_MDB_EXPORT();
+    const TempFolder folder;
+    const fs::path file = folder.Path() / "new.mdb";
+    Database::Create(file)->CreateTable(EveryType());
+    const std::string columns = Output({"mdb-schema", file.string(), "access"});
+    for (const char* line :
+         {"[Tout]", "[Id]\t\t\tLong Integer", "[Nom]\t\t\tText (40)", "[Octets]\t\t\tBinary",
+          "[Notes]\t\t\tMemo/Hyperlink", "[Nombre]\t\t\tNumeric (18, 4)", "[Jour]\t\t\tDateTime NOT NULL"}) {
+        EXPECT_NE(columns.find(line), std::string::npos) << line << " in\n" << columns;
+    }
+    const std::string indexes =
+        Output({"mdb-schema", "--indexes", "--default-values", file.string(), "postgres"});
+    for (const char* line :
+         {"PRIMARY KEY (\"id\")", "UNIQUE INDEX \"tout_parnom_idx\" ON \"tout\" (\"nom\", \"jour\" DESC)",
+          "(\"notes\" DESC)", "DEFAULT 7"}) {
+        EXPECT_NE(indexes.find(line), std::string::npos) << line << " in\n" << indexes;
+    }
+}
+
+TEST(CreateTable, ATableOf255ColumnsHoldsRowsAndNoColumnMore) {
+    SKIP_WITHOUT_MDB_EXPORT();
+    const TempFolder folder;
+    const fs::path file = folder.Path() / "new.mdb";
+    TableDesign design{.name = u"Large", .columns = {}, .indexes = {}};
+    for (int i = 0; i < 255; ++i) {
+        design.columns.push_back(ColumnOf(basic::FromUtf8("c" + std::to_string(i)),
+                                          i % 5 == 0 ? ColumnType::Memo : ColumnType::Long));
+    }
+    {
+        const auto database = Database::Create(file);
+        database->CreateTable(design);
+        const auto table = database->OpenTable(u"Large");
+        for (int row = 0; row < 30; ++row) {
+            const std::vector<ColumnChange> values = {
+                {0, Text(200, u'a')}, {254, std::int32_t{row}}, {250, Text(5000, u'z')}};
+            table->Insert(values);
+        }
+        EXPECT_EQ(ErrorNumber([&] { database->AddColumn(u"Large", ColumnOf(u"trop", ColumnType::Long)); }),
+                  basic::error::kTooManyFields);
+    }
+    EXPECT_EQ(Findings(file), "");
+    const auto lines = ParseCsv(MdbExport(file, "Large"));
+    ASSERT_EQ(lines.size(), 31U);
+    EXPECT_EQ(lines[0].size(), 255U);
+    EXPECT_EQ(lines[30][254], "29");
+    design.name = u"PlusLarge";
+    design.columns.push_back(ColumnOf(u"trop", ColumnType::Long));
+    const auto database = Database::Open(file);
+    EXPECT_EQ(ErrorNumber([&] { database->CreateTable(design); }), basic::error::kTooManyFields);
+}
+
+class Refusals : public testing::Test {
+ protected:
+    Refusals() : database_(Database::Create(folder_.Path() / "new.mdb")) {
+        database_->CreateTable({.name = u"Table", .columns = {ColumnOf(u"a")}, .indexes = {}});
+    }
+    int Create(const TableDesign& design) {
+        return ErrorNumber([&] { database_->CreateTable(design); });
+    }
+
+    TempFolder folder_;
+    std::shared_ptr<Database> database_;
+};
+
+TEST_F(Refusals, NamesThatCannotBe) {
+    for (const TextView name : {u"", u" a", u"a.b", u"a!b", u"a`b", u"a[b", u"a]b", u"a\tb"}) {
+        EXPECT_EQ(Create({.name = Text(name), .columns = {ColumnOf(u"a")}, .indexes = {}}),
+                  basic::error::kBadName);
+        EXPECT_EQ(Create({.name = u"t", .columns = {ColumnOf(Text(name))}, .indexes = {}}),
+                  basic::error::kBadName);
+        EXPECT_EQ(Create({.name = u"t",
+                          .columns = {ColumnOf(u"a")},
+                          .indexes = {{.name = Text(name), .columns = {{.column = u"a"}}}}}),
+                  basic::error::kBadName);
+    }
+    EXPECT_EQ(Create({.name = Text(65, u'n'), .columns = {ColumnOf(u"a")}, .indexes = {}}),
+              basic::error::kBadName);
+    EXPECT_EQ(Create({.name = Text(64, u'n'), .columns = {ColumnOf(u"a")}, .indexes = {}}), 0);
+}
+
+TEST_F(Refusals, NamesThatAreTakenCaseIgnored) {
+    EXPECT_EQ(Create({.name = u"TABLE", .columns = {ColumnOf(u"a")}, .indexes = {}}),
+              basic::error::kTableExists);
+    EXPECT_EQ(Create({.name = u"t", .columns = {ColumnOf(u"a"), ColumnOf(u"A")}, .indexes = {}}),
+              basic::error::kFieldExists);
+    const IndexDesign index{.name = u"i", .columns = {{.column = u"a"}}};
+    IndexDesign other = index;
+    other.name = u"I";
+    EXPECT_EQ(Create({.name = u"t", .columns = {ColumnOf(u"a")}, .indexes = {index, other}}),
+              basic::error::kIndexExists);
+}
+
+TEST_F(Refusals, ColumnsThatCannotBe) {
+    const auto with = [](const Column& column) {
+        return TableDesign{.name = u"t", .columns = {column}, .indexes = {}};
+    };
+    EXPECT_EQ(Create({.name = u"t", .columns = {}, .indexes = {}}), basic::error::kTooManyFields);
+    EXPECT_EQ(Create(with(ColumnOf(u"a", ColumnType::Opaque))), basic::error::kOperationNotSupported);
+    EXPECT_EQ(Create(with(ColumnOf(u"a", ColumnType::Text, 256))), basic::error::kOperationNotSupported);
+    EXPECT_EQ(Create(with(ColumnOf(u"a", ColumnType::Binary, 511))), basic::error::kOperationNotSupported);
+    Column column = ColumnOf(u"a", ColumnType::Numeric);
+    EXPECT_EQ(Create(with(column)), basic::error::kOperationNotSupported);
+    column.precision = 28;
+    column.scale = 29;
+    EXPECT_EQ(Create(with(column)), basic::error::kOperationNotSupported);
+    column = ColumnOf(u"a", ColumnType::Text, 10);
+    column.autoNumber = true;
+    EXPECT_EQ(Create(with(column)), basic::error::kOperationNotSupported);
+}
+
+TEST_F(Refusals, ARowThatWouldNeverFit) {
+    TableDesign design{.name = u"t", .columns = {}, .indexes = {}};
+    for (int i = 0; i < 240; ++i) {
+        design.columns.push_back(ColumnOf(basic::FromUtf8("g" + std::to_string(i)), ColumnType::Numeric));
+        design.columns.back().precision = 28;
+    }
+    EXPECT_EQ(Create(design), basic::error::kRecordTooLarge);
+}
+
+TEST_F(Refusals, IndexesThatCannotBe) {
+    const auto with = [](std::vector<IndexDesign> indexes) {
+        return TableDesign{.name = u"t",
+                           .columns = {ColumnOf(u"a"), ColumnOf(u"o", ColumnType::Ole)},
+                           .indexes = std::move(indexes)};
+    };
+    EXPECT_EQ(Create(with({{.name = u"i", .columns = {{.column = u"x"}}}})), basic::error::kBadIndexField);
+    EXPECT_EQ(Create(with({{.name = u"i", .columns = {{.column = u"o"}}}})), basic::error::kBadIndexField);
+    EXPECT_EQ(Create(with({{.name = u"i", .columns = {{.column = u"a"}, {.column = u"A"}}}})),
+              basic::error::kBadIndexField);
+    EXPECT_EQ(Create(with({{.name = u"i", .columns = {}}})), basic::error::kBadIndexField);
+    EXPECT_EQ(Create(with({{.name = u"i", .columns = {{.column = u"a"}}, .primary = true},
+                           {.name = u"j", .columns = {{.column = u"a"}}, .primary = true}})),
+              basic::error::kPrimaryKeyExists);
+    std::vector<IndexDesign> many;
+    for (int i = 0; i < 33; ++i) {
+        many.push_back({.name = basic::FromUtf8("i" + std::to_string(i)), .columns = {{.column = u"a"}}});
+    }
+    EXPECT_EQ(Create(with(many)), basic::error::kTooManyIndexes);
+    many.pop_back();
+    EXPECT_EQ(Create(with(many)), 0);
+    EXPECT_EQ(database_->OpenTable(u"t")->Indexes().size(), 32U);
+}
+
+TEST_F(Refusals, ARefusalLeavesTheFileAsItWas) {
+    const auto before = ReadBytes(database_->File());
+    EXPECT_NE(Create({.name = u"TABLE", .columns = {ColumnOf(u"a")}, .indexes = {}}), 0);
+    EXPECT_EQ(ReadBytes(database_->File()), before);
+    EXPECT_EQ(database_->Catalog().size(), 5U);
+}
+
+TEST(CreateTable, AnUndoneStepLeavesNoTable) {
+    const TempFolder folder;
+    const auto database = Database::Create(folder.Path() / "new.mdb");
+    const auto before = ReadBytes(database->File());
+    {
+        const Step step = database->Begin();
+        database->CreateTable(EveryType());
+        EXPECT_TRUE(database->HasTable(u"Tout"));
+        FillEveryType(*database, *database->OpenTable(u"Tout"), 3);
+    }
+    EXPECT_FALSE(database->HasTable(u"Tout"));
+    EXPECT_EQ(ErrorNumber([&] { static_cast<void>(database->OpenTable(u"Tout")); }),
+              basic::error::kNoSuchTable);
+    EXPECT_EQ(ReadBytes(database->File()), before);
+}
+
+TEST(CreateTable, AFileOfTheCorpusGetsATableAndStillReadsTheSame) {
+    SKIP_WITHOUT_CORPUS();
+    SKIP_WITHOUT_MDB_EXPORT();
+    const TempFolder folder;
+    const fs::path file = folder.Copy(CorpusFile("indexCodesV2000-r2009.mdb"));
+    const std::string before = MdbExport(file, "Table1");
+    Database::Open(file)->CreateTable(EveryType());
+    {
+        const auto database = Database::Open(file);
+        FillEveryType(*database, *database->OpenTable(u"Tout"), 50);
+    }
+    EXPECT_EQ(MdbExport(file, "Table1"), before);
+    EXPECT_EQ(ParseCsv(MdbExport(file, "Tout")).size(), 51U);
+    EXPECT_EQ(Findings(file, false), "");
+}
+
+TEST(CreateTable, AnAccess97FileIsReadOnly) {
+    SKIP_WITHOUT_CORPUS();
+    const TempFolder folder;
+    const auto database = Database::Open(folder.Copy(CorpusFile("common1V1997.mdb")));
+    EXPECT_EQ(ErrorNumber([&] { database->CreateTable(EveryType()); }), basic::error::kReadOnly);
+    EXPECT_EQ(ErrorNumber([&] { database->DropTable(u"Table1"); }), basic::error::kReadOnly);
+    EXPECT_EQ(ErrorNumber([&] { database->AddColumn(u"Table1", ColumnOf(u"x")); }), basic::error::kReadOnly);
 }
 
 }  // namespace

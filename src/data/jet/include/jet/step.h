@@ -19,8 +19,8 @@ class Step {
     /// Without Commit nothing has changed.
     ~Step();
 
-    /// Everything is on the disk when it returns; on an error the file is as it was before the step. Within
-    /// another step nothing is written yet.
+    /// Ends the step, once only. Everything is on the disk when it returns; on an error the file is as it was
+    /// before the step. Within another step nothing is written yet.
     void Commit();
 
  private:

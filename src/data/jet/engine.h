@@ -106,6 +106,7 @@ auto Engine::Reading(const Action& action) -> decltype(action()) {
 // Where many write all the time a reader has its turn as well: they wait for it.
 template <class Action>
 auto Engine::ReadingAlone(const Action& action) -> decltype(action()) {
+    pictures_->Tidy();
     if (!pictures_->Hold()) {
         throw PictureTorn();
     }

@@ -2,10 +2,6 @@
 #include <sql/statement.h>
 
 #include <algorithm>
-#include <optional>
-
-#include <basic/conversion.h>
-#include <basic/runtime_error.h>
 
 namespace quardele::sql {
 namespace {
@@ -32,11 +28,6 @@ std::size_t EndOfPiece(TextView script, std::size_t at) {
     return end == TextView::npos ? script.size() : end + 1;
 }
 
-basic::RuntimeError Located(const basic::RuntimeError& failure, std::size_t line) {
-    return {failure.Number(),
-            u"Ligne " + basic::NumberText(static_cast<double>(line)) + u" : " + failure.Description()};
-}
-
 }  // namespace
 
 std::vector<ScriptStatement> SplitScript(TextView script) {
@@ -60,30 +51,6 @@ std::vector<ScriptStatement> SplitScript(TextView script) {
         start = end + 1;
     }
     return statements;
-}
-
-std::size_t ExecuteScript(jet::Database& database, TextView script, ScriptStep step,
-                          const ScriptProgress& progress) {
-    std::optional<jet::Step> whole;
-    if (step == ScriptStep::Script) {
-        whole = database.Begin();
-    }
-    std::size_t rows = 0;
-    for (const ScriptStatement& statement : SplitScript(script)) {
-        try {
-            const ExecuteResult result = Execute(database, statement.text);
-            rows += result.rows;
-            if (progress) {
-                progress(statement, result);
-            }
-        } catch (const basic::RuntimeError& failure) {
-            throw Located(failure, statement.line);
-        }
-    }
-    if (whole) {
-        whole->Commit();
-    }
-    return rows;
 }
 
 }  // namespace quardele::sql

@@ -138,13 +138,20 @@ TEST_F(DefinitionTest, ATableThatCannotBeMadeLeavesNothing) {
     EXPECT_FALSE(Data()->HasTable(u"TNEUF"));
 }
 
-TEST_F(DefinitionTest, DefinitionsOfAScriptCanBeOneStep) {
-    const TextView script =
-        u"CREATE TABLE A (x LONG); INSERT INTO A VALUES (1); INSERT INTO A SELECT x + 1 FROM A; "
-        u"CREATE TABLE A (x LONG)";
-    EXPECT_EQ(ErrorOf([&] { ExecuteScript(*Data(), script, ScriptStep::Script); }), 3010);
+TEST_F(DefinitionTest, DefinitionsAndRowsCanBeOneStep) {
+    const auto run = [&](bool commit) {
+        jet::Step step = Data()->Begin();
+        Do("CREATE TABLE A (x LONG)");
+        Do("INSERT INTO A VALUES (1)");
+        Do("INSERT INTO A SELECT x + 1 FROM A");
+        EXPECT_EQ(ErrorOfAction("CREATE TABLE A (x LONG)"), 3010);
+        if (commit) {
+            step.Commit();
+        }
+    };
+    run(false);
     EXPECT_FALSE(Data()->HasTable(u"A"));
-    EXPECT_EQ(ExecuteScript(*Data(), script.substr(0, script.rfind(u';')), ScriptStep::Script), 2U);
+    run(true);
     EXPECT_EQ(GetElsewhere("SELECT x FROM A ORDER BY x"), (Lines{"1", "2"}));
 }
 

@@ -4,8 +4,6 @@
 namespace quardele::sql {
 namespace {
 
-using ScriptTest = ChangeTest;
-
 std::vector<std::string> Parts(const std::string& script) {
     const Text text = basic::FromUtf8(script);
     std::vector<std::string> parts;
@@ -37,53 +35,46 @@ TEST(SplitScriptTest, WhatIsNotClosedGoesToTheEnd) {
     }
 }
 
+class ScriptTest : public ChangeTest {
+ protected:
+    /// Runs statements up to the first that fails.
+    void Run(TextView script) {
+        for (const ScriptStatement& statement : SplitScript(script)) {
+            Execute(*Data(), statement.text);
+        }
+    }
+};
+
 constexpr TextView kScript =
     u"INSERT INTO TTYP VALUES ('AA', 'a');\n"
     u"UPDATE TTYP SET TTYP_LIBELLE = 'b;b' WHERE TTYP_CODE = 'AA';\n"
     u"INSERT INTO TTYP VALUES ('CT', 'deux fois');\n"
     u"DELETE FROM TTYP";
 
-TEST_F(ScriptTest, StatementsRunInTheirOrder) {
-    std::vector<std::size_t> rows;
-    const std::size_t sum = ExecuteScript(*Data(),
-                                          u"INSERT INTO TTYP VALUES ('AA', 'a');"
-                                          u"INSERT INTO TTYP VALUES ('AB', 'a');"
-                                          u"UPDATE TTYP SET TTYP_LIBELLE = 'b' WHERE TTYP_CODE LIKE 'A?';",
-                                          ScriptStep::Statement,
-                                          [&](const ScriptStatement& statement, const ExecuteResult& result) {
-                                              EXPECT_FALSE(statement.text.empty());
-                                              rows.push_back(result.rows);
-                                          });
-    EXPECT_EQ(sum, 4U);
-    EXPECT_EQ(rows, (std::vector<std::size_t>{1, 1, 2}));
-    EXPECT_EQ(Get("SELECT TTYP_LIBELLE FROM TTYP WHERE TTYP_CODE LIKE 'A?'"), (Lines{"'b'", "'b'"}));
-}
-
 TEST_F(ScriptTest, WhatStandsBeforeAnErrorStaysDone) {
-    try {
-        ExecuteScript(*Data(), kScript, ScriptStep::Statement);
-        FAIL();
-    } catch (const basic::RuntimeError& failure) {
-        EXPECT_EQ(failure.Number(), error::kDuplicateKey);
-        EXPECT_EQ(basic::ToUtf8(failure.Description()).substr(0, 10), "Ligne 3 : ");
-    }
+    EXPECT_EQ(ErrorOf([&] { Run(kScript); }), error::kDuplicateKey);
     EXPECT_EQ(GetElsewhere("SELECT TTYP_LIBELLE FROM TTYP WHERE TTYP_CODE = 'AA'"), Lines{"'b;b'"});
     EXPECT_EQ(Get("SELECT Count(*) FROM TTYP"), Lines{"13"});
 }
 
-TEST_F(ScriptTest, AsOneStepAnErrorUndoesAll) {
-    EXPECT_EQ(ErrorOf([&] { ExecuteScript(*Data(), kScript, ScriptStep::Script); }), error::kDuplicateKey);
+TEST_F(ScriptTest, InOneStepAnErrorUndoesAll) {
+    EXPECT_EQ(ErrorOf([&] {
+                  jet::Step step = Data()->Begin();
+                  Run(kScript);
+                  step.Commit();
+              }),
+              error::kDuplicateKey);
     EXPECT_EQ(Get("SELECT Count(*) FROM TTYP"), Lines{"12"});
     EXPECT_EQ(GetElsewhere("SELECT Count(*) FROM TTYP WHERE TTYP_CODE = 'AA'"), Lines{"0"});
 }
 
-TEST_F(ScriptTest, AsOneStepNobodyElseSeesAPart) {
+TEST_F(ScriptTest, InOneStepNobodyElseSeesAPart) {
     const auto other = jet::Database::Open(File());
-    ExecuteScript(*Data(), u"DELETE FROM TTYP; INSERT INTO TTYP VALUES ('AA', 'a')", ScriptStep::Script,
-                  [&](const ScriptStatement&, const ExecuteResult&) {
-                      other->Refresh();
-                      EXPECT_EQ(Rows(other, "SELECT Count(*) FROM TTYP"), Lines{"12"});
-                  });
+    jet::Step step = Data()->Begin();
+    Run(u"DELETE FROM TTYP; INSERT INTO TTYP VALUES ('AA', 'a')");
+    other->Refresh();
+    EXPECT_EQ(Rows(other, "SELECT Count(*) FROM TTYP"), Lines{"12"});
+    step.Commit();
     other->Refresh();
     EXPECT_EQ(Rows(other, "SELECT Count(*) FROM TTYP"), Lines{"1"});
 }

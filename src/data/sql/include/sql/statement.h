@@ -11,7 +11,6 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
 #include <vector>
 
 #include <jet/database.h>
@@ -28,8 +27,8 @@ struct ExecuteResult {
 
 /// Runs one action statement; a trailing ";" is allowed. It is one atomic step, on disk when the call
 /// returns, or a part of the step that is open (jet::Database::Begin): on an error nothing of it has
-/// happened. All rows and values are found before the first row is changed. The database must be held by a
-/// shared pointer.
+/// happened. What a change could alter is read before the first row is changed. The database must be held by
+/// a shared pointer.
 ExecuteResult Execute(jet::Database& database, TextView statement);
 
 /// A statement of a script.
@@ -41,19 +40,5 @@ struct ScriptStatement {
 /// Cuts a script at each ";" that stands outside texts, names in brackets and dates; empty statements are
 /// left out. The script must outlive the result. Never fails: what is no statement fails when it is run.
 [[nodiscard]] std::vector<ScriptStatement> SplitScript(TextView script);
-
-/// What is undone when a statement of a script fails.
-enum class ScriptStep {
-    Statement,  ///< that statement: those in front of it stay done
-    Script,     ///< all: the script is one atomic step
-};
-
-/// Told after each statement of a script, before the step of a whole script is written.
-using ScriptProgress = std::function<void(const ScriptStatement&, const ExecuteResult&)>;
-
-/// Runs the statements of a script in their order, up to the first that fails: its error is thrown with its
-/// number, and a description that begins with the line where the statement starts. Returns the sum of rows.
-std::size_t ExecuteScript(jet::Database& database, TextView script, ScriptStep step,
-                          const ScriptProgress& progress = {});
 
 }  // namespace quardele::sql

@@ -39,7 +39,7 @@ TEST_P(EndlessLeaf, EndsWithAnError) {
     const InputPages pages(jet::kJet4, input);
     jet::RealIndex index;
     index.root = kLeaf;
-    const auto walk = [&](bool forward) {
+    const auto entriesOf = [&](bool forward) {
         jet::IndexWalk walk(pages, kTable, index);
         constexpr int kEntries = 2;
         int count = 0;
@@ -49,8 +49,8 @@ TEST_P(EndlessLeaf, EndsWithAnError) {
         }
         return count;
     };
-    EXPECT_THROW(static_cast<void>(walk(true)), basic::RuntimeError);
-    EXPECT_THROW(static_cast<void>(walk(false)), basic::RuntimeError);
+    EXPECT_THROW(static_cast<void>(entriesOf(true)), basic::RuntimeError);
+    EXPECT_THROW(static_cast<void>(entriesOf(false)), basic::RuntimeError);
 }
 
 INSTANTIATE_TEST_SUITE_P(KeysGrowOrFall, EndlessLeaf,

@@ -9,12 +9,14 @@
 
 namespace quardele::test {
 
-/// A program that was started. Its standard input and output are pipes of ours; its errors go where ours go.
+/// A program that was started. Its standard input and output are pipes of ours; its errors go where ours go,
+/// or into a file.
 class Process {
  public:
-    /// A name without a folder is looked for where the system looks. Arguments are UTF-8, without quotation
-    /// marks. Throws std::runtime_error when it cannot be started.
-    Process(const std::filesystem::path& program, const std::vector<std::string>& arguments);
+    /// A name without a folder is looked for where the system looks. Arguments are UTF-8. Throws
+    /// std::runtime_error when it cannot be started.
+    Process(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+            const std::filesystem::path& errors = {});
     /// Kills it unless it has been waited for.
     ~Process();
     Process(Process&& other) noexcept;
@@ -24,6 +26,8 @@ class Process {
     [[nodiscard]] bool WaitForSign();
     /// All that it writes until it ends.
     [[nodiscard]] std::string ReadOutput();
+    /// Gives it an input and ends it. The program must not write much before it has read all.
+    void Write(const std::string& input);
     /// Ends its input.
     void CloseInput();
     /// Ends its input, waits for its end and gives its exit code; -1 when it was killed.
@@ -40,6 +44,8 @@ class Process {
     std::intptr_t output_ = kNone;
 };
 
+/// Sets a variable of the environment of this process, which programs started later inherit.
+void SetEnvironment(const std::string& name, const std::string& value);
 /// The program that runs.
 [[nodiscard]] std::filesystem::path ThisProgram();
 

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <csignal>
+#include <cstdlib>
 #include <stdexcept>
 #include <utility>
 
@@ -35,7 +36,8 @@ void CloseHandle(std::intptr_t& handle) {
 
 }  // namespace
 
-Process::Process(const std::filesystem::path& program, const std::vector<std::string>& arguments) {
+Process::Process(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                 const std::filesystem::path& errors) {
     const Pipe in;
     const Pipe out;
     std::vector<std::string> words = {program.string()};
@@ -49,6 +51,10 @@ Process::Process(const std::filesystem::path& program, const std::vector<std::st
     ::posix_spawn_file_actions_init(&streams);
     ::posix_spawn_file_actions_adddup2(&streams, in.ends[0], STDIN_FILENO);
     ::posix_spawn_file_actions_adddup2(&streams, out.ends[1], STDOUT_FILENO);
+    if (!errors.empty()) {
+        ::posix_spawn_file_actions_addopen(&streams, STDERR_FILENO, errors.c_str(),
+                                           O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    }
     pid_t process = -1;
     const int failure =
         ::posix_spawnp(&process, program.c_str(), &streams, nullptr, pointers.data(), environ);
@@ -90,6 +96,19 @@ std::string Process::ReadOutput() {
     return text;
 }
 
+void Process::Write(const std::string& input) {
+    // A program that ends before it has read all is none of our failure.
+    std::signal(SIGPIPE, SIG_IGN);
+    for (std::size_t done = 0; done < input.size();) {
+        const ssize_t count = ::write(static_cast<int>(input_), input.data() + done, input.size() - done);
+        if (count <= 0) {
+            break;
+        }
+        done += static_cast<std::size_t>(count);
+    }
+    CloseInput();
+}
+
 void Process::CloseInput() {
     CloseHandle(input_);
 }
@@ -110,6 +129,10 @@ int Process::Wait() {
 void Process::Kill() {
     ::kill(static_cast<pid_t>(process_), SIGKILL);
     static_cast<void>(Join());
+}
+
+void SetEnvironment(const std::string& name, const std::string& value) {
+    ::setenv(name.c_str(), value.c_str(), 1);
 }
 
 std::filesystem::path ThisProgram() {

@@ -39,18 +39,44 @@ struct Pipe {
     return std::filesystem::path(std::u8string(utf8.begin(), utf8.end())).native();
 }
 
+// Backslashes count as such unless a quotation mark follows them.
+[[nodiscard]] std::wstring Quoted(const std::wstring& argument) {
+    std::wstring quoted = L"\"";
+    std::size_t backslashes = 0;
+    for (const wchar_t unit : argument) {
+        if (unit == L'"') {
+            quoted.append(backslashes + 1, L'\\');
+        }
+        backslashes = unit == L'\\' ? backslashes + 1 : 0;
+        quoted += unit;
+    }
+    quoted.append(backslashes, L'\\');
+    return quoted + L"\"";
+}
+
+/// A file that a program inherits as its error stream; ours when there is no name.
+[[nodiscard]] HANDLE ErrorStream(const std::filesystem::path& errors) {
+    if (errors.empty()) {
+        return ::GetStdHandle(STD_ERROR_HANDLE);
+    }
+    SECURITY_ATTRIBUTES inherited = {sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    return ::CreateFileW(errors.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS, 0,
+                         nullptr);
+}
+
 [[nodiscard]] std::wstring CommandLine(const std::filesystem::path& program,
                                        const std::vector<std::string>& arguments) {
-    std::wstring line = L"\"" + program.native() + L"\"";
+    std::wstring line = Quoted(std::filesystem::path(program).make_preferred().native());
     for (const std::string& argument : arguments) {
-        line += L" \"" + Wide(argument) + L"\"";
+        line += L" " + Quoted(Wide(argument));
     }
     return line;
 }
 
 }  // namespace
 
-Process::Process(const std::filesystem::path& program, const std::vector<std::string>& arguments) {
+Process::Process(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                 const std::filesystem::path& errors) {
     const Pipe in;
     const Pipe out;
     ::SetHandleInformation(in.write, HANDLE_FLAG_INHERIT, 0);
@@ -60,13 +86,16 @@ Process::Process(const std::filesystem::path& program, const std::vector<std::st
     start.dwFlags = STARTF_USESTDHANDLES;
     start.hStdInput = in.read;
     start.hStdOutput = out.write;
-    start.hStdError = ::GetStdHandle(STD_ERROR_HANDLE);
+    start.hStdError = ErrorStream(errors);
     PROCESS_INFORMATION process = {};
     std::wstring line = CommandLine(program, arguments);
     const bool started = ::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
                                           &start, &process) != 0;
     ::CloseHandle(in.read);
     ::CloseHandle(out.write);
+    if (!errors.empty()) {
+        ::CloseHandle(start.hStdError);
+    }
     input_ = reinterpret_cast<std::intptr_t>(in.write);
     output_ = reinterpret_cast<std::intptr_t>(out.read);
     if (!started) {
@@ -106,6 +135,18 @@ std::string Process::ReadOutput() {
     return text;
 }
 
+void Process::Write(const std::string& input) {
+    for (std::size_t done = 0; done < input.size();) {
+        DWORD count = 0;
+        if (::WriteFile(AsHandle(input_), input.data() + done, static_cast<DWORD>(input.size() - done),
+                        &count, nullptr) == 0) {
+            break;
+        }
+        done += count;
+    }
+    CloseInput();
+}
+
 void Process::CloseInput() {
     CloseAndForget(input_);
 }
@@ -127,6 +168,10 @@ int Process::Wait() {
 void Process::Kill() {
     ::TerminateProcess(AsHandle(process_), kKilled);
     static_cast<void>(Join());
+}
+
+void SetEnvironment(const std::string& name, const std::string& value) {
+    ::SetEnvironmentVariableW(Wide(name).c_str(), Wide(value).c_str());
 }
 
 std::filesystem::path ThisProgram() {

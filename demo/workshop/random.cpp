@@ -1,6 +1,6 @@
 #include "random.h"
 
-#include <numeric>
+#include <bit>
 
 namespace quardele::workshop {
 
@@ -31,16 +31,21 @@ int Random::Below(int bound) {
     return static_cast<int>(((Next() >> 32) * static_cast<std::uint64_t>(bound)) >> 32);
 }
 
+// Odd factors and shifts to the right lose nothing of a number of so many bits; a number that comes out too
+// large goes round again, and so finds a place that no other has.
 std::int64_t Shuffled(std::int64_t number, std::int64_t size, std::uint64_t seed) {
-    // A step without a common divisor passes every place once before it comes back; one of the golden
-    // section's length keeps neighbours apart.
-    std::int64_t step = size * 618'034 / 1'000'000 + 1;
-    while (std::gcd(step, size) != 1) {
-        ++step;
-    }
-    const auto start = static_cast<std::int64_t>(Mixed(seed) % static_cast<std::uint64_t>(size));
-    // Sizes stay below 2^30, numbers below 2^31: no product overflows.
-    return (number % size * step + start) % size;
+    const auto places = static_cast<std::uint64_t>(size);
+    const int bits = static_cast<int>(std::bit_width(places - 1));
+    const std::uint64_t mask = (std::uint64_t{1} << bits) - 1;
+    const std::uint64_t key = Mixed(seed + kIncrement);
+    auto place = static_cast<std::uint64_t>(number % size);
+    do {
+        place = ((place ^ key) * 0xBF58476D1CE4E5B9) & mask;
+        place ^= place >> (bits / 2 + 1);
+        place = (place * 0x94D049BB133111EB) & mask;
+        place ^= place >> (bits / 2 + 1);
+    } while (place >= places);
+    return static_cast<std::int64_t>(place);
 }
 
 }  // namespace quardele::workshop

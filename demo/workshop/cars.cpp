@@ -112,10 +112,12 @@ Text SomeSerialNumber(Random& random) {
 }
 
 int SomeKilometres(Random& random, VehicleKind kind, double years) {
-    constexpr int kMost = 999'999;
+    constexpr double kLongYears = 9;
     const int yearly =
         kind == VehicleKind::Truck ? random.Between(30'000, 70'000) : random.Between(6'000, 25'000);
-    return std::min(kMost, static_cast<int>(years * yearly) + random.Below(3'000));
+    // Later years hardly count: old vehicles stand more than they run.
+    const double active = std::min(years, kLongYears) + std::max(years - kLongYears, 0.0) / 8;
+    return static_cast<int>(active * yearly) + random.Below(3'000);
 }
 
 TextView SomeNote(Random& random) {

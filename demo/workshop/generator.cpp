@@ -114,7 +114,7 @@ Customer Generator::CustomerAt(int number) const {
 Registration Generator::RegistrationAt(int vehicle) const {
     Registration registration = RegistrationOf(vehicle, scale_.seed, scale_.today);
     if (taken_.contains(registration.text)) {
-        registration.text.replace(0, 2, u"WW");
+        registration.text = u"WW " + TextOf(vehicle);
     }
     return registration;
 }

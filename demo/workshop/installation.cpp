@@ -1,8 +1,11 @@
 #include <workshop/installation.h>
 
 #include <fstream>
+#include <string>
+#include <system_error>
 
 #include <basic/date.h>
+#include <basic/runtime_error.h>
 
 #include "generator.h"
 #include "reference_rows.h"
@@ -33,6 +36,20 @@ Variant OrNull(const std::optional<Text>& text) {
 
 Variant OrNull(const std::optional<basic::Date>& date) {
     return date ? Variant(*date) : Variant(Null{});
+}
+
+/// A folder that cannot be made shows when a file is made in it.
+void MakeFolder(const fs::path& folder) {
+    std::error_code ignored;
+    fs::create_directories(folder, ignored);
+}
+
+void WriteLocalParameters(const fs::path& file) {
+    std::ofstream stream(file, std::ios::binary);
+    stream << kLocalParameters;
+    if (!stream.flush()) {
+        throw basic::RuntimeError(basic::error::kPathFileAccess);
+    }
 }
 
 DatabasePtr MakeFile(const fs::path& file, const Tables& tables) {
@@ -155,7 +172,7 @@ Scale ScaleFor(int vehicles, basic::Date today) {
 
 void MakeInstallation(const fs::path& folder, const Scale& scale, const GivenRows& given) {
     for (const char* name : {"DATA", "STOCK", "VEH"}) {
-        fs::create_directories(folder / name);
+        MakeFolder(folder / name);
     }
     MakeDataFile(folder / "DATA" / "talmeon.mdb", scale, given, Notes::With);
     WritePaths(MakeFile(folder / "dbpath.mdb", PathTables()));
@@ -163,11 +180,11 @@ void MakeInstallation(const fs::path& folder, const Scale& scale, const GivenRow
     WriteChanges(MakeFile(folder / "EvolutionV95.MDB", ChangeTables()));
     WriteTranslations(MakeFile(folder / "DATA" / "BDTRAD.MDB", TranslationTables()));
     MakeFile(folder / "SIGNETS.MDB", BookmarkTables());
-    std::ofstream(folder / "quardele.ini", std::ios::binary) << kLocalParameters;
+    WriteLocalParameters(folder / "quardele.ini");
 }
 
 void MakeFormerDataFile(const fs::path& file, const Scale& scale) {
-    fs::create_directories(file.parent_path());
+    MakeFolder(file.parent_path());
     MakeDataFile(file, scale, {}, Notes::Without);
 }
 

@@ -62,8 +62,8 @@ Registration OldForm(std::int64_t number, std::uint64_t seed) {
     const std::int64_t size = kOldNumbers * kPairs * kDepartments;
     const std::int64_t place = Shuffled(number, size, seed);
     const std::int64_t rest = place / kDepartments;
-    const Date start = basic::DateOf(1998, 1, 5);
-    constexpr std::int64_t kDays = 4100;
+    const Date start = basic::DateOf(2001, 7, 2);
+    constexpr std::int64_t kDays = 2800;
     return {Digits(1000 + rest % kOldNumbers, 4) + u" " + PairOf(rest / kOldNumbers) + u" " +
                 Digits(1 + place % kDepartments, 2),
             {start.days + static_cast<double>(rest % kDays)}};

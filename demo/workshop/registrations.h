@@ -14,7 +14,7 @@ struct Registration {
 };
 
 /// The registration of a vehicle's number: numbers below 80 million have different ones. `today` is when the
-/// newest one is handed out. Provisional ones (WW-...) are left out.
+/// newest one is handed out. Provisional ones, which begin with WW, are left out.
 [[nodiscard]] Registration RegistrationOf(std::int64_t number, std::uint64_t seed, basic::Date today);
 
 }  // namespace quardele::workshop

@@ -72,6 +72,18 @@ int ErrorOf(const Scale& scale, const GivenRows& given = kNone) {
     return 0;
 }
 
+TEST(Shuffle, EveryNumberHasAPlaceOfItsOwn) {
+    for (const std::int64_t size : {1, 2, 3, 10, 1000, 1023, 1024, 1025, 4099}) {
+        std::set<std::int64_t> places;
+        for (std::int64_t number = 0; number < size; ++number) {
+            places.insert(Shuffled(number, size, 5));
+        }
+        EXPECT_EQ(places.size(), static_cast<std::size_t>(size));
+        EXPECT_EQ(*places.begin(), 0);
+        EXPECT_EQ(*places.rbegin(), size - 1);
+    }
+}
+
 TEST(Generator, TheSeedDecidesEverything) {
     Scale other = Middle();
     EXPECT_EQ(Differences(Middle(), other), 0U);

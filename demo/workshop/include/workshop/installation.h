@@ -20,7 +20,8 @@ struct Scale {
     basic::Date today;  ///< what is past and what is due; a whole day
 };
 
-/// A workshop with so many vehicles: two customers for seven of them, three visits each, eight jobs for three.
+/// A workshop with so many vehicles: two customers for seven of them, three visits each, eight jobs for
+/// three.
 [[nodiscard]] Scale ScaleFor(int vehicles, basic::Date today);
 
 /// Most visits that a vehicle can have: one for each type of work.
@@ -29,7 +30,8 @@ inline constexpr int kMostVisits = 12;
 /// Makes dbpath.mdb, quardele.ini, EvolutionV95.MDB, SIGNETS.MDB, DATA, STOCK and an empty VEH in the folder,
 /// which is C:\QUARDELE to the program and is made when it is missing. Equal scales and given rows make equal
 /// tables. Memory does not grow with the scale. Throws RuntimeError 5 for a negative number, for customers or
-/// visits that the vehicles cannot have, 3204 when one of the files exists, and what the data engine throws.
+/// visits that the vehicles cannot have, 3204 when one of the files exists, 75 when one that is no database
+/// cannot be written, and what the data engine throws.
 void MakeInstallation(const std::filesystem::path& folder, const Scale& scale, const GivenRows& given = {});
 
 /// Makes only a data database, as it was before vehicles had notes. Throws like MakeInstallation.

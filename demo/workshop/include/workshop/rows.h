@@ -68,8 +68,8 @@ struct Job {
     std::vector<Text> vehicles;  ///< registrations of its detail rows
 };
 
-/// Rows that come before those that are made up; the generator repeats none of their registrations, customer
-/// codes excepted that do not begin with three letters.
+/// Rows that come before those that are made up. None of their registrations is made up again, and no
+/// customer code of a single letter and digits.
 struct GivenRows {
     std::vector<Customer> customers;
     std::vector<Vehicle> vehicles;

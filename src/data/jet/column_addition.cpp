@@ -24,6 +24,11 @@ void CheckRoom(const TableDef& def, const Column& column) {
     if (def.maxColumns >= kMostColumns) {
         throw basic::RuntimeError(basic::error::kTooManyFields);
     }
+    // Rows that are there would need numbers of their own.
+    const bool counts = std::any_of(def.columns.begin(), def.columns.end(), IsCounter);
+    if (column.autoNumber && (def.rowCount != 0 || (IsCounter(column) && counts))) {
+        ThrowImpossibleType(column);
+    }
 }
 
 // Columns that were deleted have left no trace in the definition, but rows know where their fixed area ended.

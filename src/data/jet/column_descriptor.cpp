@@ -85,9 +85,13 @@ std::uint16_t FixedSize(ColumnType type) {
 void CheckColumn(const Column& column) {
     CheckName(column.name);
     if (!IsKnown(column.type) || !HasPossibleSize(column) || !MayCount(column)) {
-        throw basic::RuntimeError(basic::error::kOperationNotSupported,
-                                  u"Le champ « " + column.name + u" » ne peut pas avoir ce type.");
+        ThrowImpossibleType(column);
     }
+}
+
+void ThrowImpossibleType(const Column& column) {
+    throw basic::RuntimeError(basic::error::kOperationNotSupported,
+                              u"Le champ « " + column.name + u" » ne peut pas avoir ce type.");
 }
 
 // A row of Nulls has at least its count, its fixed area, an offset for each variable column and the end,

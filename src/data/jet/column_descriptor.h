@@ -28,6 +28,12 @@ void CheckColumn(const Column& column);
 /// variable length and of all columns.
 void CheckRowLength(std::size_t fixedArea, std::size_t variable, std::size_t columns);
 
+/// Whether the table's definition keeps the numbers of the column: there is room for one such column.
+[[nodiscard]] inline bool IsCounter(const Column& column) {
+    return column.autoNumber && column.type == ColumnType::Long;
+}
+[[noreturn]] void ThrowImpossibleType(const Column& column);
+
 /// The descriptor of a column that CheckColumn lets pass.
 [[nodiscard]] ByteString ColumnDescriptor(const Column& column, const ColumnPlace& place);
 

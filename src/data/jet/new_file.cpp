@@ -69,8 +69,13 @@ void NewFile::Publish() {
             throw basic::RuntimeError(basic::error::kReadOnly);
         }
     }
-    RemoveFile(place_);
-    SyncFolder(FolderOf(target_));
+    try {
+        RemoveFile(place_);
+        SyncFolder(FolderOf(target_));
+    } catch (const basic::RuntimeError&) {
+        fs::remove(target_, failure);  // whoever is told of an error finds no file
+        throw;
+    }
 }
 
 }  // namespace quardele::jet

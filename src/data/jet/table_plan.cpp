@@ -19,6 +19,9 @@ void CheckColumns(const std::vector<Column>& columns) {
     }
     for (auto column = columns.begin(); column != columns.end(); ++column) {
         CheckColumn(*column);
+        if (IsCounter(*column) && std::any_of(columns.begin(), column, IsCounter)) {
+            ThrowImpossibleType(*column);
+        }
         const bool twice = std::any_of(columns.begin(), column, [&](const Column& other) {
             return basic::EqualNoCase(other.name, column->name);
         });

@@ -112,6 +112,20 @@ TEST_F(AddColumn, IsRefusedForNamesTypesAndTables) {
               basic::error::kOperationNotSupported);
 }
 
+TEST_F(AddColumn, AnAutoNumberOnlyComesToATableWithoutRowsAndOnlyOnce) {
+    Column counter = ColumnOf(u"Compteur", ColumnType::Long);
+    counter.autoNumber = true;
+    EXPECT_EQ(ErrorNumber([&] { database_->AddColumn(u"Tout", counter); }),
+              basic::error::kOperationNotSupported);
+    database_->CreateTable({.name = u"Vide", .columns = {ColumnOf(u"a")}, .indexes = {}});
+    EXPECT_EQ(ErrorNumber([&] { database_->AddColumn(u"Vide", counter); }), 0);
+    const auto table = database_->OpenTable(u"Vide");
+    EXPECT_EQ(Get(*table, Add(*table, {{u"a", u"x"}}), u"Compteur"), Variant(std::int32_t{1}));
+    counter.name = u"Encore";
+    EXPECT_EQ(ErrorNumber([&] { database_->AddColumn(u"Vide", counter); }),
+              basic::error::kOperationNotSupported);
+}
+
 TEST_F(AddColumn, TablesOpenedBeforeKeepTheirStructureAndRefuseChanges) {
     const auto old = Open();
     database_->AddColumn(u"Tout", ColumnOf(u"Plus"));
@@ -147,6 +161,24 @@ TEST(AddColumnShared, ATableOpenThroughAnotherDatabaseIsInUse) {
     EXPECT_EQ(ErrorNumber([&] { one->AddColumn(u"Tout", ColumnOf(u"a")); }), 0);
     other->Refresh();
     EXPECT_EQ(other->OpenTable(u"Tout")->Columns().size(), 15U);
+}
+
+// A second name of the file makes this process look like another one to itself.
+TEST(AddColumnShared, AnotherProcessWithTheOldStructureIsToldAndReadsAnew) {
+    const TempFolder folder;
+    const fs::path file = folder.Path() / "new.mdb";
+    Database::Create(file)->CreateTable(EveryType());
+    fs::create_hard_link(file, folder.Path() / "same.mdb");
+    const auto here = Database::Open(file);
+    const auto there = Database::Open(folder.Path() / "same.mdb");
+    const auto held = there->OpenTable(u"Tout");
+    here->AddColumn(u"Tout", ColumnOf(u"Plus", ColumnType::Long));
+    EXPECT_EQ(ErrorNumber([&] { held->Insert(RowOfEveryType(1)); }), basic::error::kRecordChanged);
+    there->Refresh();
+    const auto anew = there->OpenTable(u"Tout");
+    EXPECT_EQ(anew->Columns().size(), 15U);
+    EXPECT_EQ(ErrorNumber([&] { anew->Insert(RowOfEveryType(1)); }), 0);
+    EXPECT_EQ(Findings(file), "");
 }
 
 TEST(AddColumnLive, NoteColumnsComeToATableOfTheWorkshopWithRows) {

@@ -269,6 +269,10 @@ TEST_F(Refusals, ColumnsThatCannotBe) {
     column.precision = 28;
     column.scale = 29;
     EXPECT_EQ(Create(with(column)), basic::error::kOperationNotSupported);
+    TableDesign counters = with(ColumnOf(u"a", ColumnType::Long));
+    counters.columns.push_back(ColumnOf(u"b", ColumnType::Long));
+    counters.columns[0].autoNumber = counters.columns[1].autoNumber = true;
+    EXPECT_EQ(Create(counters), basic::error::kOperationNotSupported);
     column = ColumnOf(u"a", ColumnType::Text, 10);
     column.autoNumber = true;
     EXPECT_EQ(Create(with(column)), basic::error::kOperationNotSupported);

@@ -53,21 +53,32 @@ class Database : public std::enable_shared_from_this<Database> {
     /// Opens a step: until its end all changes through this Database are one. Throws 3027, 3260.
     [[nodiscard]] Step Begin();
 
-    // Changes of structure. Each is one atomic step, or part of the open one; a table that another process or
-    // another Database has open cannot be changed (3211). Table objects opened before keep the old structure:
-    // open them again. All throw 3027, 3260.
-    /// Throws 3010 when the name exists, 3125 for an impossible name, 3191 for a column or 3284 for an index
-    /// named twice, 3409 for an index on an unknown column, 3190 for too many columns, 3251 for a type that
-    /// cannot be made.
+    // Changes of structure. Each is one atomic step, or part of the open one. Table objects opened before
+    // keep the old structure: they can be read on, but changes through them throw 3197; open them again. All
+    // throw 3027 (always for an Access 97 file, and for system tables and links) and 3260.
+    //
+    // A table that another Database of this process has open cannot be changed (3211). Other processes are
+    // not asked: one that has the table open gets 3197 when it writes to it, and sees the new structure when
+    // it opens the table after its next Refresh.
+
+    /// Throws 3010 when a table or a query has the name, 3125 for an impossible name (of the table, a column,
+    /// an index), 3191 for a column or 3284 for an index named twice, 3409 for an index on a column that is
+    /// unknown, named twice or an OLE column, and for none or more than 10 columns, 3283 for a second primary
+    /// key, 3626 for more than 32 indexes, 3190 for no or more than 255 columns, 3047 when not even a row of
+    /// Nulls would fit, 3251 for a type, size or precision that cannot be made and for two counting columns.
+    /// A size of 0 is the largest one.
     void CreateTable(const TableDesign& design);
     /// Throws 3078 when there is none, 3371 for a system or linked table, 3281 when a relationship uses it.
     void DropTable(TextView name);
-    /// Appends a column; rows that are there have Null in it. Throws as CreateTable.
+    /// Appends a column; rows that are there have Null (or false) in it, whatever its rules. Throws 3078, and
+    /// as CreateTable; columns that were deleted count among the 255. 3251 also for an AutoNumber in a table
+    /// that has rows.
     void AddColumn(TextView table, const Column& column);
-    /// Makes an index over the rows that are there. Throws as CreateTable, 3022 for duplicates in a unique
-    /// index, 3058 for a Null in a required one, 1283 when a primary key exists already.
+    /// Makes an index over the rows that are there. Throws 3078, as CreateTable, 3022 for duplicates in a
+    /// unique index, 3058 for a Null in a required one, 3251 for texts whose order is not known.
     void CreateIndex(TextView table, const IndexDesign& design);
-    /// Writes the rules of a column: required, allowZeroLength and defaultValue of `rules` count.
+    /// Writes the rules of a column: required, allowZeroLength and defaultValue of `rules` count. Rows that
+    /// are there are not looked at. Throws 3078, 3265.
     void SetColumnRules(TextView table, TextView column, const Column& rules);
 
  private:

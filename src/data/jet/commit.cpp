@@ -37,6 +37,14 @@ std::vector<std::uint32_t> NumbersOf(std::span<const PagePtr> pages) {
     return numbers;
 }
 
+bool UndoFromJournal(OsFile& file, const Format& format) {
+    const auto journal = StoredJournal::Read(file, format);
+    if (journal) {
+        Undo(file, format, *journal);
+    }
+    return journal.has_value();
+}
+
 /// One commit on its way.
 class Commit {
  public:
@@ -45,6 +53,7 @@ class Commit {
 
     ChangeMark Run() {
         const PageHold hold(engine_.Users(), NumbersOf(pages_));
+        CheckSize();
         try {
             WriteJournal();
         } catch (const basic::RuntimeError&) {
@@ -55,6 +64,7 @@ class Commit {
     }
 
  private:
+    void CheckSize() const;
     void WriteJournal();
     ChangeMark WritePages();
     void WritePagesAlone(const ChangeMark& mark);
@@ -68,6 +78,13 @@ class Commit {
     std::uint32_t pageCount_;
     std::optional<JournalWriter> journal_;
 };
+
+// Pages that a program without our locks has put behind the end would be written over.
+void Commit::CheckSize() const {
+    if (file_.Size() != std::uint64_t{pageCount_} * engine_.Layout().pageSize) {
+        throw basic::RuntimeError(basic::error::kRecordChanged);
+    }
+}
 
 // What the file has must be what the step has seen: a program that takes no locks of ours may have written.
 PagePtr Commit::Before(std::uint32_t number) const {
@@ -138,11 +155,11 @@ void Commit::DropUnfinished() {
     }
 }
 
+// A journal that cannot be read back now stays for whoever can.
 void Commit::TakeBack() {
-    if (const auto journal = StoredJournal::Read(file_, engine_.Layout())) {
-        Undo(file_, engine_.Layout(), *journal);
+    if (UndoFromJournal(file_, engine_.Layout())) {
+        DropJournal(file_);
     }
-    DropJournal(file_);
 }
 
 }  // namespace

@@ -46,10 +46,10 @@ class Engine {
     /// The catalogue, read when it is first asked for after opening or Refresh.
     [[nodiscard]] const jet::Catalog& Objects();
     void Refresh();
-    /// The catalogue has changed, or a change of it was undone.
-    void ForgetCatalog() { catalog_.reset(); }
     /// The same for the pages alone.
     void RefreshPages() { cache_->Refresh(); }
+    /// The catalogue has changed, or a change of it was undone.
+    void ForgetCatalog() { catalog_.reset(); }
 
     /// Reads something that must belong to one state of the file: when somebody changes the file meanwhile
     /// the action is run again, from its start. Every public way to read goes through here.

@@ -42,7 +42,8 @@ RowLocks::~RowLocks() {
 }
 
 void RowLocks::Lock(RowId row) {
-    if (!RetryUntil([&] { return TryLock(row); })) {
+    const bool locked = inStep_ ? TryLock(row) : RetryUntil([&] { return TryLock(row); });
+    if (!locked) {
         ThrowHeld(row);
     }
 }
@@ -57,7 +58,9 @@ bool RowLocks::TryLock(RowId row) {
     if (firstOfPage && !lockFile_.TryHoldPage(row.page)) {
         return false;
     }
-    if (file_.TryLock(ByteOf(row), OsFile::Lock::Exclusive) != OsFile::LockResult::Taken) {
+    if (StepHas(row)) {
+        borrowed_.insert(row);
+    } else if (file_.TryLock(ByteOf(row), OsFile::Lock::Exclusive) != OsFile::LockResult::Taken) {
         if (firstOfPage) {
             lockFile_.ReleasePage(row.page);
         }
@@ -75,7 +78,11 @@ void RowLocks::Unlock(RowId row) {
         return;
     }
     rows_.erase(held);
-    file_.Unlock(ByteOf(row));
+    if (borrowed_.erase(row) == 0) {
+        file_.Unlock(ByteOf(row));
+    } else {
+        DropStepLocks();
+    }
     const auto page = pages_.find(row.page);
     if (--page->second == 0) {
         pages_.erase(page);
@@ -117,13 +124,26 @@ bool RowLocks::TryLockForStep(RowId row) {
 
 void RowLocks::EndStep() {
     const std::scoped_lock guard(ProcessRegistry().mutex);
+    inStep_ = false;
+    DropStepLocks();
+}
+
+// A row that was locked by Lock within the step keeps them until it is unlocked.
+void RowLocks::DropStepLocks() {
+    if (inStep_ || !borrowed_.empty()) {
+        return;
+    }
     stepPages_.clear();
     stepRows_.clear();
     step_.Close();
 }
 
+bool RowLocks::StepHas(RowId row) const {
+    return stepRows_.contains(row) || stepPages_.contains(row.page);
+}
+
 bool RowLocks::Has(RowId row) const {
-    return rows_.contains(row) || stepRows_.contains(row) || stepPages_.contains(row.page);
+    return rows_.contains(row) || StepHas(row);
 }
 
 void RowLocks::ThrowHeld(RowId row) const {

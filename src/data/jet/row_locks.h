@@ -29,13 +29,15 @@ class RowLocks {
     void Lock(RowId row);
     void Unlock(RowId row);
 
-    /// Locks a row until EndStep, unless Lock has it already. Does not wait: the open step keeps others from
-    /// writing, and who has the row may be waiting for just that. Throws as Lock.
+    void BeginStep() { inStep_ = true; }
+    /// Locks a row until EndStep, unless Lock has it already. Throws as Lock within a step.
     void LockForStep(RowId row);
     void EndStep();
 
  private:
     [[nodiscard]] bool Has(RowId row) const;
+    [[nodiscard]] bool StepHas(RowId row) const;
+    void DropStepLocks();
     [[nodiscard]] bool TryLock(RowId row);
     [[nodiscard]] bool TryLockForStep(RowId row);
     [[noreturn]] void ThrowHeld(RowId row) const;
@@ -48,6 +50,8 @@ class RowLocks {
     OsFile step_;  ///< its own locks, so that the end of a step leaves those of file_ alone
     std::set<std::uint32_t> stepPages_;  ///< all rows of the page
     std::set<RowId> stepRows_;
+    bool inStep_ = false;
+    std::set<RowId> borrowed_;  ///< of rows_, those that have no lock but the step's
 };
 
 }  // namespace quardele::jet

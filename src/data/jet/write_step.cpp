@@ -44,6 +44,7 @@ void WriteStep::TakeFile() {
     static_cast<void>(engine_.Cache().PageCount());
     picture_ = engine_.Cache().PictureNumber();
     pages_.emplace(engine_.Cache());
+    engine_.Rows().BeginStep();
     engine_.openStep = this;
 }
 

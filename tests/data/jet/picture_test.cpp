@@ -1,6 +1,7 @@
 // Reading while others write: every answer belongs to one state of the file.
 
 #include <chrono>
+#include <functional>
 #include <thread>
 
 #include "change_mark.h"
@@ -218,6 +219,40 @@ TEST_F(PictureTest, AChangeWithoutASlotIsSeenAfterRefresh) {
     WriteBytes(file_, bytes);
     table->Impl().Owner().Refresh();
     EXPECT_NE(PictureOf(*table), picture);
+}
+
+/// Writes to the file as a program that heeds nothing, while a step is open.
+class ForeignChangeTest : public PictureTest {
+ protected:
+    [[nodiscard]] int CommitErrorAfter(
+        const std::function<void(std::vector<std::uint8_t>& bytes)>& write) const {
+        const auto table = Open(file_);
+        const RowId row = RowAt(*table, 1);
+        Step step = table->Home().Begin();
+        SetKm(*table, row, 99);
+        auto bytes = ReadBytes(file_);
+        write(bytes);
+        WriteBytes(file_, bytes);
+        const int error = ErrorNumber([&] { step.Commit(); });
+        EXPECT_EQ(ReadBytes(file_), bytes);
+        EXPECT_FALSE(HasJournal(file_));
+        return error;
+    }
+};
+
+TEST_F(ForeignChangeTest, OnAPageOfTheStepKeepsTheStepFromBeingWritten) {
+    const std::uint32_t page = RowAt(*Open(file_), 1).page;
+    const auto write = [page](std::vector<std::uint8_t>& bytes) {
+        bytes.at((page + 1) * 4096UL - 1) ^= 0xFF;
+    };
+    EXPECT_EQ(CommitErrorAfter(write), basic::error::kRecordChanged);
+}
+
+TEST_F(ForeignChangeTest, ThatLetsTheFileGrowKeepsTheStepFromBeingWritten) {
+    const auto write = [](std::vector<std::uint8_t>& bytes) {
+        bytes.insert(bytes.end(), 4096, std::uint8_t{1});
+    };
+    EXPECT_EQ(CommitErrorAfter(write), basic::error::kRecordChanged);
 }
 
 TEST_F(PictureTest, AReaderWaitsUntilTheWriterHasWrittenItsPages) {

@@ -186,6 +186,24 @@ TEST_F(RowLockTest, AStepMeetsALockedRowAndGoesOnWithItsNeighbours) {
     EXPECT_EQ(LockError(*Open(file_), RowAt(*table, 4)), 0);
 }
 
+TEST_F(RowLockTest, ARowThatAStepHasChangedCanBeLockedInItAndStaysLockedBehindIt) {
+    const auto database = Database::Open(file_);
+    const auto table = database->OpenTable(u"TVEH_DETAIL");
+    const auto other = Open(file_);
+    const RowId row = RowAt(*table, 3);
+    RowLock lock;
+    {
+        Step step = database->Begin();
+        EXPECT_EQ(UpdateError(*table, row), 0);
+        lock = table->Lock(row);
+        step.Commit();
+    }
+    EXPECT_EQ(LockError(*other, row), basic::error::kLockedHere);
+    EXPECT_EQ(UpdateError(*table, row), 0);
+    lock.Release();
+    EXPECT_EQ(LockError(*other, row), 0);
+}
+
 // What another engine does to a page: an exclusive lock of its range in the lock file.
 TEST_F(RowLockTest, APageThatAnotherEngineIsChangingIsRefused) {
     const auto table = Open(file_);

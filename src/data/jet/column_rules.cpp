@@ -21,21 +21,20 @@ ByteString Padded(const Column& column, Text text) {
     return EncodeText(text, false);
 }
 
-ByteString TextBytes(const Column& column, const StoredColumn& stored, const ByteString& plain) {
-    const std::size_t units = plain.size() / 2;
-    if (stored.type == ColumnType::Text && units > static_cast<std::size_t>(column.size)) {
+ByteString TextBytes(const Column& column, const StoredColumn& stored, const Text& text) {
+    if (stored.type == ColumnType::Text && text.size() > static_cast<std::size_t>(column.size)) {
         Throw(basic::error::kTextTooLong, column);
     }
-    if (units == 0 && !column.allowZeroLength) {
+    if (text.empty() && !column.allowZeroLength) {
         Throw(basic::error::kEmptyText, column);
     }
-    const Text text = DecodePlainText({plain, 0});
     if (stored.fixed) {
         return Padded(column, text);
     }
     // A memo that stays in its row is compressed whatever the column's flag says; a longer one never is.
-    const bool compress =
-        stored.type == ColumnType::Memo ? plain.size() <= long_value::kLargestInline : stored.compressed;
+    const bool compress = stored.type == ColumnType::Memo
+                              ? text.size() * sizeof(char16_t) <= long_value::kLargestInline
+                              : stored.compressed;
     return EncodeText(text, compress);
 }
 
@@ -52,10 +51,10 @@ std::optional<ByteString> AcceptedValue(const Column& column, const StoredColumn
         }
         return std::nullopt;
     }
-    ByteString bytes = EncodeValue(stored, value);
     if (stored.IsText()) {
-        return TextBytes(column, stored, bytes);
+        return TextBytes(column, stored, TextOf(value));
     }
+    ByteString bytes = EncodeValue(stored, value);
     if (stored.type == ColumnType::Binary && bytes.size() > stored.length) {
         Throw(basic::error::kTextTooLong, column);
     }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 
 namespace quardele::jet {
 
@@ -14,25 +15,26 @@ std::size_t WordCount(std::span<const std::uint8_t> bits) {
     return (bits.size() + kWordBytes - 1) / kWordBytes;
 }
 
-// The compiler makes one load of a whole word.
 std::uint64_t Word(std::span<const std::uint8_t> bits, std::size_t word) {
     const auto bytes = bits.subspan(word * kWordBytes);
     std::uint64_t value = 0;
-    if (bytes.size() >= kWordBytes) {
-        for (std::size_t i = 0; i < kWordBytes; ++i) {
-            value |= std::uint64_t{bytes[i]} << i * 8;
-        }
-    } else {
-        for (std::size_t i = 0; i < bytes.size(); ++i) {
-            value |= std::uint64_t{bytes[i]} << i * 8;
-        }
+    if (std::endian::native == std::endian::little && bytes.size() >= kWordBytes) {
+        std::memcpy(&value, bytes.data(), kWordBytes);
+        return value;
+    }
+    for (std::size_t i = 0; i < std::min(kWordBytes, bytes.size()); ++i) {
+        value |= std::uint64_t{bytes[i]} << i * 8;
     }
     return value;
 }
 
 void StoreWord(std::span<std::uint8_t> bits, std::size_t word, std::uint64_t value) {
-    for (std::uint8_t& byte :
-         bits.subspan(word * kWordBytes, std::min(kWordBytes, bits.size() - word * kWordBytes))) {
+    const auto bytes = bits.subspan(word * kWordBytes);
+    if (std::endian::native == std::endian::little && bytes.size() >= kWordBytes) {
+        std::memcpy(bytes.data(), &value, kWordBytes);
+        return;
+    }
+    for (std::uint8_t& byte : bytes.first(std::min(kWordBytes, bytes.size()))) {
         byte = static_cast<std::uint8_t>(value & 0xFF);
         value >>= 8;
     }

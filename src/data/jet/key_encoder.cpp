@@ -97,26 +97,31 @@ void AppendGuid(const ByteView& data, bool ascending, ByteString& key) {
     AppendBlocks(written, ascending, key);
 }
 
-void AppendText(const ByteView& data, bool ascending, const Format& format, ByteString& key) {
-    const Text text = DecodeText(data, format);
-    const std::string sortKey = SortKey(TextView(text).substr(0, kMostUnits));
+}  // namespace
+
+TextView KeyPart(TextView text) {
+    return text.substr(0, kMostUnits);
+}
+
+void AppendTextKey(TextView text, bool ascending, ByteString& key) {
+    key.push_back(ascending ? kValueAscending : kValueDescending);
+    const std::string sortKey = SortKey(KeyPart(text));
     const std::size_t start = key.size();
-    for (const char byte : sortKey) {
-        key.push_back(static_cast<std::uint8_t>(byte));
-    }
+    key.insert(key.end(), sortKey.begin(), sortKey.end());
     if (!ascending) {
         InvertFrom(key, start);
         key.push_back(0);
     }
 }
 
-}  // namespace
-
 void AppendKey(const StoredColumn& column, bool ascending, const std::optional<ByteView>& data,
                const Format& format, ByteString& key) {
     if (!data) {
         key.push_back(ascending ? kNullAscending : kNullDescending);
         return;
+    }
+    if (column.IsText()) {
+        return AppendTextKey(DecodeText(*data, format), ascending, key);
     }
     key.push_back(ascending ? kValueAscending : kValueDescending);
     if (const auto size = NaturalSize(column.type); size && data->Size() != *size) {
@@ -143,9 +148,6 @@ void AppendKey(const StoredColumn& column, bool ascending, const std::optional<B
             return AppendGuid(*data, ascending, key);
         case ColumnType::Numeric:
             return AppendNumeric(*data, ascending, key);
-        case ColumnType::Text:
-        case ColumnType::Memo:
-            return AppendText(*data, ascending, format, key);
         default:
             throw basic::RuntimeError(basic::error::kOperationNotSupported);
     }

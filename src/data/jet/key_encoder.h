@@ -13,4 +13,9 @@ namespace quardele::jet {
 void AppendKey(const StoredColumn& column, bool ascending, const std::optional<ByteView>& data,
                const Format& format, ByteString& key);
 
+/// The same for a text that is not Null, of which only the start counts.
+void AppendTextKey(TextView text, bool ascending, ByteString& key);
+/// The start of a text that counts in a key.
+[[nodiscard]] TextView KeyPart(TextView text);
+
 }  // namespace quardele::jet

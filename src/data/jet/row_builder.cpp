@@ -1,6 +1,7 @@
 #include "row_builder.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "row_codec.h"
 
@@ -128,7 +129,10 @@ std::size_t FrameLength(const TableDef& table, std::size_t fixedArea) {
 ByteString BuildRow(const TableDef& table, const RowFields& fields, ByteString fixedArea) {
     CheckColumns(table);
     ByteString row;
-    row.reserve(kLargestRow);
+    row.reserve(std::accumulate(fields.begin(), fields.end(), FrameLength(table, fixedArea.size()),
+                                [](std::size_t length, const std::optional<ByteString>& field) {
+                                    return length + (field ? field->size() : 0);
+                                }));
     AppendU16(row, table.maxColumns);
     PlaceFixed(table, fields, fixedArea);
     row.insert(row.end(), fixedArea.begin(), fixedArea.end());

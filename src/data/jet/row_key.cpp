@@ -38,9 +38,13 @@ RowKey MakeKey(const TableDef& table, const RealIndex& index, const Format& form
     for (std::size_t i = 0; i < values.size(); ++i) {
         const IndexColumn& part = index.columns[i];
         const StoredColumn& column = table.stored[static_cast<std::size_t>(part.column)];
-        AppendKey(column, part.ascending, values[i], format, key.bytes);
-        key.known =
-            key.known && (!column.IsText() || !values[i] || HasSortKey(DecodeText(*values[i], format)));
+        if (column.IsText() && values[i]) {
+            const Text text = DecodeText(*values[i], format);
+            AppendTextKey(text, part.ascending, key.bytes);
+            key.known = key.known && HasSortKey(KeyPart(text));
+        } else {
+            AppendKey(column, part.ascending, values[i], format, key.bytes);
+        }
         key.anyNull = key.anyNull || !values[i];
         key.allNull = key.allNull && !values[i];
     }

@@ -103,7 +103,7 @@ ByteString EncodeUnchecked(const StoredColumn& column, const basic::Variant& val
             return EncodeGuid(value);
         case ColumnType::Text:
         case ColumnType::Memo:
-            return EncodeText(value.IsText() ? value.As<Text>() : basic::CStr(value), false);
+            return EncodePlainText(TextOf(value));
         default:
             return EncodeBinary(value);
     }
@@ -140,6 +140,14 @@ bool IsExact(const StoredColumn& column, const basic::Variant& value) {
 }
 
 }  // namespace
+
+Text TextOf(const basic::Variant& value) {
+    try {
+        return value.IsText() ? value.As<Text>() : basic::CStr(value);
+    } catch (const basic::RuntimeError&) {
+        ThrowWrongType();
+    }
+}
 
 ByteString EncodeValue(const StoredColumn& column, const basic::Variant& value) {
     try {

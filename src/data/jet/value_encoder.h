@@ -13,6 +13,9 @@ namespace quardele::jet {
 /// Throws RuntimeError 3421 when the value cannot become one of the column's type.
 [[nodiscard]] ByteString EncodeValue(const StoredColumn& column, const basic::Variant& value);
 
+/// A value that is not Null as a text. Throws 3421 when it cannot become one.
+[[nodiscard]] Text TextOf(const basic::Variant& value);
+
 /// A value to look for in an index: the nearest one that the column can hold, and where it lies.
 struct SoughtValue {
     ByteString bytes;

@@ -1,6 +1,5 @@
 // Files whose bytes were changed at random or on purpose: an error that says where, or data; nothing else.
 
-#include <chrono>
 #include <cstdlib>
 #include <fstream>
 #include <random>
@@ -14,7 +13,6 @@ namespace quardele::jet::test {
 namespace {
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
 
 // Anything but a RuntimeError goes through and fails the test.
 template <class Action>
@@ -72,33 +70,28 @@ unsigned Setting(const char* name, unsigned usual) {
     return value == nullptr ? usual : static_cast<unsigned>(std::strtoul(value, nullptr, 10));
 }
 
-// As many as fit into some seconds; the seed is fixed, so that a failure comes again.
+// The seed is fixed, so that a failure comes again.
 template <class Use>
-int Mutate(const Use& use) {
-    const std::chrono::seconds budget(Setting("QUARDELE_DAMAGE_SECONDS", 4));
+void Mutate(const Use& use) {
+    const unsigned mutations = Setting("QUARDELE_DAMAGE_MUTATIONS", 500);
     const auto files = Originals();
     std::mt19937 random(Setting("QUARDELE_DAMAGE_SEED", 1234));
-    int count = 0;
     TempFolder folder;
-    for (const auto end = Clock::now() + budget; Clock::now() < end; ++count) {
-        const fs::path& original = files[static_cast<std::size_t>(count) % files.size()];
+    for (unsigned count = 0; count < mutations && !testing::Test::HasFailure(); ++count) {
+        const fs::path& original = files[count % files.size()];
         const fs::path file = folder.Path() / "base.mdb";
         WriteBytes(file, Mutated(ReadBytes(original), random));
         SCOPED_TRACE(original.string() + ", mutation " + std::to_string(count));
         use(file);
-        if (testing::Test::HasFailure()) {
-            break;
-        }
     }
-    return count;
 }
 
 TEST(Damage, ReadingMutatedFilesGivesDataOrAnError) {
-    EXPECT_GT(Mutate([](const fs::path& file) { EXPECT_NO_THROW(ReadEverything(file)); }), 30);
+    Mutate([](const fs::path& file) { EXPECT_NO_THROW(ReadEverything(file)); });
 }
 
 TEST(Damage, WritingToMutatedFilesGivesAChangeOrAnError) {
-    EXPECT_GT(Mutate([](const fs::path& file) { EXPECT_NO_THROW(ChangeSomething(file)); }), 30);
+    Mutate([](const fs::path& file) { EXPECT_NO_THROW(ChangeSomething(file)); });
 }
 
 class DamagedIndex : public testing::Test {

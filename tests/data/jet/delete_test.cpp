@@ -22,5 +22,26 @@ TEST(Delete, ARowIsGoneForEverybody) {
     EXPECT_EQ(table.Dump(), expected);
 }
 
+// Their entries cannot be computed, only found.
+TEST(Delete, RowsGoWhoseTextsHaveAnOrderThatIsNotKnown) {
+    SKIP_WITHOUT_CORPUS();
+    const TempFolder folder;
+    const auto database = Database::Open(folder.Copy(CorpusFile("unicodeCompV2003.mdb")));
+    std::size_t deleted = 0;
+    for (const CatalogEntry& entry : database->Catalog()) {
+        if (entry.system || entry.linked) {
+            continue;
+        }
+        const auto table = database->OpenTable(entry.name);
+        for (const RowId row : AllRows(*table)) {
+            table->Delete(row);
+            ++deleted;
+        }
+        EXPECT_EQ(AllRows(*table).size(), 0u);
+        EXPECT_EQ(FaultsOf(*table), "") << basic::ToUtf8(entry.name);
+    }
+    EXPECT_GT(deleted, 3u);
+}
+
 }  // namespace
 }  // namespace quardele::jet::test

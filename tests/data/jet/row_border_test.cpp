@@ -212,6 +212,28 @@ TEST_F(RowBorder, ATextWhoseOrderIsNotKnownStaysOutOfIndexes) {
     ExpectSound();
 }
 
+// The index is found to be damaged when the row lies on its page already.
+TEST_F(RowBorder, AStepThatHoldsHalfOfAChangeIsNotWritten) {
+    MakeTable({Made(u"A", ColumnType::Long)}, {{.name = u"A", .columns = {{u"A"}}}});
+    Insert({{0, std::int32_t{1}}});
+    const std::size_t root = table_->Impl().Def().realIndexes[0].root;
+    const auto file = database_->File();
+    table_.reset();
+    database_.reset();
+    auto damaged = ReadBytes(file);
+    damaged[root * 4096] = static_cast<std::uint8_t>(PageType::Data);
+    WriteBytes(file, damaged);
+    database_ = Database::Open(file);
+    table_ = database_->OpenTable(u"T");
+    {
+        Step step = database_->Begin();
+        EXPECT_EQ(ErrorNumber([&] { Insert({{0, std::int32_t{2}}}); }), basic::error::kNotADatabase);
+        EXPECT_EQ(ErrorNumber([&] { step.Commit(); }), basic::error::kInvalidOperation);
+    }
+    EXPECT_EQ(table_->RowCount(), 1u);
+    EXPECT_EQ(AllRows(*table_).size(), 1u);
+}
+
 TEST_F(RowBorder, DistinctKeysAreCounted) {
     MakeTable({Made(u"A", ColumnType::Long)}, {{.name = u"A", .columns = {{u"A"}}}});
     const auto distinct = [&] {

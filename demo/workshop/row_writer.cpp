@@ -6,7 +6,7 @@ namespace quardele::workshop {
 
 namespace {
 
-constexpr int kRowsOfAStep = 10'000;
+constexpr int kRowsOfAStep = 40'000;
 
 }  // namespace
 

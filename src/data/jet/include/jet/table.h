@@ -73,7 +73,8 @@ class Table {
     /// it is gone already, 3200 when a relationship forbids it, 3027, 3260.
     void Delete(RowId id);
     /// Keeps everybody else from changing the row while the lock lives. Throws 3260 when another process has
-    /// it, 3188 when another Database of this process has it, both after the retry time; 3167, 3027.
+    /// it, 3188 when another Database of this process has it, both after the retry time, or at once within an
+    /// open step; 3167 when the row is gone, 3027.
     [[nodiscard]] RowLock Lock(RowId id);
 
     /// For the engine's own rooms.

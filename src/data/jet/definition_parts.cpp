@@ -67,7 +67,7 @@ void AppendList(const std::vector<ByteString>& list, ByteString& string) {
 
 void AppendNames(const std::vector<NamedPart>& list, ByteString& string) {
     for (const NamedPart& part : list) {
-        const ByteString name = EncodeText(part.name, false);
+        const ByteString name = EncodePlainText(part.name);
         AppendU16(static_cast<std::uint16_t>(name.size()), string);
         Append(name, string);
     }
@@ -122,16 +122,8 @@ ByteString DefinitionParts::Join() const {
     return string;
 }
 
-std::uint16_t DefinitionParts::MaxColumns() const {
-    return ByteView(header, 0).U16(kAt.maxColumns);
-}
-
 void DefinitionParts::SetMaxColumns(std::uint16_t count) {
     StoreLittle(std::span(header).subspan(kAt.maxColumns), count);
-}
-
-std::uint16_t DefinitionParts::VariableColumns() const {
-    return ByteView(header, 0).U16(kAt.variableColumns);
 }
 
 void DefinitionParts::SetVariableColumns(std::uint16_t count) {

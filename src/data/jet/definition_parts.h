@@ -25,9 +25,7 @@ struct DefinitionParts {
     /// The definition as one string, with its length and the lengths of its lists set.
     [[nodiscard]] ByteString Join() const;
 
-    [[nodiscard]] std::uint16_t MaxColumns() const;
     void SetMaxColumns(std::uint16_t count);
-    [[nodiscard]] std::uint16_t VariableColumns() const;
     void SetVariableColumns(std::uint16_t count);
 
     ByteString header;

@@ -46,7 +46,7 @@ void StoreRules(const Column& column, PropertyBlob& properties) {
         properties.RemoveOfColumn(column.name, kDefaultValue);
     } else {
         properties.SetOfColumn(column.name, kDefaultValue, ColumnType::Memo,
-                               EncodeText(column.defaultValue, false));
+                               EncodePlainText(column.defaultValue));
     }
 }
 

@@ -47,7 +47,7 @@ void Append(const ByteString& part, ByteString& bytes) {
 }
 
 ByteString StoredName(TextView name) {
-    const ByteString text = EncodeText(name, false);
+    const ByteString text = EncodePlainText(name);
     ByteString stored;
     Append(static_cast<std::uint16_t>(text.size()), stored);
     Append(text, stored);
@@ -112,12 +112,6 @@ std::size_t PropertyBlob::NameOf(const ByteString& record) {
 ByteView PropertyBlob::ValueOf(const ByteString& record) const {
     const ByteView view(record, page_);
     return view.Sub(kValueHeader, view.U16(6));
-}
-
-bool PropertyBlob::HasProperties() const {
-    return std::any_of(blocks_.begin(), blocks_.end(), [](const Block& block) {
-        return !block.records.empty() || (block.type != kNameList && block.type != kOfColumn);
-    });
 }
 
 ByteString PropertyBlob::Bytes() const {

@@ -35,7 +35,6 @@ class PropertyBlob {
     void SetOfColumn(TextView column, TextView property, ColumnType type, const ByteString& value);
     void RemoveOfColumn(TextView column, TextView property);
 
-    [[nodiscard]] bool HasProperties() const;
     /// The blob of Access 2000-2003.
     [[nodiscard]] ByteString Bytes() const;
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include <basic/runtime_error.h>
+
 namespace quardele::jet {
 
 namespace {
@@ -63,6 +65,121 @@ void AppendCompressed(std::span<const std::uint8_t> bytes, basic::Text& result) 
     return bytes.size() >= 2 && bytes[0] == kCompressedFirst && bytes[1] == kCompressedSecond;
 }
 
+// The usual texts, straight to UTF-8: no code takes more than two bytes of it. False, and nothing appended,
+// for one that switches to two bytes per unit.
+[[nodiscard]] bool AppendLatin1AsUtf8(std::span<const std::uint8_t> bytes, std::string& utf8) {
+    const std::size_t start = utf8.size();
+    if (IsAscii(bytes)) {
+        utf8.resize(start + bytes.size());
+        std::copy(bytes.begin(), bytes.end(), utf8.begin() + static_cast<std::ptrdiff_t>(start));
+        return true;
+    }
+    utf8.resize(start + bytes.size() * 2);
+    char* at = utf8.data() + start;
+    for (const std::uint8_t byte : bytes) {
+        if (byte == 0) {
+            utf8.resize(start);
+            return false;
+        }
+        if (byte >= 0x80) {
+            *at++ = static_cast<char>(0xC0 | byte >> 6);
+        }
+        *at++ = static_cast<char>(byte < 0x80 ? byte : 0x80 | (byte & 0x3F));
+    }
+    utf8.resize(static_cast<std::size_t>(at - utf8.data()));
+    return true;
+}
+
+// The same for units of two bytes; no unit takes more than three. False for one with surrogates.
+[[nodiscard]] bool AppendWideAsUtf8(std::span<const std::uint8_t> bytes, std::string& utf8) {
+    const std::size_t start = utf8.size();
+    const std::size_t units = bytes.size() / 2;
+    utf8.resize(start + units * 3);
+    char* at = utf8.data() + start;
+    for (std::size_t i = 0; i < units; ++i) {
+        const unsigned unit = bytes[2 * i] | static_cast<unsigned>(bytes[2 * i + 1]) << 8;
+        if (unit < 0x80) {
+            *at++ = static_cast<char>(unit);
+            continue;
+        }
+        if (unit >= 0xD800 && unit < 0xE000) {
+            utf8.resize(start);
+            return false;
+        }
+        if (unit < 0x800) {
+            *at++ = static_cast<char>(0xC0 | unit >> 6);
+        } else {
+            *at++ = static_cast<char>(0xE0 | unit >> 12);
+            *at++ = static_cast<char>(0x80 | (unit >> 6 & 0x3F));
+        }
+        *at++ = static_cast<char>(0x80 | (unit & 0x3F));
+    }
+    utf8.resize(static_cast<std::size_t>(at - utf8.data()));
+    return true;
+}
+
+// Ordinary letters, stored one byte each. Looks at every byte, so that the compiler takes many at a time.
+[[nodiscard]] bool IsAscii(std::span<const std::uint8_t> bytes) {
+    bool isAscii = true;
+    for (const std::uint8_t byte : bytes) {
+        isAscii = isAscii & (static_cast<std::uint8_t>(byte - 1) < 0x7F);
+    }
+    return isAscii;
+}
+
+// The usual texts, straight to UTF-8: no code takes more than two bytes of it. False, and nothing appended,
+// for one that switches to two bytes per unit.
+[[nodiscard]] bool AppendLatin1AsUtf8(std::span<const std::uint8_t> bytes, std::string& utf8) {
+    const std::size_t start = utf8.size();
+    if (IsAscii(bytes)) {
+        utf8.resize(start + bytes.size());
+        std::copy(bytes.begin(), bytes.end(), utf8.begin() + static_cast<std::ptrdiff_t>(start));
+        return true;
+    }
+    utf8.resize(start + bytes.size() * 2);
+    char* at = utf8.data() + start;
+    for (const std::uint8_t byte : bytes) {
+        if (byte == 0) {
+            utf8.resize(start);
+            return false;
+        }
+        if (byte >= 0x80) {
+            *at++ = static_cast<char>(0xC0 | byte >> 6);
+        }
+        *at++ = static_cast<char>(byte < 0x80 ? byte : 0x80 | (byte & 0x3F));
+    }
+    utf8.resize(static_cast<std::size_t>(at - utf8.data()));
+    return true;
+}
+
+// The same for units of two bytes; no unit takes more than three. False for one with surrogates.
+[[nodiscard]] bool AppendWideAsUtf8(std::span<const std::uint8_t> bytes, std::string& utf8) {
+    const std::size_t start = utf8.size();
+    const std::size_t units = bytes.size() / 2;
+    utf8.resize(start + units * 3);
+    char* at = utf8.data() + start;
+    for (std::size_t i = 0; i < units; ++i) {
+        const unsigned unit = bytes[2 * i] | static_cast<unsigned>(bytes[2 * i + 1]) << 8;
+        if (unit < 0x80) {
+            *at++ = static_cast<char>(unit);
+            continue;
+        }
+        if (unit >= 0xD800 && unit < 0xE000) {
+            utf8.resize(start);
+            return false;
+        }
+        if (unit < 0x800) {
+            *at++ = static_cast<char>(0xC0 | unit >> 6);
+        } else {
+            *at++ = static_cast<char>(0xE0 | unit >> 12);
+            *at++ = static_cast<char>(0x80 | (unit >> 6 & 0x3F));
+        }
+        *at++ = static_cast<char>(0x80 | (unit & 0x3F));
+    }
+    utf8.resize(static_cast<std::size_t>(at - utf8.data()));
+    return true;
+}
+
 // Ordinary letters, stored one byte each.
 [[nodiscard]] bool IsAscii(std::span<const std::uint8_t> bytes) {
     return std::none_of(bytes.begin(), bytes.end(),
@@ -72,6 +189,29 @@ void AppendCompressed(std::span<const std::uint8_t> bytes, basic::Text& result) 
 [[nodiscard]] bool IsCompressible(basic::TextView text) {
     return text.size() > 2 &&
            std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit >= 1 && unit <= 0xFF; });
+}
+
+void AppendUnits(basic::TextView text, std::vector<std::uint8_t>& bytes) {
+    for (const char16_t unit : text) {
+        bytes.push_back(static_cast<std::uint8_t>(unit & 0xFF));
+        bytes.push_back(static_cast<std::uint8_t>(unit >> 8));
+    }
+}
+
+// Plain, its first unit would pass for the mark of a compressed text.
+[[nodiscard]] bool LooksCompressed(basic::TextView text) {
+    return !text.empty() && text.front() == (kCompressedSecond << 8 | kCompressedFirst);
+}
+
+// Compressed, with two bytes for every unit; none of them may begin with the byte that ends such a passage.
+[[nodiscard]] std::vector<std::uint8_t> EncodeMarked(basic::TextView text) {
+    constexpr std::uint8_t kSwitch = 0;
+    if (std::any_of(text.begin(), text.end(), [](char16_t unit) { return (unit & 0xFF) == kSwitch; })) {
+        throw basic::RuntimeError(basic::error::kTypeConversion);
+    }
+    std::vector<std::uint8_t> bytes = {kCompressedFirst, kCompressedSecond, kSwitch};
+    AppendUnits(text, bytes);
+    return bytes;
 }
 
 }  // namespace
@@ -100,11 +240,11 @@ bool IsWholeText(const ByteView& stored, const Format& format) {
 
 void AppendUtf8(const ByteView& stored, const Format& format, std::string& utf8) {
     const auto bytes = stored.Span();
-    const auto letters = format.wideText && IsCompressed(bytes) ? bytes.subspan(2) : bytes;
-    if ((!format.wideText || IsCompressed(bytes)) && IsAscii(letters)) {
-        utf8.resize(utf8.size() + letters.size());
-        std::copy(letters.begin(), letters.end(), utf8.end() - static_cast<std::ptrdiff_t>(letters.size()));
-    } else {
+    const bool isCompressed = format.wideText && IsCompressed(bytes);
+    const bool isDone = isCompressed      ? AppendLatin1AsUtf8(bytes.subspan(2), utf8)
+                        : format.wideText ? AppendWideAsUtf8(bytes, utf8)
+                                          : IsAscii(bytes) && AppendLatin1AsUtf8(bytes, utf8);
+    if (!isDone) {
         utf8 += basic::ToUtf8(DecodeText(stored, format));
     }
 }
@@ -115,20 +255,21 @@ basic::Text DecodePlainText(const ByteView& stored) {
     return result;
 }
 
-std::vector<std::uint8_t> EncodeText(basic::TextView text, bool compress) {
+std::vector<std::uint8_t> EncodePlainText(basic::TextView text) {
     std::vector<std::uint8_t> bytes;
+    AppendUnits(text, bytes);
+    return bytes;
+}
+
+std::vector<std::uint8_t> EncodeText(basic::TextView text, bool compress) {
     if (compress && IsCompressible(text)) {
-        bytes = {kCompressedFirst, kCompressedSecond};
+        std::vector<std::uint8_t> bytes = {kCompressedFirst, kCompressedSecond};
         for (const char16_t unit : text) {
             bytes.push_back(static_cast<std::uint8_t>(unit));
         }
         return bytes;
     }
-    for (const char16_t unit : text) {
-        bytes.push_back(static_cast<std::uint8_t>(unit & 0xFF));
-        bytes.push_back(static_cast<std::uint8_t>(unit >> 8));
-    }
-    return bytes;
+    return LooksCompressed(text) ? EncodeMarked(text) : EncodePlainText(text);
 }
 
 }  // namespace quardele::jet

@@ -23,8 +23,11 @@ void AppendUtf8(const ByteView& stored, const Format& format, std::string& utf8)
 
 /// UTF-16 little-endian as it stands: names, properties.
 [[nodiscard]] basic::Text DecodePlainText(const ByteView& stored);
+[[nodiscard]] std::vector<std::uint8_t> EncodePlainText(basic::TextView text);
 
-/// The stored form for Access 2000-2003; compressed when that is allowed, possible and saves anything.
+/// The stored form for Access 2000-2003; compressed when that is allowed, possible and saves anything, and
+/// when the text begins with U+FEFF. Throws 3421 for such a text that holds a unit with a low byte of zero as
+/// well: it has no stored form.
 [[nodiscard]] std::vector<std::uint8_t> EncodeText(basic::TextView text, bool compress);
 
 }  // namespace quardele::jet

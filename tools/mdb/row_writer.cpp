@@ -1,6 +1,5 @@
 #include "row_writer.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "cell_text.h"
@@ -10,11 +9,21 @@ namespace quardele::mdb {
 namespace {
 
 constexpr bool NeedsQuotes(char unit) {
-    return unit == ',' || unit == '"' || unit == '\n' || unit == '\r';
+    return (unit == ',') | (unit == '"') | (unit == '\n') | (unit == '\r');
 }
 
 constexpr bool NeedsEscape(char unit) {
-    return unit == '"' || unit == '\\' || static_cast<unsigned char>(unit) < 0x20;
+    return (unit == '"') | (unit == '\\') | (static_cast<unsigned char>(unit) < 0x20);
+}
+
+// Looks at every character, without a way out in the middle: so the compiler takes many at a time.
+template <class Predicate>
+bool HasAny(std::string_view text, Predicate predicate) {
+    bool found = false;
+    for (const char unit : text) {
+        found = found | predicate(unit);
+    }
+    return found;
 }
 
 void AppendEscaped(std::string_view text, std::string& result) {
@@ -101,27 +110,37 @@ void RowWriter::Write(const jet::Table& table, const jet::Row& row) {
 
 // The common types go without a Variant.
 void RowWriter::WriteStored(const jet::Row& row, int ordinal, jet::ColumnType type) {
-    const std::size_t start = buffer_.size();
-    if (type == jet::ColumnType::Boolean) {
-        return Put(row.NumberAt(ordinal) != 0);
-    }
-    if (type == jet::ColumnType::Text || type == jet::ColumnType::Memo) {
-        return row.AppendUtf8At(ordinal, buffer_) ? FinishText(start) : PutNull();
-    }
-    if (row.IsNull(ordinal)) {
-        return PutNull();
-    }
     switch (type) {
+        case jet::ColumnType::Boolean:
+            return Put(row.NumberAt(ordinal) != 0);
+        case jet::ColumnType::Text:
+        case jet::ColumnType::Memo: {
+            const std::size_t start = buffer_.size();
+            return row.AppendUtf8At(ordinal, buffer_) ? FinishText(start) : PutNull();
+        }
         case jet::ColumnType::Byte:
         case jet::ColumnType::Integer:
         case jet::ColumnType::Long:
-            return Put(static_cast<std::int32_t>(row.NumberAt(ordinal)));
         case jet::ColumnType::Double:
-            return Put(row.NumberAt(ordinal));
         case jet::ColumnType::Date:
-            return Put(basic::Date{row.NumberAt(ordinal)});
+            return WriteNumber(row, ordinal, type);
         default:
             return std::visit([this](const auto& value) { Put(value); }, row.Value(ordinal).Stored());
+    }
+}
+
+void RowWriter::WriteNumber(const jet::Row& row, int ordinal, jet::ColumnType type) {
+    const double number = row.NumberAt(ordinal);
+    if (number == 0 && row.IsNull(ordinal)) {
+        return PutNull();
+    }
+    switch (type) {
+        case jet::ColumnType::Double:
+            return Put(number);
+        case jet::ColumnType::Date:
+            return Put(basic::Date{number});
+        default:
+            return Put(static_cast<std::int32_t>(number));
     }
 }
 
@@ -207,13 +226,14 @@ void RowWriter::FinishPlain(std::size_t start) {
 
 // In CSV a text is put between quotes when a reader could mistake it: for Null, for two cells, for two lines.
 void RowWriter::FinishText(std::size_t start) {
-    const auto begin = buffer_.begin() + static_cast<std::ptrdiff_t>(start);
-    const bool isPlain = isJson_ ? std::none_of(begin, buffer_.end(), NeedsEscape)
-                                 : begin != buffer_.end() && std::none_of(begin, buffer_.end(), NeedsQuotes);
+    const std::string_view text = std::string_view(buffer_).substr(start);
+    const bool isPlain = isJson_
+                             ? !HasAny(text, [](char unit) { return NeedsEscape(unit); })
+                             : !text.empty() && !HasAny(text, [](char unit) { return NeedsQuotes(unit); });
     if (isPlain) {
         return FinishPlain(start);
     }
-    copy_.assign(begin, buffer_.end());
+    copy_ = text;
     buffer_.resize(start);
     buffer_ += '"';
     if (isJson_) {

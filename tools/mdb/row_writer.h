@@ -44,6 +44,7 @@ class RowWriter {
  private:
     void BeginCell();
     void WriteStored(const jet::Row& row, int ordinal, jet::ColumnType type);
+    void WriteNumber(const jet::Row& row, int ordinal, jet::ColumnType type);
 
     // Each appends a value.
     void Put(basic::Empty) { PutNull(); }

@@ -14,7 +14,9 @@ constexpr std::uint64_t kPortion = 250000;
 struct Found {
     ByteString entry;
     std::uint32_t page = 0;
-    friend auto operator<=>(const Found& left, const Found& right) { return left.entry <=> right.entry; }
+    friend bool operator<(const Found& left, const Found& right) {
+        return CompareBytes(left.entry, right.entry) < 0;
+    }
 };
 
 void AppendRow(RowId row, ByteString& entry) {

@@ -19,7 +19,8 @@ ByteString Descriptor(std::uint32_t form, std::size_t length, RowPointer first) 
 
 ByteString InlineLongValue(const ByteString& data) {
     ByteString field = Descriptor(long_value::kInline, data.size(), {});
-    field.insert(field.end(), data.begin(), data.end());
+    field.resize(long_value::kDescriptor + data.size());
+    std::copy(data.begin(), data.end(), field.begin() + long_value::kDescriptor);
     return field;
 }
 
@@ -46,10 +47,10 @@ ByteString LongValueWriter::StoreOutside(const StoredColumn& column, const ByteS
     std::size_t end = data.size();
     while (end > 0) {
         const std::size_t length = (end - 1) % long_value::kLargestPiece + 1;
-        ByteString piece(long_value::kPointer);
+        ByteString piece(long_value::kPointer + length);
         StoreRowPointer(piece, next);
-        piece.insert(piece.end(), data.begin() + static_cast<std::ptrdiff_t>(end - length),
-                     data.begin() + static_cast<std::ptrdiff_t>(end));
+        std::copy_n(data.begin() + static_cast<std::ptrdiff_t>(end - length), length,
+                    piece.begin() + long_value::kPointer);
         next = pages.Add(0, piece);
         end -= length;
     }

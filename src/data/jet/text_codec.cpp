@@ -65,59 +65,6 @@ void AppendCompressed(std::span<const std::uint8_t> bytes, basic::Text& result) 
     return bytes.size() >= 2 && bytes[0] == kCompressedFirst && bytes[1] == kCompressedSecond;
 }
 
-// The usual texts, straight to UTF-8: no code takes more than two bytes of it. False, and nothing appended,
-// for one that switches to two bytes per unit.
-[[nodiscard]] bool AppendLatin1AsUtf8(std::span<const std::uint8_t> bytes, std::string& utf8) {
-    const std::size_t start = utf8.size();
-    if (IsAscii(bytes)) {
-        utf8.resize(start + bytes.size());
-        std::copy(bytes.begin(), bytes.end(), utf8.begin() + static_cast<std::ptrdiff_t>(start));
-        return true;
-    }
-    utf8.resize(start + bytes.size() * 2);
-    char* at = utf8.data() + start;
-    for (const std::uint8_t byte : bytes) {
-        if (byte == 0) {
-            utf8.resize(start);
-            return false;
-        }
-        if (byte >= 0x80) {
-            *at++ = static_cast<char>(0xC0 | byte >> 6);
-        }
-        *at++ = static_cast<char>(byte < 0x80 ? byte : 0x80 | (byte & 0x3F));
-    }
-    utf8.resize(static_cast<std::size_t>(at - utf8.data()));
-    return true;
-}
-
-// The same for units of two bytes; no unit takes more than three. False for one with surrogates.
-[[nodiscard]] bool AppendWideAsUtf8(std::span<const std::uint8_t> bytes, std::string& utf8) {
-    const std::size_t start = utf8.size();
-    const std::size_t units = bytes.size() / 2;
-    utf8.resize(start + units * 3);
-    char* at = utf8.data() + start;
-    for (std::size_t i = 0; i < units; ++i) {
-        const unsigned unit = bytes[2 * i] | static_cast<unsigned>(bytes[2 * i + 1]) << 8;
-        if (unit < 0x80) {
-            *at++ = static_cast<char>(unit);
-            continue;
-        }
-        if (unit >= 0xD800 && unit < 0xE000) {
-            utf8.resize(start);
-            return false;
-        }
-        if (unit < 0x800) {
-            *at++ = static_cast<char>(0xC0 | unit >> 6);
-        } else {
-            *at++ = static_cast<char>(0xE0 | unit >> 12);
-            *at++ = static_cast<char>(0x80 | (unit >> 6 & 0x3F));
-        }
-        *at++ = static_cast<char>(0x80 | (unit & 0x3F));
-    }
-    utf8.resize(static_cast<std::size_t>(at - utf8.data()));
-    return true;
-}
-
 // Ordinary letters, stored one byte each. Looks at every byte, so that the compiler takes many at a time.
 [[nodiscard]] bool IsAscii(std::span<const std::uint8_t> bytes) {
     bool isAscii = true;
@@ -178,12 +125,6 @@ void AppendCompressed(std::span<const std::uint8_t> bytes, basic::Text& result) 
     }
     utf8.resize(static_cast<std::size_t>(at - utf8.data()));
     return true;
-}
-
-// Ordinary letters, stored one byte each.
-[[nodiscard]] bool IsAscii(std::span<const std::uint8_t> bytes) {
-    return std::none_of(bytes.begin(), bytes.end(),
-                        [](std::uint8_t byte) { return byte == 0 || byte >= 0x80; });
 }
 
 [[nodiscard]] bool IsCompressible(basic::TextView text) {

@@ -1,0 +1,136 @@
+// What the reading commands print.
+
+#include "mdb_program.h"
+
+namespace quardele::mdb::test {
+namespace {
+
+using jet::test::CorpusFile;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class DumpTest : public MdbTest {
+ protected:
+    void SetUp() override {
+        MdbTest::SetUp();
+        Exec(
+            "CREATE TABLE Kinds (n LONG, t TEXT(50), b BIT, d DATETIME, c CURRENCY, x DOUBLE, m MEMO, "
+            "s SINGLE, i SHORT, y BYTE, k DECIMAL(10,2), g BINARY(8));"
+            "INSERT INTO Kinds (n, t, b, d, c, x, m) VALUES (1, 'a \"b\", c', True, #2020-02-29 13:45:06#, "
+            "12.5, 0.1, 'two\nlines');"
+            "INSERT INTO Kinds (n, t, b, d, c, x, s, i, y) VALUES (-2, '', False, #12/30/1899#, -0.0001, "
+            "1E100, 0.1, -5, 255);"
+            "INSERT INTO Kinds (n) VALUES (3);");
+    }
+};
+
+TEST_F(DumpTest, CsvHasNamesQuotesWhereNeededAndLfAtEachEnd) {
+    EXPECT_EQ(Dump("Kinds"),
+              "n,t,b,d,c,x,m,s,i,y,k,g\n"
+              "1,\"a \"\"b\"\", c\",1,2020-02-29 13:45:06,12.5000,0.1,\"two\nlines\",,,,,\n"
+              "-2,\"\",0,1899-12-30 00:00:00,-0.0001,1e+100,,0.1,-5,255,,\n"
+              "3,,0,,,,,,,,,\n");
+}
+
+TEST_F(DumpTest, JsonHasOneObjectPerLine) {
+    EXPECT_EQ(
+        Mdb({"dump", file_, "Kinds", "--json"}).out,
+        "[\n"
+        R"({"n":1,"t":"a \"b\", c","b":true,"d":"2020-02-29 13:45:06","c":12.5000,"x":0.1,"m":"two\u000alines",)"
+        R"("s":null,"i":null,"y":null,"k":null,"g":null},)"
+        "\n"
+        R"({"n":-2,"t":"","b":false,"d":"1899-12-30 00:00:00","c":-0.0001,"x":1e+100,"m":null,)"
+        R"("s":0.1,"i":-5,"y":255,"k":null,"g":null},)"
+        "\n"
+        R"({"n":3,"t":null,"b":false,"d":null,"c":null,"x":null,"m":null,)"
+        R"("s":null,"i":null,"y":null,"k":null,"g":null})"
+        "\n]\n");
+}
+
+TEST_F(DumpTest, AnEmptyTableIsItsNames) {
+    Exec("CREATE TABLE Nothing (a LONG, [b, c] TEXT(10))");
+    EXPECT_EQ(Dump("Nothing"), "a,\"b, c\"\n");
+    EXPECT_EQ(Mdb({"dump", file_, "Nothing", "--json"}).out, "[\n]\n");
+}
+
+TEST_F(DumpTest, AnUnknownTableIsToldInBothLanguages) {
+    const Outcome dump = Mdb({"dump", file_, "Lost"});
+    EXPECT_EQ(dump.exitCode, 1);
+    EXPECT_THAT(dump.out, IsEmpty());
+    EXPECT_EQ(dump.err, "mdb: error 3078: the table does not exist (Lost)\n");
+    EXPECT_THAT(MdbInFrench({"dump", file_, "Lost"}).err,
+                HasSubstr("mdb : erreur 3078 : La table ou la requête source « Lost »"));
+}
+
+TEST_F(DumpTest, AQueryPrintsItsColumns) {
+    const Outcome query = Mdb({"query", file_, "SELECT n, n * 2 AS double FROM Kinds ORDER BY n"});
+    EXPECT_EQ(query.exitCode, 0) << query.err;
+    EXPECT_EQ(query.out, "n,double\n-2,-4\n1,2\n3,6\n");
+    EXPECT_EQ(Mdb({"query", file_, "SELECT n FROM Kinds WHERE n = 3", "--json"}).out, "[\n{\"n\":3}\n]\n");
+}
+
+TEST_F(DumpTest, AWrongQueryIsToldInBothLanguages) {
+    const Outcome query = Mdb({"query", file_, "SELECT n FROM"});
+    EXPECT_EQ(query.exitCode, 1);
+    EXPECT_THAT(query.err, HasSubstr("mdb: error 3131: syntax error in FROM"));
+    EXPECT_THAT(MdbInFrench({"query", file_, "SELECT n FROM"}).err,
+                HasSubstr("mdb : erreur 3131 : Erreur de syntaxe"));
+}
+
+TEST_F(DumpTest, TablesAreNamedOnePerLine) {
+    Exec("CREATE TABLE Étoile (a LONG)");
+    EXPECT_EQ(Mdb({"tables", file_}).out, "Kinds\nÉtoile\n");
+}
+
+TEST_F(DumpTest, ASchemaCanBeExecuted) {
+    Exec(
+        "CREATE TABLE Parts (id COUNTER PRIMARY KEY, name TEXT(20) NOT NULL DEFAULT \"x\", price CURRENCY);"
+        "CREATE UNIQUE INDEX ByName ON Parts (name DESC, price) WITH IGNORE NULL");
+    const Outcome schema = Mdb({"schema", file_});
+    EXPECT_EQ(schema.exitCode, 0);
+    EXPECT_THAT(schema.out, HasSubstr("CREATE TABLE [Parts] (\n  [id] COUNTER,\n  [name] TEXT(20) NOT NULL "
+                                      "DEFAULT \"x\",\n  [price] CURRENCY\n);\n"));
+    EXPECT_THAT(
+        schema.out,
+        HasSubstr("CREATE UNIQUE INDEX [ByName] ON [Parts] ([name] DESC, [price]) WITH IGNORE NULL;\n"));
+    const std::string copy = PathOf("copy.mdb");
+    ASSERT_EQ(Mdb({"create", copy}).exitCode, 0);
+    const Outcome exec = Mdb({"exec", copy, "-"}, schema.out);
+    EXPECT_EQ(exec.exitCode, 0) << exec.err;
+    EXPECT_EQ(Mdb({"schema", copy}).out, schema.out);
+    EXPECT_EQ(Mdb({"schema", copy, "Parts"}).out + Mdb({"schema", copy, "Kinds"}).out,
+              Mdb({"schema", file_, "Parts"}).out + Mdb({"schema", file_, "Kinds"}).out);
+}
+
+TEST_F(DumpTest, KeysComeInTheOrderOfTheIndex) {
+    Exec(
+        "CREATE TABLE K (n LONG); INSERT INTO K (n) VALUES (2); INSERT INTO K (n) VALUES (1);"
+        "CREATE INDEX I ON K (n)");
+    const Outcome keys = Mdb({"keys", file_, "K", "I"});
+    EXPECT_EQ(keys.exitCode, 0) << keys.err;
+    EXPECT_THAT(keys.out, testing::MatchesRegex("7f80000001 [0-9]+ 1\n7f80000002 [0-9]+ 0\n"));
+    const Outcome missing = Mdb({"keys", file_, "K", "J"});
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_EQ(missing.err, "mdb: the table has no index \"J\"\n");
+    EXPECT_EQ(MdbInFrench({"keys", file_, "K", "J"}).err, "mdb : la table n'a pas d'index « J »\n");
+}
+
+TEST_F(DumpTest, AFileThatExistsIsNotMadeAgain) {
+    const Outcome create = Mdb({"create", file_});
+    EXPECT_EQ(create.exitCode, 1);
+    EXPECT_THAT(create.err, HasSubstr("mdb: error 3204: the file exists already"));
+    EXPECT_THAT(Dump("Kinds"), HasSubstr("2020-02-29"));
+}
+
+TEST(CorpusDumpTest, RealFilesPrintTheirGoldenRows) {
+    SKIP_WITHOUT_CORPUS();
+    EXPECT_EQ(Mdb({"dump", CorpusFile("delColV2000.mdb").string(), "Table1"}).out,
+              "id,id2,data,data2\n0,2,foo,foo2\n3,5,bar,bar2\n");
+    EXPECT_EQ(Mdb({"tables", CorpusFile("linked.mdb").string()}).out.empty(), false);
+    const Outcome locked = Mdb({"tables", CorpusFile("password.mdb").string()});
+    EXPECT_EQ(locked.exitCode, 1);
+    EXPECT_EQ(locked.err, "mdb: error 3031: the file has a password\n");
+}
+
+}  // namespace
+}  // namespace quardele::mdb::test

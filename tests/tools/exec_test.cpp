@@ -1,0 +1,88 @@
+// Statements that change a file.
+
+#include "mdb_program.h"
+
+namespace quardele::mdb::test {
+namespace {
+
+using testing::HasSubstr;
+
+class ExecTest : public MdbTest {
+ protected:
+    void SetUp() override {
+        MdbTest::SetUp();
+        Exec("CREATE TABLE T (id LONG PRIMARY KEY, t TEXT(20)); INSERT INTO T (id, t) VALUES (1, 'one')");
+    }
+};
+
+TEST_F(ExecTest, TheNumberOfRowsIsPrinted) {
+    EXPECT_EQ(Mdb({"exec", file_, "INSERT INTO T (id) VALUES (2)"}).out, "1 row\n");
+    EXPECT_EQ(Mdb({"exec", file_, "UPDATE T SET t = 'x'"}).out, "2 rows\n");
+    EXPECT_EQ(MdbInFrench({"exec", file_, "DELETE FROM T WHERE id = 2"}).out, "1 ligne\n");
+    EXPECT_EQ(MdbInFrench({"exec", file_, "DELETE FROM T WHERE id = 2"}).out, "0 ligne\n");
+    EXPECT_EQ(Mdb({"exec", file_, "ALTER TABLE T ADD COLUMN u LONG"}).out, "0 rows\n");
+    EXPECT_EQ(Dump("T"), "id,t,u\n1,x,\n");
+    EXPECT_EQ(Mdb({"exec", file_, "DROP TABLE T"}).exitCode, 0);
+    EXPECT_EQ(Mdb({"tables", file_}).out, "");
+}
+
+TEST_F(ExecTest, SeveralStatementsComeFromTheInput) {
+    const Outcome exec = Mdb({"exec", file_, "-"},
+                             "INSERT INTO T (id, t) VALUES (2, 'a;b');\n"
+                             "INSERT INTO T (id) VALUES (3);\n\n");
+    EXPECT_EQ(exec.exitCode, 0) << exec.err;
+    EXPECT_EQ(exec.out, "2 rows\n");
+    EXPECT_EQ(Dump("T"), "id,t\n1,one\n2,a;b\n3,\n");
+}
+
+constexpr const char* kSecondFails =
+    "INSERT INTO T (id) VALUES (2);\n"
+    "INSERT INTO T (id) VALUES (1);\n"
+    "INSERT INTO T (id) VALUES (3);\n";
+
+TEST_F(ExecTest, WhatPrecedesAnErrorStaysAndTheErrorNamesItsLine) {
+    const Outcome exec = Mdb({"exec", file_, "-"}, kSecondFails);
+    EXPECT_EQ(exec.exitCode, 1);
+    EXPECT_THAT(exec.err,
+                HasSubstr("mdb: line 2: error 3022: the change would make equal keys in a unique index"));
+    EXPECT_EQ(Dump("T"), "id,t\n1,one\n2,\n");
+}
+
+TEST_F(ExecTest, AnAtomicScriptIsAllOrNothing) {
+    const Outcome exec = MdbInFrench({"exec", file_, "-", "--atomic"}, kSecondFails);
+    EXPECT_EQ(exec.exitCode, 1);
+    EXPECT_THAT(exec.err, HasSubstr("mdb : ligne 2 : erreur 3022 : "));
+    EXPECT_EQ(Dump("T"), "id,t\n1,one\n");
+}
+
+TEST_F(ExecTest, AnErrorOfASingleStatementHasNoLine) {
+    const Outcome exec = Mdb({"exec", file_, "UPDATE T SET"});
+    EXPECT_EQ(exec.exitCode, 1);
+    EXPECT_THAT(exec.err, testing::StartsWith("mdb: error 3144: syntax error in UPDATE"));
+}
+
+TEST_F(ExecTest, ASelectIsRefused) {
+    const Outcome exec = Mdb({"exec", file_, "SELECT * FROM T"});
+    EXPECT_EQ(exec.exitCode, 1);
+    EXPECT_THAT(exec.err, HasSubstr("error 3065"));
+}
+
+TEST_F(ExecTest, ExclusiveOpeningIsPossible) {
+    EXPECT_EQ(Mdb({"exec", file_, "INSERT INTO T (id) VALUES (9)", "--exclusive"}).exitCode, 0);
+    const auto other = jet::Database::Open(file_);
+    const Outcome refused = Mdb({"exec", file_, "INSERT INTO T (id) VALUES (10)", "--exclusive"});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_THAT(refused.err, HasSubstr("error 3"));
+}
+
+TEST(ReadOnlyFileTest, Access97IsNotWritten) {
+    SKIP_WITHOUT_CORPUS();
+    const jet::test::TempFolder folder;
+    const auto file = folder.Copy(jet::test::CorpusFile("common1V1997.mdb"));
+    const Outcome exec = Mdb({"exec", file.string(), "DELETE FROM Table1"});
+    EXPECT_EQ(exec.exitCode, 1);
+    EXPECT_THAT(exec.err, HasSubstr("mdb: error 3027: the database or table is read only"));
+}
+
+}  // namespace
+}  // namespace quardele::mdb::test

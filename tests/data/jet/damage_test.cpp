@@ -73,7 +73,7 @@ unsigned Setting(const char* name, unsigned usual) {
 // The seed is fixed, so that a failure comes again.
 template <class Use>
 void Mutate(const Use& use) {
-    const unsigned mutations = Setting("QUARDELE_DAMAGE_MUTATIONS", 500);
+    const unsigned mutations = Setting("QUARDELE_DAMAGE_MUTATIONS", 150);
     const auto files = Originals();
     std::mt19937 random(Setting("QUARDELE_DAMAGE_SEED", 1234));
     TempFolder folder;

@@ -109,7 +109,7 @@ class KillTest : public testing::TestWithParam<bool> {
     /// A copy of a stage, and a process that has died at a point of the change that follows it. 0 when the
     /// change was made before that point.
     [[nodiscard]] static int Die(const fs::path& file, std::size_t stage, int point, bool torn) {
-        fs::copy_file(stages_->files[stage], file, fs::copy_options::overwrite_existing);
+        CopyOver(stages_->files[stage], file);
         return kChange.Run({Argument(file), std::to_string(stage), std::to_string(point), torn ? "1" : "0"});
     }
 
@@ -174,8 +174,8 @@ TEST_P(KillTest, ARecoveryThatIsKilledIsTakenUpAgain) {
         ASSERT_TRUE(HasJournal(half));
         for (int code = kKilled, point = 1; code == kKilled; ++point) {
             SCOPED_TRACE(MixedChanges()[stage].name + ", recovery killed at " + std::to_string(point));
-            fs::copy_file(half, file, fs::copy_options::overwrite_existing);
-            fs::copy_file(JournalPath(half), JournalPath(file), fs::copy_options::overwrite_existing);
+            CopyOver(half, file);
+            CopyOver(JournalPath(half), JournalPath(file));
             code = kOpen.Run({Argument(file), std::to_string(point), GetParam() ? "1" : "0"});
             ExpectBeforeOrAfter(file, stage);
             ASSERT_FALSE(HasFailure());
@@ -194,7 +194,7 @@ TEST_F(KillTest, ADiskThatFailsAtAnyPointLeavesTheFileAsItWas) {
         bool failed = true;
         for (int point = 1; failed; ++point) {
             SCOPED_TRACE(MixedChanges()[stage].name + ", failure at " + std::to_string(point));
-            fs::copy_file(stages_->files[stage], file, fs::copy_options::overwrite_existing);
+            CopyOver(stages_->files[stage], file);
             {
                 const auto database = Database::Open(file);
                 CurrentWriteHook() = [point, count = 0](const WriteEvent&) mutable {

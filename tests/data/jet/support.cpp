@@ -64,9 +64,15 @@ TempFolder::~TempFolder() {
 
 fs::path TempFolder::Copy(const fs::path& file) const {
     const fs::path copy = path_ / file.filename();
-    fs::copy_file(file, copy, fs::copy_options::overwrite_existing);
+    CopyOver(file, copy);
     fs::permissions(copy, fs::perms::owner_write, fs::perm_options::add);
     return copy;
+}
+
+// The library's own way to replace a file fails on Windows.
+void CopyOver(const fs::path& from, const fs::path& to) {
+    fs::remove(to);
+    fs::copy_file(from, to);
 }
 
 std::vector<std::uint8_t> ReadBytes(const fs::path& file) {

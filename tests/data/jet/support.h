@@ -41,6 +41,8 @@ class TempFolder {
     std::filesystem::path path_;
 };
 
+/// Copies a file to a name that another file may have, which goes.
+void CopyOver(const std::filesystem::path& from, const std::filesystem::path& to);
 [[nodiscard]] std::vector<std::uint8_t> ReadBytes(const std::filesystem::path& file);
 void WriteBytes(const std::filesystem::path& file, const std::vector<std::uint8_t>& bytes);
 

@@ -64,6 +64,13 @@ TEST_F(ImportTest, AllKindsOfValuesAreRead) {
     EXPECT_EQ(Dump("T"), csv);
 }
 
+TEST_F(ImportTest, TextsOfAllAlphabetsComeBackAsTheyWere) {
+    const std::string csv =
+        "t\n\xC2\x80zz\nétéàû\nabc\x7F\nМир\n漢字かな\na\xF0\x9F\x9A\x97z\n\xEF\xBF\xBD\nœ€\n";
+    EXPECT_EQ(Import(csv).out, "8 rows\n");
+    EXPECT_EQ(Query("SELECT t FROM T ORDER BY id"), csv);
+}
+
 TEST_F(ImportTest, ADateMayHaveNoTimeOrBeANumberOfDays) {
     EXPECT_EQ(Import("d\n1999-12-31\n36526\n").exitCode, 0);
     EXPECT_EQ(Query("SELECT d FROM T ORDER BY id"), "d\n1999-12-31 00:00:00\n2000-01-01 00:00:00\n");

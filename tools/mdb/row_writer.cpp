@@ -19,11 +19,11 @@ constexpr bool NeedsEscape(char unit) {
 // Looks at every character, without a way out in the middle: so the compiler takes many at a time.
 template <class Predicate>
 bool HasAny(std::string_view text, Predicate predicate) {
-    bool found = false;
+    unsigned char found = 0;
     for (const char unit : text) {
-        found = found | predicate(unit);
+        found = static_cast<unsigned char>(found | static_cast<unsigned char>(predicate(unit)));
     }
-    return found;
+    return found != 0;
 }
 
 void AppendEscaped(std::string_view text, std::string& result) {

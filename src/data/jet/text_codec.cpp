@@ -67,11 +67,11 @@ void AppendCompressed(std::span<const std::uint8_t> bytes, basic::Text& result) 
 
 // Ordinary letters, stored one byte each. Looks at every byte, so that the compiler takes many at a time.
 [[nodiscard]] bool IsAscii(std::span<const std::uint8_t> bytes) {
-    bool isAscii = true;
+    std::uint8_t others = 0;
     for (const std::uint8_t byte : bytes) {
-        isAscii = isAscii & (static_cast<std::uint8_t>(byte - 1) < 0x7F);
+        others = static_cast<std::uint8_t>(others | byte | static_cast<std::uint8_t>(byte - 1));
     }
-    return isAscii;
+    return others < 0x80;
 }
 
 // The usual texts, straight to UTF-8: no code takes more than two bytes of it. False, and nothing appended,

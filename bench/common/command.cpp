@@ -39,7 +39,7 @@ class Pipe {
         ssize_t got = 0;
         do {
             got = read(ends_[0], buffer.data(), buffer.size());
-            if (got > 0 && take) {
+            if (got > 0) {
                 take({buffer.data(), static_cast<std::size_t>(got)});
             }
         } while (got > 0 || (got < 0 && errno == EINTR));
@@ -76,17 +76,36 @@ bool WasContent(pid_t child) {
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-}  // namespace
-
-bool Run(const Command& command, const std::function<void(std::string_view)>& take) {
+/// `take` gets the process and a piece of its output.
+bool RunWith(const Command& command, const std::function<void(pid_t, std::string_view)>& take) {
     Pipe output;
     const std::optional<pid_t> child = Start(command, output);
     if (!child) {
         return false;
     }
     output.CloseWriteEnd();
-    output.ReadAll(take);
+    output.ReadAll([&](std::string_view piece) { take(*child, piece); });
     return WasContent(*child);
+}
+
+}  // namespace
+
+bool Run(const Command& command, const std::function<void(std::string_view)>& take) {
+    return RunWith(command, [&take](pid_t, std::string_view piece) {
+        if (take) {
+            take(piece);
+        }
+    });
+}
+
+std::optional<std::uint64_t> PeakMemoryOf(const Command& command) {
+    std::optional<std::uint64_t> peak;
+    const bool content = RunWith(command, [&peak](pid_t process, std::string_view) {
+        if (const std::uint64_t now = PeakMemory(process); now != 0) {
+            peak = now;
+        }
+    });
+    return content ? peak : std::nullopt;
 }
 
 std::optional<Duration> TimeOfCommands(const std::vector<Command>& commands) {

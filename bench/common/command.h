@@ -23,6 +23,10 @@ bool Run(const Command& command, const std::function<void(std::string_view)>& ta
 /// fails.
 [[nodiscard]] std::optional<Duration> TimeOfCommands(const std::vector<Command>& commands);
 
+/// The largest resident memory of a program, in bytes, as it was when the last of its output came; empty when
+/// it could not be run, failed, or wrote nothing.
+[[nodiscard]] std::optional<std::uint64_t> PeakMemoryOf(const Command& command);
+
 /// The commands that dump these tables (UTF-8 names) of a file with mdb-export, in the form that `mdb dump`
 /// has: binary data in hexadecimal, dates with four-digit years.
 [[nodiscard]] std::vector<Command> ExportTables(const std::filesystem::path& file,

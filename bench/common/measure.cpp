@@ -1,5 +1,6 @@
 #include "measure.h"
 
+#include <unistd.h>
 #include <algorithm>
 #include <fstream>
 #include <string>
@@ -8,8 +9,8 @@ namespace quardele::bench {
 
 namespace {
 
-/// The number behind a name in one of the system's files about this process.
-std::optional<std::uint64_t> FigureOfProcess(const char* file, const std::string& name) {
+/// The number behind a name in one of the system's files about a process.
+std::optional<std::uint64_t> FigureOfProcess(const std::string& file, const std::string& name) {
     std::ifstream lines(file);
     for (std::string word; lines >> word;) {
         if (std::uint64_t value = 0; word == name && lines >> value) {
@@ -34,8 +35,12 @@ Duration TimeOf(const std::function<void()>& work) {
 }
 
 std::uint64_t PeakMemory() {
+    return PeakMemory(getpid());
+}
+
+std::uint64_t PeakMemory(int process) {
     constexpr std::uint64_t kKibibyte = 1024;
-    return FigureOfProcess("/proc/self/status", "VmHWM:").value_or(0) * kKibibyte;
+    return FigureOfProcess("/proc/" + std::to_string(process) + "/status", "VmHWM:").value_or(0) * kKibibyte;
 }
 
 std::optional<std::uint64_t> BytesRead() {

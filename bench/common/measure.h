@@ -22,6 +22,8 @@ using Duration = std::chrono::duration<double, std::micro>;
 ///
 /// Not getrusage's figure: a process started from a large one inherits the other's peak there.
 [[nodiscard]] std::uint64_t PeakMemory();
+/// The same of another process that runs.
+[[nodiscard]] std::uint64_t PeakMemory(int process);
 /// Bytes that this process has asked the system to read, whether or not they came from its cache; empty where
 /// the system does not tell.
 [[nodiscard]] std::optional<std::uint64_t> BytesRead();

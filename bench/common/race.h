@@ -16,7 +16,11 @@ struct RaceTimes {
     std::optional<Duration> theirs;  ///< empty when a program was missing or failed
 };
 
-/// `ours` returns its own time; both run `runs` times, at least once.
+/// A side that tells its own time; empty when it could not do its work.
+using Side = std::function<std::optional<Duration>()>;
+
+/// Both run `runs` times, at least once.
+[[nodiscard]] RaceTimes RaceTimed(int runs, const std::function<Duration()>& ours, const Side& theirs);
 [[nodiscard]] RaceTimes RaceTimed(int runs, const std::function<Duration()>& ours,
                                   const std::vector<Command>& theirs);
 [[nodiscard]] RaceTimes Race(int runs, const std::function<void()>& ours, const std::vector<Command>& theirs);

@@ -1,0 +1,161 @@
+#include "sqlite.h"
+
+#include <sqlite3.h>
+
+#include <stdexcept>
+
+#include <basic/conversion.h>
+
+namespace quardele::bench {
+
+namespace {
+
+[[noreturn]] void Throw(sqlite3* file) {
+    throw std::runtime_error(std::string("SQLite : ") + sqlite3_errmsg(file));
+}
+
+std::string Quoted(const jet::Text& name) {
+    return '"' + basic::ToUtf8(name) + '"';
+}
+
+std::string TypeOf(const jet::Column& column) {
+    switch (column.type) {
+        case jet::ColumnType::Text:
+        case jet::ColumnType::Memo:
+            return "TEXT";
+        case jet::ColumnType::Single:
+        case jet::ColumnType::Double:
+        case jet::ColumnType::Date:
+            return "REAL";
+        default:
+            return "INTEGER";
+    }
+}
+
+std::string ColumnsOf(const jet::Table& table, const jet::Index& index) {
+    std::string columns;
+    for (const jet::IndexColumn& part : index.columns) {
+        columns += (columns.empty() ? "" : ", ") +
+                   Quoted(table.Columns()[static_cast<std::size_t>(part.column)].name) +
+                   (part.ascending ? "" : " DESC");
+    }
+    return "(" + columns + ")";
+}
+
+}  // namespace
+
+SqliteValue ValueFor(const basic::Variant& value) {
+    if (value.IsNull()) {
+        return {};
+    }
+    if (value.IsText()) {
+        return basic::ToUtf8(value.As<basic::Text>());
+    }
+    if (value.Is<basic::Currency>()) {
+        return value.As<basic::Currency>().tenThousandths;
+    }
+    return value.IsDate() ? SqliteValue(value.As<basic::Date>().days)
+                          : SqliteValue(static_cast<std::int64_t>(basic::CDbl(value)));
+}
+
+SqliteFile::SqliteFile(const std::filesystem::path& file) {
+    if (sqlite3_open(file.c_str(), &file_) != SQLITE_OK) {
+        Throw(file_);
+    }
+}
+
+SqliteFile::~SqliteFile() {
+    sqlite3_close(file_);
+}
+
+void SqliteFile::Execute(const std::string& statement) {
+    if (sqlite3_exec(file_, statement.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
+        Throw(file_);
+    }
+}
+
+void SqliteFile::CreateLike(const jet::Table& table) {
+    std::string create = "CREATE TABLE " + Quoted(table.Name()) + " (";
+    for (const jet::Column& column : table.Columns()) {
+        create += Quoted(column.name) + ' ' + TypeOf(column) + ", ";
+    }
+    std::string others;
+    for (const jet::Index& index : table.Indexes()) {
+        if (index.primary) {
+            create += "PRIMARY KEY " + ColumnsOf(table, index);
+        } else {
+            others += "CREATE INDEX " + Quoted(table.Name() + u"_" + index.name) + " ON " +
+                      Quoted(table.Name()) + ' ' + ColumnsOf(table, index) + ";";
+        }
+    }
+    Execute(create + ");" + others);
+}
+
+SqliteStatement::SqliteStatement(SqliteFile& file, const std::string& text) : file_(file.file_) {
+    Check(sqlite3_prepare_v2(file_, text.c_str(), -1, &statement_, nullptr));
+}
+
+SqliteStatement::~SqliteStatement() {
+    sqlite3_finalize(statement_);
+}
+
+void SqliteStatement::Bind(int parameter, const SqliteValue& value) {
+    if (const auto* const text = std::get_if<std::string>(&value)) {
+        Check(sqlite3_bind_text(statement_, parameter, text->data(), static_cast<int>(text->size()),
+                                SQLITE_STATIC));
+    } else if (const auto* const whole = std::get_if<std::int64_t>(&value)) {
+        Check(sqlite3_bind_int64(statement_, parameter, *whole));
+    } else if (const auto* const number = std::get_if<double>(&value)) {
+        Check(sqlite3_bind_double(statement_, parameter, *number));
+    } else {
+        Check(sqlite3_bind_null(statement_, parameter));
+    }
+}
+
+void SqliteStatement::BindAll(const std::vector<SqliteValue>& values) {
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        Bind(static_cast<int>(i) + 1, values[i]);
+    }
+}
+
+bool SqliteStatement::Step() {
+    const int result = sqlite3_step(statement_);
+    if (result != SQLITE_ROW && result != SQLITE_DONE) {
+        Throw(file_);
+    }
+    return result == SQLITE_ROW;
+}
+
+void SqliteStatement::Run() {
+    while (Step()) {
+    }
+    Reset();
+}
+
+void SqliteStatement::Reset() {
+    Check(sqlite3_reset(statement_));
+}
+
+std::string_view SqliteStatement::TextAt(int column) const {
+    const auto* const text =
+        static_cast<const char*>(static_cast<const void*>(sqlite3_column_text(statement_, column)));
+    return text == nullptr
+               ? std::string_view()
+               : std::string_view(text, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column)));
+}
+
+void SqliteStatement::Check(int result) const {
+    if (result != SQLITE_OK) {
+        Throw(file_);
+    }
+}
+
+std::string InsertInto(const jet::Table& table) {
+    std::string parameters = "?";
+    for (std::size_t i = 1; i < table.Columns().size(); ++i) {
+        parameters += ", ?";
+    }
+    return "INSERT INTO " + Quoted(table.Name()) + " VALUES (" + parameters + ")";
+}
+
+}  // namespace quardele::bench

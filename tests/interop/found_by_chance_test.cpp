@@ -80,5 +80,16 @@ TEST_F(FoundByChance, APageThatOneMemoColumnGivesBackServesAnother) {
     SKIP_WITHOUT_OTHER_READERS();
 }
 
+TEST_F(FoundByChance, ATextMayBeginWithTheMarkOfCompressedOnes) {
+    const Text text = u"\uFEFFÉté";
+    const std::vector<Column> columns = {ColumnOf(u"Mémo", ColumnType::Memo)};
+    auto table = Make(columns);
+    Add(*table, 0, text);
+    EXPECT_EQ(ErrorNumber([&] { Add(*table, 0, Text(u"\uFEFF\u0100")); }), basic::error::kTypeConversion);
+    table.reset();
+    ExpectRows(columns, {{text}});
+    SKIP_WITHOUT_OTHER_READERS();
+}
+
 }  // namespace
 }  // namespace quardele::jet::test

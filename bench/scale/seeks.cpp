@@ -61,6 +61,7 @@ std::size_t SeekTheirs(SqliteFile& file, const std::vector<SqliteValue>& keys) {
                                      basic::ToUtf8(kRead[2]) + " FROM TVEH WHERE TVEH_IMMAT = ?");
     std::string text;
     std::size_t read = 0;
+    file.Execute("BEGIN");  // or else every statement would lock the file for itself
     for (const SqliteValue& key : keys) {
         select.Bind(1, key);
         if (!select.Step()) {
@@ -72,6 +73,7 @@ std::size_t SeekTheirs(SqliteFile& file, const std::vector<SqliteValue>& keys) {
         }
         select.Reset();
     }
+    file.Execute("COMMIT");
     return read;
 }
 

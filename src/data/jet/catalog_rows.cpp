@@ -100,7 +100,9 @@ std::vector<basic::Binary> CatalogRows::AccountsOfNewTables() const {
     }
     const basic::Binary owner = DatabaseOwner();
     std::erase(accounts, owner);
-    std::sort(accounts.begin(), accounts.end());
+    std::sort(accounts.begin(), accounts.end(), [](const basic::Binary& left, const basic::Binary& right) {
+        return CompareBytes(left, right) < 0;
+    });
     accounts.erase(std::unique(accounts.begin(), accounts.end()), accounts.end());
     accounts.insert(accounts.begin(), owner);
     return accounts;

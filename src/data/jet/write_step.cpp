@@ -10,8 +10,21 @@
 
 namespace quardele::jet {
 
+// Without a place for the next one, a writer that goes on at once has its lock back before those that pause
+// have looked again, and where locks are slow somebody would wait in vain.
 bool WaitForWriterLock(OsFile& file, OsFile::Lock kind) {
-    return RetryUntil([&] { return file.TryLock(lock_bytes::kWriter, kind) == OsFile::LockResult::Taken; });
+    bool isNext = false;
+    const auto take = [&](std::uint64_t byte, OsFile::Lock how) {
+        return file.TryLock(byte, how) == OsFile::LockResult::Taken;
+    };
+    const bool taken = RetryUntil([&] {
+        isNext = isNext || take(lock_bytes::kNextWriter, OsFile::Lock::Exclusive);
+        return isNext && take(lock_bytes::kWriter, kind);
+    });
+    if (isNext) {
+        file.Unlock(lock_bytes::kNextWriter);
+    }
+    return taken;
 }
 
 WriteStep::WriteStep(Engine& engine) : engine_(engine), outer_(engine.openStep) {

@@ -2,7 +2,7 @@
 # Installs the Debian packages that are missing, without asking; as root or through sudo.
 #   scripts/install-packages.sh build   what building and running needs
 #   scripts/install-packages.sh test    the same, and what the tests compare with
-#   scripts/install-packages.sh bench   the same as test, and what the benchmarks compare with
+#   scripts/install-packages.sh bench   the same as test: the benchmarks compare with the same programs
 #   scripts/install-packages.sh fuzz    what building and running the fuzz targets needs
 #   scripts/install-packages.sh windows what building the data engine for Windows and running it needs
 set -euo pipefail
@@ -15,23 +15,20 @@ build=(
     libreoffice-dev libreoffice-writer
 )
 test=(
-    libgtest-dev libgmock-dev
+    libgtest-dev libgmock-dev libsqlite3-dev clang-format groff
     mdbtools unzip poppler-utils python3
     xvfb xauth xdotool
 )
 # Node and its packages may come from elsewhere than Debian.
 command -v node >/dev/null || test+=(nodejs)
 command -v npm >/dev/null || test+=(npm)
-bench=(libsqlite3-dev)
-
 fuzz=(clang libclang-rt-14-dev libgtest-dev libgmock-dev)
 # GoogleTest comes as sources, which the cross compiler makes a library of.
 windows=(g++-mingw-w64-x86-64-posix googletest wine wine64)
 
 case "${1:-build}" in
     build) wanted=("${tools[@]}" "${build[@]}") ;;
-    test) wanted=("${tools[@]}" "${build[@]}" "${test[@]}") ;;
-    bench) wanted=("${tools[@]}" "${build[@]}" "${test[@]}" "${bench[@]}") ;;
+    test | bench) wanted=("${tools[@]}" "${build[@]}" "${test[@]}") ;;
     fuzz) wanted=("${tools[@]}" "${fuzz[@]}") ;;
     windows) wanted=("${tools[@]}" "${windows[@]}") ;;
     *)

@@ -44,14 +44,6 @@ ReadTable InWords(const TableContents& contents, TextOf textOf) {
     return table;
 }
 
-void Forget(Rows& rows, std::size_t column) {
-    for (auto& row : rows) {
-        if (column < row.size()) {
-            row[column] = "?";
-        }
-    }
-}
-
 /// The first rows that the one has and the other has not.
 void ExpectSameRows(Rows expected, Rows read) {
     std::sort(expected.begin(), expected.end());
@@ -68,20 +60,13 @@ void ExpectSameRows(Rows expected, Rows read) {
                                << Shown(added.front());
 }
 
-void ExpectSameTable(const Text& name, const TableContents& contents, TextOf textOf, ReadTable read,
-                     const Unreadable& unreadable) {
+void ExpectSameTable(const Text& name, const TableContents& contents, TextOf textOf, ReadTable read) {
     SCOPED_TRACE("table " + basic::ToUtf8(name));
     ReadTable expected = InWords(contents, textOf);
     if (contents.rows.empty() && read.columns.empty()) {
         read.columns = expected.columns;
     }
     EXPECT_EQ(read.columns, expected.columns);
-    for (std::size_t i = 0; i < contents.columns.size(); ++i) {
-        if (unreadable && unreadable(name, contents.columns[i])) {
-            Forget(expected.rows, i);
-            Forget(read.rows, i);
-        }
-    }
     ExpectSameRows(std::move(expected.rows), std::move(read.rows));
 }
 
@@ -108,12 +93,12 @@ void CompareWithOurReading(const fs::path& file, const Contents& expected) {
     EXPECT_EQ(NamesOf(ours), NamesOf(expected));
     for (const auto& [name, table] : expected) {
         if (const auto read = ours.find(name); read != ours.end()) {
-            ExpectSameTable(name, table, ExactText, InWords(read->second, ExactText), {});
+            ExpectSameTable(name, table, ExactText, InWords(read->second, ExactText));
         }
     }
 }
 
-void CompareWithMdbTools(const fs::path& file, const Contents& expected, const Unreadable& unreadable) {
+void CompareWithMdbTools(const fs::path& file, const Contents& expected) {
     SCOPED_TRACE("mdbtools");
     const auto schema = ReadByMdbSchema(file);
     EXPECT_EQ(NamesOf(schema), NamesOf(expected));
@@ -125,28 +110,28 @@ void CompareWithMdbTools(const fs::path& file, const Contents& expected, const U
             columns.push_back(SchemaType(column));
         }
         EXPECT_EQ(schema.contains(utf8) ? schema.at(utf8) : std::vector<std::string>(), columns) << utf8;
-        ExpectSameTable(name, table, ExportText, ReadByMdbExport(file, utf8), unreadable);
+        ExpectSameTable(name, table, ExportText, ReadByMdbExport(file, utf8));
     }
 }
 
-void CompareWithMdbReader(const fs::path& file, const Contents& expected, const Unreadable& unreadable) {
+void CompareWithMdbReader(const fs::path& file, const Contents& expected) {
     SCOPED_TRACE("mdb-reader");
     auto theirs = ReadByMdbReader(file);
     EXPECT_EQ(NamesOf(theirs), NamesOf(expected));
     for (const auto& [name, table] : expected) {
-        ExpectSameTable(name, table, ExactText, std::move(theirs[basic::ToUtf8(name)]), unreadable);
+        ExpectSameTable(name, table, ExactText, std::move(theirs[basic::ToUtf8(name)]));
     }
 }
 
 }  // namespace
 
-void ExpectAllReadersAgree(const fs::path& file, const Contents& expected, const Limits& limits) {
+void ExpectAllReadersAgree(const fs::path& file, const Contents& expected) {
     CompareWithOurReading(file, expected);
     if (HasMdbTools()) {
-        CompareWithMdbTools(file, expected, limits.mdbExport);
+        CompareWithMdbTools(file, expected);
     }
     if (HasMdbReader()) {
-        CompareWithMdbReader(file, expected, limits.mdbReader);
+        CompareWithMdbReader(file, expected);
     }
 }
 

@@ -1,25 +1,16 @@
 // One file in the eyes of all its readers.
 #pragma once
 
-#include <functional>
+#include <filesystem>
 
 #include "contents.h"
 
 namespace quardele::jet::test {
 
-/// What the other readers cannot read, by table and column.
-using Unreadable = std::function<bool(const Text& table, const Column& column)>;
-
-struct Limits {
-    Unreadable mdbExport;
-    Unreadable mdbReader;
-};
-
 /// A test failure for each difference between `expected` and the tables of the file as we, mdb-export and
 /// mdb-reader read them, cell by cell, and as mdb-schema shows their columns. Readers that are missing are
 /// left out; SkipWithoutOtherReaders says so.
-void ExpectAllReadersAgree(const std::filesystem::path& file, const Contents& expected,
-                           const Limits& limits = {});
+void ExpectAllReadersAgree(const std::filesystem::path& file, const Contents& expected);
 
 /// A test failure for each fault that the check of the whole file finds; notes too when nobody else has
 /// written the file.

@@ -3,7 +3,6 @@
 #include <jet/check.h>
 
 #include <algorithm>
-#include <chrono>
 #include <iostream>
 #include <map>
 #include <random>
@@ -437,9 +436,7 @@ TEST_F(Damage, ChangedBytesAreNoticedWhereverTheFileSaysThingsTwice) {
             for (int i = 0; i < 60; ++i) {
                 bytes_ = sound;
                 bytes_[used[random() % used.size()].at] ^= static_cast<std::uint8_t>(1 + random() % 255);
-                const auto start = std::chrono::steady_clock::now();
                 const bool isNoticed = Check().size() != notes;
-                EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
                 ++shares[part].changed;
                 shares[part].noticed += isNoticed ? 1 : 0;
             }

@@ -1,6 +1,7 @@
 // The check as a command; what it finds is tested with the engine.
 
 #include <algorithm>
+#include <regex>
 
 #include "mdb_program.h"
 
@@ -8,7 +9,6 @@ namespace quardele::mdb::test {
 namespace {
 
 using testing::HasSubstr;
-using testing::MatchesRegex;
 
 class CheckCommandTest : public MdbTest {
  protected:
@@ -41,12 +41,10 @@ TEST_F(CheckCommandTest, EachFaultIsALineAndTheExitCodeIsOne) {
     DamageIndex();
     const Outcome check = Mdb({"check", file_});
     EXPECT_EQ(check.exitCode, 1);
-    EXPECT_THAT(
-        check.out,
-        MatchesRegex(
-            "page [0-9]+, table T, index or column [A-Za-z]+: row [0-9]+:1 is missing from the index\n"
-            "page [0-9]+, table T, index or column [A-Za-z]+: the index has a wrong entry for row "
-            "[0-9]+:1\n"));
+    const std::regex faults(
+        "page [0-9]+, table T, index or column [A-Za-z]+: row [0-9]+:1 is missing from the index\n"
+        "page [0-9]+, table T, index or column [A-Za-z]+: the index has a wrong entry for row [0-9]+:1\n");
+    EXPECT_TRUE(std::regex_match(check.out, faults)) << check.out;
     EXPECT_EQ(check.err, "");
     EXPECT_THAT(MdbInFrench({"check", file_}).out, HasSubstr(":1 manque dans l'index\n"));
 }

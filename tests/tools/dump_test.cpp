@@ -1,5 +1,7 @@
 // What the reading commands print.
 
+#include <regex>
+
 #include "mdb_program.h"
 
 namespace quardele::mdb::test {
@@ -45,6 +47,60 @@ TEST_F(DumpTest, JsonHasOneObjectPerLine) {
         R"({"n":3,"t":null,"b":false,"d":null,"c":null,"x":null,"m":null,)"
         R"("s":null,"i":null,"y":null,"k":null,"g":null})"
         "\n]\n");
+}
+
+// Texts are looked at several characters at a time: a comma or an accent counts wherever it stands.
+TEST_F(DumpTest, TextsOfEveryLengthComeBackAsTheyWere) {
+    Exec("CREATE TABLE Lengths (t TEXT(100));");
+    std::string csv = "t\n";
+    for (std::size_t length = 1; length < 40; ++length) {
+        csv += std::string(length, 'x') + '\n';
+        for (std::size_t at = 0; at < length; ++at) {
+            for (const char* unit : {",", "\"\"", "\n", "\r"}) {
+                csv += '"' + std::string(at, 'x') + unit + std::string(length - at - 1, 'x') + "\"\n";
+            }
+            csv += std::string(at, 'x') + "é" + std::string(length - at - 1, 'y') + '\n';
+            csv += std::string(at, 'x') + "€" + std::string(length - at - 1, 'y') + '\n';
+        }
+    }
+    csv += std::string(63, 'x') + "é" + std::string(36, 'y') + '\n';
+    std::string accents;
+    for (int i = 0; i < 100; ++i) {
+        accents += "é";
+    }
+    csv += accents + '\n';
+    const Outcome import = Mdb({"import", file_, "Lengths", "-"}, csv);
+    ASSERT_EQ(import.exitCode, 0) << import.err;
+    EXPECT_EQ(Dump("Lengths"), csv);
+}
+
+TEST_F(DumpTest, JsonEscapesWhereverItMust) {
+    Exec("CREATE TABLE Lengths (t TEXT(100));");
+    std::string csv = "t\n";
+    std::string json = "[";
+    for (std::size_t at = 0; at < 20; ++at) {
+        const std::string before(at, 'x');
+        csv += '"' + before + "\ty\"\n\"" + before + "\\y\"\n";
+        json += (at == 0 ? "" : ",");
+        json += "\n{\"t\":\"" + before + "\\u0009y\"},\n{\"t\":\"" + before + "\\\\y\"}";
+    }
+    const Outcome import = Mdb({"import", file_, "Lengths", "-"}, csv);
+    ASSERT_EQ(import.exitCode, 0) << import.err;
+    EXPECT_EQ(Mdb({"dump", file_, "Lengths", "--json"}).out, json + "\n]\n");
+}
+
+TEST_F(DumpTest, ANumberIsTheShortestTextThatMeansIt) {
+    Exec("CREATE TABLE Numbers (x DOUBLE);");
+    const std::string csv =
+        "x\n0\n1\n-1\n0.5\n-0.25\n0.001\n0.0101\n0.0009\n5e-04\n3.1416\n3.14159\n10000\n99999\n99999.9999\n"
+        "99999.99999\n-99999.9999\n1e+05\n120000\n123456.78\n0.1234\n0.30000000000000004\n1e-10\n"
+        "9007199254740993\n";
+    const Outcome import = Mdb({"import", file_, "Numbers", "-"}, csv);
+    ASSERT_EQ(import.exitCode, 0) << import.err;
+    std::string expected = csv;
+    expected.replace(expected.find("0.0009"), 6, "9e-04");
+    expected.replace(expected.find("9007199254740993"), 16, "9007199254740992");
+    EXPECT_EQ(Dump("Numbers"), expected);
 }
 
 TEST_F(DumpTest, AnEmptyTableIsItsNames) {
@@ -108,7 +164,8 @@ TEST_F(DumpTest, KeysComeInTheOrderOfTheIndex) {
         "CREATE INDEX I ON K (n)");
     const Outcome keys = Mdb({"keys", file_, "K", "I"});
     EXPECT_EQ(keys.exitCode, 0) << keys.err;
-    EXPECT_THAT(keys.out, testing::MatchesRegex("7f80000001 [0-9]+ 1\n7f80000002 [0-9]+ 0\n"));
+    EXPECT_TRUE(std::regex_match(keys.out, std::regex("7f80000001 [0-9]+ 1\n7f80000002 [0-9]+ 0\n")))
+        << keys.out;
     const Outcome missing = Mdb({"keys", file_, "K", "J"});
     EXPECT_EQ(missing.exitCode, 1);
     EXPECT_EQ(missing.err, "mdb: the table has no index \"J\"\n");

@@ -9,6 +9,7 @@
 
 #include <basic/runtime_error.h>
 
+#include "lock_wait.h"
 #include "os_file.h"
 #include "write_hook.h"
 
@@ -58,17 +59,7 @@ namespace fs = std::filesystem;
                          FILE_ATTRIBUTE_NORMAL | flags, nullptr);
 }
 
-// The runtime keeps system handles under small numbers; -1 stands for none.
-[[nodiscard]] int Keep(HANDLE handle) {
-    return handle == INVALID_HANDLE_VALUE
-               ? -1
-               : ::_open_osfhandle(reinterpret_cast<std::intptr_t>(handle), _O_BINARY);
-}
-
-[[nodiscard]] HANDLE Kept(int number) {
-    return reinterpret_cast<HANDLE>(::_get_osfhandle(number));
-}
-
+// Closes the handle, and leaves the last error as it is.
 class HandleCloser {
  public:
     explicit HandleCloser(HANDLE handle) : handle_(handle) {}
@@ -84,6 +75,42 @@ class HandleCloser {
  private:
     HANDLE handle_;
 };
+
+// A deleted file keeps its name until everybody has closed it, and nobody can open or make it meanwhile: the
+// system then says that access is denied, even to one who asks for none.
+[[nodiscard]] bool IsOnItsWayOut(const fs::path& path) {
+    const HandleCloser closer(OpenHandle(path, 0, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
+    return !closer.IsOpen() && ::GetLastError() == ERROR_ACCESS_DENIED;
+}
+
+// Tries again while what is in the way may go away by itself: a deleted name, or a virus scanner that has the
+// file for a moment and lets nobody else to it. Gives the error that was left, or ERROR_SUCCESS.
+template <class Attempt>
+[[nodiscard]] DWORD Insist(const fs::path& path, const Attempt& attempt) {
+    DWORD failure = ERROR_SUCCESS;
+    const auto fails = [&](DWORD how) {
+        failure = attempt() ? ERROR_SUCCESS : ::GetLastError();
+        return failure == how;
+    };
+    static_cast<void>(RetryUntil([&] {
+        if (fails(ERROR_ACCESS_DENIED) && !IsOnItsWayOut(path)) {
+            return !fails(ERROR_SHARING_VIOLATION);  // the name may have gone just now
+        }
+        return failure != ERROR_ACCESS_DENIED && failure != ERROR_SHARING_VIOLATION;
+    }));
+    return failure;
+}
+
+// The runtime keeps system handles under small numbers; -1 stands for none.
+[[nodiscard]] int Keep(HANDLE handle) {
+    return handle == INVALID_HANDLE_VALUE
+               ? -1
+               : ::_open_osfhandle(reinterpret_cast<std::intptr_t>(handle), _O_BINARY);
+}
+
+[[nodiscard]] HANDLE Kept(int number) {
+    return reinterpret_cast<HANDLE>(::_get_osfhandle(number));
+}
 
 [[nodiscard]] OVERLAPPED At(std::uint64_t offset) {
     OVERLAPPED place = {};
@@ -152,7 +179,7 @@ bool OsFile::Open(const fs::path& path, Access access) {
         return true;
     }
     const DWORD failure = ::GetLastError();
-    if (IsMissing(failure)) {
+    if (IsMissing(failure) || (failure == ERROR_ACCESS_DENIED && IsOnItsWayOut(path))) {
         throw basic::RuntimeError(basic::error::kFileMissing,
                                   basic::Describe(basic::error::kFileMissing, PathText(path)));
     }
@@ -166,10 +193,15 @@ bool OsFile::Open(const fs::path& path, Access access) {
 bool OsFile::OpenOrCreate(const fs::path& path) {
     Close();
     path_ = path;
-    handle_ = Keep(OpenHandle(path, GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING));
-    if (handle_ < 0 && ::GetLastError() == ERROR_FILE_NOT_FOUND) {
+    const auto open = [&](DWORD disposition) {
+        return Insist(path, [&] {
+            handle_ = Keep(OpenHandle(path, GENERIC_READ | GENERIC_WRITE, disposition));
+            return handle_ >= 0;
+        });
+    };
+    if (open(OPEN_EXISTING) == ERROR_FILE_NOT_FOUND) {
         BeforeWriting({.step = WritePoint::Create, .path = path, .bytes = {}});
-        handle_ = Keep(OpenHandle(path, GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS));
+        static_cast<void>(open(OPEN_ALWAYS));
     }
     return handle_ >= 0;
 }
@@ -178,9 +210,12 @@ void OsFile::Create(const fs::path& path) {
     BeforeWriting({.step = WritePoint::Create, .path = path, .bytes = {}});
     Close();
     path_ = path;
-    handle_ = Keep(OpenHandle(path, GENERIC_READ | GENERIC_WRITE, CREATE_ALWAYS));
-    if (handle_ < 0) {
-        ThrowFor(::GetLastError());
+    const DWORD failure = Insist(path, [&] {
+        handle_ = Keep(OpenHandle(path, GENERIC_READ | GENERIC_WRITE, CREATE_ALWAYS));
+        return handle_ >= 0;
+    });
+    if (failure != ERROR_SUCCESS) {
+        ThrowFor(failure);
     }
 }
 
@@ -311,16 +346,20 @@ std::string MachineName() {
 
 void RemoveFile(const fs::path& path) {
     BeforeWriting({.step = WritePoint::Remove, .path = path, .bytes = {}});
-    if (::DeleteFileW(SystemName(path).c_str()) == 0 && !IsMissing(::GetLastError())) {
-        ThrowFor(::GetLastError());
+    const DWORD failure = Insist(path, [&] { return ::DeleteFileW(SystemName(path).c_str()) != 0; });
+    if (failure != ERROR_SUCCESS && !IsMissing(failure)) {
+        ThrowFor(failure);
     }
 }
 
 void RenameFile(const fs::path& from, const fs::path& to) {
     BeforeWriting({.step = WritePoint::Rename, .path = from, .bytes = {}});
-    if (::MoveFileExW(SystemName(from).c_str(), SystemName(to).c_str(),
-                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
-        ThrowFor(::GetLastError());
+    const DWORD failure = Insist(to, [&] {
+        return ::MoveFileExW(SystemName(from).c_str(), SystemName(to).c_str(),
+                             MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    });
+    if (failure != ERROR_SUCCESS) {
+        ThrowFor(failure);
     }
 }
 

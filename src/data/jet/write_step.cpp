@@ -13,17 +13,14 @@ namespace quardele::jet {
 // Without a place for the next one, a writer that goes on at once has its lock back before those that pause
 // have looked again, and where locks are slow somebody would wait in vain.
 bool WaitForWriterLock(OsFile& file, OsFile::Lock kind) {
-    bool isNext = false;
-    const auto take = [&](std::uint64_t byte, OsFile::Lock how) {
-        return file.TryLock(byte, how) == OsFile::LockResult::Taken;
+    const auto wait = [&](std::uint64_t byte, OsFile::Lock how) {
+        return RetryUntil([&] { return file.TryLock(byte, how) == OsFile::LockResult::Taken; });
     };
-    const bool taken = RetryUntil([&] {
-        isNext = isNext || take(lock_bytes::kNextWriter, OsFile::Lock::Exclusive);
-        return isNext && take(lock_bytes::kWriter, kind);
-    });
-    if (isNext) {
-        file.Unlock(lock_bytes::kNextWriter);
+    if (!wait(lock_bytes::kNextWriter, OsFile::Lock::Exclusive)) {
+        return false;
     }
+    const bool taken = wait(lock_bytes::kWriter, kind);
+    file.Unlock(lock_bytes::kNextWriter);
     return taken;
 }
 

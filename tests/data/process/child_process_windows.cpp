@@ -91,6 +91,7 @@ Process::Process(const std::filesystem::path& program, const std::vector<std::st
     std::wstring line = CommandLine(program, arguments);
     const bool started = ::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
                                           &start, &process) != 0;
+    const DWORD failure = ::GetLastError();
     ::CloseHandle(in.read);
     ::CloseHandle(out.write);
     if (!errors.empty()) {
@@ -101,7 +102,8 @@ Process::Process(const std::filesystem::path& program, const std::vector<std::st
     if (!started) {
         CloseAndForget(input_);
         CloseAndForget(output_);
-        throw std::runtime_error("cannot start " + program.string());
+        throw std::runtime_error("cannot start " + program.string() + ", system error " +
+                                 std::to_string(failure));
     }
     ::CloseHandle(process.hThread);
     process_ = reinterpret_cast<std::intptr_t>(process.hProcess);

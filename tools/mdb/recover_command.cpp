@@ -44,6 +44,12 @@ constexpr StateText<JournalState> kStates[] = {
     {JournalState::ForeignChange,
      {"quelqu'un a écrit dans le fichier depuis : choisissez --rollback --force ou --keep",
       "somebody has written to the file since: choose --rollback --force or --keep"}},
+    {JournalState::Damaged,
+     {"le journal est endommagé : on ne sait pas si le fichier est intact ; --keep écarte le journal",
+      "the journal is damaged: nobody knows whether the file is whole; --keep puts the journal aside"}},
+    {JournalState::Unreadable,
+     {"le journal ne peut pas être lu, ou une autre version du programme l'a écrit ; --keep l'écarte",
+      "the journal cannot be read, or another version of the program wrote it; --keep puts it aside"}},
 };
 
 constexpr StateText<JournalPageState> kPageStates[] = {

@@ -38,11 +38,11 @@ std::vector<std::uint32_t> NumbersOf(std::span<const PagePtr> pages) {
 }
 
 bool UndoFromJournal(OsFile& file, const Format& format) {
-    const auto journal = StoredJournal::Read(file, format);
-    if (journal) {
-        Undo(file, format, *journal);
+    const StoredJournal journal = StoredJournal::Read(file, format);
+    if (journal.IsComplete()) {
+        Undo(file, format, journal);
     }
-    return journal.has_value();
+    return journal.IsComplete();
 }
 
 /// One commit on its way.
@@ -155,7 +155,7 @@ void Commit::DropUnfinished() {
     }
 }
 
-// A journal that cannot be read back now stays for whoever can.
+// A journal that cannot be read back now stays, and with it the file is not opened as if it were whole.
 void Commit::TakeBack() {
     if (UndoFromJournal(file_, engine_.Layout())) {
         DropJournal(file_);

@@ -23,15 +23,23 @@ namespace {
     throw basic::RuntimeError(basic::error::kNotADatabase, std::move(description));
 }
 
+[[noreturn]] void ThrowDamagedJournal(const OsFile& file) {
+    basic::Text description = u"Une écriture de « ";
+    description += FileName(file.Path());
+    description += u" » a été interrompue et son journal « ";
+    description += FileName(JournalPath(file.Path()));
+    description +=
+        u" » est endommagé : on ne sait pas si le fichier est intact. Le journal est conservé ; la "
+        u"commande « mdb recover --keep » l'écarte.";
+    throw basic::RuntimeError(basic::error::kNotADatabase, std::move(description));
+}
+
 // Undoes what has to be undone, and says how the journal was found. It is closed then.
 JournalState BringToOneEnd(OsFile& file, const Format& format) {
-    const auto journal = StoredJournal::Read(file, format);
-    if (!journal) {
-        return JournalState::Unfinished;
-    }
-    const JournalState state = StateOf(file, format, *journal);
+    const StoredJournal journal = StoredJournal::Read(file, format);
+    const JournalState state = StateOf(file, format, journal);
     if (state == JournalState::NotStarted || state == JournalState::Half) {
-        Undo(file, format, *journal);
+        Undo(file, format, journal);
     }
     return state;
 }
@@ -58,7 +66,7 @@ std::filesystem::path JournalPath(const std::filesystem::path& dataFile) {
 
 bool HasJournal(const std::filesystem::path& dataFile) {
     std::error_code failure;
-    return std::filesystem::exists(JournalPath(dataFile), failure);
+    return std::filesystem::exists(JournalPath(dataFile), failure) || failure;
 }
 
 void DropJournal(const OsFile& file) {
@@ -75,10 +83,16 @@ std::filesystem::path SetJournalAside(const OsFile& file) {
         aside += ".autre" + std::to_string(number);
     }
     RenameFile(journal, aside);
+    SyncFolder(journal.parent_path());
     return aside;
 }
 
 void Undo(OsFile& file, const Format& format, const StoredJournal& journal) {
+    // Who has read some of the new pages must not take the old ones for theirs.
+    const ChangeMark mark = ChangeMark::Read(file, format);
+    if (mark.IsUsable()) {
+        MarkOfUndoing(mark, journal).WriteSlot(file, journal.User());
+    }
     for (std::size_t i = 0; i < journal.Size(); ++i) {
         if (journal.PageAt(i) < journal.PageCount()) {
             const StoredRecord record = journal.At(i);
@@ -86,11 +100,6 @@ void Undo(OsFile& file, const Format& format, const StoredJournal& journal) {
         }
     }
     file.Resize(std::uint64_t{journal.PageCount()} * format.pageSize);
-    // Who has read some of the new pages must not take the old ones for theirs.
-    const ChangeMark mark = ChangeMark::Read(file, format);
-    if (mark.IsUsable()) {
-        mark.Advanced(journal.User()).WriteSlot(file, journal.User());
-    }
     file.Sync();
 }
 
@@ -98,6 +107,7 @@ void RecoverFromJournal(OsFile& file, const Format& format) {
     const CommitLock lock(file);
     switch (BringToOneEnd(file, format)) {
         case JournalState::None:
+            return;
         case JournalState::Unfinished:
         case JournalState::NotStarted:
         case JournalState::Half:
@@ -111,16 +121,16 @@ void RecoverFromJournal(OsFile& file, const Format& format) {
             return;
         case JournalState::ForeignChange:
             ThrowForeign(file);
+        case JournalState::Damaged:
+        case JournalState::Unreadable:
+            ThrowDamagedJournal(file);
     }
 }
 
 bool NeedsRecovery(const OsFile& file, const Format& format) {
-    const auto journal = StoredJournal::Read(file, format);
-    if (!journal) {
-        return false;
-    }
-    const JournalState state = StateOf(file, format, *journal);
-    return state == JournalState::Half || state == JournalState::ForeignChange;
+    const JournalState state = StateOf(file, format, StoredJournal::Read(file, format));
+    return state == JournalState::Half || state == JournalState::ForeignChange ||
+           state == JournalState::Damaged;
 }
 
 }  // namespace quardele::jet

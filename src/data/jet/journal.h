@@ -13,6 +13,8 @@ namespace quardele::jet {
 class StoredJournal;
 
 [[nodiscard]] std::filesystem::path JournalPath(const std::filesystem::path& dataFile);
+/// False only when there is certainly none: one that cannot be seen clearly is taken to be there, and reading
+/// it then fails.
 [[nodiscard]] bool HasJournal(const std::filesystem::path& dataFile);
 
 /// Keeps readers from looking while pages are being written to a file.
@@ -31,7 +33,8 @@ class CommitLock {
 /// Brings a file that a writer left in the middle of its step back to one of its ends: to the end of the
 /// step when all pages were written, otherwise to its beginning. A journal that was not finished touches
 /// nothing; one that belongs to another file or to an older state is put aside. The caller holds the writer's
-/// lock. Throws 3343, and changes nothing, when somebody else has changed the pages meanwhile.
+/// lock. Throws, and changes nothing, when somebody else has changed the pages meanwhile or the journal is
+/// damaged (3343), or cannot be read (3051, 57).
 void RecoverFromJournal(OsFile& file, const Format& format);
 
 /// Whether a file that may only be read lies in the middle of a step that somebody must undo first.
@@ -44,7 +47,7 @@ void Undo(OsFile& file, const Format& format, const StoredJournal& journal);
 /// Deletes the journal. Its name may come back when the power fails: it then describes a finished step, for
 /// the next journal is durable before the next page is written.
 void DropJournal(const OsFile& file);
-/// Gives the journal another name, which it returns.
+/// Gives the journal another name, which it returns; it is durable then.
 std::filesystem::path SetJournalAside(const OsFile& file);
 
 }  // namespace quardele::jet

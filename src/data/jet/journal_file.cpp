@@ -30,7 +30,7 @@ constexpr std::size_t kRecordHeader = 8;
 constexpr std::uint32_t kAppended = 0;
 constexpr std::uint32_t kReplaced = 1;
 
-/// Records are written in pieces of this size, and synced ahead of the header from so many bytes on.
+/// Records are written in pieces of this size.
 constexpr std::size_t kFlushSize = 1 << 20;
 
 /// The header page changes behind this point only.
@@ -63,33 +63,57 @@ std::uint64_t HeaderSum(const ByteString& header) {
     throw basic::RuntimeError(basic::error::kNotADatabase, std::move(description));
 }
 
-// The header, when it is whole.
-std::optional<ByteString> ReadHeader(const OsFile& file, const OsFile& journal) {
-    ByteString header(kHeaderSize);
-    if (journal.ReadAt(0, header) != header.size() ||
-        !std::equal(kMagic.begin(), kMagic.end(), header.begin(),
-                    [](char a, std::uint8_t b) { return static_cast<std::uint8_t>(a) == b; })) {
-        return std::nullopt;
-    }
-    if (header[kMagic.size()] != kVersion) {
-        ThrowOtherVersion(file);
-    }
-    if (ByteView(header, kHeaderPage).U64(kHeaderSumAt) != HeaderSum(header)) {
-        return std::nullopt;
-    }
-    return header;
+[[noreturn]] void ThrowUnreadable(const OsFile& file) {
+    basic::Text description = u"Le journal « ";
+    description += FileName(JournalPath(file.Path()));
+    description +=
+        u" » d'une écriture interrompue ne peut pas être lu : vérifiez les droits d'accès. Il est "
+        u"conservé.";
+    throw basic::RuntimeError(basic::error::kCannotOpenFile, std::move(description));
 }
 
-// False when there is none, or another process has just deleted it.
+bool IsBlank(std::span<const std::uint8_t> bytes) {
+    return std::all_of(bytes.begin(), bytes.end(), [](std::uint8_t byte) { return byte == 0; });
+}
+
+bool HasMagic(const ByteString& header) {
+    return std::equal(kMagic.begin(), kMagic.end(), header.begin(),
+                      [](char a, std::uint8_t b) { return static_cast<std::uint8_t>(a) == b; });
+}
+
+// The header alone. Its place holds zeros until it is written, so that one of its two sectors is still blank
+// when that was cut short; anything else that does not add up was changed afterwards.
+StoredJournal::Condition ReadHeader(const OsFile& file, const OsFile& journal, ByteString& header) {
+    header.resize(kHeaderSize);
+    if (journal.ReadAt(0, header) != header.size() || IsBlank(std::span(header).first(kSector))) {
+        return StoredJournal::Condition::Unfinished;
+    }
+    if (HasMagic(header) && header[kMagic.size()] != kVersion) {
+        ThrowOtherVersion(file);
+    }
+    if (HasMagic(header) && ByteView(header, kHeaderPage).U64(kHeaderSumAt) == HeaderSum(header)) {
+        return StoredJournal::Condition::Complete;
+    }
+    return IsBlank(std::span(header).subspan(kMarkAt)) ? StoredJournal::Condition::Unfinished
+                                                       : StoredJournal::Condition::Damaged;
+}
+
+// False when there is none, or another process has just deleted it. One that cannot be opened is there.
 bool OpenJournal(const OsFile& file, OsFile& journal) {
+    if (!HasJournal(file.Path())) {
+        return false;
+    }
     try {
-        return HasJournal(file.Path()) && journal.Open(JournalPath(file.Path()), OsFile::Access::Read);
+        if (!journal.Open(JournalPath(file.Path()), OsFile::Access::Read)) {
+            ThrowUnreadable(file);
+        }
     } catch (const basic::RuntimeError& error) {
         if (error.Number() == basic::error::kFileMissing) {
             return false;
         }
         throw;
     }
+    return true;
 }
 
 }  // namespace
@@ -103,9 +127,11 @@ std::uint64_t FileIdentity(const OsFile& file, const Format& format) {
     return Checksum(letters, Checksum(header));
 }
 
-bool HasValidJournal(const OsFile& file) {
+bool HasFinishedJournal(const OsFile& file) {
     OsFile journal;
-    return OpenJournal(file, journal) && ReadHeader(file, journal).has_value();
+    ByteString header;
+    return OpenJournal(file, journal) &&
+           ReadHeader(file, journal, header) != StoredJournal::Condition::Unfinished;
 }
 
 JournalWriter::JournalWriter(const OsFile& file, const Format& format, std::uint32_t pageCount)
@@ -113,7 +139,7 @@ JournalWriter::JournalWriter(const OsFile& file, const Format& format, std::uint
       pageSize_(static_cast<std::uint32_t>(format.pageSize)),
       identity_(FileIdentity(file, format)),
       pageCount_(pageCount),
-      end_(kHeaderSize) {
+      pending_(kHeaderSize) {
     journal_.Create(JournalPath(file.Path()));
 }
 
@@ -148,9 +174,7 @@ void JournalWriter::Flush() {
 
 void JournalWriter::FlushRecords() {
     Flush();
-    if (end_ > kFlushSize) {
-        journal_.Sync();
-    }
+    journal_.Sync();
 }
 
 void JournalWriter::Finish(const ChangeMark& mark, int user) {
@@ -167,52 +191,56 @@ void JournalWriter::Finish(const ChangeMark& mark, int user) {
     AppendBytes(header, mark.Stored());
     Put(header, kHeaderSumAt, HeaderSum(header));
     journal_.WriteAt(0, header);
-    journal_.Sync();
+    journal_.SyncData();
     journal_.Close();
     SyncFolder(file_.Path().parent_path());
 }
 
-std::optional<StoredJournal> StoredJournal::Read(const OsFile& file, const Format& format) {
+StoredJournal StoredJournal::Read(const OsFile& file, const Format& format) {
     StoredJournal journal;
     if (!OpenJournal(file, journal.journal_)) {
-        return std::nullopt;
+        return journal;
     }
-    const auto header = ReadHeader(file, journal.journal_);
-    if (!header) {
-        return std::nullopt;
+    ByteString header;
+    journal.condition_ = ReadHeader(file, journal.journal_, header);
+    if (!journal.IsComplete()) {
+        return journal;
     }
-    const ByteView view(*header, kHeaderPage);
-    journal.pageSize_ = view.U32(kPageSizeAt);
-    journal.pageCount_ = view.U32(kPageCountAt);
-    journal.user_ = static_cast<int>(view.U32(kUserAt) % ChangeMark::kSlots);
+    journal.TakeHeader(header);
+    const ByteView view(header, kHeaderPage);
     journal.sameFile_ = view.U64(kIdentityAt) == FileIdentity(file, format);
-    ChangeMark::Bytes mark{};
-    std::copy_n(header->begin() + kMarkAt, mark.size(), mark.begin());
-    journal.mark_ = ChangeMark(mark);
     if (journal.pageSize_ != format.pageSize ||
-        journal.IndexRecords(view.U32(kRecordsAt)) != view.U64(kRecordsSumAt)) {
-        return std::nullopt;
+        journal.IndexRecords(view.U32(kRecordsAt)) != view.U64(kRecordsSumAt) ||
+        !journal.NumbersArePossible()) {
+        journal.condition_ = Condition::Damaged;
     }
     return journal;
 }
 
-// Finds the records and gives the checksum of all of them; they need not fit into memory together.
+void StoredJournal::TakeHeader(const ByteString& header) {
+    const ByteView view(header, kHeaderPage);
+    pageSize_ = view.U32(kPageSizeAt);
+    pageCount_ = view.U32(kPageCountAt);
+    user_ = static_cast<int>(view.U32(kUserAt) % ChangeMark::kSlots);
+    ChangeMark::Bytes mark{};
+    std::copy_n(header.begin() + kMarkAt, mark.size(), mark.begin());
+    mark_ = ChangeMark(mark);
+}
+
+// Finds the records and gives the checksum of all of them; they need not fit into memory together. What they
+// say is judged when the sum is known to be right.
 std::uint64_t StoredJournal::IndexRecords(std::uint32_t count) {
     std::uint64_t sum = 0;
     std::uint64_t at = kHeaderSize;
     const std::size_t sumsSize = pageSize_ / kSector * sizeof(std::uint64_t);
     for (std::uint32_t i = 0; i < count; ++i) {
         ByteString bytes = Bytes(at, kRecordHeader);
-        const ByteView view(bytes, kHeaderPage);
         if (bytes.size() < kRecordHeader) {
             return ~sum;
         }
-        const Place place{
-            .page = view.U32(0), .appended = view.U32(4) == kAppended, .at = at + kRecordHeader};
-        if (place.page == kHeaderPage || place.page >= kLargestFile / pageSize_) {
-            ThrowDamaged(place.page, u"journal d'écriture impossible");
-        }
-        const std::size_t size = place.appended ? sumsSize : 2 * std::size_t{pageSize_};
+        const ByteView view(bytes, kHeaderPage);
+        const Place place{.page = view.U32(0), .kind = view.U32(4), .at = at + kRecordHeader};
+        const std::size_t size = place.kind == kAppended ? sumsSize : 2 * std::size_t{pageSize_};
         const ByteString body = Bytes(place.at, size);
         bytes.insert(bytes.end(), body.begin(), body.end());
         sum = Checksum(bytes, sum);
@@ -220,6 +248,20 @@ std::uint64_t StoredJournal::IndexRecords(std::uint32_t count) {
         records_.push_back(place);
     }
     return sum;
+}
+
+// Pages ascend, none of them is the header, and exactly those behind the old end were appended.
+bool StoredJournal::NumbersArePossible() const {
+    const std::uint64_t limit = kLargestFile / pageSize_;
+    std::uint32_t last = kHeaderPage;
+    for (const Place& place : records_) {
+        const std::uint32_t kind = place.page < pageCount_ ? kReplaced : kAppended;
+        if (place.page <= last || place.page >= limit || place.kind != kind) {
+            return false;
+        }
+        last = place.page;
+    }
+    return !records_.empty() && pageCount_ > 0 && pageCount_ <= limit;
 }
 
 ByteString StoredJournal::Bytes(std::uint64_t at, std::size_t size) const {
@@ -232,8 +274,8 @@ StoredRecord StoredJournal::At(std::size_t position) const {
     const Place& place = records_[position];
     StoredRecord record;
     record.page = place.page;
-    record.appended = place.appended;
-    if (place.appended) {
+    record.appended = place.kind == kAppended;
+    if (record.appended) {
         const std::size_t sectors = pageSize_ / kSector;
         const ByteString sums = Bytes(place.at, sectors * sizeof(std::uint64_t));
         for (std::size_t i = 0; i < sectors; ++i) {

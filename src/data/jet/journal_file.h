@@ -27,8 +27,8 @@ class JournalWriter {
 
     /// `before` is null for a page behind the old end of the file.
     void Add(const PagePtr& before, const Page& after);
-    /// Writes all records to the file. A long journal is on the disk when it returns, so that Finish takes
-    /// little time.
+    /// Writes all records to the file; they are on the disk when it returns. A header is never there without
+    /// its records, whatever order the disk writes in.
     void FlushRecords();
     /// Makes the journal valid; everything is on the disk when it returns. `mark` is that of the file before
     /// the change, which `user` makes.
@@ -43,9 +43,9 @@ class JournalWriter {
     std::uint32_t pageCount_;
     std::uint32_t records_ = 0;
     std::uint64_t sum_ = 0;
-    std::uint64_t end_;
+    std::uint64_t end_ = 0;
     OsFile journal_;
-    ByteString pending_;
+    ByteString pending_;  ///< starts with the place of the header, as zeros
 };
 
 /// One page of a journal that is read back.
@@ -57,13 +57,24 @@ struct StoredRecord {
     std::vector<std::uint64_t> afterSums;  ///< checksums of its sectors, for such a page
 };
 
-/// A complete journal. Its pages are read from the disk one by one.
+/// What lies beside a data file. The pages of a complete journal are read from the disk one by one.
 class StoredJournal {
  public:
-    /// The journal beside the file; nothing when there is none or it was not finished. Throws 3343 when it
-    /// was written by another version of this program, or its numbers are impossible.
-    [[nodiscard]] static std::optional<StoredJournal> Read(const OsFile& file, const Format& format);
+    enum class Condition {
+        None,        ///< there is no journal
+        Unfinished,  ///< its header was never written, or only a part of it
+        Damaged,     ///< it was finished, but is not what was written
+        Complete,
+    };
 
+    /// Throws 3051 when the journal may not be read, 57 when the disk fails, 3343 when it was written by
+    /// another version of this program.
+    [[nodiscard]] static StoredJournal Read(const OsFile& file, const Format& format);
+
+    [[nodiscard]] Condition How() const { return condition_; }
+    [[nodiscard]] bool IsComplete() const { return condition_ == Condition::Complete; }
+
+    // Of a complete journal only:
     [[nodiscard]] std::uint32_t PageCount() const { return pageCount_; }  ///< of the file before the change
     /// Whether the data file has the header and the name that it had then.
     [[nodiscard]] bool IsOfSameFile() const { return sameFile_; }
@@ -78,14 +89,17 @@ class StoredJournal {
  private:
     struct Place {
         std::uint32_t page = 0;
-        bool appended = false;
+        std::uint32_t kind = 0;
         std::uint64_t at = 0;
     };
 
+    void TakeHeader(const ByteString& header);
     [[nodiscard]] std::uint64_t IndexRecords(std::uint32_t count);
+    [[nodiscard]] bool NumbersArePossible() const;
     [[nodiscard]] ByteString Bytes(std::uint64_t at, std::size_t size) const;
 
     OsFile journal_;
+    Condition condition_ = Condition::None;
     std::uint32_t pageSize_ = 0;
     std::uint32_t pageCount_ = 0;
     bool sameFile_ = false;
@@ -94,7 +108,8 @@ class StoredJournal {
     std::vector<Place> records_;
 };
 
-/// Whether the journal beside the file is one that was begun to be carried out. Looks at its header only.
-[[nodiscard]] bool HasValidJournal(const OsFile& file);
+/// Whether the journal beside the file is one that may have begun to be carried out. Looks at its header
+/// only.
+[[nodiscard]] bool HasFinishedJournal(const OsFile& file);
 
 }  // namespace quardele::jet

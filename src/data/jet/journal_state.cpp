@@ -62,15 +62,9 @@ Sectors ExamineAll(const OsFile& file, const Format& format, const StoredJournal
     return found;
 }
 
-// Whether the file's mark is the one of before the change or of after it. With another one somebody has
-// changed the file since.
-bool IsMarkOfChange(const OsFile& file, const Format& format, const StoredJournal& journal) {
-    const ChangeMark& before = journal.Mark();
-    if (!before.IsUsable()) {
-        return true;  // a file without marks tells nothing
-    }
-    const ChangeMark now = ChangeMark::Read(file, format);
-    return now == before || now == before.Advanced(journal.User());
+// Second of the two marks that follow the one of before the change; its user writes them both.
+ChangeMark Undone(const StoredJournal& journal) {
+    return journal.Mark().Advanced(journal.User()).Advanced(journal.User());
 }
 
 }  // namespace
@@ -90,9 +84,32 @@ JournalPageState CompareWithJournal(const StoredRecord& record, std::span<const 
     return found.anyAfter ? JournalPageState::After : JournalPageState::Same;
 }
 
+bool IsMarkOfChange(const ChangeMark& now, const StoredJournal& journal) {
+    const ChangeMark& before = journal.Mark();
+    if (!before.IsUsable()) {
+        return true;  // a file without marks tells nothing
+    }
+    return now == before || now == before.Advanced(journal.User()) || now == Undone(journal);
+}
+
+ChangeMark MarkOfUndoing(const ChangeMark& now, const StoredJournal& journal) {
+    const bool ours = journal.Mark().IsUsable() && IsMarkOfChange(now, journal);
+    return ours ? Undone(journal) : now.Advanced(journal.User());
+}
+
 JournalState StateOf(const OsFile& file, const Format& format, const StoredJournal& journal) {
+    switch (journal.How()) {
+        case StoredJournal::Condition::None:
+            return JournalState::None;
+        case StoredJournal::Condition::Unfinished:
+            return JournalState::Unfinished;
+        case StoredJournal::Condition::Damaged:
+            return JournalState::Damaged;
+        case StoredJournal::Condition::Complete:
+            break;
+    }
     const Sectors found = ExamineAll(file, format, journal);
-    const bool markFits = IsMarkOfChange(file, format, journal);
+    const bool markFits = IsMarkOfChange(ChangeMark::Read(file, format), journal);
     if (found.anyOther && !journal.IsOfSameFile()) {
         return JournalState::OtherFile;
     }

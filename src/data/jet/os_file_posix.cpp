@@ -174,7 +174,11 @@ void OsFile::SyncData() {
 
 OsFile::LockResult OsFile::TryLock(std::uint64_t byte, Lock kind, std::uint64_t length) {
     struct flock range = LockRange(byte, length, kind == Lock::Exclusive ? F_WRLCK : F_RDLCK);
-    if (::fcntl(handle_, F_OFD_SETLK, &range) == 0) {
+    int result = ::fcntl(handle_, F_OFD_SETLK, &range);
+    while (result != 0 && errno == EINTR) {
+        result = ::fcntl(handle_, F_OFD_SETLK, &range);
+    }
+    if (result == 0) {
         return LockResult::Taken;
     }
     return errno == EAGAIN || errno == EACCES ? LockResult::Held : LockResult::Unsupported;

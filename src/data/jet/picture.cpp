@@ -46,7 +46,7 @@ bool PictureTaker::TryTake(Picture& picture) {
 // While nobody writes pages there is no valid journal, but that of a writer that has died.
 bool PictureTaker::LookAtFile(Picture& picture) {
     const ScopeExit release([this] { Release(); });
-    if (HasValidJournal(file_) && (!readOnly_ || NeedsRecovery(file_, format_))) {
+    if (HasFinishedJournal(file_) && (!readOnly_ || NeedsRecovery(file_, format_))) {
         return false;
     }
     picture = {.mark = ChangeMark::Read(file_, format_), .stamp = file_.Stamp()};

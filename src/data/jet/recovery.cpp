@@ -17,13 +17,14 @@ namespace quardele::jet {
 struct Recovery::Opened {
     explicit Opened(const std::filesystem::path& path);
 
-    [[nodiscard]] JournalState Look() const;
+    void Look();
     void ThrowIfReadOnly() const;
+    [[nodiscard]] bool HasPages() const { return journal && journal->IsComplete(); }
 
     OsFile file;
     bool writable = false;
     const Format* format = nullptr;
-    std::optional<StoredJournal> journal;
+    std::optional<StoredJournal> journal;  ///< none when it cannot be read
     JournalState state = JournalState::None;
 };
 
@@ -37,15 +38,17 @@ Recovery::Opened::Opened(const std::filesystem::path& path) {
     if (!WaitForWriterLock(file, writable ? OsFile::Lock::Exclusive : OsFile::Lock::Shared)) {
         throw basic::RuntimeError(basic::error::kRecordLocked);
     }
-    journal = StoredJournal::Read(file, *format);
-    state = Look();
+    Look();
 }
 
-JournalState Recovery::Opened::Look() const {
-    if (!HasJournal(file.Path())) {
-        return JournalState::None;
+void Recovery::Opened::Look() {
+    try {
+        journal = StoredJournal::Read(file, *format);
+    } catch (const basic::RuntimeError&) {
+        state = JournalState::Unreadable;
+        return;
     }
-    return journal ? StateOf(file, *format, *journal) : JournalState::Unfinished;
+    state = StateOf(file, *format, *journal);
 }
 
 void Recovery::Opened::ThrowIfReadOnly() const {
@@ -67,7 +70,7 @@ std::filesystem::path Recovery::JournalFile() const {
 }
 
 std::uint32_t Recovery::PagesBefore() const {
-    return opened_->journal ? opened_->journal->PageCount() : 0;
+    return opened_->HasPages() ? opened_->journal->PageCount() : 0;
 }
 
 std::uint32_t Recovery::PagesNow() const {
@@ -75,7 +78,7 @@ std::uint32_t Recovery::PagesNow() const {
 }
 
 std::size_t Recovery::PageCount() const {
-    return opened_->journal ? opened_->journal->Size() : 0;
+    return opened_->HasPages() ? opened_->journal->Size() : 0;
 }
 
 JournalPage Recovery::Page(std::size_t position) const {

@@ -2,6 +2,7 @@
 
 #include <jet/recovery.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include <basic/runtime_error.h>
@@ -22,6 +23,10 @@ using quardele::test::PathOf;
 
 constexpr std::size_t kPageSize = 4096;
 constexpr std::size_t kSlotsAt = 0xE00;
+constexpr std::size_t kSlotsSize = 512;
+/// Places in a journal: the end of the fields of its header, and its first record.
+constexpr std::size_t kHeaderFields = 48;
+constexpr std::size_t kRecordsAt = 1024;
 
 /// The change of the tests: rows that lie on several pages, index entries of new pages.
 void MakeChange(const fs::path& file) {
@@ -177,6 +182,109 @@ TEST_F(JournalTest, OneOfAnotherVersionIsNotTouched) {
     EXPECT_EQ(OpenError(), basic::error::kNotADatabase);
     EXPECT_EQ(ReadBytes(file_), bytes);
     EXPECT_EQ(ReadBytes(JournalPath(file_)), journal);
+    EXPECT_EQ(State(), JournalState::Unreadable);
+    EXPECT_EQ(ReadBytes(Recovery(file_).KeepFile()), journal);
+}
+
+// The header is valid, so that the change may have reached the file.
+TEST_F(JournalTest, ADamagedOneIsKeptAndTheFileIsNotOpened) {
+    DieAtPageOf(3);
+    auto journal = ReadBytes(JournalPath(file_));
+    journal.at(journal.size() / 2) ^= 1;
+    WriteBytes(JournalPath(file_), journal);
+    const auto bytes = ReadBytes(file_);
+    EXPECT_EQ(OpenError(), basic::error::kNotADatabase);
+    EXPECT_EQ(OpenError(OpenMode::ReadOnly), basic::error::kReadOnly);
+    EXPECT_EQ(State(), JournalState::Damaged);
+    EXPECT_EQ(ErrorNumber([&] { Recovery(file_).RollBack(true); }), basic::error::kInvalidOperation);
+    EXPECT_EQ(ReadBytes(file_), bytes);
+    EXPECT_EQ(ReadBytes(JournalPath(file_)), journal);
+}
+
+TEST_F(JournalTest, OneWhoseRecordsAreZerosIsDamagedAndCanBePutAside) {
+    DieAtPageOf(3);
+    auto journal = ReadBytes(JournalPath(file_));
+    std::fill(journal.begin() + kRecordsAt, journal.end(), std::uint8_t{0});
+    WriteBytes(JournalPath(file_), journal);
+    EXPECT_EQ(OpenError(), basic::error::kNotADatabase);
+    Recovery recovery(file_);
+    EXPECT_EQ(recovery.State(), JournalState::Damaged);
+    EXPECT_EQ(recovery.PageCount(), 0U);
+    EXPECT_EQ(ReadBytes(recovery.KeepFile()), journal);
+    EXPECT_FALSE(HasJournal(file_));
+}
+
+TEST_F(JournalTest, ItsHeaderIsWrittenWhenItsRecordsAreOnTheDisk) {
+    bool recordsOnDisk = false;
+    bool headerWritten = false;
+    CurrentWriteHook() = [&](const WriteEvent& event) {
+        if (event.path != JournalPath(file_)) {
+            return;
+        }
+        const bool isHeader =
+            event.step == WritePoint::Write && event.offset == 0 && event.bytes.size() == kRecordsAt;
+        EXPECT_TRUE(!isHeader || recordsOnDisk);
+        headerWritten = headerWritten || isHeader;
+        recordsOnDisk = event.step == WritePoint::Sync || (recordsOnDisk && isHeader);
+    };
+    MakeChange(file_);
+    CurrentWriteHook() = nullptr;
+    EXPECT_TRUE(headerWritten);
+}
+
+// The disk had the slot that an undoing writes, but not yet all of the old pages, when the power failed.
+TEST_F(JournalTest, AnUndoingThatLostPagesIsTakenUpAgain) {
+    DieAtPageOf(3);
+    const auto half = ReadBytes(file_);
+    const auto journal = ReadBytes(JournalPath(file_));
+    ASSERT_EQ(OpenError(), 0);
+    const auto undone = ReadBytes(file_);
+    auto lost = half;
+    std::copy_n(undone.begin() + kSlotsAt, kSlotsSize, lost.begin() + kSlotsAt);
+    ASSERT_NE(lost, half);
+    WriteBytes(file_, lost);
+    WriteBytes(JournalPath(file_), journal);
+    EXPECT_EQ(State(), JournalState::Half);
+    EXPECT_EQ(ContentsOf(file_), before_);
+    EXPECT_EQ(ReadBytes(file_), undone);
+    EXPECT_FALSE(HasJournal(file_));
+}
+
+// Whatever has become of a byte of the journal: the file is opened as it was before the change, or not
+// touched at all.
+TEST_F(JournalTest, AByteThatWasChangedNeverPutsAWrongPageIntoTheFile) {
+    DieAtPageOf(3);
+    const auto half = ReadBytes(file_);
+    const auto journal = ReadBytes(JournalPath(file_));
+    ASSERT_EQ(OpenError(), 0);
+    const auto undone = ReadBytes(file_);
+    const std::size_t stride = journal.size() / 150;
+    std::size_t refused = 0;
+    for (std::size_t at = 0; at < journal.size(); at += at < kHeaderFields ? 1 : stride) {
+        SCOPED_TRACE("byte " + std::to_string(at));
+        auto damaged = journal;
+        damaged[at] ^= static_cast<std::uint8_t>(1U << at % 8);
+        WriteBytes(file_, half);
+        WriteBytes(JournalPath(file_), damaged);
+        const bool opened = OpenError() == 0;
+        refused += opened ? 0U : 1U;
+        ASSERT_EQ(ReadBytes(file_), opened ? undone : half);
+        ASSERT_TRUE(opened || ReadBytes(JournalPath(file_)) == damaged);
+    }
+    EXPECT_GT(refused, 150U);
+}
+
+TEST_F(JournalTest, OneThatWasCutShortIsNeverCarriedOut) {
+    DieAtPageOf(3);
+    const auto half = ReadBytes(file_);
+    const auto journal = ReadBytes(JournalPath(file_));
+    for (std::size_t size = kRecordsAt; size < journal.size(); size += 1000) {
+        SCOPED_TRACE("size " + std::to_string(size));
+        WriteBytes(JournalPath(file_),
+                   {journal.begin(), journal.begin() + static_cast<std::ptrdiff_t>(size)});
+        ASSERT_EQ(OpenError(), basic::error::kNotADatabase);
+        ASSERT_EQ(ReadBytes(file_), half);
+    }
 }
 
 TEST_F(JournalTest, PagesThatSomebodyElseChangedAreNotRolledBackOver) {

@@ -21,6 +21,8 @@ enum class JournalState {
     Stale,          ///< of an older state of the file, which shows nothing of that change
     OtherFile,      ///< made for another file
     ForeignChange,  ///< somebody else has written since; opening refuses
+    Damaged,        ///< it was complete once and is not what was written: nothing is known; opening refuses
+    Unreadable,     ///< it may not be read, or another version of this program wrote it; opening refuses
 };
 
 /// How a page of the file compares with the journal, disk sector by disk sector.
@@ -44,8 +46,8 @@ struct JournalPage {
 /// can be opened as a database.
 class Recovery {
  public:
-    /// Throws 3024 when the file is missing, 3051 when it may not be read, 3343 when it is not a database or
-    /// its journal was written by another version of this program, 3260 when a writer is at work.
+    /// Throws 3024 when the file is missing, 3051 when it may not be read, 3343 when it is not a database,
+    /// 3260 when a writer is at work.
     explicit Recovery(const std::filesystem::path& dataFile);
     ~Recovery();
     Recovery(const Recovery&) = delete;

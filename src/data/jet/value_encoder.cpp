@@ -28,11 +28,20 @@ ByteString Little(Integer value) {
     return bytes;
 }
 
+// Infinity and what is no number at all are values that a file never holds.
+template <class Number>
+Number Finite(Number value) {
+    if (!std::isfinite(value)) {
+        ThrowWrongType();
+    }
+    return value;
+}
+
 ByteString Float(float value) {
-    return Little(std::bit_cast<std::uint32_t>(value));
+    return Little(std::bit_cast<std::uint32_t>(Finite(value)));
 }
 ByteString Double(double value) {
-    return Little(std::bit_cast<std::uint64_t>(value));
+    return Little(std::bit_cast<std::uint64_t>(Finite(value)));
 }
 
 double NumberFrom(const basic::Variant& value) {

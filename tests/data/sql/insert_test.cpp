@@ -32,6 +32,14 @@ TEST_F(InsertTest, ValuesAreExpressionsAndAreConvertedToTheColumns) {
               Lines{"'VID' #12/31/2026# 6"});
 }
 
+TEST_F(InsertTest, NumbersBeyondTheirColumnAreRefusedInsteadOfBecomingInfinity) {
+    Do("CREATE TABLE S (Id LONG, V SINGLE)");
+    EXPECT_EQ(ErrorOfAction("INSERT INTO S VALUES (1, 1E39)"), basic::error::kTypeConversion);
+    EXPECT_EQ(ErrorOfAction("INSERT INTO S VALUES (1, -1E39)"), basic::error::kTypeConversion);
+    EXPECT_EQ(Do("INSERT INTO S VALUES (2, 3.4E38)"), 1U);
+    EXPECT_EQ(Get("SELECT Id FROM S"), Lines{"2"});
+}
+
 TEST_F(InsertTest, ColumnsWithoutAValueGetTheirDefault) {
     Do("INSERT INTO TVEH (TVEH_IMMAT) VALUES ('ZZ-999-ZZ')");
     EXPECT_EQ(Get("SELECT TVEH_MARQUE, TVEH_EDIT, TVEH_Note1 FROM TVEH WHERE TVEH_IMMAT='ZZ-999-ZZ'"),

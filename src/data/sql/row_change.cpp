@@ -102,7 +102,7 @@ class Update {
             }
         }
         steps.Commit();
-        return rows_.Size();
+        return written_;
     }
 
  private:
@@ -130,17 +130,21 @@ class Update {
                 changes[*Target(i).source].push_back(
                     {Target(i).sourceColumn, rows_.Value(row, static_cast<int>(i))});
             }
+            bool written = false;
             for (auto& [source, values] : changes) {
                 if (const auto id = rows_.Key(row, source)) {
                     changes_[source].emplace_back(*id, std::move(values));
+                    written = true;
                 }
             }
+            written_ += written ? 1 : 0;
         }
     }
 
     std::shared_ptr<const Query> query_;
     RowSet rows_;
     std::map<std::size_t, std::vector<std::pair<jet::RowId, Changes>>> changes_;  ///< by source
+    std::size_t written_ = 0;  ///< rows of the query that have something to be written in a table
 };
 
 // DELETE.

@@ -62,6 +62,16 @@ TEST_F(UpdateTest, TheSideOfAJoinWhoseRowsStandOnceIsChanged) {
               3073);
 }
 
+TEST_F(UpdateTest, RowsWithoutAPartnerAreNotCounted) {
+    Do("CREATE TABLE A (Id LONG PRIMARY KEY)");
+    Do("CREATE TABLE B (Id LONG PRIMARY KEY, V LONG)");
+    Do("INSERT INTO A VALUES (1)");
+    Do("INSERT INTO A VALUES (2)");
+    Do("INSERT INTO B VALUES (2, 5)");
+    EXPECT_EQ(Do("UPDATE A LEFT JOIN B ON A.Id = B.Id SET B.V = 6"), 1U);
+    EXPECT_EQ(Get("SELECT V FROM B"), Lines{"6"});
+}
+
 TEST_F(UpdateTest, OneBadRowLeavesAllAsTheyWere) {
     const Lines before = Get("SELECT * FROM TTYP");
     EXPECT_EQ(ErrorOfAction("UPDATE TTYP SET TTYP_LIBELLE = 'x', TTYP_CODE = 'CT' WHERE TTYP_CODE <> 'BAT'"),

@@ -15,7 +15,8 @@ inline constexpr std::uint64_t kWriter = kPresence + 1;
 /// Held exclusively while pages are being written to the file, from before the journal becomes valid until it
 /// is gone; shared for the moment in which a reader looks whether somebody does.
 inline constexpr std::uint64_t kCommit = kPresence + 2;
-/// Held exclusively by the one that is to have the writer's lock next, until it has it.
+/// Held by the one that is to have the writer's lock next, until it has it: exclusively like that lock, or
+/// shared by one that only keeps writers away, as a check does that may not write.
 inline constexpr std::uint64_t kNextWriter = kPresence + 3;
 /// Rows: one byte for each slot of each page.
 inline constexpr std::uint64_t kRows = std::uint64_t{1} << 40;

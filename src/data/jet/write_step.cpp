@@ -13,13 +13,13 @@ namespace quardele::jet {
 // Without a place for the next one, a writer that goes on at once has its lock back before those that pause
 // have looked again, and where locks are slow somebody would wait in vain.
 bool WaitForWriterLock(OsFile& file, OsFile::Lock kind) {
-    const auto wait = [&](std::uint64_t byte, OsFile::Lock how) {
-        return RetryUntil([&] { return file.TryLock(byte, how) == OsFile::LockResult::Taken; });
+    const auto wait = [&](std::uint64_t byte) {
+        return RetryUntil([&] { return file.TryLock(byte, kind) == OsFile::LockResult::Taken; });
     };
-    if (!wait(lock_bytes::kNextWriter, OsFile::Lock::Exclusive)) {
+    if (!wait(lock_bytes::kNextWriter)) {
         return false;
     }
-    const bool taken = wait(lock_bytes::kWriter, kind);
+    const bool taken = wait(lock_bytes::kWriter);
     file.Unlock(lock_bytes::kNextWriter);
     return taken;
 }

@@ -20,6 +20,34 @@ void AppendNumber(Number value, std::string& text) {
     text.append(digits.data(), end.ptr);
 }
 
+// Few decimals, as amounts have them. Of at most fifteen digits there is one text for a number and it is the
+// shortest, within these bounds without an exponent as well. False, and nothing appended, for all others.
+bool AppendFewDecimals(double value, std::string& text) {
+    constexpr double kLeast = 0.001;
+    constexpr double kEnd = 100000;
+    constexpr unsigned kUnit = 10000;
+    const double magnitude = std::abs(value);
+    if (!(magnitude >= kLeast && magnitude < kEnd)) {
+        return false;
+    }
+    const auto units = static_cast<unsigned>(magnitude * kUnit + 0.5);
+    if (static_cast<double>(units) / kUnit != magnitude) {
+        return false;
+    }
+    std::array<char, 11> digits;  // -99999.9999
+    char* at = digits.data();
+    *at = '-';
+    at = std::to_chars(at + (value < 0 ? 1 : 0), digits.data() + digits.size(), units / kUnit).ptr;
+    if (unsigned rest = units % kUnit; rest != 0) {
+        *at++ = '.';
+        for (; rest != 0; rest = rest * 10 % kUnit) {
+            *at++ = static_cast<char>('0' + rest * 10 / kUnit);
+        }
+    }
+    text.append(digits.data(), at);
+    return true;
+}
+
 // Two digits at a place that has room for them.
 void PutTwo(unsigned value, char* at) {
     at[0] = static_cast<char>('0' + value / 10);
@@ -88,7 +116,9 @@ void AppendInteger(std::int64_t value, std::string& text) {
 }
 
 void AppendDouble(double value, std::string& text) {
-    AppendNumber(value, text);
+    if (!AppendFewDecimals(value, text)) {
+        AppendNumber(value, text);
+    }
 }
 
 void AppendSingle(float value, std::string& text) {

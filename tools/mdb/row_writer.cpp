@@ -2,41 +2,37 @@
 
 #include <cmath>
 
+#include <basic/byte_words.h>
+
 #include "cell_text.h"
 
 namespace quardele::mdb {
 
 namespace {
 
-constexpr bool NeedsQuotes(char unit) {
-    return (unit == ',') | (unit == '"') | (unit == '\n') | (unit == '\r');
-}
+constexpr char kFirstPrintable = 0x20;
 
-constexpr bool NeedsEscape(char unit) {
-    return (unit == '"') | (unit == '\\') | (static_cast<unsigned char>(unit) < 0x20);
+// Whether one of eight characters does.
+constexpr bool NeedsQuotes(std::uint64_t word) {
+    return basic::HasByte(word, ',') || basic::HasByte(word, '"') || basic::HasByte(word, '\n') ||
+           basic::HasByte(word, '\r');
 }
-
-// Looks at every character, without a way out in the middle: so the compiler takes many at a time.
-template <class Predicate>
-bool HasAny(std::string_view text, Predicate predicate) {
-    unsigned char found = 0;
-    for (const char unit : text) {
-        found = static_cast<unsigned char>(found | static_cast<unsigned char>(predicate(unit)));
-    }
-    return found != 0;
+constexpr bool NeedsEscape(std::uint64_t word) {
+    return basic::HasByteBelow(word, kFirstPrintable) || basic::HasByte(word, '"') ||
+           basic::HasByte(word, '\\');
 }
 
 void AppendEscaped(std::string_view text, std::string& result) {
     constexpr std::string_view kHexDigits = "0123456789abcdef";
     for (const char unit : text) {
         const auto code = static_cast<unsigned char>(unit);
-        if (code < 0x20) {
+        if (code < kFirstPrintable) {
             result += "\\u00";
             result += kHexDigits[code >> 4];
             result += kHexDigits[code & 0x0F];
             continue;
         }
-        if (NeedsEscape(unit)) {
+        if (unit == '"' || unit == '\\') {
             result += '\\';
         }
         result += unit;
@@ -95,7 +91,12 @@ void RowWriter::Finish() {
 }
 
 void RowWriter::BeginCell() {
-    buffer_ += starts_[cell_++];
+    if (isJson_) {
+        buffer_ += starts_[cell_];
+    } else if (cell_ > 0) {
+        buffer_ += ',';
+    }
+    ++cell_;
 }
 
 void RowWriter::Write(const jet::Table& table, const jet::Row& row) {
@@ -227,9 +228,8 @@ void RowWriter::FinishPlain(std::size_t start) {
 // In CSV a text is put between quotes when a reader could mistake it: for Null, for two cells, for two lines.
 void RowWriter::FinishText(std::size_t start) {
     const std::string_view text = std::string_view(buffer_).substr(start);
-    const bool isPlain = isJson_
-                             ? !HasAny(text, [](char unit) { return NeedsEscape(unit); })
-                             : !text.empty() && !HasAny(text, [](char unit) { return NeedsQuotes(unit); });
+    const bool isPlain =
+        isJson_ ? !basic::AnyWord(text, NeedsEscape) : !text.empty() && !basic::AnyWord(text, NeedsQuotes);
     if (isPlain) {
         return FinishPlain(start);
     }

@@ -34,50 +34,12 @@ void RowLayout::LocateVariable() {
     shape_.jumps = static_cast<std::uint16_t>(jumps - (oneTooMany ? 1 : 0));
 }
 
-std::size_t RowLayout::VariableOffset(std::size_t index) const {
-    if (!narrow_) {
-        return row_.U16(shape_.firstOffset - index * 2);
-    }
-    std::size_t offset = row_.U8(shape_.firstOffset - index);
-    for (std::size_t jump = 0; jump < shape_.jumps && row_.U8(shape_.bitmap - 2 - jump) <= index; ++jump) {
-        offset += 256;
-    }
-    return offset;
-}
-
-bool RowLayout::IsNull(const StoredColumn& column) const {
-    if (column.number >= shape_.columnCount ||
-        (!column.fixed && column.variableIndex >= shape_.variableCount)) {
-        return true;
-    }
-    return (row_.U8(shape_.bitmap + column.number / 8u) >> (column.number % 8) & 1) == 0;
-}
-
 ByteView RowLayout::FixedArea() const {
     const std::size_t end = shape_.firstOffset == 0 ? shape_.bitmap : VariableOffset(0);
     if (end < FixedStart()) {
         ThrowDamaged(row_.Page(), u"table des positions hors de sa ligne");
     }
     return row_.Sub(FixedStart(), end - FixedStart());
-}
-
-std::optional<ByteView> RowLayout::Field(const StoredColumn& column) const {
-    if (IsNull(column)) {
-        return std::nullopt;
-    }
-    if (column.fixed) {
-        const std::size_t length = NaturalSize(column.type).value_or(column.length);
-        if (FixedStart() + column.fixedOffset + length > shape_.bitmap) {
-            ThrowDamaged(row_.Page(), u"colonne hors de sa ligne");
-        }
-        return row_.Sub(FixedStart() + column.fixedOffset, length);
-    }
-    const std::size_t start = VariableOffset(column.variableIndex);
-    const std::size_t end = VariableOffset(column.variableIndex + std::size_t{1});
-    if (start > end || end > shape_.bitmap) {
-        ThrowDamaged(row_.Page(), u"colonne hors de sa ligne");
-    }
-    return row_.Sub(start, end - start);
 }
 
 }  // namespace quardele::jet

@@ -37,4 +37,44 @@ class RowLayout {
     RowShape shape_;
 };
 
+// Asked for every cell of every row, and so here.
+
+inline std::size_t RowLayout::VariableOffset(std::size_t index) const {
+    if (!narrow_) {
+        return row_.U16(shape_.firstOffset - index * 2);
+    }
+    std::size_t offset = row_.U8(shape_.firstOffset - index);
+    for (std::size_t jump = 0; jump < shape_.jumps && row_.U8(shape_.bitmap - 2 - jump) <= index; ++jump) {
+        offset += 256;
+    }
+    return offset;
+}
+
+inline bool RowLayout::IsNull(const StoredColumn& column) const {
+    if (column.number >= shape_.columnCount ||
+        (!column.fixed && column.variableIndex >= shape_.variableCount)) {
+        return true;
+    }
+    return (row_.U8(shape_.bitmap + column.number / 8u) >> (column.number % 8) & 1) == 0;
+}
+
+inline std::optional<ByteView> RowLayout::Field(const StoredColumn& column) const {
+    if (IsNull(column)) {
+        return std::nullopt;
+    }
+    if (column.fixed) {
+        const std::size_t length = NaturalSize(column.type).value_or(column.length);
+        if (FixedStart() + column.fixedOffset + length > shape_.bitmap) {
+            ThrowDamaged(row_.Page(), u"colonne hors de sa ligne");
+        }
+        return row_.Sub(FixedStart() + column.fixedOffset, length);
+    }
+    const std::size_t start = VariableOffset(column.variableIndex);
+    const std::size_t end = VariableOffset(column.variableIndex + std::size_t{1});
+    if (start > end || end > shape_.bitmap) {
+        ThrowDamaged(row_.Page(), u"colonne hors de sa ligne");
+    }
+    return row_.Sub(start, end - start);
+}
+
 }  // namespace quardele::jet

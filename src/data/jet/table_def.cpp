@@ -275,28 +275,6 @@ void Parser::ParseLongValueMaps() {
 
 }  // namespace
 
-std::optional<std::size_t> NaturalSize(ColumnType type) {
-    switch (type) {
-        case ColumnType::Byte:
-            return 1;
-        case ColumnType::Integer:
-            return 2;
-        case ColumnType::Long:
-        case ColumnType::Single:
-            return 4;
-        case ColumnType::Currency:
-        case ColumnType::Double:
-        case ColumnType::Date:
-            return 8;
-        case ColumnType::Guid:
-            return 16;
-        case ColumnType::Numeric:
-            return 17;
-        default:
-            return std::nullopt;
-    }
-}
-
 TableDef TableDef::Read(const PageSource& pages, std::uint32_t page) {
     TableDef table;
     table.page = page;

@@ -37,7 +37,27 @@ struct StoredColumn {
 };
 
 /// Bytes that a value of the type takes; empty for Text, Binary, Memo, OLE, opaque data and Boolean.
-[[nodiscard]] std::optional<std::size_t> NaturalSize(ColumnType type);
+[[nodiscard]] constexpr std::optional<std::size_t> NaturalSize(ColumnType type) {
+    switch (type) {
+        case ColumnType::Byte:
+            return 1;
+        case ColumnType::Integer:
+            return 2;
+        case ColumnType::Long:
+        case ColumnType::Single:
+            return 4;
+        case ColumnType::Currency:
+        case ColumnType::Double:
+        case ColumnType::Date:
+            return 8;
+        case ColumnType::Guid:
+            return 16;
+        case ColumnType::Numeric:
+            return 17;
+        default:
+            return std::nullopt;
+    }
+}
 
 /// One tree; several indexes may share it.
 struct RealIndex {

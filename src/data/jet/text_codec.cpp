@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
+#include <basic/byte_words.h>
 #include <basic/runtime_error.h>
 
 namespace quardele::jet {
@@ -65,37 +67,55 @@ void AppendCompressed(std::span<const std::uint8_t> bytes, basic::Text& result) 
     return bytes.size() >= 2 && bytes[0] == kCompressedFirst && bytes[1] == kCompressedSecond;
 }
 
-// Ordinary letters, stored one byte each. Looks at every byte, so that the compiler takes many at a time.
+// Whether a byte, or each byte of a word, is an ordinary letter: its code is the same in UTF-8.
+[[nodiscard]] bool IsAscii(std::uint64_t word) {
+    return (word & basic::Repeated(0x80)) == 0;
+}
+
 [[nodiscard]] bool IsAscii(std::span<const std::uint8_t> bytes) {
-    std::uint8_t others = 0;
-    for (const std::uint8_t byte : bytes) {
-        others = static_cast<std::uint8_t>(others | byte | static_cast<std::uint8_t>(byte - 1));
+    return !basic::AnyWord({reinterpret_cast<const char*>(bytes.data()), bytes.size()},
+                           [](std::uint64_t word) { return !IsAscii(word); });
+}
+
+// Returns the place behind the one or two bytes.
+[[nodiscard]] char* PutAsUtf8(std::uint8_t code, char* at) {
+    *at = static_cast<char>(0xC0 | code >> 6);
+    at += code >> 7;
+    *at = static_cast<char>(code < 0x80 ? code : 0x80 | (code & 0x3F));
+    return at + 1;
+}
+
+// The same for many.
+[[nodiscard]] char* PutAsUtf8(std::span<const std::uint8_t> codes, char* at) {
+    while (codes.size() >= basic::kBytesPerWord) {
+        const auto eight = codes.first(basic::kBytesPerWord);
+        if (IsAscii(basic::LoadWord(eight.data()))) {
+            at = std::copy(eight.begin(), eight.end(), at);
+        } else {
+            for (const std::uint8_t code : eight) {
+                at = PutAsUtf8(code, at);
+            }
+        }
+        codes = codes.subspan(basic::kBytesPerWord);
     }
-    return others < 0x80;
+    for (const std::uint8_t code : codes) {
+        at = PutAsUtf8(code, at);
+    }
+    return at;
 }
 
 // The usual texts, straight to UTF-8: no code takes more than two bytes of it. False, and nothing appended,
 // for one that switches to two bytes per unit.
 [[nodiscard]] bool AppendLatin1AsUtf8(std::span<const std::uint8_t> bytes, std::string& utf8) {
-    const std::size_t start = utf8.size();
-    if (IsAscii(bytes)) {
-        utf8.resize(start + bytes.size());
-        std::copy(bytes.begin(), bytes.end(), utf8.begin() + static_cast<std::ptrdiff_t>(start));
-        return true;
+    if (!bytes.empty() && std::memchr(bytes.data(), 0, bytes.size()) != nullptr) {
+        return false;
     }
-    utf8.resize(start + bytes.size() * 2);
-    char* at = utf8.data() + start;
-    for (const std::uint8_t byte : bytes) {
-        if (byte == 0) {
-            utf8.resize(start);
-            return false;
-        }
-        if (byte >= 0x80) {
-            *at++ = static_cast<char>(0xC0 | byte >> 6);
-        }
-        *at++ = static_cast<char>(byte < 0x80 ? byte : 0x80 | (byte & 0x3F));
+    std::array<char, 256> piece;
+    while (!bytes.empty()) {
+        const auto part = bytes.first(std::min(bytes.size(), piece.size() / 2));
+        utf8.append(piece.data(), PutAsUtf8(part, piece.data()));
+        bytes = bytes.subspan(part.size());
     }
-    utf8.resize(static_cast<std::size_t>(at - utf8.data()));
     return true;
 }
 

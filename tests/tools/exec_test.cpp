@@ -61,6 +61,19 @@ TEST_F(ExecTest, AnErrorOfASingleStatementHasNoLine) {
     EXPECT_THAT(exec.err, testing::StartsWith("mdb: error 3144: syntax error in UPDATE"));
 }
 
+TEST_F(ExecTest, TextThatIsNotInUtf8IsRefused) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"exec", file_, "INSERT INTO T (id, t) VALUES (2, '\xE9t\xE9')"},
+          {"query", file_, "SELECT '\xE9' FROM T"},
+          {"dump", file_, "\xE9"}}) {
+        const Outcome outcome = Mdb(arguments);
+        EXPECT_EQ(outcome.exitCode, 1);
+        EXPECT_EQ(outcome.err, "mdb: the text is not in UTF-8\n");
+    }
+    EXPECT_EQ(Mdb({"exec", file_, "-"}, "DELETE FROM T WHERE t <> '\xE9'").exitCode, 1);
+    EXPECT_EQ(Dump("T"), "id,t\n1,one\n");
+}
+
 TEST_F(ExecTest, ASelectIsRefused) {
     const Outcome exec = Mdb({"exec", file_, "SELECT * FROM T"});
     EXPECT_EQ(exec.exitCode, 1);

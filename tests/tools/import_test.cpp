@@ -71,9 +71,10 @@ TEST_F(ImportTest, TextsOfAllAlphabetsComeBackAsTheyWere) {
     EXPECT_EQ(Query("SELECT t FROM T ORDER BY id"), csv);
 }
 
-TEST_F(ImportTest, ADateMayHaveNoTimeOrBeANumberOfDays) {
-    EXPECT_EQ(Import("d\n1999-12-31\n36526\n").exitCode, 0);
-    EXPECT_EQ(Query("SELECT d FROM T ORDER BY id"), "d\n1999-12-31 00:00:00\n2000-01-01 00:00:00\n");
+TEST_F(ImportTest, ADateMayHaveNoTimeOrBeANumberOfDaysBeyondAllDates) {
+    EXPECT_EQ(Import("d\n1999-12-31\n2958465.999999\n").exitCode, 0);
+    EXPECT_EQ(Query("SELECT d FROM T ORDER BY id"), "d\n1999-12-31 00:00:00\n2958465.999999\n");
+    EXPECT_THAT(Import("d\n3000000\n").err, HasSubstr("line 2: error 3421"));
 }
 
 TEST_F(ImportTest, QuotedFieldsMayHaveQuotesCommasAndLineEnds) {
@@ -116,6 +117,9 @@ TEST_F(ImportTest, BadValuesAreRefusedWithLineAndColumn) {
     ExpectRefused("y\n256\n", "line 2, column \"y\": \"256\" is no number");
     ExpectRefused("x\n1,5\n", "line 2: 2 fields instead of 1");
     ExpectRefused("x\n1e999\n", "line 2, column \"x\": \"1e999\" is no number");
+    for (const std::string word : {"nan", "inf", "-inf", "infinity"}) {
+        ExpectRefused("x\n" + word + "\n", "line 2, column \"x\": \"" + word + "\" is no number");
+    }
     ExpectRefused("c\n0.00001\n", "line 2, column \"c\": \"0.00001\" is no number");
     ExpectRefused("c\n922337203685477.5808\n", "line 2, column \"c\": ");
     ExpectRefused("k\n1.005\n", "line 2, column \"k\": \"1.005\" is no number");
@@ -123,9 +127,17 @@ TEST_F(ImportTest, BadValuesAreRefusedWithLineAndColumn) {
     ExpectRefused("d\n2021-02-29\n", "line 2, column \"d\": \"2021-02-29\" is no date (YYYY-MM-DD HH:MM:SS)");
     ExpectRefused("d\n2021-02-28 24:00:00\n", "line 2, column \"d\": ");
     ExpectRefused("d\n28/02/2021\n", "line 2, column \"d\": ");
+    ExpectRefused("d\n2026\n", "line 2, column \"d\": \"2026\" is no date");
+    ExpectRefused("d\nnan\n", "line 2, column \"d\": \"nan\" is no date");
     ExpectRefused("g\n0f0\n", "line 2, column \"g\": \"0f0\" is not in hexadecimal digits");
     ExpectRefused("g\nzz\n", "line 2, column \"g\": \"zz\" is not in hexadecimal digits");
     ExpectRefused("u\n{0123}\n", "line 2, column \"u\": \"{0123}\" is no GUID");
+    for (const std::string guid :
+         {"{}-0123456789ABCDEF0123456789ABCDEF}}", "0123456789ABCDEF0123456789ABCDEF",
+          "{01234567-89AB-CDEF-0123-456789ABCDEF", "0123456-789AB-CDEF-0123-456789ABCDEF"}) {
+        ExpectRefused("u\n" + guid + "\n", "line 2, column \"u\": \"" + guid + "\" is no GUID");
+    }
+    ExpectRefused("\xE9\na\n", "the text is not in UTF-8");
     ExpectRefused("t\n\xE9t\xE9\n", "line 2, column \"t\": the text is not in UTF-8");
 }
 

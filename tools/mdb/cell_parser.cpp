@@ -3,13 +3,17 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <optional>
 #include <string_view>
+#include <type_traits>
 
 #include <basic/date.h>
 #include <basic/runtime_error.h>
 
+#include "cell_text.h"
 #include "failure.h"
+#include "utf8_text.h"
 
 namespace quardele::mdb {
 
@@ -25,16 +29,20 @@ constexpr Message kNoGuid{"« |1 » n'est pas un GUID", "\"|1\" is no GUID"};
 constexpr Message kNoWay{"aucune valeur ne peut être importée dans cette colonne",
                          "no value can be imported into this column"};
 
-constexpr Message kNoUtf8{"le texte n'est pas en UTF-8", "the text is not in UTF-8"};
-
 using basic::Variant;
 
+// The words for infinity and for what is no number are none: a column cannot hold them.
 template <class Number>
 std::optional<Number> NumberOf(std::string_view text) {
     Number value{};
     const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (failure != std::errc() || end != text.data() + text.size()) {
         return std::nullopt;
+    }
+    if constexpr (std::is_floating_point_v<Number>) {
+        if (!std::isfinite(value)) {
+            return std::nullopt;
+        }
     }
     return value;
 }
@@ -151,12 +159,19 @@ std::optional<basic::Date> ParseMoment(std::string_view text) {
     }
 }
 
-// A file may hold a number of days that is no date; dump writes the number.
+// What dump writes as a number of days because it is no date.
+bool IsBeyondDates(double days) {
+    std::string unused;
+    return !AppendMoment(days, unused);
+}
+
+// A file may hold a number of days that is no date; dump writes the number. Any other bare number is rather
+// a year or a date in another notation.
 Variant ParseDate(const std::string& text) {
     if (const auto moment = ParseMoment(text)) {
         return *moment;
     }
-    if (const auto days = NumberOf<double>(text)) {
+    if (const auto days = NumberOf<double>(text); days && IsBeyondDates(*days)) {
         return basic::Date{*days};
     }
     throw Failure(kNoDate, {text});
@@ -192,12 +207,27 @@ Variant ParseBinary(const std::string& text) {
     throw Failure(kNoHex, {text});
 }
 
+// The digits of {01234567-89AB-CDEF-0123-456789ABCDEF}, whose braces may be missing together.
+std::string GuidDigits(std::string_view text) {
+    constexpr std::string_view kGroups = "00000000-0000-0000-0000-000000000000";
+    if (text.size() == kGroups.size() + 2 && text.front() == '{' && text.back() == '}') {
+        text = text.substr(1, kGroups.size());
+    }
+    std::string digits;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text.size() != kGroups.size() || (text[i] == '-') != (kGroups[i] == '-')) {
+            return {};
+        }
+        if (text[i] != '-') {
+            digits += text[i];
+        }
+    }
+    return digits;
+}
+
 // The first three groups are numbers, stored little-endian.
 Variant ParseGuid(const std::string& text) {
-    std::string digits;
-    std::copy_if(text.begin(), text.end(), std::back_inserter(digits),
-                 [](char unit) { return unit != '{' && unit != '}' && unit != '-'; });
-    const auto bytes = BytesOf(digits);
+    const auto bytes = BytesOf(GuidDigits(text));
     basic::Guid guid;
     if (!bytes || bytes->size() != guid.bytes.size()) {
         throw Failure(kNoGuid, {text});
@@ -207,15 +237,6 @@ Variant ParseGuid(const std::string& text) {
     std::reverse(guid.bytes.begin() + 4, guid.bytes.begin() + 6);
     std::reverse(guid.bytes.begin() + 6, guid.bytes.begin() + 8);
     return guid;
-}
-
-// Text in another code page would be stored with signs that nobody wrote.
-Variant ParseText(const std::string& text) {
-    basic::Text units = basic::FromUtf8(text);
-    if (basic::ToUtf8(units) != text) {
-        throw Failure(kNoUtf8);
-    }
-    return units;
 }
 
 }  // namespace
@@ -246,7 +267,7 @@ Variant ParseCell(const CsvField& field, const jet::Column& column) {
             return ParseDate(text);
         case jet::ColumnType::Text:
         case jet::ColumnType::Memo:
-            return ParseText(text);
+            return TextOf(text);
         case jet::ColumnType::Binary:
         case jet::ColumnType::Ole:
             return ParseBinary(text);

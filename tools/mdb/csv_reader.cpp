@@ -1,5 +1,7 @@
 #include "csv_reader.h"
 
+#include <utility>
+
 #include "failure.h"
 
 namespace quardele::mdb {
@@ -22,10 +24,18 @@ CsvReader::CsvReader(std::FILE* stream) : stream_(stream) {
     SkipByteOrderMark();
 }
 
+CsvReader::CsvReader(std::string text) : buffer_(std::move(text)) {
+    SkipByteOrderMark();
+}
+
 void CsvReader::Fill() {
+    position_ = 0;
+    if (stream_ == nullptr) {
+        buffer_.clear();
+        return;
+    }
     buffer_.resize(kBufferSize);
     buffer_.resize(std::fread(buffer_.data(), 1, buffer_.size(), stream_));
-    position_ = 0;
     if (std::ferror(stream_) != 0) {
         throw Failure(kCannotRead);
     }

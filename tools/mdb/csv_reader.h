@@ -18,6 +18,8 @@ class CsvReader {
  public:
     /// The stream must outlive the reader.
     explicit CsvReader(std::FILE* stream);
+    /// Reads a text that is there as a whole.
+    explicit CsvReader(std::string text);
 
     /// The fields of the next record, whose memory is used again; false at the end. An empty line is a record
     /// of one field that is nothing at all. Throws Failure, with the line, for quotes in the middle of a
@@ -39,7 +41,7 @@ class CsvReader {
     /// Passes over a comma (true) or the end of the line.
     bool TakeSeparator();
 
-    std::FILE* stream_;
+    std::FILE* stream_ = nullptr;  ///< null when the buffer is all there is
     std::string buffer_;
     std::size_t position_ = 0;
     std::size_t line_ = 1;

@@ -1,4 +1,3 @@
-#include <cstdio>
 #include <optional>
 
 #include <sql/statement.h>
@@ -7,24 +6,12 @@
 #include "error_text.h"
 #include "failure.h"
 #include "rows_text.h"
+#include "standard_input.h"
+#include "utf8_text.h"
 
 namespace quardele::mdb {
 
 namespace {
-
-constexpr Message kCannotRead{"lecture de l'entrée impossible", "cannot read the input"};
-
-std::string ReadAll(std::FILE* stream) {
-    std::string text;
-    std::string part(std::size_t{1} << 16, '\0');
-    for (std::size_t count = 0; (count = std::fread(part.data(), 1, part.size(), stream)) > 0;) {
-        text.append(part, 0, count);
-    }
-    if (std::ferror(stream) != 0) {
-        throw Failure(kCannotRead);
-    }
-    return text;
-}
 
 // Of several statements the line tells which one failed.
 std::size_t ExecuteAll(jet::Database& database, basic::TextView script) {
@@ -49,7 +36,7 @@ std::size_t ExecuteAll(jet::Database& database, basic::TextView script) {
 int RunExec(const Arguments& arguments, Session& session) {
     const auto database = OpenFile(arguments, WritingMode(arguments));
     const std::string& operand = arguments.Operand(1);
-    const basic::Text script = basic::FromUtf8(operand == "-" ? ReadAll(stdin) : operand);
+    const basic::Text script = TextOf(operand == "-" ? ReadStandardInput() : operand);
     std::optional<jet::Step> step;
     if (arguments.Has(kAtomic)) {
         step.emplace(database->Begin());

@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include <sql/default_value.h>
 
@@ -13,6 +14,8 @@
 #include "platform.h"
 #include "progress.h"
 #include "rows_text.h"
+#include "standard_input.h"
+#include "utf8_text.h"
 
 namespace quardele::mdb {
 
@@ -26,27 +29,33 @@ constexpr Message kFieldCount{"ligne |1 : |2 champs au lieu de |3", "line |1: |2
 constexpr Message kCell{"ligne |1, colonne « |2 » : |3", "line |1, column \"|2\": |3"};
 constexpr Message kLine{"ligne |1 : ", "line |1: "};
 
-/// The file to import; "-" is the standard input, which stays open.
+struct CloseFile {
+    void operator()(std::FILE* stream) const { std::fclose(stream); }
+};
+
+/// The file to import; "-" is the standard input. That one is read whole at once: whoever sends it may take
+/// their time, and nobody else could write to the data file meanwhile.
 class InputFile {
  public:
-    explicit InputFile(const std::string& name)
-        : stream_(name == "-" ? stdin : OpenForReading(PathOf(name))) {
+    explicit InputFile(const std::string& name) {
+        if (name == "-") {
+            text_ = ReadStandardInput();
+            return;
+        }
+        stream_.reset(OpenForReading(PathOf(name)));
         if (stream_ == nullptr) {
             throw Failure(kCannotOpen, {name});
         }
     }
-    ~InputFile() {
-        if (stream_ != stdin) {
-            std::fclose(stream_);
-        }
-    }
-    InputFile(const InputFile&) = delete;
-    InputFile& operator=(const InputFile&) = delete;
 
-    [[nodiscard]] std::FILE* Stream() const { return stream_; }
+    /// Once; the file must outlive the reader.
+    [[nodiscard]] CsvReader Reader() {
+        return stream_ == nullptr ? CsvReader(std::move(text_)) : CsvReader(stream_.get());
+    }
 
  private:
-    std::FILE* stream_;
+    std::unique_ptr<std::FILE, CloseFile> stream_;  ///< null for the standard input
+    std::string text_;
 };
 
 class Import {
@@ -102,7 +111,7 @@ void Import::ReadHeader() {
         throw Failure(kNoHeader);
     }
     for (const CsvField& field : fields_) {
-        const int ordinal = table_.FindColumn(basic::FromUtf8(field.text));
+        const int ordinal = table_.FindColumn(TextOf(field.text));
         if (ordinal < 0) {
             throw Failure(kUnknownColumn, {field.text});
         }
@@ -141,11 +150,11 @@ void Import::ParseRow() {
 
 int RunImport(const Arguments& arguments, Session& session) {
     const std::size_t chunk = arguments.Number(kChunk, 0);
-    const InputFile file(arguments.Operand(2));
+    InputFile file(arguments.Operand(2));
     const auto database = OpenFile(arguments, WritingMode(arguments));
     std::optional<jet::Step> step(database->Begin());
     const auto table = OpenTable(*database, arguments);
-    CsvReader reader(file.Stream());
+    CsvReader reader = file.Reader();
     Import import(*database, *table, reader);
     Progress progress(Progress::Beside::Nothing);
     std::size_t rows = 0;

@@ -1,6 +1,7 @@
 #include "cell_text.h"
 #include "commands.h"
 #include "failure.h"
+#include "utf8_text.h"
 
 namespace quardele::mdb {
 
@@ -13,7 +14,7 @@ constexpr Message kNoIndex{"la table n'a pas d'index « |1 »", "the table has n
 int RunKeys(const Arguments& arguments, Session& session) {
     const auto database = OpenFile(arguments);
     const auto table = OpenTable(*database, arguments);
-    const int index = table->FindIndex(basic::FromUtf8(arguments.Operand(2)));
+    const int index = table->FindIndex(TextOf(arguments.Operand(2)));
     if (index < 0) {
         throw Failure(kNoIndex, {arguments.Operand(2)});
     }

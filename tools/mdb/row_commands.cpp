@@ -6,6 +6,7 @@
 #include "failure.h"
 #include "progress.h"
 #include "row_writer.h"
+#include "utf8_text.h"
 
 namespace quardele::mdb {
 
@@ -33,7 +34,7 @@ int RunDump(const Arguments& arguments, Session& session) {
 
 int RunQuery(const Arguments& arguments, Session& session) {
     const auto database = OpenFile(arguments);
-    const auto query = sql::Query::Prepare(database, basic::FromUtf8(arguments.Operand(1)));
+    const auto query = sql::Query::Prepare(database, TextOf(arguments.Operand(1)));
     const sql::RowSet rows = query->Run();
     RowWriter writer(session.out, FormatOf(arguments), NamesOf(query->Columns()));
     Progress progress(Progress::Beside::Output);

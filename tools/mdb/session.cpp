@@ -1,6 +1,7 @@
 #include "session.h"
 
 #include "platform.h"
+#include "utf8_text.h"
 
 namespace quardele::mdb {
 
@@ -13,7 +14,7 @@ jet::OpenMode WritingMode(const Arguments& arguments) {
 }
 
 std::shared_ptr<jet::Table> OpenTable(jet::Database& database, const Arguments& arguments) {
-    return database.OpenTable(basic::FromUtf8(arguments.Operand(1)));
+    return database.OpenTable(TextOf(arguments.Operand(1)));
 }
 
 }  // namespace quardele::mdb

@@ -1,6 +1,6 @@
 #include "bookmark.h"
 
-#include <cstdint>
+#include <atomic>
 
 #include <basic/runtime_error.h>
 
@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::size_t kPageBytes = 4;
 constexpr std::size_t kRowIdBytes = kPageBytes + 1;
+constexpr std::size_t kRunBytes = 8;
 constexpr std::size_t kPositionBytes = 8;
 
 void Append(Bookmark& bookmark, std::uint64_t number, std::size_t bytes) {
@@ -17,10 +18,10 @@ void Append(Bookmark& bookmark, std::uint64_t number, std::size_t bytes) {
     }
 }
 
-std::uint64_t Read(const Bookmark& bookmark, std::size_t bytes) {
+std::uint64_t Read(const Bookmark& bookmark, std::size_t at, std::size_t bytes) {
     std::uint64_t number = 0;
     for (std::size_t i = 0; i < bytes; ++i) {
-        number |= std::uint64_t{bookmark.bytes[i]} << (8 * i);
+        number |= std::uint64_t{bookmark.bytes[at + i]} << (8 * i);
     }
     return number;
 }
@@ -42,18 +43,27 @@ Bookmark BookmarkOf(jet::RowId row) {
 
 jet::RowId RowIdOf(const Bookmark& bookmark) {
     RequireSize(bookmark, kRowIdBytes);
-    return {static_cast<std::uint32_t>(Read(bookmark, kPageBytes)), bookmark.bytes[kPageBytes]};
+    return {static_cast<std::uint32_t>(Read(bookmark, 0, kPageBytes)), bookmark.bytes[kPageBytes]};
 }
 
-Bookmark BookmarkOf(std::size_t position) {
+std::uint64_t NextRun() {
+    static std::atomic<std::uint64_t> last = 0;
+    return ++last;
+}
+
+Bookmark BookmarkOf(std::uint64_t run, std::size_t position) {
     Bookmark bookmark;
+    Append(bookmark, run, kRunBytes);
     Append(bookmark, position, kPositionBytes);
     return bookmark;
 }
 
-std::size_t PositionOf(const Bookmark& bookmark) {
-    RequireSize(bookmark, kPositionBytes);
-    return static_cast<std::size_t>(Read(bookmark, kPositionBytes));
+std::size_t PositionOf(const Bookmark& bookmark, std::uint64_t run) {
+    RequireSize(bookmark, kRunBytes + kPositionBytes);
+    if (Read(bookmark, 0, kRunBytes) != run) {
+        throw basic::RuntimeError(basic::error::kInvalidBookmark);
+    }
+    return static_cast<std::size_t>(Read(bookmark, kRunBytes, kPositionBytes));
 }
 
 }  // namespace quardele::dao

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 #include <dao/recordset.h>
 #include <jet/types.h>
@@ -13,9 +14,11 @@ namespace quardele::dao {
 /// Throws RuntimeError 3159 when the bookmark is of another kind.
 [[nodiscard]] jet::RowId RowIdOf(const Bookmark& bookmark);
 
-/// A row of a fixed set of rows, by its position.
-[[nodiscard]] Bookmark BookmarkOf(std::size_t position);
-/// Throws RuntimeError 3159 when the bookmark is of another kind.
-[[nodiscard]] std::size_t PositionOf(const Bookmark& bookmark);
+/// A number for the rows that a statement has just brought, which no other set of rows of this program gets.
+[[nodiscard]] std::uint64_t NextRun();
+/// A row of a fixed set of rows, by the number of the set and its position there.
+[[nodiscard]] Bookmark BookmarkOf(std::uint64_t run, std::size_t position);
+/// Throws RuntimeError 3159 when the bookmark is of another kind or of another set of rows.
+[[nodiscard]] std::size_t PositionOf(const Bookmark& bookmark, std::uint64_t run);
 
 }  // namespace quardele::dao

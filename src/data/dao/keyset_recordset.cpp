@@ -57,6 +57,7 @@ KeysetRecordset::KeysetRecordset(std::shared_ptr<DatabaseImpl> database, Text na
 
 void KeysetRecordset::Run() {
     rows_ = query_->Run();
+    run_ = NextRun();
     visited_ = 0;
     deleted_ = 0;
 }
@@ -66,6 +67,7 @@ void KeysetRecordset::Requery() {
     File().Refresh();
     Run();
     DropEdit();
+    ForgetLastModified();
     Arrive(GoFirst() ? Place::Row : Place::Empty);
 }
 
@@ -126,13 +128,17 @@ bool KeysetRecordset::Land(std::size_t row) {
 }
 
 void KeysetRecordset::GoTo(const Bookmark& bookmark) {
-    if (!Land(PositionOf(bookmark))) {
+    const std::size_t row = PositionOf(bookmark, run_);
+    for (std::size_t table = 0; table < Layout().tables.size(); ++table) {
+        (void)rows_.Key(row, table);  // 3167 when this recordset has deleted it
+    }
+    if (!Land(row)) {
         throw RuntimeError(error::kInvalidBookmark);
     }
 }
 
 Bookmark KeysetRecordset::RowBookmark() const {
-    return BookmarkOf(row_);
+    return BookmarkOf(run_, row_);
 }
 
 // Values.
@@ -144,7 +150,7 @@ std::optional<jet::RowId> KeysetRecordset::RowIn(std::size_t table) const {
 Bookmark KeysetRecordset::TakeIn(const RowParts& parts) {
     const std::size_t row = rows_.Append(Joined(parts));
     ++visited_;
-    return BookmarkOf(row);
+    return BookmarkOf(run_, row);
 }
 
 RowParts KeysetRecordset::Joined(const RowParts& parts) const {

@@ -67,6 +67,7 @@ class KeysetRecordset final : public RecordsetBase {
     RecordsetType type_;
     std::shared_ptr<sql::Query> query_;
     mutable sql::RowSet rows_;
+    std::uint64_t run_ = 0;  ///< number of the rows, for their bookmarks
     std::size_t row_ = 0;
     std::size_t visited_ = 0;  ///< rows counted from the first that a move or a search has come to
     std::size_t deleted_ = 0;  ///< rows of those that this recordset has deleted

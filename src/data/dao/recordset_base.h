@@ -125,6 +125,8 @@ class RecordsetBase : public Recordset {
     void Arrive(Place place);
     void SetNoMatch(bool noMatch) { noMatch_ = noMatch; }
     void DropEdit();
+    /// When the bookmark of the record that was written last means nothing any more.
+    void ForgetLastModified() { lastModified_.reset(); }
 
     [[nodiscard]] Place Standing() const { return place_; }
     [[nodiscard]] DatabaseImpl& File() const { return *database_; }

@@ -292,8 +292,10 @@ TEST_F(AddDeleteTest, TheDeletedRecordStaysCurrentUntilTheNextMove) {
 TEST_F(AddDeleteTest, ADynasetKeepsThePlaceOfADeletedRecord) {
     const auto rows = OpenDynaset(u"TTYP");
     rows->MoveNext();
+    const Bookmark gone = rows->CurrentBookmark();
     rows->Delete();
     rows->MoveNext();
+    EXPECT_EQ(ErrorOf([&] { rows->SetBookmark(gone); }), error::kRecordDeleted);
     EXPECT_EQ(rows->AbsolutePosition(), 2);
     EXPECT_EQ(rows->RowCount(), 12U);
     EXPECT_EQ(ErrorOf([&] { (void)rows->ValueAt(1, 0); }), error::kRecordDeleted);
@@ -303,6 +305,14 @@ TEST_F(AddDeleteTest, ADynasetKeepsThePlaceOfADeletedRecord) {
     EXPECT_EQ(rows->Value(u"TTYP_CODE"), Variant(u"CT"));
     rows->Requery();
     EXPECT_EQ(rows->RowCount(), 11U);
+}
+
+TEST_F(AddDeleteTest, AfterARequeryNoRecordIsTheOneWrittenLast) {
+    const auto rows = OpenDynaset(u"TTYP");
+    Add(*rows);
+    EXPECT_EQ(ErrorOf([&] { (void)rows->LastModified(); }), 0);
+    rows->Requery();
+    EXPECT_EQ(ErrorOf([&] { (void)rows->LastModified(); }), error::kNoCurrentRecord);
 }
 
 TEST_F(AddDeleteTest, ANewRecordInThePlaceOfADeletedOneIsAnotherOne) {

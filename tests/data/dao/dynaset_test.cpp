@@ -104,6 +104,23 @@ TEST_F(DynasetTest, ForeignBookmarkRaises3159AndStaysThere) {
     EXPECT_EQ(rows->Value(u"TTYP_CODE"), Variant(u"BAT"));
 }
 
+TEST_F(DynasetTest, BookmarkOfAnotherRecordsetOfTheSameRowsRaises3159) {
+    const auto rows = OpenDynaset(u"TTYP");
+    const auto same = OpenDynaset(u"TTYP");
+    same->MoveNext();
+    EXPECT_EQ(ErrorOf([&] { rows->SetBookmark(same->CurrentBookmark()); }), error::kInvalidBookmark);
+    EXPECT_EQ(rows->Value(u"TTYP_CODE"), Variant(u"BAT"));
+}
+
+TEST_F(DynasetTest, BookmarkFromBeforeARequeryRaises3159) {
+    const auto rows = OpenDynaset(u"TTYP");
+    rows->MoveNext();
+    const Bookmark second = rows->CurrentBookmark();
+    rows->Requery();
+    EXPECT_EQ(ErrorOf([&] { rows->SetBookmark(second); }), error::kInvalidBookmark);
+    EXPECT_EQ(rows->Value(u"TTYP_CODE"), Variant(u"BAT"));
+}
+
 TEST_F(DynasetTest, FieldsOfAJoinAreReadByColumnAndByTableAndColumn) {
     const auto rows = OpenDynaset(
         u"SELECT TVEH.TVEH_IMMAT, TVEH_DETAIL.TVEH_DETAIL_TypTrav FROM TVEH_DETAIL INNER JOIN TVEH "

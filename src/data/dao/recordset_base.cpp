@@ -222,10 +222,11 @@ void RecordsetBase::Update() {
 void RecordsetBase::WriteEdit() {
     database_->Refresh();
     const std::vector<std::size_t> tables = TablesToWrite();
+    // With the steps begun nobody comes between comparing and writing.
+    jet::TableSteps steps = Begin(tables);
     for (const std::size_t table : tables) {
         originals_[table]->RequireUnchanged();
     }
-    jet::TableSteps steps = Begin(tables);
     for (const std::size_t table : tables) {
         originals_[table]->Write(ChangesOf(table));
     }

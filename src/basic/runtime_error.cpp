@@ -88,7 +88,7 @@ constexpr Entry kDescriptions[] = {
      u"Le champ « |1 » ne peut pas être mis à jour."},
     {error::kRecordDeleted, u"L'enregistrement est supprimé."},
     {error::kLockedHere,
-     u"Mise à jour impossible : l'enregistrement est verrouillé par une autre session de ce poste."},
+     u"Mise à jour impossible : une autre partie de ce programme détient l'enregistrement."},
     {error::kFieldExists, u"Ce nom de champ existe déjà dans la table.",
      u"Le champ « |1 » existe déjà dans la table."},
     {error::kFileInUseBy, u"La base de données est utilisée par un autre utilisateur.",

@@ -153,7 +153,10 @@ std::span<const std::uint8_t> IndexCursor::KeyBytes() const {
 }
 
 IndexCursor TableImpl::OpenIndex(int index) const {
-    const RealIndex& real = def_.realIndexes[def_.realOf.at(static_cast<std::size_t>(index))];
+    if (index < 0 || static_cast<std::size_t>(index) >= def_.realOf.size()) {
+        throw basic::RuntimeError(basic::error::kIndexNotFound);
+    }
+    const RealIndex& real = def_.realIndexes[def_.realOf[static_cast<std::size_t>(index)]];
     return IndexCursor(std::make_unique<IndexCursor::State>(*this, real));
 }
 

@@ -41,6 +41,14 @@ TEST(Update, ChangesAreSeenByOpenRowsCursorsAndAfterReopening) {
     EXPECT_EQ(table->Fetch(id)->Value(date), Variant(basic::DateOf(2100, 1, 1)));
 }
 
+TEST(Update, AnIndexThatIsNotThereIsNotOpened) {
+    const Opened table(SampleFile("DATA/talmeon.mdb"), u"TVEH");
+    const int count = static_cast<int>(table->Indexes().size());
+    for (const int index : {-1, count}) {
+        EXPECT_EQ(ErrorNumber([&] { (void)table->OpenIndex(index); }), basic::error::kIndexNotFound);
+    }
+}
+
 TEST(Update, NoJournalStaysBehind) {
     const Opened table(SampleFile("DATA/talmeon.mdb"), u"TVEH_DETAIL");
     Set(*table, AllRows(*table)[0], u"TVEH_DETAIL_DATVIS", Null{});

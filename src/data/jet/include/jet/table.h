@@ -56,7 +56,7 @@ class Table {
     [[nodiscard]] RowScan Scan() const;
     /// The row, or empty when it was deleted. Throws 3343 when the identity points at no page of the file.
     [[nodiscard]] std::optional<Row> Fetch(RowId id) const;
-    /// Walks an index. `index` is a position in Indexes().
+    /// Walks an index. `index` is a position in Indexes(); throws 3015 when there is none there.
     [[nodiscard]] IndexCursor OpenIndex(int index) const;
 
     /// Changes columns of a row, in place or by overflow, with every index entry of changed columns, as one

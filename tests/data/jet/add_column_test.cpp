@@ -92,7 +92,7 @@ TEST_F(AddColumn, RulesComeWithIt) {
     column.allowZeroLength = false;
     column.defaultValue = u"\"neuf\"";
     database_->AddColumn(u"Tout", column);
-    const Column& made = Open()->Columns().back();
+    const Column made = Open()->Columns().back();
     EXPECT_TRUE(made.required);
     EXPECT_FALSE(made.allowZeroLength);
     EXPECT_EQ(made.defaultValue, column.defaultValue);

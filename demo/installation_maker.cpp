@@ -67,10 +67,12 @@ workshop::GivenRows SoldVehicle(const workshop::Scale& scale) {
 fs::path MakeInstallation(const fs::path& folder, const workshop::Scale& scale) {
     fs::path driveC = fs::absolute(folder) / "drive_c";
     const fs::path mark = fs::absolute(folder) / kMark;
+    const workshop::GivenRows given = SoldVehicle(scale);
+    workshop::RequirePossible(scale, given);
     RemoveFormer(driveC, mark);
     fs::create_directories(driveC);
     std::ofstream(mark) << "Installation de démonstration du suivi des véhicules\n";
-    workshop::MakeInstallation(driveC / "QUARDELE", scale, SoldVehicle(scale));
+    workshop::MakeInstallation(driveC / "QUARDELE", scale, given);
     CopyTemplates(driveC);
     return driveC;
 }

@@ -170,6 +170,10 @@ Scale ScaleFor(int vehicles, basic::Date today) {
     return scale;
 }
 
+void RequirePossible(const Scale& scale, const GivenRows& given) {
+    (void)Generator(scale, given);
+}
+
 void MakeInstallation(const fs::path& folder, const Scale& scale, const GivenRows& given) {
     for (const char* name : {"DATA", "STOCK", "VEH"}) {
         MakeFolder(folder / name);

@@ -61,6 +61,9 @@ foreach(impossible "--vehicles;x" "--visits;-1" "--vehicles;2;--visits;26" "--to
     if(result EQUAL 0)
         message(FATAL_ERROR "was made: ${impossible}")
     endif()
+    if(NOT EXISTS ${FOLDER}/drive_c/QUARDELE/DATA/talmeon.mdb)
+        message(FATAL_ERROR "the former demonstration was removed: ${impossible}")
+    endif()
 endforeach()
 
 file(WRITE ${FOLDER}-other/drive_c/precious.txt "somebody's")

@@ -27,6 +27,9 @@ struct Scale {
 /// Most visits that a vehicle can have: one for each type of work.
 inline constexpr int kMostVisits = 12;
 
+/// Throws RuntimeError 5 when MakeInstallation would refuse the scale.
+void RequirePossible(const Scale& scale, const GivenRows& given = {});
+
 /// Makes dbpath.mdb, quardele.ini, EvolutionV95.MDB, SIGNETS.MDB, DATA, STOCK and an empty VEH in the folder,
 /// which is C:\QUARDELE to the program and is made when it is missing. Equal scales and given rows make equal
 /// tables. Memory does not grow with the scale. Throws RuntimeError 5 for a negative number, for customers or

@@ -5,6 +5,8 @@
 #include <limits>
 
 #include <basic/conversion.h>
+#include <basic/decimal.h>
+#include <basic/locale.h>
 #include <basic/runtime_error.h>
 
 #include "decimal_codec.h"
@@ -60,8 +62,17 @@ ByteString Integral(double value) {
     return Little(static_cast<Integer>(rounded));
 }
 
+// Written digits are taken as they stand; a double in between would lose the last of many.
+basic::Variant DecimalSource(const basic::Variant& value) {
+    if (!value.IsText()) {
+        return value;
+    }
+    const auto exact = basic::ReadDecimal(value.As<Text>(), basic::SessionLocale().decimalSeparator);
+    return exact ? basic::Variant(*exact) : basic::Variant(basic::CDbl(value));
+}
+
 ByteString EncodeDecimal(const StoredColumn& column, const basic::Variant& value) {
-    const auto decimal = ToDecimal(value.IsText() ? basic::Variant(basic::CDbl(value)) : value, column.scale);
+    const auto decimal = ToDecimal(DecimalSource(value), column.scale);
     if (!decimal || DigitCount(*decimal) > column.precision) {
         ThrowWrongType();
     }

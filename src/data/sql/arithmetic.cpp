@@ -173,6 +173,11 @@ Variant Calculate(BinaryOperator op, const Variant& left, const Variant& right) 
 }
 
 Variant Negative(const Variant& value) {
+    if (value.Is<basic::Decimal>()) {
+        basic::Decimal decimal = value.As<basic::Decimal>();
+        decimal.negative = !decimal.negative && decimal.magnitude != decltype(decimal.magnitude){};
+        return decimal;
+    }
     return Calculate(BinaryOperator::Subtract, std::int32_t{0}, value);
 }
 

@@ -7,6 +7,8 @@
 #include <system_error>
 #include <utility>
 
+#include <basic/decimal.h>
+
 #include "date_literal.h"
 
 namespace quardele::sql {
@@ -134,6 +136,12 @@ class Lexer {
         }
         if (whole && number <= std::numeric_limits<std::int32_t>::max()) {
             return MakeLiteral(static_cast<std::int32_t>(number));
+        }
+        // What a double cannot carry to the last digit stays exact as long as a decimal can.
+        if (digits.size() > std::numeric_limits<double>::digits10) {
+            if (const auto exact = basic::ReadDecimal(text_.substr(start_, at_ - start_))) {
+                return MakeLiteral(*exact);
+            }
         }
         return MakeLiteral(number);
     }

@@ -228,5 +228,23 @@ TEST_F(InterruptedChangeTest, OptionsThatExcludeEachOtherTouchNothing) {
     EXPECT_TRUE(HasJournal());
 }
 
+TEST_F(InterruptedChangeTest, WhoeverReadsNextUndoesItFirst) {
+    DieAtPage(3);
+    EXPECT_EQ(Dump("NAMES"), before_);
+    EXPECT_FALSE(HasJournal());
+}
+
+TEST_F(InterruptedChangeTest, ASymbolicLinkLeadsToTheSameJournal) {
+    DieAtPage(3);
+    const fs::path link = fs::path(file_).parent_path() / "lien.mdb";
+    std::error_code failure;
+    fs::create_symlink(file_, link, failure);
+    if (failure) {
+        GTEST_SKIP() << "no symbolic links here";
+    }
+    EXPECT_EQ(Mdb({"dump", link.string(), "NAMES"}).out, before_);
+    EXPECT_FALSE(HasJournal());
+}
+
 }  // namespace
 }  // namespace quardele::mdb::test

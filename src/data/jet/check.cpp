@@ -9,6 +9,7 @@
 #include "journal.h"
 #include "lock_bytes.h"
 #include "long_value.h"
+#include "one_name.h"
 #include "os_file.h"
 #include "page_cache.h"
 #include "properties.h"
@@ -215,7 +216,8 @@ bool CheckStart(const OsFile& file, const Format& format, CheckReport& report) {
 
 }  // namespace
 
-std::vector<Fault> CheckFile(const std::filesystem::path& path, const CheckProgress& progress) {
+std::vector<Fault> CheckFile(const std::filesystem::path& dataFile, const CheckProgress& progress) {
+    const std::filesystem::path path = OneName(dataFile);
     OsFile file;
     OpenForCheck(file, path);
     const QuietFile quiet(file);

@@ -4,6 +4,7 @@
 
 #include "file_header.h"
 #include "lock_bytes.h"
+#include "one_name.h"
 #include "write_step.h"
 
 namespace quardele::jet {
@@ -16,7 +17,7 @@ namespace {
 
 }  // namespace
 
-Engine::Engine(const std::filesystem::path& path, OpenMode mode) : path_(path), mode_(mode) {
+Engine::Engine(const std::filesystem::path& path, OpenMode mode) : path_(OneName(path)), mode_(mode) {
     OpenFile();
     TakePresence();
     EnterLockFile();
@@ -52,8 +53,12 @@ void Engine::OpenFile() {
     }
 }
 
+// Who asks to be alone must not be given less: others could write while he reads.
 void Engine::TakePresence() {
-    const bool exclusive = mode_ == OpenMode::Exclusive && !readOnly_;
+    const bool exclusive = mode_ == OpenMode::Exclusive;
+    if (exclusive && readOnly_) {
+        Throw(basic::error::kReadOnly, path_);
+    }
     const auto kind = exclusive ? OsFile::Lock::Exclusive : OsFile::Lock::Shared;
     switch (file_.TryLock(lock_bytes::kPresence, kind)) {
         case OsFile::LockResult::Taken:
@@ -61,6 +66,9 @@ void Engine::TakePresence() {
         case OsFile::LockResult::Held:
             Throw(exclusive ? basic::error::kFileInUse : basic::error::kOpenExclusive, path_);
         case OsFile::LockResult::Unsupported:
+            if (exclusive) {
+                Throw(basic::error::kFileInUse, path_);
+            }
             readOnly_ = true;  // without locks nobody can be kept from writing at the same time
     }
 }

@@ -63,11 +63,12 @@ bool LockFile::HasUsers(const std::filesystem::path& dataFile) {
     }
     try {
         OsFile file;
-        return file.Open(path, OsFile::Access::ReadWrite) &&
+        // Who cannot look must take it that somebody is there.
+        return !file.Open(path, OsFile::Access::ReadWrite) ||
                file.TryLock(lock_bytes::kUsers, OsFile::Lock::Exclusive, lock_bytes::kMostUsers) ==
                    OsFile::LockResult::Held;
-    } catch (const basic::RuntimeError&) {
-        return false;  // the last user has just deleted it
+    } catch (const basic::RuntimeError& error) {
+        return error.Number() != basic::error::kFileMissing;  // the last user may just have deleted it
     }
 }
 

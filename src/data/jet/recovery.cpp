@@ -9,6 +9,7 @@
 #include "journal_file.h"
 #include "journal_state.h"
 #include "lock_bytes.h"
+#include "one_name.h"
 #include "write_step.h"
 
 namespace quardele::jet {
@@ -57,7 +58,8 @@ void Recovery::Opened::ThrowIfReadOnly() const {
     }
 }
 
-Recovery::Recovery(const std::filesystem::path& dataFile) : opened_(std::make_unique<Opened>(dataFile)) {}
+Recovery::Recovery(const std::filesystem::path& dataFile)
+    : opened_(std::make_unique<Opened>(OneName(dataFile))) {}
 
 Recovery::~Recovery() = default;
 

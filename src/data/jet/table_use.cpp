@@ -28,17 +28,10 @@ Register& TheRegister() {
     return instance;
 }
 
-// One file, one name. A file that has gone meanwhile keeps the name that it was opened under.
-std::filesystem::path Identity(const std::filesystem::path& file) {
-    std::error_code failure;
-    std::filesystem::path identity = std::filesystem::canonical(file, failure);
-    return failure ? file : identity;
-}
-
 }  // namespace
 
 TableUse::TableUse(const Engine& engine, std::uint32_t page)
-    : engine_(engine), file_(Identity(engine.Path())), page_(page) {
+    : engine_(engine), file_(engine.Path()), page_(page) {
     const std::scoped_lock lock(TheRegister().mutex);
     TheRegister().uses.push_back({file_, page_, &engine_});
 }
@@ -53,7 +46,7 @@ TableUse::~TableUse() {
 }
 
 bool TableUse::IsOpenElsewhere(const Engine& engine, std::uint32_t page) {
-    const std::filesystem::path file = Identity(engine.Path());
+    const std::filesystem::path file = engine.Path();
     const std::scoped_lock lock(TheRegister().mutex);
     const auto& uses = TheRegister().uses;
     return std::any_of(uses.begin(), uses.end(), [&](const Use& use) {

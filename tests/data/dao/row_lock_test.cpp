@@ -3,8 +3,10 @@
 #include <vector>
 
 #include <child_process.h>
+#include <sql/statement.h>
 
 #include "dao_test.h"
+#include "open_file.h"
 
 namespace quardele::dao {
 namespace {
@@ -135,6 +137,19 @@ TEST_F(RowLockTest, EditShowsWhatOthersHaveWrittenBefore) {
     EXPECT_EQ(mine->Value(u"TTYP_LIBELLE"), Variant(u"Vidange et filtres"));
     EXPECT_EQ(RenameElsewhere("VID"), "");
     mine->Edit();
+    EXPECT_EQ(mine->Value(u"TTYP_LIBELLE"), Variant(u"Le sien"));
+}
+
+TEST_F(RowLockTest, AChangeInSpiteOfTheLockRaises3197AndNothingIsWritten) {
+    const auto mine = OpenOn(u"VID");
+    mine->Edit();
+    mine->SetValue(u"TTYP_LIBELLE", u"Le mien");
+    const auto file = OpenFile::Open(Installed().File("DATA/talmeon.mdb"), jet::OpenMode::Shared);
+    sql::Execute(*file->Database(), u"UPDATE TTYP SET TTYP_LIBELLE = 'Le sien' WHERE TTYP_CODE = 'VID'");
+    EXPECT_EQ(ErrorOf([&] { mine->Update(); }), error::kRecordChanged);
+    EXPECT_EQ(mine->EditMode(), EditMode::Edit);
+    EXPECT_EQ(mine->Value(u"TTYP_LIBELLE"), Variant(u"Le mien"));
+    mine->CancelUpdate();
     EXPECT_EQ(mine->Value(u"TTYP_LIBELLE"), Variant(u"Le sien"));
 }
 

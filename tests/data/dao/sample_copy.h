@@ -8,8 +8,8 @@
 
 namespace quardele::dao {
 
-/// While it lives, C:\QUARDELE is a fresh copy of the installation that the build makes; then it is removed and drives are
-/// what they were.
+/// While it lives, C:\QUARDELE is a fresh copy of the installation that the build makes; then it is removed
+/// and drives are what they were.
 class SampleCopy {
  public:
     SampleCopy();

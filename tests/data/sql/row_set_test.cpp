@@ -1,29 +1,12 @@
 // Rows of results: identities, live values, what may be written.
-#include <cstdlib>
-
-#include "sql_fixture.h"
+#include "change_fixture.h"
 
 namespace quardele::sql {
 namespace {
 
-/// A copy of the workshop's data that a test may change.
-class RowSetTest : public testing::Test {
+class RowSetTest : public ChangeTest {
  protected:
-    RowSetTest() {
-        std::string name = (std::filesystem::temp_directory_path() / "sqlXXXXXX").string();
-        folder_ = mkdtemp(name.data());
-        std::filesystem::copy_file(SampleFile("DATA/talmeon.mdb"), folder_ / "talmeon.mdb");
-        database_ = jet::Database::Open(folder_ / "talmeon.mdb");
-    }
-    ~RowSetTest() override {
-        database_.reset();
-        std::filesystem::remove_all(folder_);
-    }
-
-    std::shared_ptr<jet::Database> database_;
-
- private:
-    std::filesystem::path folder_;
+    std::shared_ptr<jet::Database> database_ = Data();
 };
 
 constexpr TextView kVisits =
@@ -133,6 +116,49 @@ TEST_F(RowSetTest, PlainColumnsOfOneTableMayBeWritten) {
     EXPECT_TRUE(rows.HasKeys());
     EXPECT_TRUE(rows.IsUpdatable(0));
     EXPECT_FALSE(rows.IsUpdatable(1));
+}
+
+TEST_F(RowSetTest, AnAppendedRowStandsAtTheEndAndIsFound) {
+    const auto query = Query::Prepare(database_, u"SELECT * FROM TTYP WHERE TTYP_CODE = 'CT'");
+    RowSet rows = query->Run();
+    const Condition condition(query, u"TTYP_LIBELLE = 'Batterie'");
+    EXPECT_FALSE(condition.FindForward(rows, 0));
+    EXPECT_FALSE(condition.FindForward(rows, 0));  // from the second search on through a hash
+    const auto key =
+        Query::Prepare(database_, u"SELECT * FROM TTYP WHERE TTYP_CODE = 'BAT'")->Run().Key(0, 0);
+    EXPECT_EQ(rows.Append({&key, 1}), 1U);
+    EXPECT_EQ(rows.Size(), 2U);
+    EXPECT_EQ(Shown(rows.Value(1, 0)), "'BAT'");
+    EXPECT_EQ(condition.FindForward(rows, 0), 1U);
+    EXPECT_EQ(condition.FindBackward(rows, 1), 1U);
+}
+
+TEST_F(RowSetTest, ARowAppendedTwiceToAJoinTakesItsSideTheWriting) {
+    const auto query = Query::Prepare(
+        database_,
+        u"SELECT TVEH_MARQUE FROM TVEH_DETAIL INNER JOIN TVEH ON TVEH_DETAIL.TVEH_DETAIL_Immat = "
+        u"TVEH.TVEH_IMMAT WHERE TVEH_IMMAT='FQ-453-HQ' AND TVEH_DETAIL_TypTrav='CT'");
+    RowSet rows = query->Run();
+    ASSERT_EQ(rows.Size(), 1U);
+    EXPECT_TRUE(rows.IsUpdatable(0));
+    const std::optional<jet::RowId> keys[] = {std::nullopt, rows.Key(0, 1)};
+    rows.Append(keys);
+    EXPECT_FALSE(rows.IsUpdatable(0));
+    EXPECT_FALSE(rows.Key(1, 0));
+}
+
+TEST_F(RowSetTest, AMarkedRowIsGoneWhateverLiesInItsPlace) {
+    const auto query = Query::Prepare(database_, u"SELECT * FROM TTYP");
+    RowSet rows = query->Run();
+    const Condition condition(query, u"TTYP_CODE = 'CLI'");
+    EXPECT_EQ(condition.FindForward(rows, 0), 1U);
+    EXPECT_EQ(condition.FindForward(rows, 0), 1U);
+    rows.MarkDeleted(1, 0);
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(rows.Value(1, 0)); }), error::kRecordDeleted);
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(rows.Key(1, 0)); }), error::kRecordDeleted);
+    EXPECT_FALSE(condition.FindForward(rows, 0));
+    EXPECT_EQ(Shown(rows.Value(2, 0)), "'CT'");
+    EXPECT_EQ(rows.Size(), 12U);
 }
 
 }  // namespace

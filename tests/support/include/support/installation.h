@@ -10,8 +10,9 @@
 
 namespace quardele::support {
 
-/// Makes a fresh folder with a copy of the installation that the build makes as drive_c/QUARDELE, points drive C: of the session's drive
-/// table at it and makes C:\QUARDELE\VEH the current folder; all is undone and removed at the end.
+/// Makes a fresh folder with a copy of the installation that the build makes as drive_c/QUARDELE, points
+/// drive C: of the session's drive table at it and makes C:\QUARDELE\VEH the current folder; all is undone
+/// and removed at the end.
 class Installation {
  public:
     Installation();

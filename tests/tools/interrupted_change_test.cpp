@@ -10,6 +10,7 @@
 #include "dying.h"
 #include "journal.h"
 #include "mdb_program.h"
+#include "one_name.h"
 
 namespace quardele::mdb::test {
 namespace {
@@ -135,7 +136,7 @@ TEST_F(InterruptedChangeTest, BothSidesOfEachPageAreShownAndTheFileItself) {
     EXPECT_THAT(output, testing::StartsWith(
                             "some pages are old, some are new: opening the file will put the old ones back\n"
                             "journal: " +
-                            jet::JournalPath(file_).string() + "\n"));
+                            jet::JournalPath(jet::OneName(file_)).string() + "\n"));
     const std::string count = std::to_string(bytes.size() / 4096);
     EXPECT_THAT(output, HasSubstr("pages of the file before: " + count + ", now: " + count + "\n"));
     const auto pages = PagesShown(output);

@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <fstream>
 
+#include "one_name.h"
+
 namespace quardele::jet::test {
 
 namespace {
@@ -32,9 +34,9 @@ WriteHook DieAt(int number, bool torn) {
 }
 
 WriteHook DieAtPage(const std::filesystem::path& dataFile, int number) {
-    return [dataFile, number, count = 0](const WriteEvent& event) mutable {
+    return [file = OneName(dataFile), number, count = 0](const WriteEvent& event) mutable {
         const bool page =
-            event.step == WritePoint::Write && event.path == dataFile && event.bytes.size() == kPageSize;
+            event.step == WritePoint::Write && event.path == file && event.bytes.size() == kPageSize;
         if (page && ++count == number) {
             std::_Exit(kKilled);
         }

@@ -55,6 +55,7 @@ TempFolder::TempFolder() {
     do {
         path_ = base / ("jet-test-" + std::to_string(random()));
     } while (!fs::create_directory(path_));
+    path_ = fs::canonical(path_);  // as the engine names the files in it
 }
 
 TempFolder::~TempFolder() {

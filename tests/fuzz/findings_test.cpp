@@ -1,7 +1,7 @@
 // What the fuzz targets found, as small as it gets.
 #include <gtest/gtest.h>
 
-#include "index_walk.h"
+#include "indexes/index_walk.h"
 #include "input_pages.h"
 
 namespace quardele::fuzz {

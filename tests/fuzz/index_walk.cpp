@@ -1,7 +1,7 @@
 // Walks through index trees whose pages say anything.
-#include "index_walk.h"
+#include "indexes/index_walk.h"
 
-#include "index_node.h"
+#include "indexes/index_node.h"
 #include "input_pages.h"
 #include "seed_files.h"
 

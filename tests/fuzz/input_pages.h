@@ -3,8 +3,8 @@
 
 #include <map>
 
+#include "file/page.h"
 #include "input_reader.h"
-#include "page.h"
 
 namespace quardele::fuzz {
 

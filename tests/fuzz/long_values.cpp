@@ -1,9 +1,9 @@
 // Long values whose descriptors and pieces say anything.
 #include "input_pages.h"
-#include "long_value.h"
-#include "row_codec.h"
+#include "rows/long_value.h"
+#include "rows/row_codec.h"
+#include "rows/text_codec.h"
 #include "seed_files.h"
-#include "text_codec.h"
 
 namespace quardele::fuzz {
 

@@ -4,8 +4,8 @@
 
 #include "../data/jet/read_everything.h"
 #include "../data/jet/support.h"
+#include "file/os_file.h"
 #include "input_reader.h"
-#include "os_file.h"
 #include "seed_files.h"
 
 namespace quardele::fuzz {

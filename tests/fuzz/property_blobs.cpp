@@ -1,5 +1,5 @@
 // Property blobs that say anything.
-#include "properties.h"
+#include "definitions/properties.h"
 
 #include "input_reader.h"
 #include "seed_files.h"

@@ -4,11 +4,11 @@
 
 #include <sql/statement.h>
 
-#include "action_parser.h"
 #include "harness.h"
-#include "parser.h"
-#include "printer.h"
 #include "sql_error.h"
+#include "syntax/action_parser.h"
+#include "syntax/parser.h"
+#include "syntax/printer.h"
 
 namespace quardele::fuzz {
 

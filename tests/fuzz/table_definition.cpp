@@ -1,8 +1,8 @@
 // Definitions of tables whose pages say anything.
+#include "definitions/table_def.h"
 #include "input_pages.h"
-#include "row_codec.h"
+#include "rows/row_codec.h"
 #include "seed_files.h"
-#include "table_def.h"
 
 namespace quardele::fuzz {
 

@@ -7,10 +7,10 @@
 #include <jet/database.h>
 
 #include "child_action.h"
+#include "commit/journal.h"
 #include "dying.h"
-#include "journal.h"
+#include "file/one_name.h"
 #include "mdb_program.h"
-#include "one_name.h"
 
 namespace quardele::mdb::test {
 namespace {

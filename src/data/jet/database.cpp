@@ -4,10 +4,10 @@
 
 #include <basic/runtime_error.h>
 
+#include "commit/write_step.h"
+#include "definitions/linked_table.h"
 #include "engine.h"
-#include "linked_table.h"
 #include "table_impl.h"
-#include "write_step.h"
 
 namespace quardele::jet {
 

@@ -4,14 +4,14 @@
 
 #include <basic/runtime_error.h>
 
-#include "catalog_rows.h"
-#include "column_addition.h"
-#include "empty_file.h"
 #include "engine.h"
-#include "index_creation.h"
-#include "new_file.h"
-#include "table_creation.h"
-#include "table_removal.h"
+#include "newfile/empty_file.h"
+#include "newfile/new_file.h"
+#include "structure/catalog_rows.h"
+#include "structure/column_addition.h"
+#include "structure/index_creation.h"
+#include "structure/table_creation.h"
+#include "structure/table_removal.h"
 
 namespace quardele::jet {
 

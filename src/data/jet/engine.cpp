@@ -2,10 +2,10 @@
 
 #include <basic/runtime_error.h>
 
-#include "file_header.h"
-#include "lock_bytes.h"
-#include "one_name.h"
-#include "write_step.h"
+#include "commit/write_step.h"
+#include "file/file_header.h"
+#include "file/one_name.h"
+#include "locks/lock_bytes.h"
 
 namespace quardele::jet {
 

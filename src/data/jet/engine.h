@@ -9,12 +9,12 @@
 
 #include <jet/database.h>
 
-#include "catalog.h"
-#include "lock_file.h"
-#include "os_file.h"
-#include "page_cache.h"
-#include "picture.h"
-#include "row_locks.h"
+#include "commit/picture.h"
+#include "definitions/catalog.h"
+#include "file/os_file.h"
+#include "file/page_cache.h"
+#include "locks/lock_file.h"
+#include "locks/row_locks.h"
 #include "scope_exit.h"
 
 namespace quardele::jet {

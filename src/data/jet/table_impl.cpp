@@ -2,13 +2,13 @@
 
 #include <basic/runtime_error.h>
 
-#include "data_page.h"
-#include "row_delete.h"
-#include "row_insert.h"
-#include "row_lock_held.h"
-#include "row_update.h"
-#include "usage_map.h"
-#include "write_step.h"
+#include "commit/write_step.h"
+#include "locks/row_lock_held.h"
+#include "pages/data_page.h"
+#include "pages/usage_map.h"
+#include "rows/row_delete.h"
+#include "rows/row_insert.h"
+#include "rows/row_update.h"
 
 namespace quardele::jet {
 

@@ -8,9 +8,9 @@
 
 #include <jet/table.h>
 
+#include "definitions/table_def.h"
 #include "engine.h"
-#include "table_def.h"
-#include "table_use.h"
+#include "structure/table_use.h"
 
 namespace quardele::jet {
 

@@ -2,11 +2,11 @@
 
 #include <utility>
 
-#include "executor.h"
-#include "parser.h"
-#include "prepared_select.h"
-#include "row_set_data.h"
-#include "statement_plan.h"
+#include "plan/prepared_select.h"
+#include "plan/statement_plan.h"
+#include "rows/executor.h"
+#include "rows/row_set_data.h"
+#include "syntax/parser.h"
 
 namespace quardele::sql {
 

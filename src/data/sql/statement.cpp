@@ -5,9 +5,9 @@
 #include <basic/conversion.h>
 #include <basic/runtime_error.h>
 
-#include "action_parser.h"
-#include "definition.h"
-#include "row_change.h"
+#include "rows/row_change.h"
+#include "syntax/action_parser.h"
+#include "syntax/definition.h"
 
 namespace quardele::sql {
 namespace {

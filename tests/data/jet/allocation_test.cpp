@@ -4,11 +4,11 @@
 #include <random>
 #include <set>
 
-#include "data_page_editor.h"
-#include "page_allocator.h"
+#include "pages/data_page_editor.h"
+#include "pages/page_allocator.h"
+#include "pages/usage_map.h"
 #include "support.h"
 #include "table_impl.h"
-#include "usage_map.h"
 
 namespace quardele::jet::test {
 namespace {

@@ -9,12 +9,12 @@
 
 #include <gmock/gmock.h>
 
-#include "data_page.h"
-#include "long_value.h"
-#include "row_codec.h"
+#include "pages/data_page.h"
+#include "pages/usage_map.h"
+#include "rows/long_value.h"
+#include "rows/row_codec.h"
 #include "support.h"
 #include "table_impl.h"
-#include "usage_map.h"
 
 namespace quardele::jet {
 

@@ -8,7 +8,7 @@
 #include <jet/check.h>
 
 #include "child_action.h"
-#include "lock_wait.h"
+#include "locks/lock_wait.h"
 #include "support.h"
 #include "system.h"
 #include "table_impl.h"

@@ -4,15 +4,15 @@
 
 #include <basic/date.h>
 
-#include "index_build.h"
 #include "index_check.h"
-#include "index_node.h"
-#include "index_tree.h"
-#include "index_walk.h"
+#include "indexes/index_node.h"
+#include "indexes/index_tree.h"
+#include "indexes/index_walk.h"
 #include "opened_table.h"
+#include "pages/usage_map.h"
+#include "structure/index_build.h"
 #include "structure_support.h"
 #include "table_impl.h"
-#include "usage_map.h"
 
 namespace quardele::jet::test {
 namespace {

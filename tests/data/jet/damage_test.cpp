@@ -4,7 +4,7 @@
 #include <fstream>
 #include <random>
 
-#include "index_node.h"
+#include "indexes/index_node.h"
 #include "read_everything.h"
 #include "support.h"
 #include "table_impl.h"

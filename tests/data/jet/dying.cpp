@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "one_name.h"
+#include "file/one_name.h"
 
 namespace quardele::jet::test {
 

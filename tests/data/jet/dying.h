@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "write_hook.h"
+#include "file/write_hook.h"
 
 namespace quardele::jet::test {
 

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "entry_ends.h"
+#include "indexes/entry_ends.h"
 
 namespace quardele::jet::test {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "journal.h"
+#include "commit/journal.h"
 #include "support.h"
 
 namespace quardele::jet::test {

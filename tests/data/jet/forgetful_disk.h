@@ -7,7 +7,7 @@
 #include <random>
 #include <vector>
 
-#include "write_hook.h"
+#include "file/write_hook.h"
 
 namespace quardele::jet::test {
 

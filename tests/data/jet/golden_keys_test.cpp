@@ -8,8 +8,8 @@
 
 #include <jet/collation.h>
 
-#include "row_codec.h"
-#include "row_key.h"
+#include "indexes/row_key.h"
+#include "rows/row_codec.h"
 #include "support.h"
 #include "table_impl.h"
 

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "data_page.h"
-#include "index_node.h"
-#include "row_codec.h"
-#include "row_key.h"
+#include "indexes/index_node.h"
+#include "indexes/row_key.h"
+#include "pages/data_page.h"
+#include "pages/usage_map.h"
+#include "rows/row_codec.h"
 #include "table_impl.h"
-#include "usage_map.h"
 
 namespace quardele::jet::test {
 

@@ -3,13 +3,13 @@
 #include <random>
 #include <set>
 
-#include "index_node.h"
-#include "index_tree.h"
-#include "index_walk.h"
+#include "commit/transaction.h"
+#include "indexes/index_node.h"
+#include "indexes/index_tree.h"
+#include "indexes/index_walk.h"
+#include "pages/usage_map.h"
 #include "support.h"
 #include "table_impl.h"
-#include "transaction.h"
-#include "usage_map.h"
 
 namespace quardele::jet::test {
 namespace {

@@ -8,8 +8,8 @@
 #include <basic/runtime_error.h>
 
 #include "child_action.h"
+#include "commit/journal.h"
 #include "dying.h"
-#include "journal.h"
 #include "support.h"
 #include "workshop.h"
 

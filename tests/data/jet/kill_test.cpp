@@ -4,9 +4,9 @@
 #include <jet/check.h>
 
 #include "child_action.h"
+#include "commit/journal.h"
 #include "csv.h"
 #include "dying.h"
-#include "journal.h"
 #include "support.h"
 #include "system.h"
 #include "workshop.h"

@@ -3,9 +3,9 @@
 #include <memory>
 
 #include "child_action.h"
-#include "lock_bytes.h"
-#include "lock_file.h"
-#include "lock_wait.h"
+#include "locks/lock_bytes.h"
+#include "locks/lock_file.h"
+#include "locks/lock_wait.h"
 #include "support.h"
 
 namespace quardele::jet::test {

@@ -13,7 +13,7 @@
 #include <cerrno>
 #include <cstddef>
 
-#include "lock_file.h"
+#include "locks/lock_file.h"
 #include "support.h"
 #include "workshop.h"
 

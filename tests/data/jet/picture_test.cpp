@@ -4,12 +4,12 @@
 #include <functional>
 #include <thread>
 
-#include "change_mark.h"
 #include "child_action.h"
+#include "commit/change_mark.h"
+#include "commit/journal.h"
 #include "dying.h"
 #include "format.h"
-#include "journal.h"
-#include "lock_bytes.h"
+#include "locks/lock_bytes.h"
 #include "support.h"
 #include "table_impl.h"
 #include "workshop.h"

@@ -1,7 +1,7 @@
 // The properties beside a table's definition: read, changed, and kept where they are not ours.
 
+#include "definitions/property_blob.h"
 #include "opened_table.h"
-#include "property_blob.h"
 #include "structure_support.h"
 #include "table_impl.h"
 

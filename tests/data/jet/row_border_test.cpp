@@ -4,11 +4,11 @@
 
 #include <jet/check.h>
 
-#include "data_page.h"
 #include "index_check.h"
-#include "long_value.h"
 #include "opened_table.h"
-#include "row_codec.h"
+#include "pages/data_page.h"
+#include "rows/long_value.h"
+#include "rows/row_codec.h"
 #include "table_impl.h"
 
 namespace quardele::jet::test {

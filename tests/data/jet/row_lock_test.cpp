@@ -1,9 +1,9 @@
 // Rows that one user is changing, and what others get meanwhile.
 
 #include "child_action.h"
-#include "lock_bytes.h"
-#include "lock_file.h"
-#include "lock_wait.h"
+#include "locks/lock_bytes.h"
+#include "locks/lock_file.h"
+#include "locks/lock_wait.h"
 #include "support.h"
 
 namespace quardele::jet::test {

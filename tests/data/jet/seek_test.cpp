@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "key_encoder.h"
+#include "indexes/key_encoder.h"
+#include "rows/value_encoder.h"
 #include "support.h"
 #include "table_impl.h"
-#include "value_encoder.h"
 
 namespace quardele::jet::test {
 namespace {

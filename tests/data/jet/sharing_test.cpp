@@ -1,10 +1,10 @@
 // Several openers of one file.
 
 #include "child_action.h"
+#include "commit/journal.h"
+#include "file/os_file.h"
 #include "index_check.h"
-#include "journal.h"
-#include "lock_bytes.h"
-#include "os_file.h"
+#include "locks/lock_bytes.h"
 #include "support.h"
 
 namespace quardele::jet::test {

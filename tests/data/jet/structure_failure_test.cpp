@@ -2,9 +2,9 @@
 
 #include <jet/compaction.h>
 
+#include "file/write_hook.h"
 #include "opened_table.h"
 #include "structure_support.h"
-#include "write_hook.h"
 
 namespace quardele::jet::test {
 namespace {

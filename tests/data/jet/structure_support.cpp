@@ -5,8 +5,8 @@
 #include <basic/date.h>
 #include <jet/check.h>
 
+#include "pages/usage_map.h"
 #include "table_impl.h"
-#include "usage_map.h"
 
 namespace quardele::jet::test {
 

@@ -5,7 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "journal.h"
+#include "commit/journal.h"
 #include "support.h"
 
 namespace quardele::jet::test {

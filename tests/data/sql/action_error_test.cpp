@@ -1,6 +1,6 @@
 // What is told about action statements that cannot be read: a number, and a text that names the place.
-#include "action_parser.h"
 #include "change_fixture.h"
+#include "syntax/action_parser.h"
 
 namespace quardele::sql {
 namespace {

@@ -1,4 +1,4 @@
-#include "date_literal.h"
+#include "syntax/date_literal.h"
 
 #include <basic/date.h>
 

@@ -1,6 +1,6 @@
 // CREATE TABLE, CREATE INDEX, ALTER TABLE and DROP TABLE.
-#include "action_parser.h"
 #include "change_fixture.h"
+#include "syntax/action_parser.h"
 
 namespace quardele::sql {
 namespace {

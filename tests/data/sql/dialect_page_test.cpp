@@ -2,7 +2,7 @@
 #include <fstream>
 
 #include "change_fixture.h"
-#include "functions.h"
+#include "expressions/functions.h"
 
 namespace quardele::sql {
 namespace {

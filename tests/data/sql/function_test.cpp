@@ -1,7 +1,7 @@
 // Each function, by what calls come to.
 #include <basic/date.h>
 
-#include "functions.h"
+#include "expressions/functions.h"
 #include "sql_fixture.h"
 
 namespace quardele::sql {

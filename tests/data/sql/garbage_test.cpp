@@ -2,8 +2,8 @@
 #include <random>
 
 #include "change_fixture.h"
-#include "parser.h"
-#include "printer.h"
+#include "syntax/parser.h"
+#include "syntax/printer.h"
 
 namespace quardele::sql {
 namespace {

@@ -1,4 +1,4 @@
-#include "key_table.h"
+#include "rows/key_table.h"
 
 #include <gtest/gtest.h>
 

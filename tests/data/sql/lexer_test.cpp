@@ -1,4 +1,4 @@
-#include "lexer.h"
+#include "syntax/lexer.h"
 
 #include "sql_fixture.h"
 

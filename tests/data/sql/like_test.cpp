@@ -1,4 +1,4 @@
-#include "like.h"
+#include "expressions/like.h"
 
 #include "sql_fixture.h"
 

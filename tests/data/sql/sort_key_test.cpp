@@ -1,4 +1,4 @@
-#include "sort_key.h"
+#include "rows/sort_key.h"
 
 #include <basic/date.h>
 

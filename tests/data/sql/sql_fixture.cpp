@@ -2,8 +2,8 @@
 
 #include <basic/conversion.h>
 
-#include "ast.h"
-#include "printer.h"
+#include "syntax/ast.h"
+#include "syntax/printer.h"
 
 namespace quardele::sql {
 

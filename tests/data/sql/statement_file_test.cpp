@@ -1,9 +1,9 @@
 // statements.txt: every statement is read, written, read again and compared, then run on the files.
 #include <fstream>
 
-#include "parser.h"
-#include "printer.h"
 #include "sql_fixture.h"
+#include "syntax/parser.h"
+#include "syntax/printer.h"
 
 namespace quardele::sql {
 namespace {

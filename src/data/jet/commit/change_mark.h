@@ -1,0 +1,44 @@
+// The commit slots in the header page: what tells everybody that a file has changed.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "file/os_file.h"
+#include "format.h"
+
+namespace quardele::jet {
+
+/// The 256 counters of the header, one for each user number of the lock file; 0 is the exclusive opener's.
+/// Whoever writes to the file counts its own one up before it touches the first page, so that pages read
+/// between two equal marks belong together.
+class ChangeMark {
+ public:
+    static constexpr std::size_t kSlots = 256;
+    static constexpr std::size_t kSize = 2 * kSlots;
+    using Bytes = std::array<std::uint8_t, kSize>;
+
+    /// No mark: usable for nothing.
+    ChangeMark() = default;
+    explicit ChangeMark(const Bytes& bytes);
+    /// As the file has it now. Access 97 files have none that we know.
+    [[nodiscard]] static ChangeMark Read(const OsFile& file, const Format& format);
+
+    /// False when these bytes do not look like commit slots; they are then left alone.
+    [[nodiscard]] bool IsUsable() const { return usable_; }
+    [[nodiscard]] const Bytes& Stored() const { return bytes_; }
+    /// The mark after the next change of a user.
+    [[nodiscard]] ChangeMark Advanced(int user) const;
+    /// Writes one user's slot; not synced.
+    void WriteSlot(OsFile& file, int user) const;
+
+    friend bool operator==(const ChangeMark&, const ChangeMark&) = default;
+
+ private:
+    [[nodiscard]] std::uint16_t Slot(std::size_t number) const;
+
+    Bytes bytes_{};
+    bool usable_ = false;
+};
+
+}  // namespace quardele::jet

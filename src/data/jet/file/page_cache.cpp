@@ -1,0 +1,129 @@
+#include "file/page_cache.h"
+
+#include <algorithm>
+
+namespace quardele::jet {
+
+namespace {
+
+/// 16 MiB of pages of 4 KiB.
+constexpr std::size_t kMostFrames = 4096;
+/// A reader that goes through the file in order gets so many pages with one system call.
+constexpr std::uint32_t kReadAhead = 16;
+
+}  // namespace
+
+PageCache::PageCache(const OsFile& file, const Format& format, PictureTaker* pictures)
+    : PageSource(format), file_(file), pictures_(pictures) {}
+
+void PageCache::TakePicture() const {
+    picture_ = pictures_ != nullptr ? pictures_->Take() : Picture{.mark = {}, .stamp = file_.Stamp()};
+    pageCount_ = static_cast<std::uint32_t>(std::min(picture_->stamp.size, kLargestFile) / Layout().pageSize);
+}
+
+void PageCache::Clear() const {
+    frameOf_.clear();
+    frames_.clear();
+    hand_ = 0;
+    expected_ = 0;
+    picture_.reset();
+    ++pictureNumber_;
+    ++generation_;
+}
+
+void PageCache::Refresh() {
+    if (picture_ && pictures_ != nullptr && !pictures_->IsCurrent(*picture_)) {
+        Clear();
+    }
+}
+
+void PageCache::Adopt(const ChangeMark& mark) {
+    picture_ = Picture{.mark = mark, .stamp = file_.Stamp()};
+}
+
+void PageCache::Put(PagePtr page) {
+    pageCount_ = std::max(pageCount_, page->number + 1);
+    if (const auto found = frameOf_.find(page->number); found != frameOf_.end()) {
+        frames_[found->second].page = std::move(page);
+    } else {
+        Insert(std::move(page));
+    }
+    ++generation_;
+}
+
+PagePtr PageCache::ReadInside(std::uint32_t number) const {
+    if (const auto found = frameOf_.find(number); found != frameOf_.end()) {
+        Frame& frame = frames_[found->second];
+        frame.used = true;
+        expected_ = number + 1;
+        return frame.page;
+    }
+    const std::uint32_t run = RunLength(number);
+    expected_ = number + 1;
+    ReadRun(number, run);
+    const std::size_t pageSize = Layout().pageSize;
+    PagePtr first;
+    for (std::uint32_t i = 0; i < run; ++i) {
+        auto page = std::make_shared<Page>();
+        page->number = number + i;
+        page->size = Layout().pageSize;
+        std::copy_n(readBuffer_.begin() + static_cast<std::ptrdiff_t>(i * pageSize), pageSize,
+                    page->bytes.begin());
+        if (i == 0) {
+            first = page;
+        }
+        Insert(std::move(page));
+    }
+    return first;
+}
+
+// The bytes count only if nobody had begun to change the file by the time they were read.
+void PageCache::ReadRun(std::uint32_t number, std::uint32_t run) const {
+    const std::size_t pageSize = Layout().pageSize;
+    readBuffer_.resize(run * pageSize);
+    const std::size_t read = file_.ReadAt(std::uint64_t{number} * pageSize, readBuffer_);
+    if (pictures_ != nullptr && !pictures_->IsWhole(*picture_)) {
+        Clear();
+        throw PictureTorn();
+    }
+    if (read != readBuffer_.size()) {
+        ThrowDamaged(number, u"page incomplète");
+    }
+}
+
+std::uint32_t PageCache::RunLength(std::uint32_t number) const {
+    if (number != expected_) {
+        return 1;
+    }
+    std::uint32_t run = 1;
+    while (run < kReadAhead && number + run < pageCount_ && !frameOf_.contains(number + run)) {
+        ++run;
+    }
+    return run;
+}
+
+void PageCache::Insert(PagePtr page) const {
+    const std::uint32_t number = page->number;
+    if (frames_.size() < kMostFrames) {
+        frameOf_[number] = frames_.size();
+        frames_.push_back({std::move(page), false});
+        return;
+    }
+    const std::size_t index = FrameToReuse();
+    frameOf_.erase(frames_[index].page->number);
+    frameOf_[number] = index;
+    frames_[index] = {std::move(page), false};
+}
+
+// Second chance: a frame that was used since the hand last passed stays for one more round.
+std::size_t PageCache::FrameToReuse() const {
+    for (;;) {
+        hand_ = (hand_ + 1) % frames_.size();
+        if (!frames_[hand_].used) {
+            return hand_;
+        }
+        frames_[hand_].used = false;
+    }
+}
+
+}  // namespace quardele::jet

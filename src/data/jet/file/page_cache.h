@@ -1,0 +1,74 @@
+// The pages of one open file in memory, read with pread as they are asked for.
+#pragma once
+
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include "commit/picture.h"
+#include "file/os_file.h"
+#include "file/page.h"
+
+namespace quardele::jet {
+
+/// A bounded set of recently used pages, all of one state of the file: a page that belongs to a later one
+/// throws PictureTorn, and everything is read anew. The file is not mapped: another process may shorten or
+/// rewrite it at any moment, which must neither kill this one nor change a row while it is being decoded.
+class PageCache final : public PageSource {
+ public:
+    /// File and pictures must outlive the cache. Without pictures the caller sees to it that nobody writes.
+    PageCache(const OsFile& file, const Format& format, PictureTaker* pictures = nullptr);
+
+    [[nodiscard]] std::uint32_t PageCount() const override {
+        Look();
+        return pageCount_;
+    }
+    /// Forgets everything; what is read next is what the file holds then. Pages that others hold stay valid.
+    void Clear() const;
+    /// Forgets everything if the file has changed.
+    void Refresh();
+    /// Counts how often everything was forgotten: pages read at one number belong together.
+    [[nodiscard]] std::uint64_t PictureNumber() const { return pictureNumber_; }
+    /// Takes over a page that was just written.
+    void Put(PagePtr page);
+    /// The pages that were put are those of the file with this mark.
+    void Adopt(const ChangeMark& mark);
+    [[nodiscard]] std::uint64_t Generation() const override { return generation_; }
+    /// Makes stale what was computed from pages.
+    void Touch() { ++generation_; }
+
+ protected:
+    [[nodiscard]] PagePtr ReadInside(std::uint32_t number) const override;
+
+ private:
+    struct Frame {
+        PagePtr page;
+        bool used = false;
+    };
+
+    /// Takes a picture if there is none.
+    void Look() const {
+        if (!picture_) {
+            TakePicture();
+        }
+    }
+    void TakePicture() const;
+    void ReadRun(std::uint32_t number, std::uint32_t run) const;
+    void Insert(PagePtr page) const;
+    [[nodiscard]] std::size_t FrameToReuse() const;
+    [[nodiscard]] std::uint32_t RunLength(std::uint32_t number) const;
+
+    const OsFile& file_;
+    PictureTaker* pictures_;
+    mutable std::optional<Picture> picture_;
+    mutable std::uint64_t pictureNumber_ = 0;
+    mutable std::uint32_t pageCount_ = 0;
+    mutable std::uint64_t generation_ = 0;
+    mutable std::unordered_map<std::uint32_t, std::size_t> frameOf_;
+    mutable std::vector<Frame> frames_;
+    mutable std::size_t hand_ = 0;
+    mutable std::uint32_t expected_ = 0;  ///< the page that a sequential reader would ask for next
+    mutable std::vector<std::uint8_t> readBuffer_;
+};
+
+}  // namespace quardele::jet

@@ -1,0 +1,10 @@
+#include "file/write_hook.h"
+
+namespace quardele::jet {
+
+WriteHook& CurrentWriteHook() {
+    static WriteHook hook;
+    return hook;
+}
+
+}  // namespace quardele::jet

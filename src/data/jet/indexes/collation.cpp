@@ -1,0 +1,242 @@
+#include <jet/collation.h>
+
+#include <algorithm>
+#include <string_view>
+
+#include "indexes/collation_tables.h"
+
+namespace quardele::jet {
+
+namespace {
+
+using collation::UnitKind;
+using collation::UnitWeight;
+
+constexpr char kEndOfInline = 0x01;
+constexpr char kEndOfText = 0x00;
+/// Stands for a character without accent among the accents.
+constexpr char kNoAccent = 0x02;
+constexpr std::uint8_t kSurrogateAccent = 0x3F;
+
+const UnitWeight* Tabulated(char16_t unit) {
+    for (const collation::UnitRange& range : collation::kRanges) {
+        if (unit >= range.first && unit < range.first + range.weights.size()) {
+            return &range.weights[static_cast<std::size_t>(unit - range.first)];
+        }
+    }
+    return nullptr;
+}
+
+constexpr bool IsHighSurrogate(char16_t unit) {
+    return unit >= 0xD800 && unit < 0xDC00;
+}
+constexpr bool IsLowSurrogate(char16_t unit) {
+    return unit >= 0xDC00 && unit < 0xE000;
+}
+
+// The halves of characters beyond U+FFFF follow a rule instead of a table.
+UnitWeight SurrogateWeight(char16_t unit) {
+    if (IsHighSurrogate(unit)) {
+        return collation::I2(unit - 10238u, kSurrogateAccent);
+    }
+    const unsigned offset = unit - 0xDC00u;
+    const unsigned shift = offset < 8     ? 9992
+                           : offset < 262 ? 9990
+                           : offset < 516 ? 9988
+                           : offset < 770 ? 9986
+                                          : 9984;
+    return collation::I2(unit - shift, kSurrogateAccent);
+}
+
+// Behind everything else, in the order of their codes: three bytes, the first of which no table uses.
+constexpr std::uint8_t kUnknownFirst = 0xFE;
+
+UnitWeight WeightOf(char16_t unit) {
+    if (const UnitWeight* weight = Tabulated(unit)) {
+        return *weight;
+    }
+    if (IsHighSurrogate(unit) || IsLowSurrogate(unit)) {
+        return SurrogateWeight(unit);
+    }
+    return collation::S2(unit);
+}
+
+bool IsUnknown(char16_t unit) {
+    return Tabulated(unit) == nullptr && !IsHighSurrogate(unit) && !IsLowSurrogate(unit);
+}
+
+void AppendBytes(std::span<const std::uint8_t> bytes, std::string& target) {
+    for (const std::uint8_t byte : bytes) {
+        target += static_cast<char>(byte);
+    }
+}
+
+void AppendInline(char16_t unit, const UnitWeight& weight, std::string& target) {
+    if (IsUnknown(unit)) {
+        target += static_cast<char>(kUnknownFirst);
+    }
+    AppendBytes(weight.Inline(), target);
+}
+
+TextView WithoutTrailingBlanks(TextView text) {
+    return text.substr(0, text.find_last_not_of(u' ') + 1);
+}
+
+class KeyBuilder {
+ public:
+    void Add(char16_t unit) {
+        const UnitWeight weight = WeightOf(unit);
+        switch (weight.kind) {
+            case UnitKind::Ignored:
+                return;
+            case UnitKind::Simple:
+                AppendInline(unit, weight, inline_);
+                ++characters_;
+                return;
+            case UnitKind::Accented:
+                FillAccents();
+                AppendInline(unit, weight, inline_);
+                ++characters_;
+                AppendBytes(weight.Extra(), accents_);
+                ++accented_;
+                return;
+            case UnitKind::Modifier:
+                AddModifier(weight.extra[0]);
+                return;
+            case UnitKind::Positional:
+                AddPositional(weight.extra[0]);
+                return;
+        }
+    }
+
+    [[nodiscard]] std::string Take() {
+        while (!accents_.empty() && static_cast<std::uint8_t>(accents_.back()) <= kNoAccent) {
+            accents_.pop_back();
+        }
+        std::string key = std::move(inline_);
+        key += kEndOfInline;
+        key += accents_;
+        if (!positional_.empty()) {
+            key.append(3, kEndOfInline);
+            key += positional_;
+        }
+        key += kEndOfText;
+        return key;
+    }
+
+ private:
+    // Every character before the one that comes now has its place among the accents.
+    void FillAccents() {
+        if (accented_ < characters_) {
+            accents_.append(characters_ - accented_, kNoAccent);
+            accented_ = characters_;
+        }
+    }
+
+    void AddModifier(std::uint8_t code) {
+        FillAccents();
+        if (accents_.empty()) {
+            accents_ += static_cast<char>(code);
+            leadingModifier_ = 1;
+        } else {
+            accents_.back() = static_cast<char>(static_cast<std::uint8_t>(accents_.back()) + code);
+        }
+    }
+
+    void AddPositional(std::uint8_t code) {
+        constexpr std::size_t kFirstPosition = 7;
+        constexpr std::size_t kPerCharacter = 4;
+        constexpr std::uint8_t kMark = 0x06;
+        const std::size_t place =
+            accents_.empty() ? characters_ : accents_.size() + characters_ - accented_ - leadingModifier_;
+        const std::size_t position = 0x8000 | (kFirstPosition + kPerCharacter * place);
+        const std::array<std::uint8_t, 4> bytes = {static_cast<std::uint8_t>(position >> 8 & 0xFF),
+                                                   static_cast<std::uint8_t>(position & 0xFF), kMark, code};
+        AppendBytes(bytes, positional_);
+    }
+
+    std::string inline_;
+    std::string accents_;
+    std::string positional_;
+    std::size_t characters_ = 0;       ///< units that gave inline bytes
+    std::size_t accented_ = 0;         ///< characters that have a place among the accents
+    std::size_t leadingModifier_ = 0;  ///< 1 when the first accent belongs to no character
+};
+
+// The inline bytes of a text, one after the other.
+class InlineBytes {
+ public:
+    explicit InlineBytes(TextView text) : text_(text) {}
+
+    // The next byte; kEndOfInline behind the last.
+    [[nodiscard]] std::uint8_t Next() {
+        while (pending_.empty()) {
+            if (position_ == text_.size()) {
+                return kEndOfInline;
+            }
+            Load(text_[position_++]);
+        }
+        const std::uint8_t byte = pending_.front();
+        pending_ = pending_.subspan(1);
+        return byte;
+    }
+    [[nodiscard]] bool OnlySimple() const { return onlySimple_; }
+
+ private:
+    void Load(char16_t unit) {
+        weight_ = WeightOf(unit);
+        onlySimple_ = onlySimple_ && (weight_.kind == UnitKind::Simple || weight_.kind == UnitKind::Ignored);
+        if (IsUnknown(unit)) {
+            unknown_ = {kUnknownFirst, weight_.inlineBytes[0], weight_.inlineBytes[1]};
+            pending_ = unknown_;
+        } else {
+            pending_ = weight_.Inline();
+        }
+    }
+
+    TextView text_;
+    std::size_t position_ = 0;
+    UnitWeight weight_;
+    std::array<std::uint8_t, 3> unknown_{};
+    std::span<const std::uint8_t> pending_;
+    bool onlySimple_ = true;
+};
+
+}  // namespace
+
+std::string SortKey(TextView text) {
+    KeyBuilder builder;
+    for (const char16_t unit : WithoutTrailingBlanks(text)) {
+        builder.Add(unit);
+    }
+    return builder.Take();
+}
+
+bool HasSortKey(TextView text) {
+    return std::none_of(text.begin(), text.end(), IsUnknown);
+}
+
+std::weak_ordering Compare(TextView left, TextView right) {
+    InlineBytes leftBytes(WithoutTrailingBlanks(left));
+    InlineBytes rightBytes(WithoutTrailingBlanks(right));
+    for (;;) {
+        const std::uint8_t a = leftBytes.Next();
+        const std::uint8_t b = rightBytes.Next();
+        if (a != b) {
+            return a < b ? std::weak_ordering::less : std::weak_ordering::greater;
+        }
+        if (a == kEndOfInline) {
+            break;
+        }
+    }
+    if (leftBytes.OnlySimple() && rightBytes.OnlySimple()) {
+        return std::weak_ordering::equivalent;
+    }
+    return SortKey(left) <=> SortKey(right);
+}
+
+bool Equal(TextView left, TextView right) {
+    return left == right || Compare(left, right) == std::weak_ordering::equivalent;
+}
+
+}  // namespace quardele::jet

@@ -1,0 +1,176 @@
+#include "locks/lock_file.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include <basic/runtime_error.h>
+
+#include "locks/lock_bytes.h"
+#include "locks/lock_wait.h"
+
+namespace quardele::jet {
+
+namespace {
+
+/// Of one user: the name of the machine and that of the user, padded with zeros.
+constexpr std::size_t kNameSize = 32;
+constexpr std::size_t kSlotSize = 2 * kNameSize;
+constexpr std::string_view kUserName = "Admin";
+
+/// Neighbouring pages, whose locks are one range.
+struct Run {
+    std::uint32_t first = 0;
+    std::uint32_t last = 0;
+};
+
+/// A commit of very many scattered pages locks all from its first to its last one: systems look through the
+/// locks of a file one by one.
+constexpr std::size_t kMostRuns = 256;
+
+std::vector<Run> RunsOf(std::span<const std::uint32_t> pages) {
+    std::vector<Run> runs;
+    for (const std::uint32_t page : pages) {
+        if (!runs.empty() && runs.back().last + 1 == page) {
+            runs.back().last = page;
+        } else {
+            runs.push_back({page, page});
+        }
+    }
+    if (runs.size() > kMostRuns) {
+        runs = {{runs.front().first, runs.back().last}};
+    }
+    return runs;
+}
+
+[[nodiscard]] std::uint64_t WriteRange(std::uint32_t page) {
+    return lock_bytes::kPageWrites + page * lock_bytes::kPerPage;
+}
+
+}  // namespace
+
+std::filesystem::path LockFile::PathFor(const std::filesystem::path& dataFile) {
+    std::filesystem::path path = dataFile;
+    path.replace_extension(".ldb");
+    return path;
+}
+
+bool LockFile::HasUsers(const std::filesystem::path& dataFile) {
+    std::error_code failure;
+    const std::filesystem::path path = PathFor(dataFile);
+    if (!std::filesystem::exists(path, failure)) {
+        return false;
+    }
+    try {
+        OsFile file;
+        // Who cannot look must take it that somebody is there.
+        return !file.Open(path, OsFile::Access::ReadWrite) ||
+               file.TryLock(lock_bytes::kUsers, OsFile::Lock::Exclusive, lock_bytes::kMostUsers) ==
+                   OsFile::LockResult::Held;
+    } catch (const basic::RuntimeError& error) {
+        return error.Number() != basic::error::kFileMissing;  // the last user may just have deleted it
+    }
+}
+
+LockFile::Entry LockFile::Enter(const std::filesystem::path& dataFile) {
+    const std::filesystem::path path = PathFor(dataFile);
+    Entry entry = Entry::Full;
+    const bool settled = path == dataFile || RetryUntil([&] {
+                             if (!file_.OpenOrCreate(path)) {
+                                 return true;
+                             }
+                             const OsFile::LockResult result = TakePlace();
+                             // The last user may have deleted the file between our opening and our locking
+                             // it: then another one has its name, or none.
+                             const bool sameFile = IdOf(path) == file_.Id();
+                             if (result == OsFile::LockResult::Taken && sameFile) {
+                                 entry = Entry::Entered;
+                                 return true;
+                             }
+                             user_ = 0;
+                             file_.Close();
+                             entry =
+                                 result == OsFile::LockResult::Unsupported ? Entry::Unavailable : Entry::Full;
+                             return result == OsFile::LockResult::Unsupported;
+                         });
+    if (entry == Entry::Entered) {
+        WriteName();
+        return entry;
+    }
+    return settled ? Entry::Unavailable : entry;
+}
+
+OsFile::LockResult LockFile::TakePlace() {
+    auto result = OsFile::LockResult::Held;
+    for (std::uint64_t i = 0; i < lock_bytes::kMostUsers && result == OsFile::LockResult::Held; ++i) {
+        result = file_.TryLock(lock_bytes::kUsers + i, OsFile::Lock::Exclusive);
+        user_ = static_cast<int>(i) + 1;
+    }
+    return result;
+}
+
+// Only people read it: who is there is what the locks say. So a disk that has no room for it is no reason to
+// keep anybody out.
+void LockFile::WriteName() {
+    std::array<std::uint8_t, kSlotSize> slot{};
+    const std::string machine = MachineName();
+    std::copy_n(machine.begin(), std::min(machine.size(), kNameSize - 1), slot.begin());
+    std::copy(kUserName.begin(), kUserName.end(), slot.begin() + kNameSize);
+    try {
+        file_.WriteAt(static_cast<std::uint64_t>(user_ - 1) * kSlotSize, slot);
+    } catch (const basic::RuntimeError&) {
+        return;
+    }
+}
+
+void LockFile::Leave() {
+    if (user_ == 0) {
+        return;
+    }
+    const std::filesystem::path path = file_.Path();
+    commit_.Close();
+    file_.Unlock(lock_bytes::kUsers + static_cast<std::uint64_t>(user_ - 1));
+    user_ = 0;
+    try {
+        // Who holds all places is alone, and nobody can come in while the name goes.
+        if (file_.TryLock(lock_bytes::kUsers, OsFile::Lock::Exclusive, lock_bytes::kMostUsers) ==
+                OsFile::LockResult::Taken &&
+            IdOf(path) == file_.Id()) {
+            RemoveFile(path);
+        }
+    } catch (const basic::RuntimeError&) {
+        // It stays; without locks in it, it says nothing.
+    }
+    file_.Close();
+}
+
+bool LockFile::TryHoldPage(std::uint32_t page) {
+    return user_ == 0 || file_.TryLock(WriteRange(page), OsFile::Lock::Shared, lock_bytes::kPerPage) ==
+                             OsFile::LockResult::Taken;
+}
+
+void LockFile::ReleasePage(std::uint32_t page) {
+    if (user_ != 0) {
+        file_.Unlock(WriteRange(page), lock_bytes::kPerPage);
+    }
+}
+
+bool LockFile::TryHoldPages(std::span<const std::uint32_t> pages) {
+    if (user_ == 0) {
+        return true;
+    }
+    if (!commit_.OpenOrCreate(file_.Path())) {
+        return false;
+    }
+    for (const Run& run : RunsOf(pages)) {
+        const std::uint64_t length = (std::uint64_t{run.last} - run.first + 1) * lock_bytes::kPerPage;
+        if (commit_.TryLock(WriteRange(run.first), OsFile::Lock::Shared, length) !=
+            OsFile::LockResult::Taken) {
+            commit_.Close();
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace quardele::jet

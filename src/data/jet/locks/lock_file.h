@@ -1,0 +1,56 @@
+// The lock file <name>.ldb: who has a data file open, and which pages somebody is changing, for all programs
+// that share it. docs/locking.md tells which bytes mean what, and how far that is known.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <span>
+
+#include "file/os_file.h"
+
+namespace quardele::jet {
+
+/// The place of one user in the lock file of a data file.
+class LockFile {
+ public:
+    enum class Entry {
+        Entered,
+        Unavailable,  ///< the file cannot be made, or its file system has no byte locks
+        Full,         ///< 255 users are there already
+    };
+
+    LockFile() = default;
+    ~LockFile() { Leave(); }
+    LockFile(const LockFile&) = delete;
+    LockFile& operator=(const LockFile&) = delete;
+
+    /// Makes or opens the lock file beside the data file, and takes the first free place in it.
+    [[nodiscard]] Entry Enter(const std::filesystem::path& dataFile);
+    /// Gives the place back; the last one to go deletes the file.
+    void Leave();
+    /// 1 to 255; 0 for who has not entered.
+    [[nodiscard]] int User() const { return user_; }
+
+    /// Keeps other programs from changing a page; false when one of them is doing so. True without an effect
+    /// for who has not entered. Not counted: a second lock of the same page changes nothing.
+    [[nodiscard]] bool TryHoldPage(std::uint32_t page);
+    void ReleasePage(std::uint32_t page);
+
+    /// The same for the pages of a commit, in ascending order; all of them, or none and false.
+    [[nodiscard]] bool TryHoldPages(std::span<const std::uint32_t> pages);
+    void ReleasePages() { commit_.Close(); }
+
+    [[nodiscard]] static std::filesystem::path PathFor(const std::filesystem::path& dataFile);
+    /// Whether somebody has a place in the lock file of a data file.
+    [[nodiscard]] static bool HasUsers(const std::filesystem::path& dataFile);
+
+ private:
+    [[nodiscard]] OsFile::LockResult TakePlace();
+    void WriteName();
+
+    OsFile file_;
+    OsFile commit_;  ///< its own locks, so that the end of a commit leaves those of file_ alone
+    int user_ = 0;
+};
+
+}  // namespace quardele::jet

@@ -1,0 +1,81 @@
+#include "newfile/new_file.h"
+
+#include <random>
+#include <string>
+
+#include <basic/runtime_error.h>
+
+#include "file/write_hook.h"
+
+namespace quardele::jet {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void Throw(int number, const fs::path& path) {
+    throw basic::RuntimeError(number, basic::Describe(number, PathText(path)));
+}
+
+fs::path FolderOf(const fs::path& file) {
+    return file.has_parent_path() ? file.parent_path() : ".";
+}
+
+// No two writers may meet in one unfinished file.
+fs::path UnfinishedName(const fs::path& target) {
+    std::random_device random;
+    fs::path name = target;
+    name += ".q" + std::to_string(random()) + ".new";
+    return name;
+}
+
+}  // namespace
+
+NewFile::NewFile(fs::path target) : target_(std::move(target)), place_(UnfinishedName(target_)) {
+    std::error_code failure;
+    if (!fs::is_directory(FolderOf(target_), failure) || !target_.has_filename()) {
+        Throw(basic::error::kBadPath, target_);
+    }
+    if (fs::exists(fs::symlink_status(target_, failure))) {
+        Throw(basic::error::kDatabaseExists, target_);
+    }
+    if (!IsWritableFolder(FolderOf(target_))) {
+        throw basic::RuntimeError(basic::error::kReadOnly);
+    }
+    file_.Create(place_);
+}
+
+NewFile::~NewFile() {
+    file_.Close();
+    std::error_code failure;
+    fs::remove(place_, failure);
+}
+
+// A second name is given, because unlike a new name it never replaces anything; then the first one goes.
+// Where the file system has one name for each file only, it is renamed.
+void NewFile::Publish() {
+    file_.Sync();
+    file_.Close();
+    BeforeWriting({.step = WritePoint::Create, .path = target_, .bytes = {}});
+    std::error_code failure;
+    fs::create_hard_link(place_, target_, failure);
+    if (failure) {
+        std::error_code ignored;
+        if (fs::exists(fs::symlink_status(target_, ignored))) {
+            Throw(basic::error::kDatabaseExists, target_);
+        }
+        fs::rename(place_, target_, failure);
+        if (failure) {
+            throw basic::RuntimeError(basic::error::kReadOnly);
+        }
+    }
+    try {
+        RemoveFile(place_);
+        SyncFolder(FolderOf(target_));
+    } catch (const basic::RuntimeError&) {
+        fs::remove(target_, failure);  // whoever is told of an error finds no file
+        throw;
+    }
+}
+
+}  // namespace quardele::jet

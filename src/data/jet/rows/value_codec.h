@@ -1,0 +1,22 @@
+// Values of columns, between their stored bytes and the program's Variant. Long values come as their data,
+// without the descriptor.
+#pragma once
+
+#include <vector>
+
+#include <basic/variant.h>
+
+#include "bytes.h"
+#include "definitions/table_def.h"
+
+namespace quardele::jet {
+
+/// The value that stored bytes mean; Null when a fixed-size value is stored with length 0. Not for Boolean,
+/// which has no bytes. Throws 3343 when the bytes do not fit the type.
+[[nodiscard]] basic::Variant DecodeValue(const StoredColumn& column, const ByteView& bytes,
+                                         const Format& format);
+
+/// A numeric or date value as a double, with the same checks; 0 for other types.
+[[nodiscard]] double DecodeNumber(const StoredColumn& column, const ByteView& bytes);
+
+}  // namespace quardele::jet

@@ -1,0 +1,74 @@
+// Nodes that calculate and join.
+#include "expressions/arithmetic.h"
+#include "expressions/node.h"
+
+namespace quardele::sql {
+namespace {
+
+class ArithmeticNode final : public Node {
+ public:
+    ArithmeticNode(BinaryOperator op, NodePtr left, NodePtr right)
+        : Node(ArithmeticType(op, left->Type(), right->Type())),
+          op_(op),
+          left_(std::move(left)),
+          right_(std::move(right)) {}
+
+    Variant Value(RowContext& row) const override {
+        Variant leftScratch;
+        Variant rightScratch;
+        return Calculate(op_, left_->Peek(row, leftScratch), right_->Peek(row, rightScratch));
+    }
+
+ private:
+    BinaryOperator op_;
+    NodePtr left_;
+    NodePtr right_;
+};
+
+class NegativeNode final : public Node {
+ public:
+    explicit NegativeNode(NodePtr operand)
+        : Node(ArithmeticType(BinaryOperator::Subtract, jet::ColumnType::Long, operand->Type())),
+          operand_(std::move(operand)) {}
+
+    Variant Value(RowContext& row) const override {
+        Variant scratch;
+        return Negative(operand_->Peek(row, scratch));
+    }
+
+ private:
+    NodePtr operand_;
+};
+
+class ConcatenationNode final : public Node {
+ public:
+    ConcatenationNode(NodePtr left, NodePtr right)
+        : Node(jet::ColumnType::Text), left_(std::move(left)), right_(std::move(right)) {}
+
+    Variant Value(RowContext& row) const override {
+        Variant leftScratch;
+        Variant rightScratch;
+        return Concatenated(left_->Peek(row, leftScratch), right_->Peek(row, rightScratch));
+    }
+
+ private:
+    NodePtr left_;
+    NodePtr right_;
+};
+
+}  // namespace
+
+NodePtr MakeArithmetic(BinaryOperator op, NodePtr left, NodePtr right) {
+    const bool constant = left->Constant() != nullptr && right->Constant() != nullptr;
+    return WorkedOut(std::make_unique<const ArithmeticNode>(op, std::move(left), std::move(right)), constant);
+}
+
+NodePtr MakeNegative(NodePtr operand) {
+    return MakeFolded<NegativeNode>(std::move(operand));
+}
+
+NodePtr MakeConcatenation(NodePtr left, NodePtr right) {
+    return MakeFolded<ConcatenationNode>(std::move(left), std::move(right));
+}
+
+}  // namespace quardele::sql

@@ -1,0 +1,153 @@
+#include "plan/binder.h"
+
+#include <algorithm>
+
+#include "sql_error.h"
+#include "syntax/printer.h"
+
+namespace quardele::sql {
+namespace {
+
+/// Aliases that name each other can make a short statement huge.
+constexpr std::size_t kMostParts = 100000;
+
+void CollectTables(const FromItem& item, std::vector<const TableName*>& tables) {
+    if (const auto* table = std::get_if<TableName>(&item.node)) {
+        tables.push_back(table);
+        return;
+    }
+    const auto& join = std::get<Join>(item.node);
+    CollectTables(*join.left, tables);
+    CollectTables(*join.right, tables);
+}
+
+Text FullName(const NameReference& name) {
+    return basic::UCase(name.qualifier.empty() ? name.name : name.qualifier + u"." + name.name);
+}
+
+}  // namespace
+
+std::vector<Source> OpenSources(jet::Database& database, const std::vector<FromItem>& from) {
+    std::vector<const TableName*> tables;
+    for (const FromItem& item : from) {
+        CollectTables(item, tables);
+    }
+    if (tables.size() > kMostSources) {
+        FailTooComplex();
+    }
+    std::vector<Source> sources;
+    for (const TableName* table : tables) {
+        const bool taken = std::any_of(sources.begin(), sources.end(), [table](const Source& other) {
+            return basic::EqualNoCase(other.label, table->Label());
+        });
+        if (taken) {
+            FailNaming(error::kDuplicateSource, table->Label());
+        }
+        sources.push_back({table->Label(), database.OpenTable(table->name)});
+    }
+    return sources;
+}
+
+void Binder::Bind(ExpressionPtr& expression, Aliases aliases) {
+    aliases_ = aliases;
+    Bind(expression, 1);
+}
+
+void Binder::BindOrder(ExpressionPtr& expression) {
+    const auto* literal = expression->As<Literal>();
+    if (literal == nullptr || !literal->value.Is<std::int32_t>()) {
+        Bind(expression, Aliases::AheadOfSources);
+        return;
+    }
+    const std::int32_t position = literal->value.As<std::int32_t>();
+    if (position < 1 || static_cast<std::size_t>(position) > results_.size()) {
+        const Text place = Print(*expression);
+        FailSyntax(error::kSyntaxInOrderBy, u"position hors de la liste SELECT", place, place);
+    }
+    expression = Clone(*results_[static_cast<std::size_t>(position) - 1].expression);
+}
+
+void Binder::Restrict(std::size_t first, std::size_t last) {
+    firstSource_ = first;
+    lastSource_ = last;
+}
+
+void Binder::RequireAllKnown() const {
+    if (!unknown_.empty()) {
+        FailMissingParameters(unknown_.size());
+    }
+}
+
+std::optional<NameMeaning> Binder::FindColumn(TextView qualifier, TextView name) const {
+    std::optional<NameMeaning> found;
+    for (std::size_t i = firstSource_; i < std::min(lastSource_, sources_.size()); ++i) {
+        if (!qualifier.empty() && !basic::EqualNoCase(qualifier, sources_[i].label)) {
+            continue;
+        }
+        const int column = sources_[i].table->FindColumn(name);
+        if (column < 0) {
+            continue;
+        }
+        if (found) {
+            FailNaming(error::kAmbiguousName, name);
+        }
+        found = NameMeaning{NameMeaning::Kind::SourceColumn, i, column};
+    }
+    return found;
+}
+
+void Binder::Bind(ExpressionPtr& expression, int depth) {
+    if (depth > kDeepestTree || ++visited_ > kMostParts) {
+        FailTooComplex();
+    }
+    auto* name = expression->As<NameReference>();
+    if (name == nullptr) {
+        for (ExpressionPtr* part : PartsOf(*expression)) {
+            Bind(*part, depth + 1);
+        }
+        return;
+    }
+    if (name->meaning || (aliases_ == Aliases::AheadOfSources && BindToResult(expression, depth))) {
+        return;
+    }
+    name->meaning = FindColumn(name->qualifier, name->name);
+    if (name->meaning || (aliases_ == Aliases::BehindSources && BindToResult(expression, depth))) {
+        return;
+    }
+    unknown_.insert(FullName(*name));
+}
+
+bool Binder::BindToResult(ExpressionPtr& expression, int depth) {
+    const auto& name = *expression->As<NameReference>();
+    const ResultItem* item = FindResult(name);
+    if (item == nullptr) {
+        return false;
+    }
+    if (std::find(open_.begin(), open_.end(), item) != open_.end()) {
+        FailNaming(error::kCircularAlias, name.name);
+    }
+    open_.push_back(item);
+    expression = Clone(*item->expression);
+    Bind(expression, depth);
+    open_.pop_back();
+    return true;
+}
+
+/// The result column of that name; the same column twice counts once.
+const ResultItem* Binder::FindResult(const NameReference& name) const {
+    const Text fullName = name.qualifier.empty() ? name.name : name.qualifier + u"." + name.name;
+    const ResultItem* found = nullptr;
+    for (const ResultItem& item : results_) {
+        const bool offered = item.aliased || aliases_ == Aliases::AheadOfSources;
+        if (!offered || !basic::EqualNoCase(item.name, fullName)) {
+            continue;
+        }
+        if (found != nullptr && !SameExpression(*found->expression, *item.expression)) {
+            FailNaming(error::kAmbiguousName, name.name);
+        }
+        found = &item;
+    }
+    return found;
+}
+
+}  // namespace quardele::sql

@@ -1,0 +1,243 @@
+#include "plan/index_choice.h"
+
+#include <algorithm>
+
+#include "expressions/compare.h"
+#include "expressions/operators.h"
+
+namespace quardele::sql {
+namespace {
+
+/// Types whose index entries are in the order in which their values compare.
+bool IsSeekableType(jet::ColumnType type) {
+    switch (type) {
+        case jet::ColumnType::Byte:
+        case jet::ColumnType::Integer:
+        case jet::ColumnType::Long:
+        case jet::ColumnType::Currency:
+        case jet::ColumnType::Single:
+        case jet::ColumnType::Double:
+        case jet::ColumnType::Date:
+        case jet::ColumnType::Text:
+            return true;
+        default:
+            return false;
+    }
+}
+
+/// Whether an index on a column can be asked for values of a type.
+bool CanSeek(jet::ColumnType column, StaticType value) {
+    return IsSeekableType(column) && ClassOf(value) == ClassOf(column) &&
+           (column == jet::ColumnType::Date) == (value == jet::ColumnType::Date);
+}
+
+BinaryOperator Mirrored(BinaryOperator op) {
+    switch (op) {
+        case BinaryOperator::Less:
+            return BinaryOperator::Greater;
+        case BinaryOperator::LessOrEqual:
+            return BinaryOperator::GreaterOrEqual;
+        case BinaryOperator::Greater:
+            return BinaryOperator::Less;
+        case BinaryOperator::GreaterOrEqual:
+            return BinaryOperator::LessOrEqual;
+        default:
+            return op;
+    }
+}
+
+/// What conditions say about the columns of one source.
+class ColumnBounds {
+ public:
+    ColumnBounds(std::size_t source, const CompileScope& scope)
+        : source_(source),
+          table_(*(*scope.tables)[source]),
+          scope_(scope),
+          columns_(table_.Columns().size()) {}
+
+    void Add(const Expression& condition) {
+        if (const auto* comparison = condition.As<Binary>(); comparison && IsComparison(comparison->op)) {
+            AddComparison(*comparison->left, comparison->op, *comparison->right);
+            AddComparison(*comparison->right, Mirrored(comparison->op), *comparison->left);
+        } else if (const auto* between = condition.As<Between>(); between && !between->negated) {
+            AddBetween(*between);
+        }
+    }
+
+    /// The range of an index, as far as the bounds reach; empty when they do not.
+    [[nodiscard]] std::optional<IndexRange> RangeOf(int position) const {
+        const jet::Index& index = table_.Indexes()[static_cast<std::size_t>(position)];
+        IndexRange range;
+        range.index = position;
+        for (const jet::IndexColumn& part : index.columns) {
+            const Bounds& bounds = columns_[static_cast<std::size_t>(part.column)];
+            if (bounds.equal == nullptr) {
+                if (part.ascending) {
+                    range.low = MakeBound(bounds.low, bounds.lowStrict);
+                    range.high = MakeBound(bounds.high, bounds.highStrict);
+                }
+                break;
+            }
+            range.prefix.push_back(Compile(*bounds.equal, scope_));
+        }
+        range.single = index.unique && range.prefix.size() == index.columns.size();
+        if (!index.seekable || (range.prefix.empty() && !range.low && !range.high)) {
+            return std::nullopt;
+        }
+        return range;
+    }
+
+ private:
+    struct Bounds {
+        const Expression* equal = nullptr;
+        const Expression* low = nullptr;
+        const Expression* high = nullptr;
+        bool lowStrict = false;
+        bool highStrict = false;
+    };
+
+    [[nodiscard]] std::optional<IndexRange::Bound> MakeBound(const Expression* value, bool strict) const {
+        if (value == nullptr) {
+            return std::nullopt;
+        }
+        return IndexRange::Bound{Compile(*value, scope_), strict};
+    }
+
+    /// The bounds of the column that `expression` is, when `value` is the same for all rows and of its class.
+    Bounds* BoundsFor(const Expression& expression, const Expression& value) {
+        const auto column = ColumnOf(expression);
+        if (!column || column->source != source_ || !IsWithin(SourcesOf(value), 0)) {
+            return nullptr;
+        }
+        const auto position = static_cast<std::size_t>(column->column);
+        const jet::ColumnType type = table_.Columns()[position].type;
+        if (!CanSeek(type, Compile(value, scope_)->Type())) {
+            return nullptr;
+        }
+        return &columns_[position];
+    }
+
+    void AddComparison(const Expression& column, BinaryOperator op, const Expression& value) {
+        Bounds* bounds = BoundsFor(column, value);
+        if (bounds == nullptr) {
+            return;
+        }
+        switch (op) {
+            case BinaryOperator::Equal:
+                bounds->equal = &value;
+                break;
+            case BinaryOperator::Greater:
+            case BinaryOperator::GreaterOrEqual:
+                bounds->low = &value;
+                bounds->lowStrict = op == BinaryOperator::Greater;
+                break;
+            case BinaryOperator::Less:
+            case BinaryOperator::LessOrEqual:
+                bounds->high = &value;
+                bounds->highStrict = op == BinaryOperator::Less;
+                break;
+            default:
+                break;
+        }
+    }
+
+    void AddBetween(const Between& between) {
+        const NodePtr first = Compile(*between.low, scope_);
+        const NodePtr second = Compile(*between.high, scope_);
+        if (first->Constant() == nullptr || second->Constant() == nullptr) {
+            return;
+        }
+        const auto order = CompareValues(*first->Constant(), *second->Constant());
+        if (!order) {
+            return;
+        }
+        const bool swapped = *order > 0;
+        AddComparison(*between.operand, BinaryOperator::GreaterOrEqual,
+                      swapped ? *between.high : *between.low);
+        AddComparison(*between.operand, BinaryOperator::LessOrEqual, swapped ? *between.low : *between.high);
+    }
+
+    std::size_t source_;
+    const jet::Table& table_;
+    const CompileScope& scope_;
+    std::vector<Bounds> columns_;
+};
+
+/// How much a range is worth: a single row most, then equal columns, then bounds.
+int Worth(const IndexRange& range) {
+    return (range.single ? 1000 : 0) + static_cast<int>(range.prefix.size()) * 10 + (range.low ? 1 : 0) +
+           (range.high ? 1 : 0);
+}
+
+}  // namespace
+
+std::optional<IndexRange> ChooseRange(std::size_t source, const Conjuncts& conjuncts,
+                                      const CompileScope& scope) {
+    ColumnBounds bounds(source, scope);
+    for (const Conjunct& conjunct : conjuncts) {
+        bounds.Add(*conjunct.expression);
+    }
+    std::optional<IndexRange> best;
+    const std::size_t count = (*scope.tables)[source]->Indexes().size();
+    for (std::size_t index = 0; index < count; ++index) {
+        auto range = bounds.RangeOf(static_cast<int>(index));
+        if (range && (!best || Worth(*range) > Worth(*best))) {
+            best = std::move(range);
+        }
+    }
+    return best;
+}
+
+int IndexOnColumn(const jet::Table& table, int column, StaticType type) {
+    int found = -1;
+    if (!CanSeek(table.Columns()[static_cast<std::size_t>(column)].type, type)) {
+        return found;
+    }
+    for (std::size_t i = 0; i < table.Indexes().size(); ++i) {
+        const jet::Index& index = table.Indexes()[i];
+        const bool serves = index.seekable && index.columns.front().column == column;
+        const bool unique = index.unique && index.columns.size() == 1;
+        if (serves && (found < 0 || unique)) {
+            found = static_cast<int>(i);
+        }
+    }
+    return found;
+}
+
+std::optional<IndexWalk> IndexForOrder(const jet::Table& table, const std::vector<ColumnOrder>& order) {
+    for (std::size_t i = 0; i < table.Indexes().size(); ++i) {
+        const jet::Index& index = table.Indexes()[i];
+        if (!index.seekable || index.ignoreNulls || order.empty() || index.columns.size() != order.size()) {
+            continue;
+        }
+        const auto follows = [&](bool backwards) {
+            return std::equal(order.begin(), order.end(), index.columns.begin(),
+                              [backwards](const ColumnOrder& wanted, const jet::IndexColumn& part) {
+                                  return wanted.column == part.column &&
+                                         wanted.descending == (part.ascending == backwards);
+                              });
+        };
+        if (follows(false)) {
+            return IndexWalk{static_cast<int>(i), false};
+        }
+        // Backwards, rows with equal keys would come backwards too.
+        if (index.unique && follows(true)) {
+            return IndexWalk{static_cast<int>(i), true};
+        }
+    }
+    return std::nullopt;
+}
+
+std::vector<ColumnOrder> PrimaryOrder(const jet::Table& table) {
+    std::vector<ColumnOrder> order;
+    const auto primary = std::find_if(table.Indexes().begin(), table.Indexes().end(),
+                                      [](const jet::Index& index) { return index.primary; });
+    if (primary != table.Indexes().end()) {
+        for (const jet::IndexColumn& part : primary->columns) {
+            order.push_back({part.column, !part.ascending});
+        }
+    }
+    return order;
+}
+
+}  // namespace quardele::sql

@@ -1,0 +1,262 @@
+#include "plan/planner.h"
+
+#include <utility>
+
+#include "plan/conjuncts.h"
+#include "plan/index_choice.h"
+
+namespace quardele::sql {
+namespace {
+
+/// What finding one row through an index costs, in rows of a scan.
+constexpr double kSeekCost = 4;
+/// What a row costs that is kept in a hash.
+constexpr double kHashCost = 2;
+
+std::size_t CountTables(const FromItem& item) {
+    const auto* join = std::get_if<Join>(&item.node);
+    return join == nullptr ? 1 : CountTables(*join->left) + CountTables(*join->right);
+}
+
+/// A part of the FROM clause on its way into the plan.
+struct Relation {
+    ProducerPtr rows;
+    std::vector<std::size_t> sources;
+
+    [[nodiscard]] SourceSet Set() const {
+        SourceSet set = 0;
+        for (const std::size_t source : sources) {
+            set |= SetOf(source);
+        }
+        return set;
+    }
+};
+
+SourceSet Range(std::size_t first, std::size_t count) {
+    return (SetOf(count) - 1) << first;
+}
+
+/// The conditions of a join, sorted by what the outer and inner sides must have in common.
+struct JoinTerms {
+    struct Equality {
+        const Expression* outer;
+        const Expression* inner;
+    };
+    std::vector<Equality> equalities;
+    Conjuncts others;
+};
+
+class Planner {
+ public:
+    explicit Planner(const CompileScope& scope) : scope_(scope) {}
+
+    Plan Make(const Select& select) {
+        Conjuncts where;
+        AppendConjuncts(select.where, where);
+        Plan plan;
+        plan.constants = CompileAll(TakeWithin(where, 0));
+        if (select.from.empty()) {
+            plan.rows = std::make_unique<const SingleRowProducer>();
+        } else {
+            plan.rows = FromList(select.from, select.from.size(), std::move(where)).rows;
+        }
+        return plan;
+    }
+
+ private:
+    NodeList CompileAll(const Conjuncts& conjuncts) {
+        NodeList nodes;
+        for (const Conjunct& conjunct : conjuncts) {
+            nodes.push_back(Compile(*conjunct.expression, scope_));
+        }
+        return nodes;
+    }
+
+    /// The first `count` parts of the clause, joined without conditions of their own.
+    Relation FromList(const std::vector<FromItem>& from, std::size_t count, Conjuncts conditions) {
+        const FromItem& last = from[count - 1];
+        if (count == 1) {
+            return Build(last, std::move(conditions));
+        }
+        std::size_t before = 0;
+        for (std::size_t i = 0; i + 1 < count; ++i) {
+            before += CountTables(from[i]);
+        }
+        Conjuncts left = TakeWithin(conditions, Range(0, before));
+        Conjuncts right = TakeWithin(conditions, Range(before, CountTables(last)));
+        Relation first = FromList(from, count - 1, std::move(left));
+        return InnerJoin(std::move(first), Build(last, std::move(right)), conditions);
+    }
+
+    /// `conditions` are those of WHERE and of surrounding joins that look at this part's sources only.
+    Relation Build(const FromItem& item, Conjuncts conditions) {
+        if (const auto* join = std::get_if<Join>(&item.node)) {
+            return join->kind == JoinKind::Inner ? BuildInner(*join, std::move(conditions))
+                                                 : BuildOuter(*join, std::move(conditions));
+        }
+        const std::size_t source = nextSource_++;
+        auto range = ChooseRange(source, conditions, scope_);
+        Relation relation;
+        relation.sources = {source};
+        relation.rows = std::make_unique<const TableProducer>(source, *(*scope_.tables)[source],
+                                                              CompileAll(conditions), std::move(range));
+        return relation;
+    }
+
+    Relation BuildInner(const Join& join, Conjuncts conditions) {
+        AppendConjuncts(join.on, conditions);
+        const std::size_t leftCount = CountTables(*join.left);
+        Conjuncts left = TakeWithin(conditions, Range(nextSource_, leftCount));
+        Conjuncts right = TakeWithin(conditions, Range(nextSource_ + leftCount, CountTables(*join.right)));
+        Relation first = Build(*join.left, std::move(left));
+        return InnerJoin(std::move(first), Build(*join.right, std::move(right)), conditions);
+    }
+
+    /// The side that keeps its rows takes the conditions of WHERE on it alone; the other side takes those of
+    /// ON. What WHERE asks of the other side is tested behind the join, on rows that stay empty as well.
+    Relation BuildOuter(const Join& join, Conjuncts conditions) {
+        const std::size_t leftCount = CountTables(*join.left);
+        const SourceSet leftSet = Range(nextSource_, leftCount);
+        const SourceSet rightSet = Range(nextSource_ + leftCount, CountTables(*join.right));
+        const bool keepsLeft = join.kind == JoinKind::Left;
+        Conjuncts on;
+        AppendConjuncts(join.on, on);
+        Conjuncts kept = TakeWithin(conditions, keepsLeft ? leftSet : rightSet);
+        Conjuncts optional = TakeWithin(on, keepsLeft ? rightSet : leftSet);
+        Relation left = Build(*join.left, std::move(keepsLeft ? kept : optional));
+        Relation right = Build(*join.right, std::move(keepsLeft ? optional : kept));
+        Relation joined =
+            MakeJoin(std::move(keepsLeft ? left : right), std::move(keepsLeft ? right : left), on, true);
+        if (!conditions.empty()) {
+            joined.rows =
+                std::make_unique<const FilterProducer>(std::move(joined.rows), CompileAll(conditions));
+        }
+        return joined;
+    }
+
+    Relation InnerJoin(Relation left, Relation right, const Conjuncts& on) {
+        const double straight = CostOf(left, right, on);
+        const double swapped = CostOf(right, left, on);
+        if (swapped < straight) {
+            std::swap(left, right);
+        }
+        return MakeJoin(std::move(left), std::move(right), on, false);
+    }
+
+    JoinTerms TermsOf(const Relation& outer, const Relation& inner, const Conjuncts& on) {
+        JoinTerms terms;
+        for (const Conjunct& conjunct : on) {
+            const auto* equality = conjunct.expression->As<Binary>();
+            if (equality == nullptr || equality->op != BinaryOperator::Equal ||
+                !AddEquality(*equality, outer.Set(), inner.Set(), terms)) {
+                terms.others.push_back(conjunct);
+            }
+        }
+        return terms;
+    }
+
+    /// An equality between one side and the other, of one known class of types: the values can be looked up.
+    bool AddEquality(const Binary& equality, SourceSet outer, SourceSet inner, JoinTerms& terms) {
+        const SourceSet left = SourcesOf(*equality.left);
+        const SourceSet right = SourcesOf(*equality.right);
+        const TypeClass typeClass = ClassOf(Compile(*equality.left, scope_)->Type());
+        if (left == 0 || right == 0 || typeClass == TypeClass::Unknown ||
+            typeClass != ClassOf(Compile(*equality.right, scope_)->Type())) {
+            return false;
+        }
+        if (IsWithin(left, outer) && IsWithin(right, inner)) {
+            terms.equalities.push_back({equality.left.get(), equality.right.get()});
+            return true;
+        }
+        if (IsWithin(right, outer) && IsWithin(left, inner)) {
+            terms.equalities.push_back({equality.right.get(), equality.left.get()});
+            return true;
+        }
+        return false;
+    }
+
+    /// The equality that an index of the inner table serves, and that index.
+    struct IndexedEquality {
+        std::size_t equality;
+        int index;
+    };
+    std::optional<IndexedEquality> FindIndexed(const Relation& inner, const JoinTerms& terms) {
+        const TableProducer* table = inner.rows->AsTable();
+        for (std::size_t i = 0; table != nullptr && i < terms.equalities.size(); ++i) {
+            if (const auto column = ColumnOf(*terms.equalities[i].inner)) {
+                const StaticType type = Compile(*terms.equalities[i].outer, scope_)->Type();
+                const int index = IndexOnColumn(table->Table(), column->column, type);
+                if (index >= 0) {
+                    return IndexedEquality{i, index};
+                }
+            }
+        }
+        return std::nullopt;
+    }
+
+    static bool PrefersIndex(const Relation& outer, const Relation& inner) {
+        return outer.rows->Estimate() * kSeekCost < inner.rows->Estimate() * kHashCost;
+    }
+
+    double CostOf(const Relation& outer, const Relation& inner, const Conjuncts& on) {
+        const JoinTerms terms = TermsOf(outer, inner, on);
+        const double outerRows = outer.rows->Estimate();
+        if (FindIndexed(inner, terms) && PrefersIndex(outer, inner)) {
+            return outerRows * (1 + kSeekCost);
+        }
+        return outerRows + inner.rows->Estimate() * kHashCost;
+    }
+
+    Relation MakeJoin(Relation outer, Relation inner, const Conjuncts& on, bool keepOuter) {
+        JoinTerms terms = TermsOf(outer, inner, on);
+        const auto indexed = FindIndexed(inner, terms);
+        const bool throughIndex = indexed && PrefersIndex(outer, inner);
+        Relation joined;
+        joined.sources = outer.sources;
+        joined.sources.insert(joined.sources.end(), inner.sources.begin(), inner.sources.end());
+
+        JoinParts parts;
+        parts.outer = std::move(outer.rows);
+        parts.inner = std::move(inner.rows);
+        parts.innerSources = std::move(inner.sources);
+        parts.on = CompileAll(terms.others);
+        parts.keepOuter = keepOuter;
+        joined.rows = throughIndex ? ThroughIndex(std::move(parts), terms, *indexed)
+                                   : ThroughHash(std::move(parts), terms);
+        return joined;
+    }
+
+    ProducerPtr ThroughIndex(JoinParts parts, const JoinTerms& terms, const IndexedEquality& indexed) {
+        for (std::size_t i = 0; i < terms.equalities.size(); ++i) {
+            if (i != indexed.equality) {
+                parts.on.push_back(MakeComparison(BinaryOperator::Equal,
+                                                  Compile(*terms.equalities[i].outer, scope_),
+                                                  Compile(*terms.equalities[i].inner, scope_)));
+            }
+        }
+        return std::make_unique<const IndexJoinProducer>(
+            std::move(parts), Compile(*terms.equalities[indexed.equality].outer, scope_), indexed.index);
+    }
+
+    ProducerPtr ThroughHash(JoinParts parts, const JoinTerms& terms) {
+        NodeList outerKeys;
+        NodeList innerKeys;
+        for (const JoinTerms::Equality& equality : terms.equalities) {
+            outerKeys.push_back(Compile(*equality.outer, scope_));
+            innerKeys.push_back(Compile(*equality.inner, scope_));
+        }
+        return std::make_unique<const HashJoinProducer>(std::move(parts), std::move(outerKeys),
+                                                        std::move(innerKeys));
+    }
+
+    const CompileScope& scope_;
+    std::size_t nextSource_ = 0;
+};
+
+}  // namespace
+
+Plan MakePlan(const Select& select, const CompileScope& scope) {
+    return Planner(scope).Make(select);
+}
+
+}  // namespace quardele::sql

@@ -1,0 +1,57 @@
+// All that running a statement needs.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include <sql/query.h>
+
+#include "plan/bound_select.h"
+#include "plan/planner.h"
+#include "rows/aggregate.h"
+
+namespace quardele::sql {
+
+struct OrderStep {
+    NodePtr node;
+    bool descending = false;
+};
+
+struct AggregateStep {
+    AggregateKind kind;
+    NodePtr argument;  ///< empty for Count(*)
+};
+
+/// How rows become groups. A group's result row holds the keys, then the aggregates.
+struct GroupPlan {
+    NodeList keys;
+    std::vector<AggregateStep> aggregates;
+    NodePtr having;  ///< over the group's result row; may be empty
+};
+
+struct SelectPlan {
+    std::vector<Source> sources;
+    Tables tables;
+    std::vector<ResultItem> items;
+    std::vector<ResultColumn> columns;
+    Plan plan;
+    std::optional<GroupPlan> groups;
+    bool distinct = false;
+    bool fixedValues = false;  ///< rows hold values that could be read later
+    std::optional<Top> top;
+    /// Over the rows of the sources, or over the group's result row.
+    NodeList itemNodes;
+    /// Over the same rows as itemNodes; with DISTINCT over the result columns.
+    std::vector<OrderStep> order;
+
+    /// Whether result rows are identities of source rows, not values.
+    [[nodiscard]] bool IsKeyed() const { return !fixedValues && !groups && !distinct && !sources.empty(); }
+    [[nodiscard]] CompileScope SourceScope() const { return {&tables, {}, nullptr}; }
+    /// "table.column" of a result column that is a plain column, else empty.
+    [[nodiscard]] Text QualifiedName(std::size_t column) const;
+};
+
+/// Compiles a bound statement. Throws what Compile throws; 3093 for an order outside a DISTINCT's columns.
+[[nodiscard]] SelectPlan MakeSelectPlan(BoundSelect bound);
+
+}  // namespace quardele::sql

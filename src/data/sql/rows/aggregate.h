@@ -1,0 +1,45 @@
+// Sum, Avg, Min, Max, Count, First and Last.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "expressions/types.h"
+#include "syntax/ast.h"
+
+namespace quardele::sql {
+
+enum class AggregateKind { Count, Sum, Avg, Min, Max, First, Last };
+
+/// Which aggregate a call is; empty for other functions.
+[[nodiscard]] std::optional<AggregateKind> AggregateOf(const Call& call);
+/// The type of the result over an argument of a type.
+[[nodiscard]] StaticType AggregateType(AggregateKind kind, StaticType argument);
+
+/// The first aggregate call inside an expression, null when there is none.
+[[nodiscard]] const Expression* FindAggregate(const Expression& expression);
+
+/// Takes the values of one group one by one. Nulls are passed over, but for First and Last.
+class Accumulator {
+ public:
+    explicit Accumulator(AggregateKind kind) : kind_(kind) {}
+
+    /// Throws 3464 when Sum or Avg meets no number.
+    void Add(const Variant& value);
+    /// A row counts for Count(*) whatever its values.
+    void AddRow() { ++count_; }
+    [[nodiscard]] Variant Result() const;
+
+ private:
+    void AddNumber(const Variant& value);
+    void Keep(const Variant& value);
+
+    AggregateKind kind_;
+    std::int32_t count_ = 0;
+    double sum_ = 0;
+    std::int64_t amount_ = 0;  ///< the sum of currency values, in ten-thousandths
+    bool amounts_ = false;
+    Variant kept_ = basic::Null();
+};
+
+}  // namespace quardele::sql

@@ -1,0 +1,19 @@
+// Runs plans.
+#pragma once
+
+#include <vector>
+
+#include "plan/select_plan.h"
+
+namespace quardele::sql {
+
+/// The rows of one run: either identities, one vector per source, or values, row by row.
+struct ResultRows {
+    std::size_t size = 0;
+    std::vector<std::vector<jet::RowId>> keys;
+    std::vector<Variant> values;
+};
+
+[[nodiscard]] ResultRows Execute(const SelectPlan& plan);
+
+}  // namespace quardele::sql

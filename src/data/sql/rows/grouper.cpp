@@ -1,0 +1,75 @@
+#include "rows/grouper.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include "rows/sort_key.h"
+
+namespace quardele::sql {
+
+Grouper::Grouper(const GroupPlan& plan) : plan_(plan) {
+    if (plan_.keys.empty()) {
+        // Without GROUP BY there is one group, even of no rows.
+        keys_.Insert({});
+        for (const AggregateStep& step : plan_.aggregates) {
+            accumulators_.emplace_back(step.kind);
+        }
+    }
+}
+
+void Grouper::Add(RowContext& row) {
+    const std::size_t first = GroupOf(row) * plan_.aggregates.size();
+    for (std::size_t i = 0; i < plan_.aggregates.size(); ++i) {
+        Accumulator& accumulator = accumulators_[first + i];
+        if (const NodePtr& argument = plan_.aggregates[i].argument) {
+            Variant scratch;
+            accumulator.Add(argument->Peek(row, scratch));
+        } else {
+            accumulator.AddRow();
+        }
+    }
+}
+
+std::uint32_t Grouper::GroupOf(RowContext& row) {
+    key_.clear();
+    const std::size_t first = keyValues_.size();
+    for (const NodePtr& node : plan_.keys) {
+        keyValues_.push_back(node->Value(row));
+        AppendSortKey(key_, keyValues_.back());
+    }
+    const std::uint32_t before = keys_.Size();
+    const std::uint32_t group = keys_.Insert(key_);
+    if (keys_.Size() == before) {
+        keyValues_.resize(first);
+        return group;
+    }
+    for (const AggregateStep& step : plan_.aggregates) {
+        accumulators_.emplace_back(step.kind);
+    }
+    return group;
+}
+
+void Grouper::Finish(RowContext& row, const Emit& emit) {
+    std::vector<std::uint32_t> order(keys_.Size());
+    std::iota(order.begin(), order.end(), 0);
+    std::sort(order.begin(), order.end(),
+              [this](std::uint32_t a, std::uint32_t b) { return keys_.KeyOf(a) < keys_.KeyOf(b); });
+    const std::size_t keyCount = plan_.keys.size();
+    const std::size_t aggregateCount = plan_.aggregates.size();
+    std::vector<Variant> result(keyCount + aggregateCount);
+    row.SetResults(result);
+    for (const std::uint32_t group : order) {
+        for (std::size_t i = 0; i < keyCount; ++i) {
+            result[i] = std::move(keyValues_[group * keyCount + i]);
+        }
+        for (std::size_t i = 0; i < aggregateCount; ++i) {
+            result[keyCount + i] = accumulators_[group * aggregateCount + i].Result();
+        }
+        const bool wanted = !plan_.having || plan_.having->Test(row) == Truth::True;
+        if (wanted && !emit()) {
+            return;
+        }
+    }
+}
+
+}  // namespace quardele::sql

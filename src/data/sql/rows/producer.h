@@ -1,0 +1,163 @@
+// The parts of a plan: each makes rows, one by one, in a row context.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "expressions/node.h"
+
+namespace quardele::sql {
+
+/// Called for each row, which lies in the context; false asks for no more.
+using Emit = std::function<bool()>;
+
+/// Sources as bits, by their position in the FROM order.
+using SourceSet = std::uint64_t;
+
+[[nodiscard]] constexpr SourceSet SetOf(std::size_t source) {
+    return SourceSet{1} << source;
+}
+[[nodiscard]] constexpr bool IsWithin(SourceSet inner, SourceSet outer) {
+    return (inner & ~outer) == 0;
+}
+
+class TableProducer;
+
+class Producer {
+ public:
+    virtual ~Producer() = default;
+    /// False when `emit` asked to stop.
+    virtual bool Produce(RowContext& row, const Emit& emit) const = 0;
+    /// About how many rows will come.
+    [[nodiscard]] virtual double Estimate() const = 0;
+    /// Itself when it reads one table, else null.
+    [[nodiscard]] virtual const TableProducer* AsTable() const { return nullptr; }
+};
+
+using ProducerPtr = std::unique_ptr<const Producer>;
+
+/// The part of an index that conditions leave: equal values for its first columns, and bounds for the next.
+struct IndexRange {
+    struct Bound {
+        NodePtr value;
+        bool strict = false;
+    };
+    int index = 0;
+    NodeList prefix;
+    std::optional<Bound> low;
+    std::optional<Bound> high;
+    /// At most one row can match.
+    bool single = false;
+};
+
+/// The rows of one table for which all conditions are true.
+class TableProducer final : public Producer {
+ public:
+    TableProducer(std::size_t source, const jet::Table& table, NodeList conditions,
+                  std::optional<IndexRange> range);
+
+    bool Produce(RowContext& row, const Emit& emit) const override;
+    [[nodiscard]] double Estimate() const override;
+    [[nodiscard]] const TableProducer* AsTable() const override { return this; }
+
+    [[nodiscard]] std::size_t Source() const { return source_; }
+    [[nodiscard]] const jet::Table& Table() const { return table_; }
+    [[nodiscard]] bool HasConditions() const { return !conditions_.empty(); }
+
+    /// Reads the row and emits it when the conditions hold.
+    bool ProduceRow(jet::RowId id, RowContext& row, const Emit& emit) const;
+
+ private:
+    bool Scan(RowContext& row, const Emit& emit) const;
+    [[nodiscard]] std::optional<std::vector<jet::RowId>> RowsInRange(RowContext& row) const;
+
+    std::size_t source_;
+    const jet::Table& table_;
+    NodeList conditions_;
+    std::optional<IndexRange> range_;
+};
+
+/// All rows of one table in the order of an index, without reading them.
+class IndexOrderProducer final : public Producer {
+ public:
+    IndexOrderProducer(std::size_t source, const jet::Table& table, int index, bool backwards)
+        : source_(source), table_(table), index_(index), backwards_(backwards) {}
+
+    bool Produce(RowContext& row, const Emit& emit) const override;
+    [[nodiscard]] double Estimate() const override { return static_cast<double>(table_.RowCount()); }
+
+ private:
+    std::size_t source_;
+    const jet::Table& table_;
+    int index_;
+    bool backwards_;
+};
+
+/// What a SELECT without FROM reads: one row without sources.
+class SingleRowProducer final : public Producer {
+ public:
+    bool Produce(RowContext&, const Emit& emit) const override { return emit(); }
+    [[nodiscard]] double Estimate() const override { return 1; }
+};
+
+/// The rows of another producer for which all conditions are true.
+class FilterProducer final : public Producer {
+ public:
+    FilterProducer(ProducerPtr input, NodeList conditions)
+        : input_(std::move(input)), conditions_(std::move(conditions)) {}
+
+    bool Produce(RowContext& row, const Emit& emit) const override;
+    [[nodiscard]] double Estimate() const override { return input_->Estimate() / 2; }
+
+ private:
+    ProducerPtr input_;
+    NodeList conditions_;
+};
+
+/// What both kinds of joins need: for each row of `outer`, in its order, the rows of `inner` for which `on`
+/// is true; with `keepOuter` an outer row without any comes once with the inner sources empty.
+struct JoinParts {
+    ProducerPtr outer;
+    ProducerPtr inner;
+    std::vector<std::size_t> innerSources;
+    NodeList on;
+    bool keepOuter = false;
+};
+
+/// Holds the inner rows' identities in memory, found by a hash of the values that must be equal.
+class HashJoinProducer final : public Producer {
+ public:
+    HashJoinProducer(JoinParts parts, NodeList outerKeys, NodeList innerKeys)
+        : parts_(std::move(parts)), outerKeys_(std::move(outerKeys)), innerKeys_(std::move(innerKeys)) {}
+
+    bool Produce(RowContext& row, const Emit& emit) const override;
+    [[nodiscard]] double Estimate() const override;
+
+ private:
+    struct InnerRows;
+    void Collect(RowContext& row, InnerRows& inner) const;
+
+    JoinParts parts_;
+    NodeList outerKeys_;
+    NodeList innerKeys_;
+};
+
+/// Seeks the inner rows, of one table, in an index whose first column must equal a value of the outer row.
+class IndexJoinProducer final : public Producer {
+ public:
+    IndexJoinProducer(JoinParts parts, NodePtr outerKey, int index)
+        : parts_(std::move(parts)), outerKey_(std::move(outerKey)), index_(index) {}
+
+    bool Produce(RowContext& row, const Emit& emit) const override;
+    [[nodiscard]] double Estimate() const override { return parts_.outer->Estimate(); }
+
+ private:
+    JoinParts parts_;
+    NodePtr outerKey_;
+    int index_;
+};
+
+}  // namespace quardele::sql

@@ -1,0 +1,46 @@
+// What the copies of one RowSet share.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <span>
+#include <vector>
+
+#include <sql/query.h>
+
+#include "plan/find_index.h"
+#include "rows/executor.h"
+#include "rows/row_context.h"
+
+namespace quardele::sql {
+
+struct RowSet::Data {
+    Data(std::shared_ptr<const Query> ofQuery, const SelectPlan& ofPlan, ResultRows found);
+
+    /// The context of a row. The row that was looked at last stays read until another one is asked for or
+    /// it is forgotten.
+    RowContext& At(std::size_t row);
+    void Forget(std::size_t row);
+    void ForgetAll();
+    std::size_t Append(std::span<const std::optional<jet::RowId>> keys);
+    void MarkDeleted(std::size_t row, std::size_t source);
+    /// Whether no row of a source stands twice in the result.
+    [[nodiscard]] bool IsUnique(std::size_t source);
+
+    std::shared_ptr<const Query> query;
+    const SelectPlan& plan;
+    ResultRows rows;
+    /// For FindFirst and its kin, by the text of the expression that is looked up.
+    std::map<Text, FindIndex> findIndexes;
+    /// Rows that may have changed since indexes were built.
+    std::set<std::size_t> forgotten;
+
+ private:
+    RowContext context_;
+    std::optional<std::size_t> current_;
+    std::vector<std::optional<bool>> unique_;
+};
+
+}  // namespace quardele::sql

@@ -1,0 +1,235 @@
+// Expressions by precedence climbing.
+#include <utility>
+
+#include "expressions/operators.h"
+#include "sql_error.h"
+#include "syntax/parser.h"
+#include "syntax/token_reader.h"
+
+namespace quardele::sql {
+namespace {
+
+class ExpressionReader {
+ public:
+    explicit ExpressionReader(TokenReader& reader) : reader_(reader) {}
+
+    ExpressionPtr Read() {
+        reader_.StartQuote();
+        return Binding(kImp);
+    }
+
+ private:
+    /// Reads an expression whose operators bind at least as tightly as `least`.
+    ExpressionPtr Binding(int least) {
+        const TokenReader::Nesting nesting(reader_);
+        ExpressionPtr left = Prefixed();
+        while (true) {
+            if (auto next = least <= kComparison ? Predicate(left) : nullptr) {
+                left = std::move(next);
+            } else if (const OperatorSpelling* found = NextOperator(least)) {
+                reader_.Take();
+                left = MakeExpression(Binary{found->op, std::move(left), Binding(found->precedence + 1)});
+            } else if (least <= kAnd && reader_.TakeWord(u"AND")) {
+                left = Joined(true, std::move(left), Binding(kAnd + 1));
+            } else if (least <= kOr && reader_.TakeWord(u"OR")) {
+                left = Joined(false, std::move(left), Binding(kOr + 1));
+            } else {
+                return left;
+            }
+        }
+    }
+
+    [[nodiscard]] const OperatorSpelling* NextOperator(int least) const {
+        const Token& token = reader_.Peek();
+        for (const OperatorSpelling& spelling : BinaryOperators()) {
+            const bool found = spelling.word ? token.IsWord(spelling.text) : token.IsSymbol(spelling.text);
+            if (found) {
+                return spelling.precedence >= least ? &spelling : nullptr;
+            }
+        }
+        return nullptr;
+    }
+
+    /// Adds to a chain of the same word instead of nesting it.
+    static ExpressionPtr Joined(bool isAnd, ExpressionPtr left, ExpressionPtr right) {
+        std::vector<ExpressionPtr> operands;
+        if (auto* chain = left->As<Junction>(); chain != nullptr && chain->isAnd == isAnd) {
+            operands = std::move(chain->operands);
+        } else {
+            operands.push_back(std::move(left));
+        }
+        operands.push_back(std::move(right));
+        return MakeExpression(Junction{isAnd, std::move(operands)});
+    }
+
+    /// IS NULL, BETWEEN, IN and the negated forms behind `operand`, which is taken then; null when none
+    /// follows.
+    ExpressionPtr Predicate(ExpressionPtr& operand) {
+        if (reader_.TakeWord(u"IS")) {
+            const bool negated = reader_.TakeWord(u"NOT");
+            if (!reader_.TakeWord(u"NULL")) {
+                reader_.FailInExpression(u"Null attendu après Is");
+            }
+            return MakeExpression(IsNull{std::move(operand), negated});
+        }
+        const Token& second = reader_.Peek(1);
+        const bool negated = reader_.Peek().IsWord(u"NOT") &&
+                             (second.IsWord(u"IN") || second.IsWord(u"LIKE") || second.IsWord(u"BETWEEN"));
+        if (negated) {
+            reader_.Take();
+        }
+        if (reader_.TakeWord(u"BETWEEN")) {
+            return BetweenBounds(std::move(operand), negated);
+        }
+        if (reader_.TakeWord(u"IN")) {
+            return Membership(std::move(operand), negated);
+        }
+        if (negated) {
+            reader_.Take();
+            ExpressionPtr like =
+                MakeExpression(Binary{BinaryOperator::Like, std::move(operand), Binding(kComparison + 1)});
+            return MakeExpression(Unary{UnaryOperator::Not, std::move(like)});
+        }
+        return nullptr;
+    }
+
+    ExpressionPtr BetweenBounds(ExpressionPtr operand, bool negated) {
+        ExpressionPtr low = Binding(kComparison + 1);
+        if (!reader_.TakeWord(u"AND")) {
+            reader_.FailInExpression(u"Between sans And");
+        }
+        return MakeExpression(Between{std::move(operand), std::move(low), Binding(kComparison + 1), negated});
+    }
+
+    ExpressionPtr Membership(ExpressionPtr operand, bool negated) {
+        if (!reader_.TakeSymbol(u"(")) {
+            reader_.FailInExpression(u"parenthèse attendue après In");
+        }
+        if (reader_.Peek().IsWord(u"SELECT")) {
+            return Nested(Subquery{Subquery::Kind::In, std::move(operand), negated, nullptr});
+        }
+        return MakeExpression(InList{std::move(operand), ListToParenthesis(), negated});
+    }
+
+    ExpressionPtr Prefixed() {
+        if (reader_.TakeWord(u"NOT")) {
+            return MakeExpression(Unary{UnaryOperator::Not, Binding(kNot)});
+        }
+        if (reader_.TakeSymbol(u"-")) {
+            return MakeExpression(Unary{UnaryOperator::Minus, Binding(kPower)});
+        }
+        if (reader_.TakeSymbol(u"+")) {
+            return MakeExpression(Unary{UnaryOperator::Plus, Binding(kPower)});
+        }
+        return Primary();
+    }
+
+    ExpressionPtr Primary() {
+        const Token& token = reader_.Peek();
+        if (token.kind == TokenKind::Literal) {
+            return MakeExpression(Literal{reader_.Take().value});
+        }
+        if (reader_.TakeSymbol(u"(")) {
+            return Parenthesized();
+        }
+        if (token.kind == TokenKind::Word && reader_.Peek(1).IsSymbol(u"(") && CanBeCalled(token)) {
+            return FunctionCall();
+        }
+        if (token.kind == TokenKind::Name || token.kind == TokenKind::Word) {
+            return IsReserved(token) ? Constant() : Name();
+        }
+        reader_.FailInExpression(token.kind == TokenKind::End ? u"opérande absent" : u"opérande attendu");
+    }
+
+    static bool CanBeCalled(const Token& token) {
+        return !IsReserved(token) || token.IsWord(u"LEFT") || token.IsWord(u"RIGHT") || token.IsWord(u"ASC");
+    }
+
+    ExpressionPtr Constant() {
+        if (reader_.TakeWord(u"TRUE")) {
+            return MakeExpression(Literal{true});
+        }
+        if (reader_.TakeWord(u"FALSE")) {
+            return MakeExpression(Literal{false});
+        }
+        if (reader_.TakeWord(u"NULL")) {
+            return MakeExpression(Literal{basic::Null()});
+        }
+        if (reader_.TakeWord(u"EXISTS")) {
+            if (!reader_.TakeSymbol(u"(") || !reader_.Peek().IsWord(u"SELECT")) {
+                reader_.FailInExpression(u"sous-requête attendue après Exists");
+            }
+            return Nested(Subquery{Subquery::Kind::Exists, nullptr, false, nullptr});
+        }
+        reader_.FailInExpression(u"opérande attendu");
+    }
+
+    ExpressionPtr Name() {
+        Text first = reader_.Take().text;
+        if (!reader_.TakeSymbol(u".") && !reader_.TakeSymbol(u"!")) {
+            return MakeExpression(NameReference{{}, std::move(first), {}});
+        }
+        const TokenKind kind = reader_.Peek().kind;
+        if (kind != TokenKind::Word && kind != TokenKind::Name) {
+            reader_.FailInExpression(u"nom de champ attendu");
+        }
+        return MakeExpression(NameReference{std::move(first), reader_.Take().text, {}});
+    }
+
+    ExpressionPtr FunctionCall() {
+        Call call;
+        call.function = reader_.Take().text;
+        if (call.function.back() == u'$') {
+            call.function.pop_back();
+        }
+        reader_.Take();
+        if (basic::EqualNoCase(call.function, u"COUNT") && reader_.TakeSymbol(u"*")) {
+            call.star = true;
+            CloseParenthesis();
+        } else if (!reader_.TakeSymbol(u")")) {
+            call.arguments = ListToParenthesis();
+        }
+        return MakeExpression(std::move(call));
+    }
+
+    std::vector<ExpressionPtr> ListToParenthesis() {
+        std::vector<ExpressionPtr> items;
+        do {
+            items.push_back(Binding(kImp));
+        } while (reader_.TakeSymbol(u","));
+        CloseParenthesis();
+        return items;
+    }
+
+    ExpressionPtr Parenthesized() {
+        if (reader_.Peek().IsWord(u"SELECT")) {
+            return Nested(Subquery{Subquery::Kind::Scalar, nullptr, false, nullptr});
+        }
+        ExpressionPtr inner = Binding(kImp);
+        CloseParenthesis();
+        return inner;
+    }
+
+    ExpressionPtr Nested(Subquery subquery) {
+        const TokenReader::Nesting nesting(reader_);
+        subquery.statement = std::make_unique<Statement>(ReadQuery(reader_));
+        CloseParenthesis();
+        return MakeExpression(std::move(subquery));
+    }
+
+    void CloseParenthesis() {
+        if (!reader_.TakeSymbol(u")")) {
+            reader_.FailInExpression(reader_.AtEnd() ? u"parenthèse fermante absente" : u"opérateur absent");
+        }
+    }
+
+    TokenReader& reader_;
+};
+
+}  // namespace
+
+ExpressionPtr ReadExpression(TokenReader& reader) {
+    return ExpressionReader(reader).Read();
+}
+
+}  // namespace quardele::sql

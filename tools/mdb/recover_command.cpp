@@ -112,8 +112,22 @@ void ShowPage(const jet::JournalPage& page, Session& session) {
     }
 }
 
+void ShowUnendedWrites(const jet::Recovery& recovery, Session& session) {
+    constexpr Message kUnended{
+        "l'écriture d'un autre programme ne s'est pas terminée, utilisateur |1 : « mdb compact » fait une "
+        "copie "
+        "saine, --keep prend le fichier tel quel\n",
+        "a write of another program did not end, user |1: \"mdb compact\" makes a sound copy, --keep takes "
+        "the "
+        "file as it is\n"};
+    for (const int user : recovery.UnendedUsers()) {
+        session.out << Say(session.language, kUnended, {std::to_string(user)});
+    }
+}
+
 void ShowJournal(const jet::Recovery& recovery, Session& session) {
     session.out << TextOf(recovery.State(), kStates).In(session.language) << "\n";
+    ShowUnendedWrites(recovery, session);
     if (recovery.State() == JournalState::None) {
         return;
     }
@@ -136,6 +150,8 @@ int RunRecover(const Arguments& arguments, Session& session) {
     constexpr Message kRolledBack{"les anciennes pages sont remises\n", "the old pages are back\n"};
     constexpr Message kKept{"le fichier reste tel quel, le journal est maintenant « |1 »\n",
                             "the file stays as it is, the journal is now \"|1\"\n"};
+    constexpr Message kCleared{"le fichier est pris tel quel et peut de nouveau être modifié\n",
+                               "the file is taken as it is and may be changed again\n"};
     if (arguments.Has(kRollback) && arguments.Has(kKeep)) {
         throw Failure(kOneWay, {}, kWrongCall);
     }
@@ -146,6 +162,10 @@ int RunRecover(const Arguments& arguments, Session& session) {
     if (arguments.Has(kRollback)) {
         recovery.RollBack(arguments.Has(kForce));
         session.out << kRolledBack.In(session.language);
+    } else if (arguments.Has(kKeep) && recovery.State() == JournalState::None &&
+               !recovery.UnendedUsers().empty()) {
+        recovery.ClearUnended();
+        session.out << kCleared.In(session.language);
     } else if (arguments.Has(kKeep)) {
         session.out << Say(session.language, kKept, {recovery.KeepFile().string()});
     } else {

@@ -66,6 +66,10 @@ Step Database::Begin() {
     return Step(std::make_unique<WriteStep>(*engine_));
 }
 
+std::uint64_t Database::StateNumber() const {
+    return engine_->Cache().Generation();
+}
+
 void Database::Refresh() {
     engine_->Refresh();
     for (const auto& [name, open] : engine_->openTables) {

@@ -1,5 +1,8 @@
 #include "engine.h"
 
+#include <utility>
+#include <vector>
+
 #include <basic/runtime_error.h>
 
 #include "commit/write_step.h"
@@ -20,9 +23,9 @@ namespace {
 Engine::Engine(const std::filesystem::path& path, OpenMode mode) : path_(OneName(path)), mode_(mode) {
     OpenFile();
     TakePresence();
+    format_ = &IdentifyFormat(file_);
     EnterLockFile();
     rows_ = std::make_unique<RowLocks>(file_, users_);
-    format_ = &IdentifyFormat(file_);
     readOnly_ = readOnly_ || !format_->wideText;
     pictures_ = std::make_unique<PictureTaker>(file_, *format_, readOnly_);
     cache_ = std::make_unique<PageCache>(file_, *format_, pictures_.get());
@@ -46,10 +49,24 @@ void Engine::OpenFile() {
         Throw(basic::error::kCannotOpenFile, path_);
     }
     // A change needs room for its journal beside the file.
-    readOnly_ = mode_ == OpenMode::ReadOnly || !IsWritableFolder(folder) ||
-                !file_.Open(path_, OsFile::Access::ReadWrite);
+    readOnly_ = mode_ == OpenMode::ReadOnly || !IsWritableFolder(folder) || !OpenToWrite();
     if (readOnly_ && !file_.Open(path_, OsFile::Access::Read)) {
         Throw(basic::error::kCannotOpenFile, path_);
+    }
+}
+
+// A system that knows of sharing refuses to open what somebody has opened for himself.
+bool Engine::OpenToWrite() {
+    if (mode_ == OpenMode::Exclusive) {
+        return file_.Open(path_, OsFile::Access::ReadWriteAlone);
+    }
+    try {
+        return file_.Open(path_, OsFile::Access::ReadWrite);
+    } catch (const basic::RuntimeError& error) {
+        if (error.Number() == basic::error::kFileInUse) {
+            Throw(basic::error::kOpenExclusive, path_);
+        }
+        throw;
     }
 }
 
@@ -73,27 +90,41 @@ void Engine::TakePresence() {
     }
 }
 
-// Who only reads changes nothing in the folder, not even by a lock file. An exclusive opener has no place in
-// it but heeds those who have: programs that know nothing of the presence byte.
+// Who only reads changes nothing in the folder, not even by a lock file. An exclusive opener is no
+// user but holds the places of all: it heeds, and keeps out, programs that know nothing of the presence byte.
+// The place of a user who has left a write unended stays free, so that everybody sees that he is gone.
 void Engine::EnterLockFile() {
     if (readOnly_) {
         return;
     }
+    std::vector<int> gone = ChangeMark::Read(file_, *format_).UsersInTrouble();
     if (mode_ == OpenMode::Exclusive) {
-        if (LockFile::HasUsers(path_)) {
+        if (others_.TakeAll(path_, std::move(gone)) != ShutOut::Result::Alone) {
             Throw(basic::error::kFileInUse, path_);
         }
         return;
     }
-    switch (users_.Enter(path_)) {
+    switch (users_.Enter(path_, gone)) {
         case LockFile::Entry::Entered:
             return;
         case LockFile::Entry::Unavailable:
             readOnly_ = true;
             return;
         case LockFile::Entry::Full:
-            throw basic::RuntimeError(basic::error::kFileInUse,
-                                      u"Trop d'utilisateurs ont déjà ouvert ce fichier de données (255).");
+            throw basic::RuntimeError(
+                basic::error::kFileInUse,
+                u"Aucune place n'est libre dans ce fichier de données : 255 utilisateurs l'ont "
+                u"ouvert, ou quelqu'un le réserve.");
+    }
+}
+
+bool Engine::ShutOthersOut() {
+    return others_.Holds() || others_.TakeOthers(path_, rows_->UsersHere());
+}
+
+void Engine::LetOthersIn() {
+    if (mode_ != OpenMode::Exclusive) {
+        others_.End();
     }
 }
 

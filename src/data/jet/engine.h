@@ -15,6 +15,7 @@
 #include "file/page_cache.h"
 #include "locks/lock_file.h"
 #include "locks/row_locks.h"
+#include "locks/shut_out.h"
 #include "scope_exit.h"
 
 namespace quardele::jet {
@@ -42,6 +43,11 @@ class Engine {
     [[nodiscard]] OsFile& File() { return file_; }
     [[nodiscard]] LockFile& Users() { return users_; }
     [[nodiscard]] RowLocks& Rows() { return *rows_; }
+    /// Keeps everybody out of the file who is not of this process, until the open step ends; false when
+    /// somebody is in. An exclusive opener is alone all the time.
+    [[nodiscard]] bool ShutOthersOut();
+    /// Ends that.
+    void LetOthersIn();
 
     /// The catalogue, read when it is first asked for after opening or Refresh.
     [[nodiscard]] const jet::Catalog& Objects();
@@ -65,6 +71,7 @@ class Engine {
 
  private:
     void OpenFile();
+    [[nodiscard]] bool OpenToWrite();
     void TakePresence();
     void EnterLockFile();
     void TakeFirstPicture();
@@ -76,6 +83,7 @@ class Engine {
     bool readOnly_ = false;
     OsFile file_;
     LockFile users_;
+    ShutOut others_;
     std::unique_ptr<RowLocks> rows_;
     const Format* format_ = nullptr;
     std::unique_ptr<PictureTaker> pictures_;

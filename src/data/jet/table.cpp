@@ -67,6 +67,10 @@ RowId Table::Insert(std::span<const ColumnChange> values) {
     return impl_->Insert(values);
 }
 
+Variant Table::TakeAutoValue(int column) {
+    return impl_->TakeAutoValue(column);
+}
+
 void Table::Delete(RowId id) {
     impl_->Delete(id);
 }

@@ -3,12 +3,14 @@
 #include <basic/runtime_error.h>
 
 #include "commit/write_step.h"
+#include "definitions/auto_value.h"
 #include "locks/row_lock_held.h"
 #include "pages/data_page.h"
 #include "pages/usage_map.h"
 #include "rows/row_delete.h"
 #include "rows/row_insert.h"
 #include "rows/row_update.h"
+#include "rows/value_codec.h"
 
 namespace quardele::jet {
 
@@ -97,6 +99,19 @@ void TableImpl::Update(RowId id, std::span<const ColumnChange> changes) {
 
 RowId TableImpl::Insert(std::span<const ColumnChange> values) {
     return Changed([&](Transaction& pages) { return RowInsert(pages, def_).Run(values); });
+}
+
+Variant TableImpl::TakeAutoValue(int column) {
+    const auto ordinal = static_cast<std::size_t>(column);
+    Variant taken;
+    Changed([&](Transaction& pages) {
+        TableCounters counters(pages, def_.page);
+        const ByteString bytes = NextAutoValue(def_.columns.at(ordinal), counters);
+        NoteAutoValue(def_.columns[ordinal], bytes, counters);
+        taken = DecodeValue(def_.stored[ordinal], ByteView(bytes, def_.page), Layout());
+        return RowId{};
+    });
+    return taken;
 }
 
 void TableImpl::Delete(RowId id) {

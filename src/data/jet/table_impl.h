@@ -40,6 +40,7 @@ class TableImpl {
     [[nodiscard]] IndexCursor OpenIndex(int index) const;
     void Update(RowId id, std::span<const ColumnChange> changes);
     RowId Insert(std::span<const ColumnChange> values);
+    [[nodiscard]] Variant TakeAutoValue(int column);
     void Delete(RowId id);
     /// As the definition records it now.
     [[nodiscard]] std::size_t RowCount() const;

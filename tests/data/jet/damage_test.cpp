@@ -1,10 +1,12 @@
 // Files whose bytes were changed at random or on purpose: an error that says where, or data; nothing else.
 
-#include <cstdlib>
-#include <fstream>
-#include <random>
+#include <jet/check.h>
 
+#include <cstdlib>
+
+#include "commit/journal.h"
 #include "indexes/index_node.h"
+#include "mutation.h"
 #include "read_everything.h"
 #include "support.h"
 #include "table_impl.h"
@@ -20,46 +22,53 @@ void Attempt(const Action& action) {
     static_cast<void>(ErrorNumber(action));
 }
 
-void ChangeSomething(const fs::path& file) {
-    Attempt([&] {
-        const auto database = Database::Open(file);
-        for (const CatalogEntry& entry : database->Catalog()) {
-            if (entry.system) {
-                continue;
+/// A value that many columns take, and memos of several pages.
+Variant SomeValue(const Column& column) {
+    return column.type == ColumnType::Memo ? Variant(Text(5000, u'\u00E9')) : Variant(u"7");
+}
+
+void ChangeTable(Table& table) {
+    std::vector<ColumnChange> row;
+    for (std::size_t i = 0; i < table.Columns().size(); ++i) {
+        row.push_back({static_cast<int>(i), SomeValue(table.Columns()[i])});
+        Attempt([&] {
+            if (const auto first = table.Scan().NextId()) {
+                table.Update(*first, {&row.back(), 1});
             }
-            Attempt([&] {
-                const auto table = database->OpenTable(entry.name);
-                const auto row = table->Scan().NextId();
-                for (std::size_t i = 0; row && i < table->Columns().size(); ++i) {
-                    const bool isText = table->Columns()[i].type == ColumnType::Memo;
-                    const ColumnChange change{static_cast<int>(i),
-                                              isText ? Variant(Text(5000, u'é')) : Variant(u"7")};
-                    Attempt([&] { table->Update(*row, {&change, 1}); });
-                }
-            });
+        });
+    }
+    Attempt([&] { table.Insert(row); });
+    Attempt([&] {
+        if (const auto first = table.Scan().NextId()) {
+            table.Delete(*first);
         }
     });
 }
 
-/// Changes a few bytes, mostly near the start of a page, where counts and links stand.
-std::vector<std::uint8_t> Mutated(std::vector<std::uint8_t> bytes, std::mt19937& random) {
-    constexpr std::size_t kPage = 4096;
-    constexpr std::size_t kHead = 80;
-    const std::size_t mutations = 1 + random() % 6;
-    for (std::size_t i = 0; i < mutations; ++i) {
-        const std::size_t page = random() % (bytes.size() / kPage) * kPage;
-        const std::size_t at = page + random() % (random() % 2 == 0 ? kHead : kPage);
-        const std::uint8_t values[] = {
-            0, 1, 0xFF, 0x7F, static_cast<std::uint8_t>(random()), static_cast<std::uint8_t>(bytes[at] + 1)};
-        bytes[at] = values[random() % std::size(values)];
-    }
-    return bytes;
+void ChangeSomething(const fs::path& file) {
+    Attempt([&] {
+        const auto database = Database::Open(file);
+        for (const CatalogEntry& entry : database->Catalog()) {
+            if (!entry.system) {
+                Attempt([&] { ChangeTable(*database->OpenTable(entry.name)); });
+            }
+        }
+    });
 }
 
-std::vector<fs::path> Originals() {
-    std::vector<fs::path> files = SampleFiles();
-    for (const fs::path& file : CorpusFiles()) {
-        files.push_back(file);
+/// Faults, or anything else that keeps the file from being checked.
+bool IsSound(const fs::path& file) {
+    bool sound = false;
+    Attempt([&] { sound = !HasFaults(CheckFile(file)); });
+    return sound;
+}
+
+std::vector<MutableFile> Originals() {
+    std::vector<MutableFile> files;
+    for (const auto& paths : {SampleFiles(), CorpusFiles()}) {
+        for (const fs::path& path : paths) {
+            files.emplace_back(path);
+        }
     }
     return files;
 }
@@ -70,28 +79,62 @@ unsigned Setting(const char* name, unsigned usual) {
     return value == nullptr ? usual : static_cast<unsigned>(std::strtoul(value, nullptr, 10));
 }
 
-// The seed is fixed, so that a failure comes again.
+/// So many mutations of each file; large ones, which take long to be read, get less. The seed is fixed, so
+/// that a failure comes again. Gives how often each use of a page was hit.
 template <class Use>
-void Mutate(const Use& use) {
-    const unsigned mutations = Setting("QUARDELE_DAMAGE_MUTATIONS", 150);
-    const auto files = Originals();
+std::map<PageUse, int> Mutate(const std::vector<MutableFile>& files, unsigned perFile, const Use& use) {
+    constexpr std::size_t kOrdinary = 300'000;
+    const unsigned wanted = Setting("QUARDELE_DAMAGE_MUTATIONS", perFile);
     std::mt19937 random(Setting("QUARDELE_DAMAGE_SEED", 1234));
-    TempFolder folder;
-    for (unsigned count = 0; count < mutations && !testing::Test::HasFailure(); ++count) {
-        const fs::path& original = files[count % files.size()];
-        const fs::path file = folder.Path() / "base.mdb";
-        WriteBytes(file, Mutated(ReadBytes(original), random));
-        SCOPED_TRACE(original.string() + ", mutation " + std::to_string(count));
-        use(file);
+    const TempFolder folder;
+    const fs::path file = folder.Path() / "base.mdb";
+    std::map<PageUse, int> hits;
+    for (const MutableFile& original : files) {
+        const std::size_t share = std::max<std::size_t>(1, original.Size() / kOrdinary);
+        for (std::size_t count = 0; count < wanted / share && !testing::Test::HasFailure(); ++count) {
+            SCOPED_TRACE(original.Original().string() + ", mutation " + std::to_string(count));
+            const MutableFile::Mutation mutation = original.Mutated(random);
+            WriteBytes(file, mutation.bytes);
+            ++hits[mutation.use];
+            use(file);
+            fs::remove(JournalPath(file));
+        }
+    }
+    return hits;
+}
+
+void ExpectAllUsesHit(const std::map<PageUse, int>& hits, int least) {
+    for (const PageUse use : {PageUse::Header, PageUse::Map, PageUse::Definition, PageUse::IndexLeaf,
+                              PageUse::LongValues, PageUse::Catalogue, PageUse::Rows}) {
+        EXPECT_TRUE(hits.contains(use) && hits.at(use) >= least) << static_cast<int>(use);
     }
 }
 
+// Anything but a RuntimeError goes through and fails the test; a crash or a hang does so even more.
 TEST(Damage, ReadingMutatedFilesGivesDataOrAnError) {
-    Mutate([](const fs::path& file) { EXPECT_NO_THROW(ReadEverything(file)); });
+    constexpr unsigned kPerFile = 120;
+    const auto hits = Mutate(Originals(), kPerFile, [](const fs::path& file) {
+        EXPECT_NO_THROW(ReadEverything(file));
+        EXPECT_NO_THROW(static_cast<void>(IsSound(file)));
+    });
+    ExpectAllUsesHit(hits, 50);
 }
 
+// A file that was sound in spite of the changed bytes still is when something was written to it.
 TEST(Damage, WritingToMutatedFilesGivesAChangeOrAnError) {
-    Mutate([](const fs::path& file) { EXPECT_NO_THROW(ChangeSomething(file)); });
+    constexpr unsigned kPerFile = 80;
+    auto files = Originals();
+    std::erase_if(files, [](const MutableFile& file) { return !file.IsWritable(); });
+    int sound = 0;
+    const auto hits = Mutate(files, kPerFile, [&](const fs::path& file) {
+        const bool wasSound = IsSound(file);
+        sound += wasSound ? 1 : 0;
+        EXPECT_NO_THROW(ChangeSomething(file));
+        EXPECT_TRUE(!wasSound || IsSound(file));
+        EXPECT_FALSE(HasJournal(file));
+    });
+    ExpectAllUsesHit(hits, 30);
+    EXPECT_GT(sound, 30);
 }
 
 class DamagedIndex : public testing::Test {

@@ -127,11 +127,14 @@ TEST_F(LockFileTest, ThereIsRoomForTwoHundredAndFiftyFiveUsers) {
     EXPECT_FALSE(fs::exists(LockPath()));
 }
 
-TEST_F(LockFileTest, AnExclusiveOpenerHasNoneAndHeedsTheUsersInIt) {
+TEST_F(LockFileTest, AnExclusiveOpenerIsNoUserOfItAndHeedsThoseWhoAre) {
     {
         const auto exclusive = Database::Open(file_, OpenMode::Exclusive);
-        EXPECT_FALSE(fs::exists(LockPath()));
+        EXPECT_EQ(fs::file_size(LockPath()), 0U);
+        EXPECT_TRUE(IsTaken(1));
+        EXPECT_TRUE(IsTaken(255));
     }
+    EXPECT_FALSE(fs::exists(LockPath()));
     // A program that knows of the lock file only.
     LockFile other;
     ASSERT_EQ(other.Enter(file_), LockFile::Entry::Entered);

@@ -1,19 +1,19 @@
 // A file system that has no byte locks. The system of the test refuses them, with the error of such a file
 // system, to a process that asked for that.
 
-#include <fcntl.h>
-#include <linux/filter.h>
-#include <linux/seccomp.h>
-#include <sys/prctl.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
-#include <cerrno>
-#include <cstddef>
+#include <algorithm>
 
+#include <jet/check.h>
+#include <jet/recovery.h>
+
+#include "child_action.h"
+#include "commit/journal.h"
+#include "dying.h"
 #include "locks/lock_file.h"
+#include "refused_locks.h"
 #include "support.h"
 #include "workshop.h"
 
@@ -23,24 +23,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kCannotRefuse = 2;
-
-/// From here on each byte lock of this process fails with ENOLCK; false when the system cannot do that.
-bool RefuseLocks() {
-    constexpr std::uint16_t kLoad = BPF_LD | BPF_W | BPF_ABS;
-    constexpr std::uint16_t kIfEqual = BPF_JMP | BPF_JEQ | BPF_K;
-    constexpr std::uint16_t kReturn = BPF_RET | BPF_K;
-    std::array<sock_filter, 6> program = {{
-        {kLoad, 0, 0, offsetof(seccomp_data, nr)},
-        {kIfEqual, 0, 3, __NR_fcntl},
-        {kLoad, 0, 0, offsetof(seccomp_data, args) + sizeof(__u64)},
-        {kIfEqual, 0, 1, F_OFD_SETLK},
-        {kReturn, 0, 0, SECCOMP_RET_ERRNO | ENOLCK},
-        {kReturn, 0, 0, SECCOMP_RET_ALLOW},
-    }};
-    const sock_fprog filter = {.len = program.size(), .filter = program.data()};
-    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
-           ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
-}
 
 int ReadAndTryToWrite(const fs::path& file) {
     if (!RefuseLocks()) {
@@ -57,22 +39,66 @@ int ReadAndTryToWrite(const fs::path& file) {
     return refused && !fs::exists(LockFile::PathFor(file)) ? 0 : 1;
 }
 
-TEST(NoLocks, AFileWithoutThemIsReadAndNotWritten) {
-    const TempFolder folder;
-    const fs::path file = MakeWorkshop(folder.Path(), 20);
-    const auto before = ReadBytes(file);
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::_exit(ReadAndTryToWrite(file));
+int LookAtAnInterruptedChange(const fs::path& file) {
+    if (!RefuseLocks()) {
+        return kCannotRefuse;
     }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    ASSERT_TRUE(WIFEXITED(status));
-    if (WEXITSTATUS(status) == kCannotRefuse) {
-        GTEST_SKIP() << "this system cannot refuse locks to a process";
+    const std::vector<Fault> faults = CheckFile(file);
+    const bool checked = std::any_of(faults.begin(), faults.end(), [](const Fault& fault) {
+        return fault.code == FaultCode::InterruptedWrite;
+    });
+    Recovery recovery(file);
+    const bool shown = recovery.State() == JournalState::Half && recovery.PageCount() > 0;
+    const bool refused =
+        ErrorNumber([&] { recovery.RollBack(true); }) == basic::error::kReadOnly &&
+        ErrorNumber([&] { static_cast<void>(recovery.KeepFile()); }) == basic::error::kReadOnly;
+    return checked && shown && refused ? 0 : 1;
+}
+
+/// Dies in the middle of a change.
+const quardele::test::ChildAction kDie("die in a change", [](const std::vector<std::string>& arguments) {
+    const auto database = Database::Open(quardele::test::PathOf(arguments[0]));
+    const auto table = database->OpenTable(u"VEHICLES");
+    CurrentWriteHook() = DieAtPage(database->File(), 2);
+    table->Delete(RowAt(*table, 3));
+});
+
+class NoLocks : public testing::Test {
+ protected:
+    /// What the function gives in a process without locks, which must leave the file as it is.
+    void ExpectDone(int (*function)(const fs::path& file)) const {
+        const auto before = ReadBytes(file_);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::_exit(function(file_));
+        }
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        ASSERT_TRUE(WIFEXITED(status));
+        if (WEXITSTATUS(status) == kCannotRefuse) {
+            GTEST_SKIP() << "this system cannot refuse locks to a process";
+        }
+        EXPECT_EQ(WEXITSTATUS(status), 0);
+        EXPECT_EQ(ReadBytes(file_), before);
     }
-    EXPECT_EQ(WEXITSTATUS(status), 0);
-    EXPECT_EQ(ReadBytes(file), before);
+
+    TempFolder folder_;
+    fs::path file_ = MakeWorkshop(folder_.Path(), 20);
+};
+
+TEST_F(NoLocks, AFileWithoutThemIsReadAndNotWritten) {
+    ExpectDone(ReadAndTryToWrite);
+}
+
+TEST_F(NoLocks, ASoundFileWithoutThemIsChecked) {
+    ExpectDone(
+        [](const fs::path& file) { return RefuseLocks() ? CheckFile(file).empty() ? 0 : 1 : kCannotRefuse; });
+}
+
+TEST_F(NoLocks, AnInterruptedChangeIsShownAndNotUndone) {
+    ASSERT_EQ(kDie.Run({quardele::test::Argument(file_)}), kKilled);
+    ExpectDone(LookAtAnInterruptedChange);
+    EXPECT_TRUE(HasJournal(file_));
 }
 
 }  // namespace

@@ -96,7 +96,7 @@ TEST_F(PictureTest, ASlotNeverReachesTheValuesThatMeanTrouble) {
 }
 
 TEST_F(PictureTest, BytesThatAreNoSlotsAreLeftAlone) {
-    SetSlot(7, 0);
+    SetSlot(7, 5);
     const auto reader = Open(file_);
     const auto writer = Open(file_);
     const RowId row = RowAt(*writer, 1);

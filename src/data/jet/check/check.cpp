@@ -6,6 +6,7 @@
 #include "check/check_maps.h"
 #include "check/check_table.h"
 #include "commit/journal.h"
+#include "commit/unended_writes.h"
 #include "commit/write_step.h"
 #include "definitions/properties.h"
 #include "file/file_header.h"
@@ -13,6 +14,7 @@
 #include "file/os_file.h"
 #include "file/page_cache.h"
 #include "locks/lock_bytes.h"
+#include "locks/lock_wait.h"
 #include "pages/usage_map.h"
 #include "rows/long_value.h"
 #include "rows/text_codec.h"
@@ -177,11 +179,11 @@ const Text* FileCheck::TableOf(std::uint32_t number) const {
     return table == tables_.end() ? nullptr : &table->second;
 }
 
-/// Keeps writers away.
+/// Keeps writers away. Where the file system has no locks, nobody of ours writes.
 class QuietFile {
  public:
     explicit QuietFile(OsFile& file) : file_(file) {
-        if (!WaitForWriterLock(file, OsFile::Lock::Shared)) {
+        if (WaitForWriterLock(file, OsFile::Lock::Shared) == OsFile::LockResult::Held) {
             throw basic::RuntimeError(basic::error::kFileInUse,
                                       basic::Describe(basic::error::kFileInUse, PathText(file.Path())));
         }
@@ -198,6 +200,19 @@ void OpenForCheck(OsFile& file, const std::filesystem::path& path) {
     if (!file.Open(path, OsFile::Access::Read)) {
         throw basic::RuntimeError(basic::error::kCannotOpenFile,
                                   basic::Describe(basic::error::kCannotOpenFile, PathText(path)));
+    }
+}
+
+// Those that are under way get their time to end; as long as they have not, the pages are not to be relied
+// on.
+void CheckUnendedWrites(const OsFile& file, const Format& format, CheckReport& report) {
+    ChangeMark mark;
+    static_cast<void>(RetryUntil([&] {
+        mark = ChangeMark::Read(file, format);
+        return UnendedWritesOf(mark, file.Path()).underWay.empty();
+    }));
+    for (const int user : mark.UsersInTrouble()) {
+        report.Add(FaultCode::UnendedWrite, {}, kHeaderPage, NumberText(static_cast<std::uint64_t>(user)));
     }
 }
 
@@ -227,6 +242,7 @@ std::vector<Fault> CheckFile(const std::filesystem::path& dataFile, const CheckP
         if (HasJournal(path) && NeedsRecovery(file, format)) {
             report.Add(FaultCode::InterruptedWrite, {}, kHeaderPage);
         }
+        CheckUnendedWrites(file, format, report);
         if (CheckStart(file, format, report)) {
             const PageCache pages(file, format);
             FileCheck(pages, report, progress).Run();

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 #include "file/os_file.h"
 #include "format.h"
@@ -27,6 +28,10 @@ class ChangeMark {
     /// False when these bytes do not look like commit slots; they are then left alone.
     [[nodiscard]] bool IsUsable() const { return usable_; }
     [[nodiscard]] const Bytes& Stored() const { return bytes_; }
+    /// The users whose slots hold 0 or 1 instead of a count, among slots that do count; 0 means that a write
+    /// has begun. None when no slot counts: a program that keeps no slots leaves zeros there.
+    [[nodiscard]] std::vector<int> UsersInTrouble() const;
+    [[nodiscard]] std::vector<int> UsersInWriting() const;
     /// The mark after the next change of a user.
     [[nodiscard]] ChangeMark Advanced(int user) const;
     /// Writes one user's slot; not synced.
@@ -36,9 +41,11 @@ class ChangeMark {
 
  private:
     [[nodiscard]] std::uint16_t Slot(std::size_t number) const;
+    [[nodiscard]] std::vector<int> UsersWith(std::uint16_t highest) const;
 
     Bytes bytes_{};
     bool usable_ = false;
+    bool inTrouble_ = false;
 };
 
 }  // namespace quardele::jet

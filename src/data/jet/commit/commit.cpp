@@ -7,6 +7,7 @@
 
 #include "commit/journal.h"
 #include "commit/journal_file.h"
+#include "commit/unended_writes.h"
 #include "engine.h"
 #include "locks/lock_wait.h"
 
@@ -53,6 +54,7 @@ class Commit {
 
     ChangeMark Run() {
         const PageHold hold(engine_.Users(), NumbersOf(pages_));
+        WaitForUnendedWrites(file_, engine_.Layout());
         CheckSize();
         try {
             WriteJournal();

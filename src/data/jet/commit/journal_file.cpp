@@ -141,6 +141,7 @@ JournalWriter::JournalWriter(const OsFile& file, const Format& format, std::uint
       pageCount_(pageCount),
       pending_(kHeaderSize) {
     journal_.Create(JournalPath(file.Path()));
+    journal_.ShareLike(file.Path());
 }
 
 void JournalWriter::Add(const PagePtr& before, const Page& after) {
@@ -210,7 +211,7 @@ StoredJournal StoredJournal::Read(const OsFile& file, const Format& format) {
     const ByteView view(header, kHeaderPage);
     journal.sameFile_ = view.U64(kIdentityAt) == FileIdentity(file, format);
     if (journal.pageSize_ != format.pageSize ||
-        journal.IndexRecords(view.U32(kRecordsAt)) != view.U64(kRecordsSumAt) ||
+        !journal.IndexRecords(view.U32(kRecordsAt), view.U64(kRecordsSumAt)) ||
         !journal.NumbersArePossible()) {
         journal.condition_ = Condition::Damaged;
     }
@@ -221,22 +222,22 @@ void StoredJournal::TakeHeader(const ByteString& header) {
     const ByteView view(header, kHeaderPage);
     pageSize_ = view.U32(kPageSizeAt);
     pageCount_ = view.U32(kPageCountAt);
-    user_ = static_cast<int>(view.U32(kUserAt) % ChangeMark::kSlots);
+    user_ = view.U32(kUserAt);
     ChangeMark::Bytes mark{};
     std::copy_n(header.begin() + kMarkAt, mark.size(), mark.begin());
     mark_ = ChangeMark(mark);
 }
 
-// Finds the records and gives the checksum of all of them; they need not fit into memory together. What they
-// say is judged when the sum is known to be right.
-std::uint64_t StoredJournal::IndexRecords(std::uint32_t count) {
+// Finds the records, and whether they are all there and no more than they: they need not fit into memory
+// together. What they say is judged when their checksum is known to be right.
+bool StoredJournal::IndexRecords(std::uint32_t count, std::uint64_t expectedSum) {
     std::uint64_t sum = 0;
     std::uint64_t at = kHeaderSize;
     const std::size_t sumsSize = pageSize_ / kSector * sizeof(std::uint64_t);
     for (std::uint32_t i = 0; i < count; ++i) {
         ByteString bytes = Bytes(at, kRecordHeader);
         if (bytes.size() < kRecordHeader) {
-            return ~sum;
+            return false;
         }
         const ByteView view(bytes, kHeaderPage);
         const Place place{.page = view.U32(0), .kind = view.U32(4), .at = at + kRecordHeader};
@@ -247,21 +248,23 @@ std::uint64_t StoredJournal::IndexRecords(std::uint32_t count) {
         at = place.at + size;
         records_.push_back(place);
     }
-    return sum;
+    return sum == expectedSum && at == journal_.Size();
 }
 
-// Pages ascend, none of them is the header, and exactly those behind the old end were appended.
+// Pages ascend, none of them is the header, and those behind the old end were appended without a gap.
 bool StoredJournal::NumbersArePossible() const {
     const std::uint64_t limit = kLargestFile / pageSize_;
     std::uint32_t last = kHeaderPage;
     for (const Place& place : records_) {
-        const std::uint32_t kind = place.page < pageCount_ ? kReplaced : kAppended;
-        if (place.page <= last || place.page >= limit || place.kind != kind) {
+        const bool appended = place.page >= pageCount_;
+        const bool follows = appended ? place.page == std::max(last + 1, pageCount_) : place.page > last;
+        if (!follows || place.page >= limit || place.kind != (appended ? kAppended : kReplaced)) {
             return false;
         }
         last = place.page;
     }
-    return !records_.empty() && pageCount_ > 0 && pageCount_ <= limit;
+    return !records_.empty() && user_ < ChangeMark::kSlots && pageCount_ > kCatalogPage &&
+           pageCount_ <= limit;
 }
 
 ByteString StoredJournal::Bytes(std::uint64_t at, std::size_t size) const {

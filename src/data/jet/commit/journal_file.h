@@ -80,7 +80,7 @@ class StoredJournal {
     [[nodiscard]] bool IsOfSameFile() const { return sameFile_; }
     /// The file's mark before the change, and whose it was.
     [[nodiscard]] const ChangeMark& Mark() const { return mark_; }
-    [[nodiscard]] int User() const { return user_; }
+    [[nodiscard]] int User() const { return static_cast<int>(user_); }
 
     [[nodiscard]] std::size_t Size() const { return records_.size(); }
     [[nodiscard]] std::uint32_t PageAt(std::size_t position) const { return records_[position].page; }
@@ -94,7 +94,7 @@ class StoredJournal {
     };
 
     void TakeHeader(const ByteString& header);
-    [[nodiscard]] std::uint64_t IndexRecords(std::uint32_t count);
+    [[nodiscard]] bool IndexRecords(std::uint32_t count, std::uint64_t expectedSum);
     [[nodiscard]] bool NumbersArePossible() const;
     [[nodiscard]] ByteString Bytes(std::uint64_t at, std::size_t size) const;
 
@@ -104,7 +104,7 @@ class StoredJournal {
     std::uint32_t pageCount_ = 0;
     bool sameFile_ = false;
     ChangeMark mark_;
-    int user_ = 0;
+    std::uint32_t user_ = 0;
     std::vector<Place> records_;
 };
 

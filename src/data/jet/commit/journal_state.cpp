@@ -58,7 +58,9 @@ Sectors ExamineAll(const OsFile& file, const Format& format, const StoredJournal
     const std::uint64_t sizeAfter = std::uint64_t{end} * format.pageSize;
     // The end of a last page that is all zeros looks written when it is not.
     found.anyBefore = found.anyBefore || file.Size() < sizeAfter;
-    found.anyOther = found.anyOther || file.Size() > sizeAfter;
+    // A change cuts nothing off: what is missing before the old end was there, and nobody here knows it.
+    const std::uint64_t sizeBefore = std::uint64_t{journal.PageCount()} * format.pageSize;
+    found.anyOther = found.anyOther || file.Size() > sizeAfter || file.Size() < sizeBefore;
     return found;
 }
 

@@ -2,6 +2,7 @@
 
 #include "commit/journal.h"
 #include "commit/journal_file.h"
+#include "commit/unended_writes.h"
 #include "locks/lock_bytes.h"
 #include "locks/lock_wait.h"
 #include "scope_exit.h"
@@ -43,14 +44,15 @@ bool PictureTaker::TryTake(Picture& picture) {
     return false;
 }
 
-// While nobody writes pages there is no valid journal, but that of a writer that has died.
+// While nobody writes pages there is no valid journal, but that of a writer that has died. A program that
+// takes no locks of ours says by its slot that it writes pages.
 bool PictureTaker::LookAtFile(Picture& picture) {
     const ScopeExit release([this] { Release(); });
     if (HasFinishedJournal(file_) && (!readOnly_ || NeedsRecovery(file_, format_))) {
         return false;
     }
     picture = {.mark = ChangeMark::Read(file_, format_), .stamp = file_.Stamp()};
-    return true;
+    return !IsBeingWritten(picture.mark, file_.Path());
 }
 
 // A file system without locks keeps nobody out, but nobody of ours writes there either.

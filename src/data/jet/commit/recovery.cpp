@@ -7,12 +7,44 @@
 #include "commit/journal.h"
 #include "commit/journal_file.h"
 #include "commit/journal_state.h"
+#include "commit/unended_writes.h"
 #include "commit/write_step.h"
 #include "file/file_header.h"
 #include "file/one_name.h"
 #include "locks/lock_bytes.h"
+#include "locks/shut_out.h"
 
 namespace quardele::jet {
+
+namespace {
+
+/// Nobody else has the file open. Who is in it would go on with pages that are about to become older than
+/// those that he knows.
+class Solitude {
+ public:
+    /// Throws 3045 while somebody is in.
+    explicit Solitude(OsFile& file) : file_(file) {
+        const bool present =
+            file.TryLock(lock_bytes::kPresence, OsFile::Lock::Exclusive) == OsFile::LockResult::Taken;
+        if (present && others_.TakeAll(file.Path()) == ShutOut::Result::Alone) {
+            return;
+        }
+        if (present) {
+            file.Unlock(lock_bytes::kPresence);
+        }
+        throw basic::RuntimeError(basic::error::kFileInUse,
+                                  basic::Describe(basic::error::kFileInUse, PathText(file.Path())));
+    }
+    ~Solitude() { file_.Unlock(lock_bytes::kPresence); }
+    Solitude(const Solitude&) = delete;
+    Solitude& operator=(const Solitude&) = delete;
+
+ private:
+    OsFile& file_;
+    ShutOut others_;
+};
+
+}  // namespace
 
 /// The file, under the writer's lock, and its journal.
 struct Recovery::Opened {
@@ -36,8 +68,13 @@ Recovery::Opened::Opened(const std::filesystem::path& path) {
                                   basic::Describe(basic::error::kCannotOpenFile, PathText(path)));
     }
     format = &IdentifyFormat(file);
-    if (!WaitForWriterLock(file, writable ? OsFile::Lock::Exclusive : OsFile::Lock::Shared)) {
-        throw basic::RuntimeError(basic::error::kRecordLocked);
+    switch (WaitForWriterLock(file, writable ? OsFile::Lock::Exclusive : OsFile::Lock::Shared)) {
+        case OsFile::LockResult::Taken:
+            break;
+        case OsFile::LockResult::Held:
+            throw basic::RuntimeError(basic::error::kRecordLocked);
+        case OsFile::LockResult::Unsupported:
+            writable = false;  // nobody can be kept away, but everybody may look
     }
     Look();
 }
@@ -107,11 +144,37 @@ void Recovery::RollBack(bool force) {
     if (!safe && !(force && possible)) {
         throw basic::RuntimeError(basic::error::kInvalidOperation);
     }
+    std::optional<Solitude> solitude;
+    if (!safe) {
+        solitude.emplace(opened.file);
+    }
     const CommitLock lock(opened.file);
     Undo(opened.file, *opened.format, *opened.journal);
     opened.journal.reset();
     DropJournal(opened.file);
     opened.state = JournalState::None;
+}
+
+std::vector<int> Recovery::UnendedUsers() const {
+    return ChangeMark::Read(opened_->file, *opened_->format).UsersInTrouble();
+}
+
+void Recovery::ClearUnended() {
+    Opened& opened = *opened_;
+    opened.ThrowIfReadOnly();
+    const ChangeMark mark = ChangeMark::Read(opened.file, *opened.format);
+    const UnendedWrites unended = UnendedWritesOf(mark, opened.file.Path());
+    if (!unended.underWay.empty()) {
+        throw basic::RuntimeError(basic::error::kRecordLocked);
+    }
+    if (unended.left.empty()) {
+        throw basic::RuntimeError(basic::error::kInvalidOperation);
+    }
+    const CommitLock lock(opened.file);
+    for (const int user : unended.left) {
+        mark.Advanced(user).WriteSlot(opened.file, user);
+    }
+    opened.file.Sync();
 }
 
 std::filesystem::path Recovery::KeepFile() {

@@ -7,8 +7,8 @@
 
 namespace quardele::jet {
 
-Transaction::Transaction(PageCache& cache)
-    : PageSource(cache.Layout()), cache_(cache), pageCount_(cache.PageCount()) {}
+Transaction::Transaction(PageCache& cache, RowLocks* locks)
+    : PageSource(cache.Layout()), cache_(cache), locks_(locks), pageCount_(cache.PageCount()) {}
 
 Transaction::~Transaction() {
     cache_.Touch();  // what was computed from the pages of this transaction is stale

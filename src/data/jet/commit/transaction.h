@@ -10,6 +10,7 @@
 
 #include "file/page.h"
 #include "file/page_cache.h"
+#include "locks/row_locks.h"
 #include "rows/row_pointer.h"
 
 namespace quardele::jet {
@@ -33,7 +34,8 @@ using PageWriter = std::function<void(std::span<const PagePtr>)>;
 /// dropped has changed nothing.
 class Transaction final : public PageSource {
  public:
-    explicit Transaction(PageCache& cache);
+    /// `locks` are those of the file's rows; null for a file that nobody else knows.
+    explicit Transaction(PageCache& cache, RowLocks* locks = nullptr);
     ~Transaction() override;
 
     [[nodiscard]] std::uint32_t PageCount() const override { return pageCount_; }
@@ -44,6 +46,13 @@ class Transaction final : public PageSource {
     [[nodiscard]] Page& Append();
 
     [[nodiscard]] RoomMemory& Room() { return room_; }
+    /// Locks a row that the change of another one takes along, until the end of the step. Throws 3260 or 3188
+    /// at once when somebody else has it.
+    void LockRow(RowId row) {
+        if (locks_ != nullptr) {
+            locks_->LockForStep(row);
+        }
+    }
 
     /// Runs a change that finds out whether it is allowed before it writes. When it throws after it has begun
     /// to write nonetheless, its part must be undone, or else Commit throws 3219.
@@ -98,6 +107,7 @@ class Transaction final : public PageSource {
     void DropUnchanged();
 
     PageCache& cache_;
+    RowLocks* locks_;
     std::uint32_t pageCount_;
     std::unordered_map<std::uint32_t, ChangedPage> changed_;
     std::vector<Part> parts_;

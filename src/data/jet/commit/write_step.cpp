@@ -4,6 +4,7 @@
 
 #include "commit/commit.h"
 #include "commit/journal.h"
+#include "commit/unended_writes.h"
 #include "engine.h"
 #include "locks/lock_bytes.h"
 #include "locks/lock_wait.h"
@@ -12,16 +13,21 @@ namespace quardele::jet {
 
 // Without a place for the next one, a writer that goes on at once has its lock back before those that pause
 // have looked again, and where locks are slow somebody would wait in vain.
-bool WaitForWriterLock(OsFile& file, OsFile::Lock kind) {
+OsFile::LockResult WaitForWriterLock(OsFile& file, OsFile::Lock kind) {
     const auto wait = [&](std::uint64_t byte) {
-        return RetryUntil([&] { return file.TryLock(byte, kind) == OsFile::LockResult::Taken; });
+        auto result = OsFile::LockResult::Held;
+        static_cast<void>(RetryUntil([&] {
+            result = file.TryLock(byte, kind);
+            return result != OsFile::LockResult::Held;
+        }));
+        return result;
     };
-    if (!wait(lock_bytes::kNextWriter)) {
-        return false;
+    OsFile::LockResult result = wait(lock_bytes::kNextWriter);
+    if (result == OsFile::LockResult::Taken) {
+        result = wait(lock_bytes::kWriter);
+        file.Unlock(lock_bytes::kNextWriter);
     }
-    const bool taken = wait(lock_bytes::kWriter);
-    file.Unlock(lock_bytes::kNextWriter);
-    return taken;
+    return result;
 }
 
 WriteStep::WriteStep(Engine& engine) : engine_(engine), outer_(engine.openStep) {
@@ -33,7 +39,7 @@ WriteStep::WriteStep(Engine& engine) : engine_(engine), outer_(engine.openStep) 
     if (engine.IsReadOnly()) {
         throw basic::RuntimeError(basic::error::kReadOnly);
     }
-    if (!WaitForWriterLock(engine.File(), OsFile::Lock::Exclusive)) {
+    if (WaitForWriterLock(engine.File(), OsFile::Lock::Exclusive) != OsFile::LockResult::Taken) {
         throw basic::RuntimeError(basic::error::kRecordLocked);
     }
     engine.SetWriting(true);
@@ -50,10 +56,11 @@ void WriteStep::TakeFile() {
     if (HasJournal(engine_.Path())) {
         RecoverFromJournal(engine_.File(), engine_.Layout());
     }
+    WaitForUnendedWrites(engine_.File(), engine_.Layout());
     engine_.Cache().Refresh();
     static_cast<void>(engine_.Cache().PageCount());
     picture_ = engine_.Cache().PictureNumber();
-    pages_.emplace(engine_.Cache());
+    pages_.emplace(engine_.Cache(), &engine_.Rows());
     engine_.Rows().BeginStep();
     engine_.openStep = this;
 }
@@ -69,6 +76,7 @@ WriteStep::~WriteStep() {
         engine_.openStep = nullptr;
         engine_.SetWriting(false);
         engine_.Rows().EndStep();
+        engine_.LetOthersIn();
         engine_.File().Unlock(lock_bytes::kWriter);
     }
 }

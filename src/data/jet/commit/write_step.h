@@ -14,8 +14,8 @@ class Engine;
 /// undone alone, and is written with it.
 class WriteStep {
  public:
-    /// Throws 3027 when the file is read only, 3260 when another process does not stop writing. Undoes what a
-    /// process that died has left half done.
+    /// Throws 3027 when the file is read only, 3260 when another process does not stop writing, 3343 when
+    /// another program has left a write unended. Undoes what a process of ours that died has left half done.
     explicit WriteStep(Engine& engine);
     ~WriteStep();
     WriteStep(const WriteStep&) = delete;
@@ -38,8 +38,8 @@ class WriteStep {
     bool committed_ = false;
 };
 
-/// Waits for the writer's lock of a file: exclusively to write, shared to be sure that nobody does. False
-/// when it stays taken for the retry time.
-[[nodiscard]] bool WaitForWriterLock(OsFile& file, OsFile::Lock kind);
+/// Waits for the writer's lock of a file: exclusively to write, shared to be sure that nobody does. Held when
+/// it stays taken for the retry time.
+[[nodiscard]] OsFile::LockResult WaitForWriterLock(OsFile& file, OsFile::Lock kind);
 
 }  // namespace quardele::jet

@@ -34,18 +34,24 @@ ByteString RandomGuid() {
     return bytes;
 }
 
+/// Whether an AutoNumber column draws its numbers instead of counting.
+bool IsRandom(const Column& column) {
+    return basic::EqualNoCase(column.defaultValue, kRandomNumber);
+}
+
 }  // namespace
 
-bool IsRandomAutoNumber(const Column& column) {
-    return basic::EqualNoCase(column.defaultValue, kRandomNumber);
+void NoteAutoValue(const Column& column, const ByteString& bytes, TableCounters& counters) {
+    if (column.type == ColumnType::Long && !IsRandom(column)) {
+        counters.UseAutoNumber(ByteView(bytes, 0).I32(0));
+    }
 }
 
 ByteString NextAutoValue(const Column& column, const TableCounters& counters) {
     if (column.type == ColumnType::Guid) {
         return RandomGuid();
     }
-    return Little(IsRandomAutoNumber(column) ? Random()
-                                             : static_cast<std::uint32_t>(counters.NextAutoNumber()));
+    return Little(IsRandom(column) ? Random() : static_cast<std::uint32_t>(counters.NextAutoNumber()));
 }
 
 }  // namespace quardele::jet

@@ -6,9 +6,10 @@
 
 namespace quardele::jet {
 
-/// Whether an AutoNumber column draws its numbers instead of counting.
-[[nodiscard]] bool IsRandomAutoNumber(const Column& column);
 /// The stored bytes of the next value: the number behind the last one, a random number or a random GUID.
 [[nodiscard]] ByteString NextAutoValue(const Column& column, const TableCounters& counters);
+/// Notes that a row has or will have a value in an AutoNumber column: numbers that are counted go on behind
+/// it.
+void NoteAutoValue(const Column& column, const ByteString& bytes, TableCounters& counters);
 
 }  // namespace quardele::jet

@@ -109,9 +109,6 @@ void FillMaskedArea(std::span<std::uint8_t> page) {
 ByteString NewHeaderPage() {
     constexpr std::size_t kSignatureAt = 0x98;
     constexpr std::size_t kVersionText = 0x9C;
-    constexpr std::size_t kCommitSlots = 0xE00;
-    constexpr std::size_t kSlotCount = 256;
-    constexpr std::uint16_t kUnused = 0x0100;
     ByteString page(kJet4.pageSize);
     const auto bytes = std::span(page);
     page[1] = 1;
@@ -122,11 +119,19 @@ ByteString NewHeaderPage() {
     StoreLittle(bytes.subspan(kSignatureAt), std::uint32_t{0x654});
     const std::string_view version = "4.0";
     std::copy(version.begin(), version.end(), page.begin() + kVersionText);
+    StartSlotsAnew(page);
+    return page;
+}
+
+void StartSlotsAnew(ByteString& page) {
+    constexpr std::size_t kCommitSlots = 0xE00;
+    constexpr std::size_t kSlotCount = 256;
+    constexpr std::uint16_t kUnused = 0x0100;
     for (std::size_t i = 0; i < kSlotCount; ++i) {
         const auto uses = static_cast<std::uint16_t>(i == 0 ? 1 : 0);
-        StoreLittle(bytes.subspan(kCommitSlots + i * 2), static_cast<std::uint16_t>(kUnused + uses));
+        StoreLittle(std::span(page).subspan(kCommitSlots + i * 2),
+                    static_cast<std::uint16_t>(kUnused + uses));
     }
-    return page;
 }
 
 const Format& IdentifyFormat(const OsFile& file) {

@@ -19,5 +19,7 @@ void CheckHeader(const OsFile& file, const Format& format);
 
 /// The header page of a new Access 2000-2003 file.
 [[nodiscard]] ByteString NewHeaderPage();
+/// Sets the commit slots of such a page to those of a new file.
+void StartSlotsAnew(ByteString& page);
 
 }  // namespace quardele::jet

@@ -31,7 +31,11 @@ struct FileStamp {
 /// read only, 57 device error.
 class OsFile {
  public:
-    enum class Access { Read, ReadWrite };
+    enum class Access {
+        Read,
+        ReadWrite,
+        ReadWriteAlone,  ///< the same, and where the system can see to that, nobody else may write meanwhile
+    };
     enum class Lock { Shared, Exclusive };
     enum class LockResult { Taken, Held, Unsupported };
 
@@ -47,6 +51,9 @@ class OsFile {
     /// Makes a new empty file, replacing one that is there.
     void Create(const std::filesystem::path& path);
     void Close();
+    /// Gives the file, which must be ours, the group and the permissions of another one, as far as the system
+    /// lets us: who may use that one can use this one as well. Never throws.
+    void ShareLike(const std::filesystem::path& model);
 
     [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
     [[nodiscard]] std::uint64_t Size() const;

@@ -69,7 +69,7 @@ OsFile& OsFile::operator=(OsFile&& other) noexcept {
 bool OsFile::Open(const std::filesystem::path& path, Access access) {
     Close();
     path_ = path;
-    handle_ = ::open(path.c_str(), (access == Access::ReadWrite ? O_RDWR : O_RDONLY) | O_CLOEXEC);
+    handle_ = ::open(path.c_str(), (access == Access::Read ? O_RDONLY : O_RDWR) | O_CLOEXEC);
     if (handle_ < 0 && (errno == ENOENT || errno == ENOTDIR)) {
         throw basic::RuntimeError(basic::error::kFileMissing,
                                   basic::Describe(basic::error::kFileMissing, PathText(path)));
@@ -102,6 +102,21 @@ void OsFile::Close() {
     if (handle_ >= 0) {
         ::close(handle_);
         handle_ = -1;
+    }
+}
+
+// Without the other file's group, the rights of that group are nobody's.
+void OsFile::ShareLike(const std::filesystem::path& model) {
+    constexpr mode_t kReadAndWrite = 0666;
+    struct stat wanted = {};
+    struct stat own = {};
+    if (::stat(model.c_str(), &wanted) != 0 || ::fstat(handle_, &own) != 0) {
+        return;
+    }
+    const bool sameGroup = own.st_gid == wanted.st_gid || ::fchown(handle_, -1, wanted.st_gid) == 0;
+    const mode_t mode = wanted.st_mode & (sameGroup ? kReadAndWrite : kReadAndWrite & ~S_IRWXG);
+    if ((own.st_mode & kReadAndWrite) != mode) {
+        static_cast<void>(::fchmod(handle_, mode));
     }
 }
 
@@ -143,8 +158,10 @@ void OsFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) 
     while (done < bytes.size()) {
         const ssize_t count =
             ::pwrite(handle_, bytes.data() + done, bytes.size() - done, static_cast<off_t>(offset + done));
-        if (count >= 0) {
+        if (count > 0) {
             done += static_cast<std::size_t>(count);
+        } else if (count == 0) {
+            ThrowFor(ENOSPC);
         } else if (errno != EINTR) {
             ThrowFor(errno);
         }

@@ -52,10 +52,14 @@ namespace fs = std::filesystem;
     return name.starts_with(L"\\\\") ? L"\\\\?\\UNC" + name.substr(1) : L"\\\\?\\" + name;
 }
 
-// Everybody may read, write, rename and delete the file meanwhile, as on other systems.
-[[nodiscard]] HANDLE OpenHandle(const fs::path& path, DWORD access, DWORD disposition, DWORD flags = 0) {
-    return ::CreateFileW(SystemName(path).c_str(), access,
-                         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, disposition,
+constexpr DWORD kSharedForReading = FILE_SHARE_READ | FILE_SHARE_DELETE;
+constexpr DWORD kShared = kSharedForReading | FILE_SHARE_WRITE;
+
+// Unless it says otherwise, everybody may read, write, rename and delete the file meanwhile, as on other
+// systems.
+[[nodiscard]] HANDLE OpenHandle(const fs::path& path, DWORD access, DWORD disposition, DWORD flags = 0,
+                                DWORD shared = kShared) {
+    return ::CreateFileW(SystemName(path).c_str(), access, shared, nullptr, disposition,
                          FILE_ATTRIBUTE_NORMAL | flags, nullptr);
 }
 
@@ -173,8 +177,9 @@ OsFile& OsFile::operator=(OsFile&& other) noexcept {
 bool OsFile::Open(const fs::path& path, Access access) {
     Close();
     path_ = path;
-    const DWORD rights = access == Access::ReadWrite ? GENERIC_READ | GENERIC_WRITE : GENERIC_READ;
-    handle_ = Keep(OpenHandle(path, rights, OPEN_EXISTING));
+    const DWORD rights = access == Access::Read ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE;
+    const DWORD shared = access == Access::ReadWriteAlone ? kSharedForReading : kShared;
+    handle_ = Keep(OpenHandle(path, rights, OPEN_EXISTING, 0, shared));
     if (handle_ >= 0) {
         return true;
     }
@@ -225,6 +230,9 @@ void OsFile::Close() {
         handle_ = -1;
     }
 }
+
+// A new file has inherited the rights that its folder gives.
+void OsFile::ShareLike(const fs::path& /*model*/) {}
 
 std::uint64_t OsFile::Size() const {
     LARGE_INTEGER size = {};

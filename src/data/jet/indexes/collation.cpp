@@ -19,6 +19,9 @@ constexpr char kNoAccent = 0x02;
 constexpr std::uint8_t kSurrogateAccent = 0x3F;
 
 const UnitWeight* Tabulated(char16_t unit) {
+    if (unit < std::size(collation::kLatin1)) {
+        return &collation::kLatin1[unit];
+    }
     for (const collation::UnitRange& range : collation::kRanges) {
         if (unit >= range.first && unit < range.first + range.weights.size()) {
             return &range.weights[static_cast<std::size_t>(unit - range.first)];
@@ -82,20 +85,23 @@ TextView WithoutTrailingBlanks(TextView text) {
     return text.substr(0, text.find_last_not_of(u' ') + 1);
 }
 
+/// Appends a key to a string.
 class KeyBuilder {
  public:
+    explicit KeyBuilder(std::string& key) : key_(key) {}
+
     void Add(char16_t unit) {
         const UnitWeight weight = WeightOf(unit);
         switch (weight.kind) {
             case UnitKind::Ignored:
                 return;
             case UnitKind::Simple:
-                AppendInline(unit, weight, inline_);
+                AppendInline(unit, weight, key_);
                 ++characters_;
                 return;
             case UnitKind::Accented:
                 FillAccents();
-                AppendInline(unit, weight, inline_);
+                AppendInline(unit, weight, key_);
                 ++characters_;
                 AppendBytes(weight.Extra(), accents_);
                 ++accented_;
@@ -109,19 +115,17 @@ class KeyBuilder {
         }
     }
 
-    [[nodiscard]] std::string Take() {
+    void Finish() {
         while (!accents_.empty() && static_cast<std::uint8_t>(accents_.back()) <= kNoAccent) {
             accents_.pop_back();
         }
-        std::string key = std::move(inline_);
-        key += kEndOfInline;
-        key += accents_;
+        key_ += kEndOfInline;
+        key_ += accents_;
         if (!positional_.empty()) {
-            key.append(3, kEndOfInline);
-            key += positional_;
+            key_.append(3, kEndOfInline);
+            key_ += positional_;
         }
-        key += kEndOfText;
-        return key;
+        key_ += kEndOfText;
     }
 
  private:
@@ -155,7 +159,7 @@ class KeyBuilder {
         AppendBytes(bytes, positional_);
     }
 
-    std::string inline_;
+    std::string& key_;  ///< the inline bytes go straight there
     std::string accents_;
     std::string positional_;
     std::size_t characters_ = 0;       ///< units that gave inline bytes
@@ -205,11 +209,17 @@ class InlineBytes {
 }  // namespace
 
 std::string SortKey(TextView text) {
-    KeyBuilder builder;
+    std::string key;
+    AppendSortKey(text, key);
+    return key;
+}
+
+void AppendSortKey(TextView text, std::string& key) {
+    KeyBuilder builder(key);
     for (const char16_t unit : WithoutTrailingBlanks(text)) {
         builder.Add(unit);
     }
-    return builder.Take();
+    builder.Finish();
 }
 
 bool HasSortKey(TextView text) {
@@ -217,6 +227,9 @@ bool HasSortKey(TextView text) {
 }
 
 std::weak_ordering Compare(TextView left, TextView right) {
+    if (left == right) {
+        return std::weak_ordering::equivalent;
+    }
     InlineBytes leftBytes(WithoutTrailingBlanks(left));
     InlineBytes rightBytes(WithoutTrailingBlanks(right));
     for (;;) {
@@ -236,7 +249,7 @@ std::weak_ordering Compare(TextView left, TextView right) {
 }
 
 bool Equal(TextView left, TextView right) {
-    return left == right || Compare(left, right) == std::weak_ordering::equivalent;
+    return Compare(left, right) == std::weak_ordering::equivalent;
 }
 
 }  // namespace quardele::jet

@@ -72,14 +72,14 @@ bool LockFile::HasUsers(const std::filesystem::path& dataFile) {
     }
 }
 
-LockFile::Entry LockFile::Enter(const std::filesystem::path& dataFile) {
+LockFile::Entry LockFile::Enter(const std::filesystem::path& dataFile, std::span<const int> avoided) {
     const std::filesystem::path path = PathFor(dataFile);
     Entry entry = Entry::Full;
     const bool settled = path == dataFile || RetryUntil([&] {
                              if (!file_.OpenOrCreate(path)) {
                                  return true;
                              }
-                             const OsFile::LockResult result = TakePlace();
+                             const OsFile::LockResult result = TakePlace(avoided);
                              // The last user may have deleted the file between our opening and our locking
                              // it: then another one has its name, or none.
                              const bool sameFile = IdOf(path) == file_.Id();
@@ -94,17 +94,21 @@ LockFile::Entry LockFile::Enter(const std::filesystem::path& dataFile) {
                              return result == OsFile::LockResult::Unsupported;
                          });
     if (entry == Entry::Entered) {
+        file_.ShareLike(dataFile);
         WriteName();
         return entry;
     }
     return settled ? Entry::Unavailable : entry;
 }
 
-OsFile::LockResult LockFile::TakePlace() {
+OsFile::LockResult LockFile::TakePlace(std::span<const int> avoided) {
     auto result = OsFile::LockResult::Held;
     for (std::uint64_t i = 0; i < lock_bytes::kMostUsers && result == OsFile::LockResult::Held; ++i) {
-        result = file_.TryLock(lock_bytes::kUsers + i, OsFile::Lock::Exclusive);
-        user_ = static_cast<int>(i) + 1;
+        const int user = static_cast<int>(i) + 1;
+        if (!std::binary_search(avoided.begin(), avoided.end(), user)) {
+            result = file_.TryLock(lock_bytes::kUsers + i, OsFile::Lock::Exclusive);
+            user_ = user;
+        }
     }
     return result;
 }

@@ -24,8 +24,9 @@ class LockFile {
     LockFile(const LockFile&) = delete;
     LockFile& operator=(const LockFile&) = delete;
 
-    /// Makes or opens the lock file beside the data file, and takes the first free place in it.
-    [[nodiscard]] Entry Enter(const std::filesystem::path& dataFile);
+    /// Makes or opens the lock file beside the data file, and takes the first free place in it that is not
+    /// one of those to avoid (ascending user numbers).
+    [[nodiscard]] Entry Enter(const std::filesystem::path& dataFile, std::span<const int> avoided = {});
     /// Gives the place back; the last one to go deletes the file.
     void Leave();
     /// 1 to 255; 0 for who has not entered.
@@ -45,7 +46,7 @@ class LockFile {
     [[nodiscard]] static bool HasUsers(const std::filesystem::path& dataFile);
 
  private:
-    [[nodiscard]] OsFile::LockResult TakePlace();
+    [[nodiscard]] OsFile::LockResult TakePlace(std::span<const int> avoided);
     void WriteName();
 
     OsFile file_;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <mutex>
-#include <vector>
 
 #include <basic/runtime_error.h>
 
@@ -97,10 +96,10 @@ void RowLocks::LockForStep(RowId row) {
 }
 
 // All rows of a page at a time, so that a step of many rows takes few locks; one by one where somebody has
-// another row of the page.
+// another row of the page. Who is no user of the lock file is alone.
 bool RowLocks::TryLockForStep(RowId row) {
     const std::scoped_lock guard(ProcessRegistry().mutex);
-    if (Has(row)) {
+    if (Has(row) || lockFile_.User() == 0) {
         return true;
     }
     if (stepPages_.empty() && stepRows_.empty() && !step_.Open(file_.Path(), OsFile::Access::ReadWrite)) {
@@ -136,6 +135,17 @@ void RowLocks::DropStepLocks() {
     stepPages_.clear();
     stepRows_.clear();
     step_.Close();
+}
+
+std::vector<int> RowLocks::UsersHere() const {
+    const std::scoped_lock guard(ProcessRegistry().mutex);
+    std::vector<int> users;
+    for (const RowLocks* locks : ProcessRegistry().all) {
+        if (locks->id_ == id_ && locks->lockFile_.User() != 0) {
+            users.push_back(locks->lockFile_.User());
+        }
+    }
+    return users;
 }
 
 bool RowLocks::StepHas(RowId row) const {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <set>
+#include <vector>
 
 #include <jet/types.h>
 
@@ -33,6 +34,9 @@ class RowLocks {
     /// Locks a row until EndStep, unless Lock has it already. Throws as Lock within a step.
     void LockForStep(RowId row);
     void EndStep();
+
+    /// The numbers that users of this process have in the lock file, our own included.
+    [[nodiscard]] std::vector<int> UsersHere() const;
 
  private:
     [[nodiscard]] bool Has(RowId row) const;

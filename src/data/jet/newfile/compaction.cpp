@@ -6,6 +6,7 @@
 #include <basic/runtime_error.h>
 
 #include "engine.h"
+#include "file/file_header.h"
 #include "newfile/new_file.h"
 #include "newfile/system_tables.h"
 #include "newfile/table_copy.h"
@@ -56,6 +57,7 @@ class Compaction {
         if (source.File().ReadAt(0, header) != header.size()) {
             ThrowDamaged(kHeaderPage, u"fichier incomplet");
         }
+        StartSlotsAnew(header);
         return header;
     }
 

@@ -62,6 +62,7 @@ void RowDelete::DeleteWithChildren(RowId id) {
                 }
                 tables.try_emplace(relation.table, partner.Table());
                 for (const RowId child : rows) {
+                    pages_.LockRow(child);
                     if (relation.onDelete == Relation::OnDelete::Cascade) {
                         doomed.push_back({relation.table, child});
                     } else {

@@ -56,9 +56,8 @@ std::optional<ByteString> RowInsert::AcceptedValueOf(std::size_t ordinal, const 
 
 void RowInsert::NoteAutoNumbers(const RowDraft& row) {
     for (std::size_t i = 0; i < table_.stored.size(); ++i) {
-        if (table_.stored[i].autoNumber && table_.stored[i].type == ColumnType::Long &&
-            !IsRandomAutoNumber(table_.columns[i])) {
-            counters_.UseAutoNumber(ByteView(*row.At(i), table_.page).I32(0));
+        if (table_.stored[i].autoNumber) {
+            NoteAutoValue(table_.columns[i], *row.At(i), counters_);
         }
     }
 }

@@ -68,6 +68,7 @@ void RowUpdate::TellChildren(const RowDraft& row, const IndexKeys& before, const
                 changes.push_back({partner.Index().columns[i].column, ValueOf(row, own[i].column)});
             }
             for (const RowId child : rows) {
+                pages_.LockRow(child);
                 RowUpdate(pages_, partner.Table()).Run(child, changes);
             }
         });

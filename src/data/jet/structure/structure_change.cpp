@@ -19,7 +19,7 @@ const CatalogTable& StructureChange::Changeable(TextView name, int refusal) {
     if (table->system || table->linked) {
         throw basic::RuntimeError(refusal, basic::Describe(refusal, name));
     }
-    if (TableUse::IsOpenElsewhere(engine_, table->page)) {
+    if (TableUse::IsOpenElsewhere(engine_, table->page) || !engine_.ShutOthersOut()) {
         throw basic::RuntimeError(basic::error::kTableInUse,
                                   basic::Describe(basic::error::kTableInUse, name));
     }

@@ -20,8 +20,10 @@ class StructureChange {
     [[nodiscard]] const jet::Catalog& Objects() { return engine_.Objects(); }
     /// A table as the step has it now; good until its structure changes.
     [[nodiscard]] TableImpl TableOn(std::uint32_t page);
-    /// A table of this file that may be changed. Throws 3078 when there is none, `refusal` when it is a
-    /// system table or a link, 3211 when another Database of this process has it open.
+    /// A table of this file that may be changed; from here to the end of the step nobody of another process
+    /// comes into the file. Throws 3078 when there is none, `refusal` when it is a system table or a link,
+    /// 3211 when another Database of this process has it open or another process is in the file: which
+    /// tables that has open cannot be told.
     [[nodiscard]] const CatalogTable& Changeable(TextView name, int refusal = basic::error::kReadOnly);
     void Commit();
 

@@ -14,6 +14,7 @@ namespace quardele::jet {
 enum class FaultCode {
     Header,            ///< the first page is not that of a data file that can be read
     InterruptedWrite,  ///< a journal beside the file waits for its recovery
+    UnendedWrite,      ///< a commit slot says that a write of another program did not end
     Damaged,           ///< something does not hold together; the detail says what
     PageOutside,       ///< a link leads out of the file
     PageTwice,         ///< a page has two owners

@@ -13,6 +13,8 @@ namespace quardele::jet {
 /// The bytes whose plain byte order is the order of texts: what an ascending index stores behind its value
 /// marker, terminator included. Units outside the tables compare behind all others by their code.
 [[nodiscard]] std::string SortKey(TextView text);
+/// Appends the same bytes to a string, which need not grow for each text when its memory is reused.
+void AppendSortKey(TextView text, std::string& key);
 /// Whether all units of the text are in the tables, so that its key is the one that the original engine would
 /// store. An index must not be asked for another text (Seek throws 3251), and such a text is not written into
 /// one.

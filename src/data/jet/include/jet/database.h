@@ -6,6 +6,7 @@
 // table, 3260 locked by another process.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <vector>
@@ -49,6 +50,9 @@ class Database : public std::enable_shared_from_this<Database> {
     [[nodiscard]] std::shared_ptr<Table> OpenTable(TextView name);
     /// From here on what other processes have written is seen.
     void Refresh();
+    /// Grows whenever what this file holds may have become another for who reads it through here: by a change
+    /// of one's own, or when those of others are seen. Linked tables lie in files of their own.
+    [[nodiscard]] std::uint64_t StateNumber() const;
 
     /// Opens a step: until its end all changes through this Database are one. Throws 3027, 3260.
     [[nodiscard]] Step Begin();
@@ -57,9 +61,11 @@ class Database : public std::enable_shared_from_this<Database> {
     // keep the old structure: they can be read on, but changes through them throw 3197; open them again. All
     // throw 3027 (always for an Access 97 file, and for system tables and links) and 3260.
     //
-    // A table that another Database of this process has open cannot be changed (3211). Other processes are
-    // not asked: one that has the table open gets 3197 when it writes to it, and sees the new structure when
-    // it opens the table after its next Refresh.
+    // A table that is there cannot be changed (3211) while another Database of this process has it open, or
+    // while another process, of any program, has the file open for writing: which tables it uses cannot be
+    // told. Nobody else can open the file for writing until the step of the change ends. Readers
+    // (OpenMode::ReadOnly) are not asked; they see the new structure when they open the table after their
+    // next Refresh.
 
     /// Throws 3010 when a table or a query has the name, 3125 for an impossible name (of the table, a column,
     /// an index), 3191 for a column or 3284 for an index named twice, 3409 for an index on a column that is

@@ -66,8 +66,15 @@ class Recovery {
     /// Puts the pages of before the change back, cuts off those that it has appended, and deletes the
     /// journal. Everything is on the disk when it returns. Without `force` only for NotStarted and Half,
     /// otherwise for Finished, Stale and ForeignChange as well: what others have written to these pages is
-    /// then lost. Throws 3219 for all other states, 3027 when the file may not be written.
+    /// then lost. Throws 3219 for all other states, 3027 when the file may not be written, which includes a
+    /// file system without byte locks, and 3045 when such a state is forced while somebody has the file open.
     void RollBack(bool force = false);
+    /// Users of other programs whose writes have not ended, as the commit slots tell: the file is read but
+    /// not written until the slots are cleared, or for ever; a compacted copy has none.
+    [[nodiscard]] std::vector<int> UnendedUsers() const;
+    /// Takes the file as it is for whole: clears these slots. Throws 3219 when there are none, 3260 while
+    /// such a user is there, 3027.
+    void ClearUnended();
     /// Leaves the file as it is and gives the journal another name, which it returns. Throws 3219 when there
     /// is none, 3027.
     std::filesystem::path KeepFile();

@@ -69,6 +69,9 @@ class Table {
     /// AutoNumber; default expressions are the caller's (they are SQL). Atomic and durable like Update, and
     /// throws like it; 3022 also for a duplicate.
     RowId Insert(std::span<const ColumnChange> values);
+    /// Takes the next value of an AutoNumber column for a row that is to be inserted with it; no other row
+    /// gets that number, even when the row never comes. Atomic and durable, and throws, like Update.
+    [[nodiscard]] Variant TakeAutoValue(int column);
     /// Deletes a row with its long values and index entries. Atomic and durable like Update. Throws 3167 when
     /// it is gone already, 3200 when a relationship forbids it, 3027, 3260.
     void Delete(RowId id);

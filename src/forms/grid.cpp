@@ -38,6 +38,9 @@ Grid::Grid(QWidget* parent)
     SetRowHeight(kRowHeight);
 
     model_->SetFillQuestion([this](int row, int column, int dataType) {
+        // Rows are filled late, in the middle of whatever the program does: it keeps its addressed cell.
+        const QScopedValueRollback<int> keepsRow(row_);
+        const QScopedValueRollback<int> keepsCol(col_);
         bool cancel = false;
         emit DataFill(column + 1, row + 1, dataType, true, cancel);
         return !cancel;

@@ -25,7 +25,7 @@ void Grid::SetDataSource(DataControl* source) {
 
 void Grid::SourceGone() {
     dataSource_ = nullptr;
-    model_->Bind(nullptr);
+    ChangeRows(0, [this] { model_->Bind(nullptr); });
 }
 
 std::shared_ptr<dao::Recordset> Grid::Rows() const {
@@ -37,12 +37,34 @@ int Grid::MaxRows() const {
 }
 
 void Grid::SetMaxRows(int rows) {
-    model_->SetRows(std::max(rows, 0));
+    const int wanted = std::max(rows, 0);
+    ChangeRows(wanted, [&] { model_->SetRows(wanted); });
+}
+
+/// A cell that stands open behind the rows that are kept is dropped with what was typed there.
+void Grid::ChangeRows(int kept, const std::function<void()>& change) {
+    {
+        const QScopedValueRollback<bool> changing(d_->changingRows, true);
+        const QScopedValueRollback<bool> closed(d_->staysClosed, true);
+        if (currentIndex().row() >= kept) {
+            DropOpenCell();
+        }
+        change();
+    }
     PlaceSomewhere();
+    OpenActiveCell();
 }
 
 int Grid::MaxCols() const {
     return model_->columnCount();
+}
+
+int Grid::DataRowCnt() const {
+    int row = MaxRows();
+    while (row > 0 && !model_->HasData(row - 1)) {
+        --row;
+    }
+    return row;
 }
 
 void Grid::RowsReplaced() {
@@ -50,8 +72,7 @@ void Grid::RowsReplaced() {
     if (rows == nullptr) {
         return;
     }
-    model_->Bind(rows);
-    PlaceSomewhere();
+    ChangeRows(0, [&] { model_->Bind(rows); });
     CurrentRowMoved();
     if (isVisible()) {
         LoadRowsInView();

@@ -2,6 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+
+#include <QDate>
+
+#include <basic/conversion.h>
+#include <forms/strings.h>
+
+#include "field_text.h"
 
 namespace quardele::forms {
 namespace {
@@ -30,6 +38,36 @@ QString NameOf(CellType type) {
     return QString::fromUtf16(found == kKinds.end() ? kKinds.front().name : found->name);
 }
 
+constexpr int kAllDigits = 17;
+
+const QDate& DayZero() {
+    static const QDate dayZero(1899, 12, 30);
+    return dayZero;
+}
+
+double EndOf(const QString& text, CellType type) {
+    return type == CellType::Date
+               ? static_cast<double>(DayZero().daysTo(QDate::fromString(text, Qt::ISODate)))
+               : text.toDouble();
+}
+
+QString TextOf(double end, CellType type) {
+    return type == CellType::Date ? DayZero().addDays(static_cast<qint64>(end)).toString(Qt::ISODate)
+                                  : QString::number(end, 'g', kAllDigits);
+}
+
+std::optional<CellRange> RangeOf(const QString& text, CellType type) {
+    const QStringList ends = text.split(QStringLiteral(".."));
+    return ends.size() == 2 ? std::optional<CellRange>({EndOf(ends[0], type), EndOf(ends[1], type)})
+                            : std::nullopt;
+}
+
+QString RangeText(const GridColumn& column) {
+    return column.range ? TextOf(column.range->lowest, column.type) + QStringLiteral("..") +
+                              TextOf(column.range->highest, column.type)
+                        : QString();
+}
+
 GridColumn ColumnOf(const QString& line) {
     const QStringList parts = line.split(u'|');
     const auto part = [&](qsizetype index) { return parts.value(index).trimmed(); };
@@ -43,6 +81,7 @@ GridColumn ColumnOf(const QString& line) {
     column.type = TypeOf(part(3));
     column.locked = part(4) == QStringLiteral("locked");
     column.picture = part(5);
+    column.range = RangeOf(part(6), column.type);
     return column;
 }
 
@@ -53,6 +92,21 @@ Qt::Alignment GridColumn::Alignment() const {
         return Qt::AlignRight | Qt::AlignVCenter;
     }
     return (type == CellType::Edit ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter;
+}
+
+std::optional<QString> GridColumn::Accepted(const QString& typed) const {
+    if (typed.trimmed().isEmpty() || (type != CellType::Date && !IsNumber())) {
+        return typed;
+    }
+    const basic::Text text = ToText(typed);
+    const auto inRange = [this](double value) { return !range || range->Contains(value); };
+    if (type == CellType::Date) {
+        const std::optional<basic::Date> date = basic::ParseDate(text);
+        return date && inRange(std::floor(date->days)) ? std::optional<QString>(ShownText(*date))
+                                                       : std::nullopt;
+    }
+    return !basic::IsNumeric(text) || inRange(basic::CDbl(text)) ? std::optional<QString>(typed)
+                                                                 : std::nullopt;
 }
 
 std::vector<GridColumn> ColumnsOf(const QStringList& lines) {
@@ -68,7 +122,8 @@ QStringList LinesOf(const std::vector<GridColumn>& columns) {
         QString heading = column.heading;
         heading.replace(u'\n', QStringLiteral("\\n"));
         lines.push_back(QStringList{heading, column.field, QString::number(column.width), NameOf(column.type),
-                                    column.locked ? QStringLiteral("locked") : QString(), column.picture}
+                                    column.locked ? QStringLiteral("locked") : QString(), column.picture,
+                                    RangeText(column)}
                             .join(u'|'));
     }
     return lines;

@@ -26,8 +26,12 @@ void Grid::SetActiveCell(int col, int row) {
     if (!d_->moving) {
         MakeRecordCurrent(modelRow);
     }
-    Place(modelRow, col == 0 ? 0 : modelColumn);
-    d_->beforeRow = col == 0;
+    {
+        const QScopedValueRollback<bool> closed(d_->staysClosed, true);
+        Place(modelRow, col == 0 ? 0 : modelColumn);
+        d_->beforeRow = col == 0;
+    }
+    OpenActiveCell();
     viewport()->update();
 }
 
@@ -49,14 +53,27 @@ void Grid::currentChanged(const QModelIndex& current, const QModelIndex& previou
         d_->beforeRow = false;
     }
     viewport()->update();  // lists show the whole active row
+    OpenActiveCell();
 }
 
-/// Before the operator's move: the program may refuse it, and so may a changed row that cannot be saved.
+/// A move by the operator may be refused; Qt's own, when rows go, is none.
 bool Grid::MayMove(const QModelIndex& to) {
-    const QPersistentModelIndex wanted = to;
+    if (d_->changingRows) {
+        return true;
+    }
+    const bool may = AskToMove(to);
+    if (!may) {
+        OpenActiveCell();
+    }
+    return may;
+}
+
+/// The program may refuse it, and so may a changed row that cannot be saved.
+bool Grid::AskToMove(const QPersistentModelIndex& wanted) {
     const int row = ActiveRow();
     const int col = ActiveCol();
     const QScopedValueRollback<bool> moving(d_->moving, true);
+    const QScopedValueRollback<bool> closed(d_->staysClosed, true);
     CloseOpenCell();
     bool cancel = false;
     emit LeaveCell(col, row, wanted.column() + 1, wanted.row() + 1, cancel);

@@ -8,11 +8,8 @@
 #include <QPainter>
 #include <QToolTip>
 
-#include <basic/conversion.h>
 #include <forms/runtime.h>
-#include <forms/strings.h>
 
-#include "field_text.h"
 #include "grid_model.h"
 #include "palette.h"
 #include "style.h"
@@ -34,12 +31,6 @@ QColor FromPlatform(int color) {
 QRect TextRect(const QRect& cell, Qt::Alignment alignment) {
     return cell.adjusted(alignment.testFlag(Qt::AlignLeft) ? kMargin : kFarMargin, 0,
                          alignment.testFlag(Qt::AlignRight) ? -kMargin : -kFarMargin, 0);
-}
-
-/// A date as it is stored: the short date. Empty for a text that is none.
-std::optional<QString> DateText(const QString& typed) {
-    const std::optional<basic::Date> date = basic::ParseDate(ToText(typed));
-    return date ? std::optional<QString>(ShownText(*date)) : std::nullopt;
 }
 
 }  // namespace
@@ -171,18 +162,14 @@ void GridDelegate::setEditorData(QWidget* editor, const QModelIndex& index) cons
 }
 
 void GridDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const {
-    QString text = qobject_cast<QLineEdit*>(editor)->text();
-    const bool isDate = model_.Column(index.column()).type == CellType::Date;
-    if (isDate && !text.trimmed().isEmpty()) {
-        const std::optional<QString> date = DateText(text);
-        if (!date) {
-            Beep();  // a date cell takes nothing else
-            return;
-        }
-        text = *date;
+    const QString typed = qobject_cast<QLineEdit*>(editor)->text();
+    if (typed == index.data(Qt::EditRole).toString()) {
+        return;
     }
-    if (text != index.data(Qt::EditRole).toString()) {
-        model->setData(index, text, Qt::EditRole);
+    if (const std::optional<QString> text = model_.Column(index.column()).Accepted(typed)) {
+        model->setData(index, *text, Qt::EditRole);
+    } else {
+        Beep();  // the cell keeps what it had
     }
 }
 

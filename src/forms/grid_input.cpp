@@ -35,7 +35,7 @@ bool Grid::TellKey(const QKeyEvent& event) {
 }
 
 void Grid::keyPressEvent(QKeyEvent* event) {
-    if (state() == EditingState) {
+    if (OpenCell() != nullptr) {
         QTableView::keyPressEvent(event);  // the open cell had no use for it; it was told there
         return;
     }
@@ -60,42 +60,6 @@ void Grid::keyPressEvent(QKeyEvent* event) {
     }
     const QScopedValueRollback<bool> opening(d_->opening, true);
     QTableView::keyPressEvent(event);
-}
-
-/// Keys arrive at the open cell, but they are the grid's keys. Those that end the entry commit it first, so
-/// that handlers read what was typed.
-void Grid::KeyInEditor(QKeyEvent* event, bool& taken) {
-    if (d_->opening) {
-        return;  // told before the cell opened
-    }
-    const int key = event->key();
-    const bool enter = KeyCodeOf(*event) == kKeyEnter;
-    const bool step = key == Qt::Key_Up || key == Qt::Key_Down;
-    if (enter || step) {
-        CloseOpenCell();
-        keyPressEvent(event);
-        taken = true;
-        return;
-    }
-    taken = !TellKey(*event);
-}
-
-void Grid::CloseOpenCell() {
-    QWidget* editor = indexWidget(currentIndex());
-    if (editor == nullptr || state() != EditingState) {
-        return;
-    }
-    const bool hadFocus = editor->hasFocus();
-    commitData(editor);
-    closeEditor(editor, QAbstractItemDelegate::NoHint);
-    if (hadFocus) {
-        setFocus();
-    }
-}
-
-bool Grid::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
-    // A refused move leaves the cursor where it was: the cell that was clicked must not open.
-    return index == currentIndex() && QTableView::edit(index, trigger, event);
 }
 
 /// Qt would read every row of the list to look for a text that starts with the key.
@@ -204,6 +168,7 @@ void Grid::focusInEvent(QFocusEvent* event) {
     QTableView::focusInEvent(event);
     QWidget::update();  // the frame, which Qt leaves alone
     viewport()->update();
+    OpenActiveCell();
 }
 
 void Grid::focusOutEvent(QFocusEvent* event) {

@@ -240,6 +240,13 @@ bool GridModel::IsRowChanged(int row) const {
            std::any_of(made->cells.begin(), made->cells.end(), [](const Cell& cell) { return cell.changed; });
 }
 
+bool GridModel::HasData(int row) const {
+    Load(row);
+    const Row* made = rows_[Position(row)].get();
+    return made != nullptr && std::any_of(made->cells.begin(), made->cells.end(),
+                                          [](const Cell& cell) { return !cell.text.isEmpty(); });
+}
+
 CellLook GridModel::Look(int row, int column) const {
     CellLook look = columnLooks_[Position(column)];
     const Cell* cell = CellAt(row, column);

@@ -73,6 +73,7 @@ class GridModel : public QAbstractTableModel {
     [[nodiscard]] bool IsChanged(int row, int column) const;
     void SetChanged(int row, int column, bool changed);
     [[nodiscard]] bool IsRowChanged(int row) const;
+    [[nodiscard]] bool HasData(int row) const;
     /// A cell's look, the column's where the cell has none of its own.
     [[nodiscard]] CellLook Look(int row, int column) const;
     [[nodiscard]] CellLook& OwnLook(int row, int column);

@@ -23,12 +23,16 @@ class Grid::Private {
     std::map<int, QString> rowHeaderTexts;
 
     bool changeMade = false;
+    bool editModePermanent = false;
+    bool editModeReplace = false;
     bool redraw = true;
     int lastColumn = 0;             ///< the cursor's column, kept while there is no row
     bool beforeRow = false;         ///< the cursor stands in front of its row, on column 0
     bool movesRecord = false;       ///< the current record is following the cursor just now
     bool saving = false;            ///< changed rows are on their way into the recordset
     bool opening = false;           ///< the key that opens a cell is passed on to it
+    bool staysClosed = false;       ///< no cell opens by itself just now
+    bool changingRows = false;      ///< rows come and go by the program's order
     bool moving = false;            ///< a move by the operator is being asked for
     QPersistentModelIndex pressed;  ///< cell under the button that went down
     bool loadRequested =

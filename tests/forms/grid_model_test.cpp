@@ -51,14 +51,17 @@ class GridModelTest : public QObject {
     }
 
     void ColumnLinesGoThereAndBack() {
-        const QStringList lines{QStringLiteral("Type de travaux|CODE|13.87|text||"),
-                                QStringLiteral("Dernière\\nvisite|DATVIS|9.25|date|locked|"),
-                                QStringLiteral("Détail||6|button||detail"), QStringLiteral("||10|text||")};
+        const QStringList lines{
+            QStringLiteral("Type de travaux|CODE|13.87|text|||"),
+            QStringLiteral("Périodicité|PERIOD|8.75|number|||-99999999..200"),
+            QStringLiteral("Dernière\\nvisite|DATVIS|9.25|date|locked||1990-01-01..2100-12-31"),
+            QStringLiteral("Détail||6|button||detail|"), QStringLiteral("||10|text|||")};
         const std::vector<GridColumn> columns = ColumnsOf(lines);
-        QCOMPARE(columns[1].heading, QStringLiteral("Dernière\nvisite"));
-        QCOMPARE(columns[2].type, CellType::Button);
-        QCOMPARE(columns[2].picture, QStringLiteral("detail"));
-        QVERIFY(columns[1].locked);
+        QVERIFY(columns[1].range && columns[1].range->Contains(200) && !columns[1].range->Contains(201));
+        QCOMPARE(columns[2].heading, QStringLiteral("Dernière\nvisite"));
+        QVERIFY(columns[2].locked);
+        QCOMPARE(columns[3].type, CellType::Button);
+        QCOMPARE(columns[3].picture, QStringLiteral("detail"));
         QCOMPARE(LinesOf(columns), lines);
         QCOMPARE(ColumnsOf({QStringLiteral("Seul")}).front().type, CellType::Edit);
     }

@@ -29,8 +29,8 @@ class Grid : public QTableView, private RowsView {
     Q_OBJECT
     Q_PROPERTY(QString dataSourceName READ DataSourceName WRITE SetDataSourceName)
     /// One line per column: heading | data field | width in characters | kind (text, date, number, float,
-    /// integer, check, button) | "locked" or "" | icon of button cells. Parts at the end may be left out;
-    /// "\n" in the heading breaks its line.
+    /// integer, check, button) | "locked" or "" | icon of button cells | range "lowest..highest" of what may
+    /// be typed, dates as yyyy-mm-dd. Parts at the end may be left out; "\n" in the heading breaks its line.
     Q_PROPERTY(QStringList columns READ ColumnLines WRITE SetColumnLines)
     /// Width of one character of column width, in pixels.
     Q_PROPERTY(double characterWidth READ CharacterWidth WRITE SetCharacterWidth)
@@ -65,6 +65,8 @@ class Grid : public QTableView, private RowsView {
     [[nodiscard]] int MaxRows() const;
     void SetMaxRows(int rows);
     [[nodiscard]] int MaxCols() const;
+    /// The last row that holds data; 0 when none does.
+    [[nodiscard]] int DataRowCnt() const;
 
     // The addressed cell.
     [[nodiscard]] int Row() const { return row_; }
@@ -112,6 +114,14 @@ class Grid : public QTableView, private RowsView {
     /// 0 makes Row/Col the active cell; 15 writes the changed rows of a bound grid to its data control.
     /// Throws RuntimeError 5 for others, the engine's errors for 15.
     void Action(int action);
+
+    /// The active cell stands open for typing while the grid has the focus. Off unless set.
+    [[nodiscard]] bool EditModePermanent() const;
+    void SetEditModePermanent(bool permanent);
+    /// A cell that opens selects its content, so that typing replaces it; otherwise the caret stands behind
+    /// it. A key typed into a closed cell replaces its content either way. Off unless set.
+    [[nodiscard]] bool EditModeReplace() const;
+    void SetEditModeReplace(bool replace);
 
     /// Whether the operator has changed a cell since it was last set to false.
     [[nodiscard]] bool ChangeMade() const;
@@ -206,11 +216,20 @@ class Grid : public QTableView, private RowsView {
     void Place(int modelRow, int modelColumn);
     void PlaceSomewhere();
     [[nodiscard]] bool MayMove(const QModelIndex& to);
+    [[nodiscard]] bool AskToMove(const QPersistentModelIndex& wanted);
     void MoveToNextCell();
     bool PressCell(int modelRow, int modelColumn);
     [[nodiscard]] bool TellKey(const QKeyEvent& event);
-    void KeyInEditor(QKeyEvent* event, bool& taken);
+    void ChangeRows(int kept, const std::function<void()>& change);
+
+    // The open cell.
+    [[nodiscard]] QWidget* OpenCell() const;
+    void OpenActiveCell();
     void CloseOpenCell();
+    void DropOpenCell();
+    void KeyInEditor(QKeyEvent* event, bool& taken);
+    [[nodiscard]] bool KeyLeavesCell(const QKeyEvent& event) const;
+    void LeaveOpenCell(QKeyEvent* event);
     void TellRightClick(const QPoint& position, const QModelIndex& cell);
     void HeadingPressed(int section, Qt::MouseButton button, const QPoint& position);
     void ApplyWidths();

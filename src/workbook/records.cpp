@@ -1,0 +1,56 @@
+#include "records.h"
+
+#include <algorithm>
+
+namespace quardele::workbook {
+
+void Records::Begin(std::uint16_t identifier) {
+    End();
+    start_ = bytes_.size();
+    open_ = true;
+    PutShort(identifier);
+    PutShort(0);
+}
+
+void Records::End() {
+    if (!open_) {
+        return;
+    }
+    const std::size_t length = bytes_.size() - start_ - kHeader;
+    bytes_[start_ + 2] = static_cast<char>(length & 0xFF);
+    bytes_[start_ + 3] = static_cast<char>(length >> 8);
+    open_ = false;
+}
+
+void Records::PutUnits(basic::TextView text) {
+    const bool wide = IsWide(text);
+    PutByte(wide ? 1 : 0);
+    PutBareUnits(text, wide);
+}
+
+void Records::PutBareUnits(basic::TextView text, bool wide) {
+    for (const char16_t unit : text) {
+        bytes_.push_back(static_cast<char>(unit & 0xFF));
+        if (wide) {
+            bytes_.push_back(static_cast<char>(unit >> 8));
+        }
+    }
+}
+
+void Records::PatchLong(std::size_t position, std::uint32_t value) {
+    for (std::size_t i = 0; i < 4; ++i) {
+        bytes_[position + i] = static_cast<char>(value >> (8 * i) & 0xFF);
+    }
+}
+
+void Records::PutLittle(std::uint64_t value, int bytes) {
+    for (int i = 0; i < bytes; ++i) {
+        bytes_.push_back(static_cast<char>(value >> (8 * i) & 0xFF));
+    }
+}
+
+bool IsWide(basic::TextView text) {
+    return std::any_of(text.begin(), text.end(), [](char16_t unit) { return unit > 0xFF; });
+}
+
+}  // namespace quardele::workbook

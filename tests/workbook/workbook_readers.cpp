@@ -1,0 +1,193 @@
+#include "workbook_readers.h"
+
+#include <array>
+#include <charconv>
+#include <cstdlib>
+#include <sstream>
+
+#include <freexl.h>
+
+#include "../data/jet/csv.h"
+#include "../data/jet/support.h"
+#include "../interop/json_line.h"
+
+namespace quardele::workbook::test {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+bool Runs(const std::string& command) {
+    return std::system((command + " > /dev/null 2>&1").c_str()) == 0;
+}
+
+/// The number that a text of digits means, in the form of all readers.
+std::string SameNumber(const std::string& words) {
+    return NumberInWords(std::strtod(words.c_str() + 2, nullptr));
+}
+
+/// What read_workbook.py prints; its last line is the name of the sheet.
+SheetInWords ReadByScript(const std::string& reader, const fs::path& file) {
+    SheetInWords sheet;
+    std::istringstream lines(jet::test::Output(
+        {"/usr/bin/python3", QUARDELE_SOURCE_DIR "/tests/workbook/read_workbook.py", reader, file.string()}));
+    for (std::string line; std::getline(lines, line);) {
+        auto cells = jet::test::ParseJsonLine(line);
+        for (CellInWords& cell : cells) {
+            if (cell && cell->starts_with("n:")) {
+                cell = SameNumber(*cell);
+            }
+        }
+        while (!cells.empty() && !cells.back()) {
+            cells.pop_back();
+        }
+        sheet.push_back(std::move(cells));
+    }
+    EXPECT_EQ(sheet.back().front(), "Feuille1");
+    sheet.pop_back();
+    return sheet;
+}
+
+class Xlrd : public WorkbookReader {
+ public:
+    std::string Name() const override { return "xlrd"; }
+    bool IsHere() const override { return Runs("/usr/bin/python3 -c 'import xlrd'"); }
+    SheetInWords Read(const fs::path& file, const fs::path& /*folder*/) const override {
+        return ReadByScript("xlrd", file);
+    }
+};
+
+class Calc : public WorkbookReader {
+ public:
+    std::string Name() const override { return "LibreOffice Calc"; }
+    bool IsHere() const override {
+        return Runs("command -v soffice") && Runs("dpkg-query -W libreoffice-calc");
+    }
+    SheetInWords Read(const fs::path& file, const fs::path& folder) const override {
+        (void)jet::test::Output({"soffice", "-env:UserInstallation=file://" + (folder / "profile").string(),
+                                 "--headless", "--convert-to", "fods", "--outdir", folder.string(),
+                                 file.string()});
+        return ReadByScript("office", folder / file.filename().replace_extension(".fods"));
+    }
+};
+
+class Gnumeric : public WorkbookReader {
+ public:
+    std::string Name() const override { return "ssconvert"; }
+    bool IsHere() const override { return Runs("command -v ssconvert"); }
+    SheetInWords Read(const fs::path& file, const fs::path& folder) const override {
+        const fs::path converted = folder / file.filename().replace_extension(".gnumeric");
+        (void)jet::test::Output({"ssconvert", file.string(), converted.string()});
+        return ReadByScript("gnumeric", converted);
+    }
+};
+
+/// Opens no workbook with a text of three records or more (version 1.0.6).
+class FreeXl : public WorkbookReader {
+ public:
+    std::string Name() const override { return "libfreexl"; }
+    bool IsHere() const override { return true; }
+    bool KnowsLongTexts() const override { return false; }
+    SheetInWords Read(const fs::path& file, const fs::path& /*folder*/) const override {
+        const void* book = nullptr;
+        EXPECT_EQ(freexl_open(file.c_str(), &book), FREEXL_OK);
+        EXPECT_EQ(freexl_select_active_worksheet(book, 0), FREEXL_OK);
+        unsigned rows = 0;
+        unsigned short columns = 0;
+        EXPECT_EQ(freexl_worksheet_dimensions(book, &rows, &columns), FREEXL_OK);
+        SheetInWords sheet(rows);
+        for (unsigned row = 0; row < rows; ++row) {
+            for (unsigned short column = 0; column < columns; ++column) {
+                FreeXL_CellValue value{};
+                EXPECT_EQ(freexl_get_cell_value(book, row, column, &value), FREEXL_OK);
+                sheet[row].push_back(Words(value));
+            }
+            while (!sheet[row].empty() && !sheet[row].back()) {
+                sheet[row].pop_back();
+            }
+        }
+        freexl_close(book);
+        return sheet;
+    }
+
+ private:
+    static CellInWords Words(const FreeXL_CellValue& cell) {
+        switch (cell.type) {
+            case FREEXL_CELL_NULL:
+                return std::nullopt;
+            case FREEXL_CELL_INT:
+                return NumberInWords(cell.value.int_value);
+            case FREEXL_CELL_DOUBLE:
+                return NumberInWords(cell.value.double_value);
+            case FREEXL_CELL_DATE:
+                return std::string("d:") + cell.value.text_value + " 00:00:00";
+            case FREEXL_CELL_DATETIME:
+                return std::string("d:") + cell.value.text_value;
+            default:
+                return std::string("s:") + cell.value.text_value;
+        }
+    }
+};
+
+/// Knows neither types nor our date formats: it gives the texts of cells, moments as days since 1900, and
+/// leaves empty rows out. Letters beyond those of Western Europe whose lower byte is small confuse it
+/// (version 0.95).
+class Catdoc : public WorkbookReader {
+ public:
+    std::string Name() const override { return "xls2csv"; }
+    bool IsHere() const override { return Runs("command -v xls2csv"); }
+    bool KnowsMoments() const override { return false; }
+    bool KnowsAllLetters() const override { return false; }
+    SheetInWords Read(const fs::path& file, const fs::path& /*folder*/) const override {
+        // All texts in quotes; a form feed follows the last row.
+        std::string csv = jet::test::Output({"xls2csv", "-q", "3", "-d", "utf-8", file.string()});
+        if (!csv.empty() && csv.back() == '\f') {
+            csv.pop_back();
+        }
+        SheetInWords sheet;
+        for (auto& line : jet::test::ParseCsv(csv)) {
+            WithoutEmptyEnds(line);
+            if (!line.empty()) {
+                sheet.push_back(std::move(line));
+            }
+        }
+        return sheet;
+    }
+    SheetInWords AsItTells(SheetInWords wanted) const override {
+        std::erase_if(wanted, [](const auto& row) { return row.empty(); });
+        for (auto& row : wanted) {
+            for (CellInWords& cell : row) {
+                if (cell) {
+                    cell = cell->substr(2);
+                }
+            }
+        }
+        return wanted;
+    }
+
+ private:
+    static void WithoutEmptyEnds(std::vector<CellInWords>& row) {
+        for (CellInWords& cell : row) {
+            if (cell && cell->empty()) {
+                cell.reset();
+            }
+        }
+        while (!row.empty() && !row.back()) {
+            row.pop_back();
+        }
+    }
+};
+
+}  // namespace
+
+const std::vector<const WorkbookReader*>& WorkbookReaders() {
+    static const Xlrd xlrd;
+    static const Calc calc;
+    static const FreeXl freeXl;
+    static const Catdoc catdoc;
+    static const Gnumeric gnumeric;
+    static const std::vector<const WorkbookReader*> all{&xlrd, &calc, &freeXl, &catdoc, &gnumeric};
+    return all;
+}
+
+}  // namespace quardele::workbook::test

@@ -112,7 +112,7 @@ void ExpectAllUsesHit(const std::map<PageUse, int>& hits, int least) {
 
 // Anything but a RuntimeError goes through and fails the test; a crash or a hang does so even more.
 TEST(Damage, ReadingMutatedFilesGivesDataOrAnError) {
-    constexpr unsigned kPerFile = 120;
+    constexpr unsigned kPerFile = 200;
     const auto hits = Mutate(Originals(), kPerFile, [](const fs::path& file) {
         EXPECT_NO_THROW(ReadEverything(file));
         EXPECT_NO_THROW(static_cast<void>(IsSound(file)));
@@ -122,7 +122,7 @@ TEST(Damage, ReadingMutatedFilesGivesDataOrAnError) {
 
 // A file that was sound in spite of the changed bytes still is when something was written to it.
 TEST(Damage, WritingToMutatedFilesGivesAChangeOrAnError) {
-    constexpr unsigned kPerFile = 80;
+    constexpr unsigned kPerFile = 120;
     auto files = Originals();
     std::erase_if(files, [](const MutableFile& file) { return !file.IsWritable(); });
     int sound = 0;

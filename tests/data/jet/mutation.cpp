@@ -1,7 +1,8 @@
 #include "mutation.h"
 
 #include <algorithm>
-#include <string_view>
+#include <iterator>
+#include <span>
 
 #include "bytes.h"
 #include "format.h"
@@ -55,7 +56,8 @@ bool MutableFile::IsWritable() const {
 
 PageUse MutableFile::UseOf(std::size_t page) const {
     constexpr std::uint32_t kLongValueOwner = 0x4C41564C;  // LVAL
-    const ByteView view(std::span(bytes_).subspan(page * pageSize_, pageSize_), 0);
+    const std::span<const std::uint8_t> all = bytes_;
+    const ByteView view(all.subspan(page * pageSize_, pageSize_), kHeaderPage);
     const std::uint32_t owner = view.U32(4);
     if (page == 0) {
         return PageUse::Header;

@@ -1,3 +1,5 @@
+#include <QScopedValueRollback>
+
 #include <forms/bound_control.h>
 #include <forms/data_control.h>
 
@@ -31,6 +33,18 @@ void BoundControl::SetDataChanged(bool changed) {
 
 bool BoundControl::HasPendingChange() const {
     return dataChanged_ && dataSource_ != nullptr && !dataField_.isEmpty();
+}
+
+void BoundControl::Fill(const basic::Variant& value) {
+    const QScopedValueRollback<bool> filling(filling_, true);
+    ShowValue(value);
+    SetDataChanged(false);
+}
+
+void BoundControl::ContentChanged() {
+    if (!filling_) {
+        SetDataChanged(true);
+    }
 }
 
 }  // namespace quardele::forms

@@ -29,7 +29,9 @@ bool Button::event(QEvent* event) {
             if (focusPolicy() != Qt::NoFocus) {
                 setFocus(Qt::ShortcutFocusReason);
             }
-            click();
+            if (KeptFocus()) {
+                click();
+            }
             return true;
         case QEvent::ToolTipChange:
             if (accessibleName().isEmpty() && text().isEmpty()) {
@@ -40,6 +42,17 @@ bool Button::event(QEvent* event) {
             break;
     }
     return QPushButton::event(event);
+}
+
+/// The box that is left may take the focus back when it gets its LostFocus: the button is not pressed then.
+bool Button::KeptFocus() const {
+    return focusPolicy() == Qt::NoFocus || window()->focusWidget() == this;
+}
+
+void Button::mousePressEvent(QMouseEvent* event) {
+    if (KeptFocus()) {
+        QPushButton::mousePressEvent(event);
+    }
 }
 
 void Button::keyPressEvent(QKeyEvent* event) {

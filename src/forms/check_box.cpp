@@ -1,5 +1,3 @@
-#include <QScopedValueRollback>
-
 #include <basic/conversion.h>
 #include <forms/controls.h>
 
@@ -7,9 +5,7 @@ namespace quardele::forms {
 
 CheckBox::CheckBox(QWidget* parent) : QCheckBox(parent) {
     connect(this, &QCheckBox::toggled, this, [this] {
-        if (!filling_) {
-            SetDataChanged(true);
-        }
+        ContentChanged();
         emit Click();
     });
 }
@@ -18,10 +14,8 @@ void CheckBox::SetValue(int value) {
     setChecked(value != 0);
 }
 
-void CheckBox::Fill(const basic::Variant& value) {
-    const QScopedValueRollback<bool> filling(filling_, true);
+void CheckBox::ShowValue(const basic::Variant& value) {
     setChecked(!value.IsNull() && !value.IsEmpty() && basic::CBool(value));
-    SetDataChanged(false);
 }
 
 basic::Variant CheckBox::Content() const {

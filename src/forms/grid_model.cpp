@@ -103,10 +103,10 @@ void GridModel::Bind(std::shared_ptr<dao::Recordset> recordset) {
 }
 
 std::optional<long> GridModel::RecordOf(int row) const {
-    if (row < boundRows_) {
+    if (row >= 0 && row < boundRows_) {
         return row;
     }
-    const Row* made = row < Rows() ? rows_[Position(row)].get() : nullptr;
+    const Row* made = row >= 0 && row < Rows() ? rows_[Position(row)].get() : nullptr;
     return made == nullptr || made->record < 0 ? std::nullopt : std::optional<long>(made->record);
 }
 

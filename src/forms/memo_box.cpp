@@ -1,13 +1,10 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
-#include <QScopedValueRollback>
 #include <QTextDocumentFragment>
 
 #include <forms/controls.h>
-#include <forms/strings.h>
 
-#include "field_text.h"
 #include "palette.h"
 #include "style.h"
 
@@ -27,9 +24,7 @@ QString FromStored(QString text) {
 MemoBox::MemoBox(QWidget* parent) : QPlainTextEdit(parent) {
     setTabChangesFocus(true);
     connect(this, &QPlainTextEdit::textChanged, this, [this] {
-        if (!filling_) {
-            SetDataChanged(true);
-        }
+        ContentChanged();
         emit Change();
     });
 }
@@ -45,18 +40,8 @@ void MemoBox::SetText(const QString& text) {
     }
 }
 
-void MemoBox::Fill(const basic::Variant& value) {
-    const QScopedValueRollback<bool> filling(filling_, true);
-    SetText(ShownText(value));
-    SetDataChanged(false);
-}
-
-basic::Variant MemoBox::Content() const {
-    return ToText(Text());
-}
-
 qsizetype MemoBox::Room() const {
-    return maxLength_ - Text().size() + ToStored(textCursor().selection().toPlainText()).size();
+    return MaxLength() - Text().size() + ToStored(textCursor().selection().toPlainText()).size();
 }
 
 void MemoBox::keyPressEvent(QKeyEvent* event) {
@@ -64,7 +49,7 @@ void MemoBox::keyPressEvent(QKeyEvent* event) {
     const bool isLetter = !event->text().isEmpty() && event->text().front().isPrint();
     const bool adds = isEnter || (isLetter && !event->modifiers().testFlag(Qt::ControlModifier));
     const qsizetype units = isEnter ? 2 : event->text().size();
-    if (adds && maxLength_ > 0 && units > Room()) {
+    if (adds && MaxLength() > 0 && units > Room()) {
         return;
     }
     QPlainTextEdit::keyPressEvent(event);
@@ -72,7 +57,7 @@ void MemoBox::keyPressEvent(QKeyEvent* event) {
 
 void MemoBox::insertFromMimeData(const QMimeData* source) {
     QString text = FromStored(source->text());
-    if (maxLength_ > 0) {
+    if (MaxLength() > 0) {
         const qsizetype room = std::max<qsizetype>(Room(), 0);
         while (ToStored(text).size() > room) {
             text.chop(1);

@@ -3,9 +3,7 @@
 #include <QScopedValueRollback>
 
 #include <forms/controls.h>
-#include <forms/strings.h>
 
-#include "field_text.h"
 #include "key_codes.h"
 #include "style.h"
 
@@ -37,16 +35,6 @@ void TextBox::SetShaded(bool shaded) {
     update();
 }
 
-void TextBox::Fill(const basic::Variant& value) {
-    const QScopedValueRollback<bool> filling(filling_, true);
-    SetText(ShownText(value));
-    SetDataChanged(false);
-}
-
-basic::Variant TextBox::Content() const {
-    return ToText(text());
-}
-
 void TextBox::Changed() {
     if (!assigning_) {
         CutToMaxLength();
@@ -55,15 +43,13 @@ void TextBox::Changed() {
         }
     }
     before_ = text();
-    if (!filling_) {
-        SetDataChanged(true);
-    }
+    ContentChanged();
     emit Change();
 }
 
 void TextBox::CutToMaxLength() {
     const qsizetype tooMany =
-        maxLength_ > 0 ? text().size() - std::max<qsizetype>(maxLength_, before_.size()) : 0;
+        MaxLength() > 0 ? text().size() - std::max<qsizetype>(MaxLength(), before_.size()) : 0;
     if (tooMany <= 0) {
         return;
     }

@@ -33,11 +33,14 @@ class BoundControl {
     [[nodiscard]] bool HasPendingChange() const;
 
     /// Shows a value without counting as a change; Null and Empty show as blank.
-    virtual void Fill(const basic::Variant& value) = 0;
+    void Fill(const basic::Variant& value);
     /// What the control holds, as it goes into the field.
     [[nodiscard]] virtual basic::Variant Content() const = 0;
 
  protected:
+    virtual void ShowValue(const basic::Variant& value) = 0;
+    /// To be called whenever the content has changed.
+    void ContentChanged();
     /// Repaints the mark of a pending change.
     virtual void DataChangedChanged() {}
 
@@ -46,6 +49,7 @@ class BoundControl {
     QString dataSourceName_;
     DataControl* dataSource_ = nullptr;
     bool dataChanged_ = false;
+    bool filling_ = false;
 };
 
 }  // namespace quardele::forms

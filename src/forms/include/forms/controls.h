@@ -14,13 +14,13 @@
 #include <QPushButton>
 #include <QTabWidget>
 
-#include <forms/bound_control.h>
 #include <forms/control.h>
+#include <forms/text_entry.h>
 
 namespace quardele::forms {
 
 /// A one-line text box.
-class TextBox : public QLineEdit, public BoundControl {
+class TextBox : public QLineEdit, public TextEntry {
     Q_OBJECT
     Q_PROPERTY(QString dataField READ DataField WRITE SetDataField)
     Q_PROPERTY(QString dataSourceName READ DataSourceName WRITE SetDataSourceName)
@@ -30,20 +30,14 @@ class TextBox : public QLineEdit, public BoundControl {
  public:
     explicit TextBox(QWidget* parent = nullptr);
 
-    [[nodiscard]] QString Text() const { return text(); }
-    void SetText(const QString& text);
-    /// In UTF-16 units; 0 is no limit. Limits typing only.
-    [[nodiscard]] int MaxLength() const { return maxLength_; }
-    void SetMaxLength(int units) { maxLength_ = units; }
+    [[nodiscard]] QString Text() const override { return text(); }
+    void SetText(const QString& text) override;
     [[nodiscard]] int SelStart() const;
     void SetSelStart(int position);
     void SetSelLength(int length);
     [[nodiscard]] bool Locked() const { return isReadOnly(); }
     [[nodiscard]] bool IsShaded() const { return shaded_; }
     void SetShaded(bool shaded);
-
-    void Fill(const basic::Variant& value) override;
-    [[nodiscard]] basic::Variant Content() const override;
 
  signals:
     void Change();
@@ -64,14 +58,12 @@ class TextBox : public QLineEdit, public BoundControl {
     void CutToMaxLength();
 
     QString before_;
-    int maxLength_ = 0;
-    bool filling_ = false;
     bool assigning_ = false;
     bool shaded_ = false;
 };
 
 /// A text box of several lines. Texts keep CR LF between their lines.
-class MemoBox : public QPlainTextEdit, public BoundControl {
+class MemoBox : public QPlainTextEdit, public TextEntry {
     Q_OBJECT
     Q_PROPERTY(QString dataField READ DataField WRITE SetDataField)
     Q_PROPERTY(QString dataSourceName READ DataSourceName WRITE SetDataSourceName)
@@ -79,14 +71,8 @@ class MemoBox : public QPlainTextEdit, public BoundControl {
  public:
     explicit MemoBox(QWidget* parent = nullptr);
 
-    [[nodiscard]] QString Text() const;
-    void SetText(const QString& text);
-    /// In UTF-16 units of Text(); 0 is no limit. Limits typing only.
-    [[nodiscard]] int MaxLength() const { return maxLength_; }
-    void SetMaxLength(int units) { maxLength_ = units; }
-
-    void Fill(const basic::Variant& value) override;
-    [[nodiscard]] basic::Variant Content() const override;
+    [[nodiscard]] QString Text() const override;
+    void SetText(const QString& text) override;
 
  signals:
     void Change();
@@ -104,9 +90,6 @@ class MemoBox : public QPlainTextEdit, public BoundControl {
  private:
     /// How many units more fit in when the selection is replaced.
     [[nodiscard]] qsizetype Room() const;
-
-    int maxLength_ = 0;
-    bool filling_ = false;
 };
 
 /// A text that does not fit ends in an ellipsis and shows whole in a text tip.
@@ -150,8 +133,11 @@ class Button : public QPushButton {
  protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
 
  private:
+    [[nodiscard]] bool KeptFocus() const;
+
     bool main_ = false;
 };
 
@@ -166,7 +152,6 @@ class CheckBox : public QCheckBox, public BoundControl {
     /// 0 or 1.
     [[nodiscard]] int Value() const { return isChecked() ? 1 : 0; }
     void SetValue(int value);
-    void Fill(const basic::Variant& value) override;
     [[nodiscard]] basic::Variant Content() const override;
 
  signals:
@@ -174,8 +159,8 @@ class CheckBox : public QCheckBox, public BoundControl {
     void GotFocus();
     void LostFocus();
 
- private:
-    bool filling_ = false;
+ protected:
+    void ShowValue(const basic::Variant& value) override;
 };
 
 /// A frame; a floating one has a title band ("floating" property) and is brought to the front when shown.

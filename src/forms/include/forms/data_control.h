@@ -59,6 +59,8 @@ class DataControl : public QWidget, private dao::RecordsetObserver {
     /// Null before the first Refresh. A data control that is bound and was never refreshed is refreshed when
     /// its form is first shown.
     [[nodiscard]] std::shared_ptr<dao::Recordset> Recordset() const { return recordset_; }
+    /// The same where there must be one: throws RuntimeError 91 when there is none.
+    [[nodiscard]] dao::Recordset& Opened() const;
     /// Shows the rows of a recordset that is open already, from its first row. Null for none.
     void SetRecordset(std::shared_ptr<dao::Recordset> recordset);
     /// Refreshes when something is bound, there is a RecordSource and no Refresh has been tried yet.
@@ -86,7 +88,6 @@ class DataControl : public QWidget, private dao::RecordsetObserver {
     void RowChanged(dao::Recordset& recordset) override;
 
     [[nodiscard]] std::shared_ptr<dao::Database> OpenedDatabase();
-    [[nodiscard]] dao::Recordset& Opened() const;
     [[nodiscard]] bool AnyChanged() const;
     void SaveChanges(dao::Recordset& recordset);
     void Fill(BoundControl& control) const;

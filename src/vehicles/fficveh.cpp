@@ -11,8 +11,10 @@
 #include <shell/session.h>
 
 #include "keys.h"
+#include "open_table.h"
 #include "tabs.h"
 #include "ui_fficveh.h"
+#include "visit_columns.h"
 
 namespace quardele::vehicles {
 
@@ -24,24 +26,6 @@ constexpr int kFreeOfMainWindow = 1500;
 constexpr int kFloatingFrameLeft = 100;
 
 constexpr int kBlanksBeforeFolder = 20;
-/// The registration in the grid of visits.
-constexpr int kVisitLinkColumn = 4;
-
-/// Throws RuntimeError 91 when start-up has left no data database.
-dao::Database& DataDatabase() {
-    const std::shared_ptr<dao::Database>& database = shell::TheSession().BD_DONNEES;
-    if (!database) {
-        throw basic::RuntimeError(basic::error::kObjectNotSet);
-    }
-    return *database;
-}
-
-std::shared_ptr<dao::Recordset> OpenTable(basic::TextView name) {
-    std::shared_ptr<dao::Recordset> table = DataDatabase().OpenRecordset(name, dao::RecordsetType::Table);
-    table->SetIndex(u"PrimaryKey");
-    dao::DBEngine::Instance().Idle(1);
-    return table;
-}
 
 }  // namespace
 
@@ -57,6 +41,9 @@ FFICVEH::FFICVEH()
     ConnectTabs();
     ConnectList();
     ConnectRecord();
+    ConnectCommands();
+    ConnectSaving();
+    ConnectVisits();
 }
 
 FFICVEH::~FFICVEH() = default;

@@ -1,4 +1,4 @@
-// The record of a vehicle: its boxes and the commands on it.
+// The record of a vehicle: its boxes.
 #include <basic/conversion.h>
 #include <forms/data_control.h>
 #include <forms/events.h>
@@ -11,6 +11,7 @@
 #include <vehicles/fficveh.h>
 
 #include "keys.h"
+#include "open_table.h"
 #include "ui_fficveh.h"
 
 namespace quardele::vehicles {
@@ -24,9 +25,8 @@ void FFICVEH::ConnectRecord() {
     for (int number = 1; number <= kUserFields; ++number) {
         ConnectField(CTX_USER(number));
     }
+    forms::On(ui_->CTX_IMMAT, &forms::TextBox::LostFocus, this, [this] { CTX_IMMAT_LostFocus(); });
     forms::On(ui_->CTX_CODCLI, &forms::TextBox::LostFocus, this, [this] { CTX_CODCLI_LostFocus(); });
-    forms::On(ui_->CMD_REFRESH, &forms::Button::Click, this, [this] { CMD_REFRESH_Click(); });
-    forms::On(ui_->Cmd_Quitter, &forms::Button::Click, this, [this] { Cmd_Quitter_Click(); });
 }
 
 /// A field of the record: selected whole when entered, left by Enter.
@@ -38,6 +38,28 @@ void FFICVEH::ConnectField(forms::TextBox* box) {
             forms::SendKeys(QStringLiteral("{TAB}"));
         }
     });
+}
+
+bool FFICVEH::IsRegistrationTaken() const {
+    // A table of its own: the recordset of the list stands in its new record.
+    const std::shared_ptr<dao::Recordset> vehicles = OpenTable(u"TVEH");
+    if (ui_->DBD_TVEH->EditMode() != dao::EditMode::Add) {
+        return false;
+    }
+    vehicles->Seek(u"=", {forms::ToText(ui_->CTX_IMMAT->Text())});
+    dao::DBEngine::Instance().Idle(1);
+    return !vehicles->NoMatch();
+}
+
+/// Only a new record is held back here; a changed registration is left to the save.
+void FFICVEH::CTX_IMMAT_LostFocus() {
+    if (ui_->CTX_IMMAT->Text().isEmpty() || !IsRegistrationTaken()) {
+        return;
+    }
+    forms::Beep();
+    forms::SetFocus(ui_->CTX_IMMAT);
+    forms::MsgBox(TRAD(QStringLiteral("Ce véhicule existe déjà !!! ")));
+    ui_->CTX_IMMAT->SetText(QString());
 }
 
 bool FFICVEH::FindClient() {
@@ -61,25 +83,6 @@ void FFICVEH::CTX_CODCLI_LostFocus() {
         forms::MsgBox(TRAD(QStringLiteral("Ce code client est inconnu dans la table des Clients !")),
                       forms::BoxButtons::Ok, forms::BoxIcon::Exclamation);
     }
-}
-
-void FFICVEH::CMD_REFRESH_Click() {
-    if (shell::Saisie_En_Cours(*this)) {
-        forms::MsgBox(TRAD(QStringLiteral("Enregistrez ou annulez d'abord votre saisie !")),
-                      forms::BoxButtons::Ok, forms::BoxIcon::Exclamation);
-        return;
-    }
-    ui_->DBG_Liste->SetMaxRows(0);
-    ui_->DBD_TVEH->Refresh();
-}
-
-void FFICVEH::Cmd_Quitter_Click() {
-    if (shell::Saisie_En_Cours(*this)) {
-        forms::MsgBox(TRAD(QStringLiteral("Enregistrez ou annulez d'abord votre saisie")),
-                      forms::BoxButtons::Ok, forms::BoxIcon::Exclamation);
-        return;
-    }
-    Unload();
 }
 
 }  // namespace quardele::vehicles

@@ -41,11 +41,16 @@ void FFICVEH::EnterList() {
 void FFICVEH::EnterRecord() {
     ui_->CTX_RSCLI->SetText(FindClient() ? ClientName() : QString());
     ui_->DBG_DETAIL->SetMaxRows(0);
-    ui_->DBD_DETAIL->SetRecordSource(QStringLiteral("Select * from TVEH_DETAIL where TVEH_DETAIL_Immat ='") +
-                                     ui_->CTX_IMMAT->Text() + QStringLiteral("'"));
+    AskForVisits();
     ui_->DBD_DETAIL->Refresh();
     ShowRecordButtons(true);
     forms::SetFocus(ui_->CTX_IMMAT);
+}
+
+/// The next refresh brings the visits of the registration in the box.
+void FFICVEH::AskForVisits() {
+    ui_->DBD_DETAIL->SetRecordSource(QStringLiteral("Select * from TVEH_DETAIL where TVEH_DETAIL_Immat ='") +
+                                     ui_->CTX_IMMAT->Text() + QStringLiteral("'"));
 }
 
 void FFICVEH::ShowRecordButtons(bool visible) {

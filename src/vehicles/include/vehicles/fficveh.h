@@ -61,6 +61,7 @@ class FFICVEH : public forms::Form {
     void SST_ONGLET_Click(int previousTab);
     void EnterList();
     void EnterRecord();
+    void AskForVisits();
     void ShowRecordButtons(bool visible);
 
     // List.
@@ -69,15 +70,53 @@ class FFICVEH : public forms::Form {
     void PrintList();
     void DBG_Liste_KeyDown(int keyCode);
 
-    // Record.
+    // Record: its boxes.
     void ConnectRecord();
     void ConnectField(forms::TextBox* box);
+    void CTX_IMMAT_LostFocus();
     void CTX_CODCLI_LostFocus();
-    void CMD_REFRESH_Click();
-    void Cmd_Quitter_Click();
+    /// Whether another vehicle has the registration in the box; asked for new records only.
+    [[nodiscard]] bool IsRegistrationTaken() const;
     /// Whether the customer of the box's code exists; ClientTable stands on it then.
     [[nodiscard]] bool FindClient();
     [[nodiscard]] QString ClientName() const;
+
+    // Record: the commands.
+    void ConnectCommands();
+    void Cmd_ADD_Click();
+    void Cmd_Delete_Click();
+    void CMD_REFRESH_Click();
+    void Cmd_Quitter_Click();
+    void ReloadVehicles();
+
+    // Record: saving and cancelling it together with its visits.
+    void ConnectSaving();
+    void Cmd_Update_Click();
+    void SaveVehicle();
+    void SaveVisits();
+    void FlagVisit(int row);
+    void Cmd_Annul_Click();
+    void CancelVehicle();
+    void CancelVisits();
+    void ShowClient();
+
+    // Visits.
+    void ConnectVisits();
+    void DBG_DETAIL_GotFocus();
+    void DBG_DETAIL_DataFill(int col, int row);
+    void DBG_DETAIL_KeyDown(int keyCode, int shift);
+    void DBG_DETAIL_LeaveCell(int col, int row, bool& cancel);
+    void OpenNextVisit();
+    /// An empty date of the last visit becomes today's.
+    void FillInToday(int row);
+    void LinkToVehicle(int row);
+    void CheckPeriod(int row);
+    [[nodiscard]] bool IsKnownWorkType(int row);
+    void OpenWorkTypes();
+    void CloseWorkTypes();
+    void DBG_TypTrav_DblClick(int col, int row);
+    void DBG_TypTrav_KeyDown(int keyCode);
+    void Cmd_Fermer_TypTrav_Click();
 
     // User fields.
     void init_user();
@@ -100,6 +139,8 @@ class FFICVEH : public forms::Form {
     /// Customers, for the lookup of names; vehicles, for the sizes of their fields.
     std::shared_ptr<dao::Recordset> ClientTable;
     std::shared_ptr<dao::Recordset> VehicleTable;
+    /// True from the start of a new record until it is saved or cancelled. Nothing asks for it.
+    bool NewEntry = false;
     UserFields user_;
 };
 

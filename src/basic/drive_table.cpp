@@ -1,9 +1,8 @@
-#include <algorithm>
-#include <cstdlib>
 #include <fstream>
 #include <string>
 #include <utility>
 
+#include <basic/configuration.h>
 #include <basic/paths.h>
 
 #include "native_paths.h"
@@ -13,39 +12,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kSubFolder[] = "quardele";
 constexpr char kFileName[] = "drives.ini";
 constexpr char kDriveFolder[] = "drive_c";
-
-/// An environment variable, or what stands for it when it is not set.
-std::string Setting(const char* name, const std::string& otherwise) {
-    const char* value = std::getenv(name);
-    return value != nullptr && *value != '\0' ? value : otherwise;
-}
-
-/// The user's configuration folder first, then the system's ones.
-std::vector<fs::path> ConfigurationFolders() {
-    std::vector<fs::path> folders;
-    folders.emplace_back(Setting("XDG_CONFIG_HOME", Setting("HOME", "") + "/.config"));
-    const std::string systems = Setting("XDG_CONFIG_DIRS", "/etc/xdg");
-    for (std::size_t start = 0; start <= systems.size();) {
-        const std::size_t end = std::min(systems.find(':', start), systems.size());
-        folders.emplace_back(systems.substr(start, end - start));
-        start = end + 1;
-    }
-    return folders;
-}
-
-std::optional<fs::path> ConfiguredFile() {
-    for (const fs::path& folder : ConfigurationFolders()) {
-        fs::path file = folder / kSubFolder / kFileName;
-        std::error_code ignored;
-        if (fs::is_regular_file(file, ignored)) {
-            return file;
-        }
-    }
-    return {};
-}
 
 DriveTable TableWithRoot() {
     DriveTable table;
@@ -97,7 +65,7 @@ DriveTable DriveTable::FromFile(const fs::path& file) {
 }
 
 DriveTable DriveTable::Discover(const fs::path& currentFolder) {
-    if (const auto file = ConfiguredFile()) {
+    if (const auto file = ConfigurationFile(kFileName)) {
         return FromFile(*file);
     }
     DriveTable table = TableWithRoot();

@@ -28,6 +28,7 @@ class MemoryRows : public dao::Recordset {
     [[nodiscard]] dao::RecordsetType Type() const override { return dao::RecordsetType::Dynaset; }
     [[nodiscard]] const dao::Text& Name() const override { return name_; }
     [[nodiscard]] const std::vector<dao::Field>& Fields() const override { return fields_; }
+    [[nodiscard]] bool Updatable() const override { return true; }
     [[nodiscard]] bool Bof() const override { return RowCount() == 0 || position_ < 0; }
     [[nodiscard]] bool Eof() const override;
     [[nodiscard]] std::size_t RecordCount() const override { return RowCount(); }
@@ -35,8 +36,11 @@ class MemoryRows : public dao::Recordset {
     void MoveLast() override { Go(static_cast<long>(RowCount()) - 1); }
     void MoveNext() override { Go(position_ + 1); }
     void MovePrevious() override { Go(position_ - 1); }
+    void Move(long rows) override { Go(position_ + rows); }
     [[nodiscard]] long AbsolutePosition() const override;
     void SetAbsolutePosition(long position) override { Go(position); }
+    [[nodiscard]] float PercentPosition() const override { return 0; }
+    void SetPercentPosition(float /*percent*/) override {}
     [[nodiscard]] dao::Bookmark CurrentBookmark() const override;
     void SetBookmark(const dao::Bookmark& bookmark) override;
     [[nodiscard]] dao::Bookmark LastModified() const override { return lastModified_; }

@@ -32,23 +32,31 @@ void RequireSize(const Bookmark& bookmark, std::size_t bytes) {
     }
 }
 
+void RequireRun(const Bookmark& bookmark, std::size_t at, std::uint64_t run) {
+    if (Read(bookmark, at, kRunBytes) != run) {
+        throw basic::RuntimeError(basic::error::kInvalidBookmark);
+    }
+}
+
 }  // namespace
-
-Bookmark BookmarkOf(jet::RowId row) {
-    Bookmark bookmark;
-    Append(bookmark, row.page, kPageBytes);
-    Append(bookmark, row.slot, 1);
-    return bookmark;
-}
-
-jet::RowId RowIdOf(const Bookmark& bookmark) {
-    RequireSize(bookmark, kRowIdBytes);
-    return {static_cast<std::uint32_t>(Read(bookmark, 0, kPageBytes)), bookmark.bytes[kPageBytes]};
-}
 
 std::uint64_t NextRun() {
     static std::atomic<std::uint64_t> last = 0;
     return ++last;
+}
+
+Bookmark BookmarkOf(std::uint64_t run, jet::RowId row) {
+    Bookmark bookmark;
+    Append(bookmark, row.page, kPageBytes);
+    Append(bookmark, row.slot, 1);
+    Append(bookmark, run, kRunBytes);
+    return bookmark;
+}
+
+jet::RowId RowIdOf(const Bookmark& bookmark, std::uint64_t run) {
+    RequireSize(bookmark, kRowIdBytes + kRunBytes);
+    RequireRun(bookmark, kRowIdBytes, run);
+    return {static_cast<std::uint32_t>(Read(bookmark, 0, kPageBytes)), bookmark.bytes[kPageBytes]};
 }
 
 Bookmark BookmarkOf(std::uint64_t run, std::size_t position) {
@@ -60,9 +68,7 @@ Bookmark BookmarkOf(std::uint64_t run, std::size_t position) {
 
 std::size_t PositionOf(const Bookmark& bookmark, std::uint64_t run) {
     RequireSize(bookmark, kRunBytes + kPositionBytes);
-    if (Read(bookmark, 0, kRunBytes) != run) {
-        throw basic::RuntimeError(basic::error::kInvalidBookmark);
-    }
+    RequireRun(bookmark, 0, run);
     return static_cast<std::size_t>(Read(bookmark, kRunBytes, kPositionBytes));
 }
 

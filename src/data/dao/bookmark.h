@@ -9,13 +9,15 @@
 
 namespace quardele::dao {
 
-/// A row of a table, by its identity in the file.
-[[nodiscard]] Bookmark BookmarkOf(jet::RowId row);
-/// Throws RuntimeError 3159 when the bookmark is of another kind.
-[[nodiscard]] jet::RowId RowIdOf(const Bookmark& bookmark);
-
-/// A number for the rows that a statement has just brought, which no other set of rows of this program gets.
+/// A number for a recordset on a table or for the rows that a statement has just brought, which no other one
+/// of this program gets.
 [[nodiscard]] std::uint64_t NextRun();
+
+/// A row of a table, by its identity in the file and the number of the recordset.
+[[nodiscard]] Bookmark BookmarkOf(std::uint64_t run, jet::RowId row);
+/// Throws RuntimeError 3159 when the bookmark is of another kind or of another recordset.
+[[nodiscard]] jet::RowId RowIdOf(const Bookmark& bookmark, std::uint64_t run);
+
 /// A row of a fixed set of rows, by the number of the set and its position there.
 [[nodiscard]] Bookmark BookmarkOf(std::uint64_t run, std::size_t position);
 /// Throws RuntimeError 3159 when the bookmark is of another kind or of another set of rows.

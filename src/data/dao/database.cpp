@@ -112,6 +112,7 @@ bool Database::Updatable() const {
 }
 
 void Database::Close() {
+    Open()->CloseRecordsets();
     impl_.reset();
 }
 

@@ -47,4 +47,11 @@ std::shared_ptr<DatabaseImpl> DatabaseImpl::Open(TextView windowsPath, jet::Open
     return std::make_shared<DatabaseImpl>(Text(windowsPath), OpenFile::Open(PlaceOf(windowsPath), mode));
 }
 
+/// Each one removes itself when it closes.
+void DatabaseImpl::CloseRecordsets() {
+    while (!recordsets_.empty()) {
+        (*recordsets_.begin())->Close();
+    }
+}
+
 }  // namespace quardele::dao

@@ -1,10 +1,10 @@
 // What a Database object and the recordsets opened from it share: the open file.
 #pragma once
 
-#include <cstdint>
 #include <memory>
+#include <set>
 
-#include <dao/field.h>
+#include <dao/recordset.h>
 #include <jet/database.h>
 
 #include "open_file.h"
@@ -26,12 +26,16 @@ class DatabaseImpl {
 
     /// As of the shared file.
     void Refresh() { open_->Refresh(); }
-    [[nodiscard]] std::uint64_t Version() const { return open_->Version(); }
-    void RowsChanged() { open_->RowsChanged(); }
+
+    // Recordsets that are open on it; not owned.
+    void Enter(Recordset& recordset) { recordsets_.insert(&recordset); }
+    void Remove(Recordset& recordset) { recordsets_.erase(&recordset); }
+    void CloseRecordsets();
 
  private:
     Text name_;
     std::shared_ptr<OpenFile> open_;
+    std::set<Recordset*> recordsets_;
 };
 
 }  // namespace quardele::dao

@@ -37,13 +37,17 @@ FieldType FieldTypeOf(jet::ColumnType type) {
     return found == std::end(kTypes) ? FieldType::Binary : found->field;
 }
 
-Field FieldOf(const jet::Column& column) {
+Field FieldOf(const jet::Table& table, int ordinal) {
+    const jet::Column& column = table.Columns()[static_cast<std::size_t>(ordinal)];
     return {.name = column.name,
             .type = FieldTypeOf(column.type),
             .size = column.size,
             .required = column.required,
             .allowZeroLength = column.allowZeroLength,
-            .defaultValue = column.defaultValue};
+            .defaultValue = column.defaultValue,
+            .ordinalPosition = ordinal,
+            .sourceTable = table.Name(),
+            .sourceField = column.name};
 }
 
 jet::Column ColumnOf(const Field& field) {

@@ -2,12 +2,13 @@
 #pragma once
 
 #include <dao/field.h>
-#include <jet/types.h>
+#include <jet/table.h>
 
 namespace quardele::dao {
 
 [[nodiscard]] FieldType FieldTypeOf(jet::ColumnType type);
-[[nodiscard]] Field FieldOf(const jet::Column& column);
+/// `column` is an ordinal.
+[[nodiscard]] Field FieldOf(const jet::Table& table, int column);
 /// A column to be made like a field.
 [[nodiscard]] jet::Column ColumnOf(const Field& field);
 

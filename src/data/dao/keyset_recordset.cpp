@@ -1,6 +1,7 @@
 #include "keyset_recordset.h"
 
 #include <algorithm>
+#include <ranges>
 #include <utility>
 
 #include <basic/runtime_error.h>
@@ -14,17 +15,11 @@ namespace {
 namespace error = basic::error;
 using basic::RuntimeError;
 
-/// A column of a statement: with the rules of the table's column when it is one, under the statement's name.
-Field FieldOf(const sql::ResultColumn& column, const jet::Column* origin) {
+Field FieldOfExpression(const sql::ResultColumn& column) {
     Field field;
-    if (origin != nullptr) {
-        field = dao::FieldOf(*origin);
-    } else {
-        field.type = FieldTypeOf(column.type);
-        field.size = column.size;
-        field.allowZeroLength = true;
-    }
-    field.name = column.name;
+    field.type = FieldTypeOf(column.type);
+    field.size = column.size;
+    field.allowZeroLength = true;
     return field;
 }
 
@@ -32,14 +27,17 @@ RecordLayout LayoutOf(const sql::Query& query) {
     RecordLayout layout;
     layout.tables = query.Sources();
     for (const sql::ResultColumn& column : query.Columns()) {
-        const jet::Column* origin = nullptr;
+        Field field;
         if (column.source) {
             layout.origins.emplace_back(FieldOrigin{*column.source, column.sourceColumn});
-            origin = &layout.tables[*column.source]->Columns()[static_cast<std::size_t>(column.sourceColumn)];
+            field = FieldOf(*layout.tables[*column.source], column.sourceColumn);
         } else {
             layout.origins.emplace_back();
+            field = FieldOfExpression(column);
         }
-        layout.fields.push_back(FieldOf(column, origin));
+        field.name = column.name;
+        field.ordinalPosition = static_cast<int>(layout.fields.size());
+        layout.fields.push_back(std::move(field));
     }
     return layout;
 }
@@ -143,6 +141,11 @@ Bookmark KeysetRecordset::RowBookmark() const {
 
 // Values.
 
+int KeysetRecordset::FindField(TextView name) const {
+    RequireOpen();
+    return query_->FindColumn(name);
+}
+
 std::optional<jet::RowId> KeysetRecordset::RowIn(std::size_t table) const {
     return rows_.Key(row_, table);
 }
@@ -178,7 +181,18 @@ void KeysetRecordset::RowLost(std::size_t table) {
 }
 
 bool KeysetRecordset::AllowsChanges() const {
-    return type_ == RecordsetType::Dynaset && rows_.HasKeys();
+    if (type_ != RecordsetType::Dynaset) {
+        return false;
+    }
+    const int fields = static_cast<int>(Layout().fields.size());
+    const auto numbers = std::views::iota(0, fields);
+    return std::any_of(numbers.begin(), numbers.end(), [this](int field) { return AllowsChangeOf(field); });
+}
+
+void KeysetRecordset::Release() {
+    condition_.reset();
+    rows_ = {};
+    query_.reset();
 }
 
 Variant KeysetRecordset::ValueAt(std::size_t row, int field) const {
@@ -196,9 +210,9 @@ Variant KeysetRecordset::Read(std::size_t row, int field) const {
 }
 
 void KeysetRecordset::Freshen() const {
-    if (readVersion_ != File().Version()) {
+    if (const std::uint64_t now = Version(); readVersion_ != now) {
         rows_.ForgetAll();
-        readVersion_ = File().Version();
+        readVersion_ = now;
     }
 }
 
@@ -240,6 +254,9 @@ void KeysetRecordset::SearchBackward(TextView condition, std::size_t end) {
 bool KeysetRecordset::StartSearch(TextView condition) {
     (void)Prepared(condition);  // a bad condition is told before the row is left
     const bool wasEditing = Leave();
+    if (rows_.HasKeys()) {
+        File().Refresh();  // a row that was passed over may fulfil the condition by now
+    }
     Freshen();
     return wasEditing;
 }

@@ -31,7 +31,7 @@ class KeysetRecordset final : public RecordsetBase {
     [[nodiscard]] Variant ValueAt(std::size_t row, int field) const override;
 
  protected:
-    [[nodiscard]] int FindField(TextView name) const override { return query_->FindColumn(name); }
+    [[nodiscard]] int FindField(TextView name) const override;
 
     bool GoFirst() override;
     bool GoLast() override;
@@ -44,8 +44,11 @@ class KeysetRecordset final : public RecordsetBase {
     [[nodiscard]] Bookmark TakeIn(const RowParts& parts) override;
     void RowLosing(std::size_t /*table*/) override {}
     void RowLost(std::size_t table) override;
+    [[nodiscard]] std::size_t RowsAhead() const override { return row_; }
     [[nodiscard]] bool AllowsChanges() const override;
     [[nodiscard]] bool AllowsChangeOf(int field) const override { return rows_.IsUpdatable(field); }
+    [[nodiscard]] bool IsOneSide(std::size_t table) const override { return query_->IsOneSide(table); }
+    void Release() override;
 
  private:
     void Run();

@@ -26,11 +26,6 @@ std::shared_ptr<OpenFile> OpenFile::Open(const std::filesystem::path& place, jet
 OpenFile::OpenFile(std::shared_ptr<jet::Database> database, jet::OpenMode mode)
     : database_(std::move(database)), mode_(mode) {}
 
-void OpenFile::Refresh() {
-    database_->Refresh();
-    ++version_;
-}
-
 bool OpenFile::Take(const jet::Table& table, jet::RowId row) {
     return taken_.emplace(&table, row).second;
 }

@@ -1,7 +1,6 @@
 // A data file that this program has open, whatever number of databases were opened on it.
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <set>
@@ -24,11 +23,7 @@ class OpenFile {
     [[nodiscard]] const std::shared_ptr<jet::Database>& Database() const { return database_; }
 
     /// From here on what others have written is seen.
-    void Refresh();
-    /// Grows whenever rows read before may be out of date.
-    [[nodiscard]] std::uint64_t Version() const { return version_; }
-    /// Says that rows were changed through this file.
-    void RowsChanged() { ++version_; }
+    void Refresh() { database_->Refresh(); }
 
     // Rows that a recordset of this program has locked; see RowHold.
     /// False when one has the row already.
@@ -38,7 +33,6 @@ class OpenFile {
  private:
     std::shared_ptr<jet::Database> database_;
     jet::OpenMode mode_;
-    std::uint64_t version_ = 0;
     std::set<std::pair<const jet::Table*, jet::RowId>> taken_;
 };
 

@@ -14,6 +14,8 @@ namespace {
 namespace error = basic::error;
 using basic::RuntimeError;
 
+constexpr double kWhole = 100;  // per cent
+
 [[noreturn]] void ThrowUnsupported() {
     throw RuntimeError(error::kOperationNotSupported);
 }
@@ -21,7 +23,38 @@ using basic::RuntimeError;
 }  // namespace
 
 RecordsetBase::RecordsetBase(std::shared_ptr<DatabaseImpl> database, Text name, RecordLayout layout)
-    : database_(std::move(database)), name_(std::move(name)), layout_(std::move(layout)) {}
+    : database_(std::move(database)), name_(std::move(name)), layout_(std::move(layout)) {
+    database_->Enter(*this);
+}
+
+RecordsetBase::~RecordsetBase() {
+    if (database_ != nullptr) {
+        database_->Remove(*this);
+    }
+}
+
+const Text& RecordsetBase::Name() const {
+    RequireOpen();
+    return name_;
+}
+
+const std::vector<Field>& RecordsetBase::Fields() const {
+    RequireOpen();
+    return layout_.fields;
+}
+
+bool RecordsetBase::Updatable() const {
+    RequireOpen();
+    return database_->Updatable() && AllowsChanges();
+}
+
+std::uint64_t RecordsetBase::Version() const {
+    std::uint64_t version = database_->File()->StateNumber();
+    for (const auto& table : layout_.tables) {
+        version += table->Home().StateNumber();
+    }
+    return version;
+}
 
 // The place.
 
@@ -53,22 +86,34 @@ void RecordsetBase::MoveLast() {
     }
 }
 
-void RecordsetBase::MoveNext() {
-    if (Eof() || place_ == Place::Nowhere) {
+void RecordsetBase::Move(long rows) {
+    RequireOpen();
+    const bool inSight = place_ == Place::Row || (place_ == Place::Before && rows > 0) ||
+                         (place_ == Place::Behind && rows < 0);
+    if (!inSight) {
         throw RuntimeError(error::kNoCurrentRecord);
     }
     Leave();
-    const bool found = place_ == Place::Before ? GoFirst() : GoNext();
-    Arrive(found ? Place::Row : Place::Behind);
+    if (Walk(rows)) {
+        Arrive(Place::Row);
+    } else {
+        Arrive(rows > 0 ? Place::Behind : Place::Before);
+    }
 }
 
-void RecordsetBase::MovePrevious() {
-    if (Bof() || place_ == Place::Nowhere) {
-        throw RuntimeError(error::kNoCurrentRecord);
+bool RecordsetBase::Walk(long rows) {
+    const bool forward = rows > 0;
+    const auto distance = static_cast<unsigned long>(rows);
+    unsigned long left = forward ? distance : 0 - distance;
+    bool there = true;
+    if (left > 0 && place_ != Place::Row) {
+        there = forward ? GoFirst() : GoLast();
+        --left;
     }
-    Leave();
-    const bool found = place_ == Place::Behind ? GoLast() : GoPrevious();
-    Arrive(found ? Place::Row : Place::Before);
+    for (; there && left > 0; --left) {
+        there = forward ? GoNext() : GoPrevious();
+    }
+    return there;
 }
 
 long RecordsetBase::AbsolutePosition() const {
@@ -77,6 +122,26 @@ long RecordsetBase::AbsolutePosition() const {
 
 void RecordsetBase::SetAbsolutePosition(long /*position*/) {
     ThrowUnsupported();
+}
+
+float RecordsetBase::PercentPosition() const {
+    RequireCurrent();
+    return static_cast<float>(kWhole * static_cast<double>(RowsAhead()) / static_cast<double>(RecordCount()));
+}
+
+void RecordsetBase::SetPercentPosition(float percent) {
+    RequireOpen();
+    const double share = double{percent} / kWhole;
+    if (!(share >= 0 && share <= 1)) {
+        throw RuntimeError(error::kInvalidArgument);
+    }
+    const auto count = static_cast<long>(RecordCount());
+    if (count == 0) {
+        throw RuntimeError(error::kNoCurrentRecord);
+    }
+    Leave();
+    const long position = std::min(static_cast<long>(share * static_cast<double>(count)), count - 1);
+    Arrive(GoFirst() && Walk(position) ? Place::Row : Place::Behind);
 }
 
 Bookmark RecordsetBase::CurrentBookmark() const {
@@ -141,26 +206,59 @@ bool RecordsetBase::IsAutoNumber(std::size_t field) const {
 
 // Changes.
 
+dao::EditMode RecordsetBase::EditMode() const {
+    RequireOpen();
+    return mode_;
+}
+
 void RecordsetBase::Edit() {
     RequireCurrent();
     RequireUpdatable();
     DropEdit();
+    const std::vector<std::optional<jet::Row>> seen = RowsSeen();
+    const std::uint64_t version = Version();
     database_->Refresh();
     std::vector<std::optional<SourceRow>> originals(layout_.tables.size());
     for (std::size_t table = 0; table < originals.size(); ++table) {
-        if (const auto row = RowIn(table)) {
-            originals[table] = RowToEdit(table, *row);
+        if (seen[table]) {
+            originals[table] = RowToEdit(table, seen[table]->Id());
         }
+    }
+    if (Version() != version) {
+        RequireSame(seen, originals);
     }
     originals_ = std::move(originals);
     buffer_.Fill(ValuesToEdit());
     mode_ = dao::EditMode::Edit;
 }
 
+std::vector<std::optional<jet::Row>> RecordsetBase::RowsSeen() const {
+    std::vector<std::optional<jet::Row>> rows(layout_.tables.size());
+    for (std::size_t table = 0; table < rows.size(); ++table) {
+        if (const auto id = RowIn(table)) {
+            rows[table] = layout_.tables[table]->Fetch(*id);
+            if (!rows[table]) {
+                throw RuntimeError(error::kRecordDeleted);
+            }
+        }
+    }
+    return rows;
+}
+
 /// Parts of a record that the statement leaves as they are, the "one" side of a join, are not locked.
 SourceRow RecordsetBase::RowToEdit(std::size_t table, jet::RowId row) const {
     const auto& source = layout_.tables[table];
     return IsTableWritable(table) ? SourceRow(database_->Shared(), source, row) : SourceRow(source, row);
+}
+
+/// What the operator would change must be what he has seen.
+void RecordsetBase::RequireSame(std::span<const std::optional<jet::Row>> seen,
+                                std::span<const std::optional<SourceRow>> now) const {
+    for (std::size_t table = 0; table < seen.size(); ++table) {
+        if (seen[table] && IsTableWritable(table)) {
+            now[table]->RequireSame(*seen[table]);
+        }
+    }
 }
 
 bool RecordsetBase::IsTableWritable(std::size_t table) const {
@@ -188,15 +286,22 @@ void RecordsetBase::AddNew() {
     RequireUpdatable();
     std::vector<Variant> values(layout_.fields.size());
     for (std::size_t field = 0; field < values.size(); ++field) {
-        const Field& target = layout_.fields[field];
-        values[field] = ConvertedFor(
-            target.type, IsAutoNumber(field) ? Variant(basic::Null{})
-                                             : sql::DefaultValue(*database_->File(), target.defaultValue));
+        values[field] = NewValue(field);
     }
     Leave();
     buffer_.Fill(std::move(values));
     mode_ = dao::EditMode::Add;
     Arrive(place_);
+}
+
+/// Of a join only the tables that get a row draw numbers, and only then.
+Variant RecordsetBase::NewValue(std::size_t field) const {
+    const Field& target = layout_.fields[field];
+    if (!IsAutoNumber(field)) {
+        return ConvertedFor(target.type, sql::DefaultValue(*database_->File(), target.defaultValue));
+    }
+    return layout_.tables.size() == 1 ? layout_.tables.front()->TakeAutoValue(layout_.origins[field]->column)
+                                      : Variant(basic::Null{});
 }
 
 void RecordsetBase::Update() {
@@ -212,7 +317,6 @@ void RecordsetBase::Update() {
     } else {
         WriteNew();
     }
-    database_->RowsChanged();
     DropEdit();
     if (observer_ != nullptr) {
         observer_->RowChanged(*this);
@@ -285,7 +389,7 @@ RecordsetBase::Changes RecordsetBase::NewRowOf(std::size_t table) const {
     Changes values;
     for (std::size_t field = 0; field < layout_.fields.size(); ++field) {
         const auto& origin = layout_.origins[field];
-        if (origin && origin->table == table && !IsAutoNumber(field)) {
+        if (origin && origin->table == table) {
             values.push_back({origin->column, buffer_.Value(field)});
         }
     }
@@ -314,7 +418,6 @@ void RecordsetBase::Delete() {
     const RowHold hold(database_->Shared(), layout_.tables[table], row);
     RowLosing(table);
     layout_.tables[table]->Delete(row);
-    database_->RowsChanged();
     RowLost(table);
     if (observer_ != nullptr) {
         observer_->RowChanged(*this);
@@ -322,16 +425,29 @@ void RecordsetBase::Delete() {
 }
 
 std::size_t RecordsetBase::TableToDeleteFrom() const {
+    std::optional<std::size_t> oneSide;
     for (std::size_t field = 0; field < layout_.fields.size(); ++field) {
         const auto& origin = layout_.origins[field];
-        if (origin && RowIn(origin->table) && AllowsChangeOf(static_cast<int>(field))) {
+        if (!origin || !RowIn(origin->table) || !AllowsChangeOf(static_cast<int>(field))) {
+            continue;
+        }
+        if (!IsOneSide(origin->table)) {
             return origin->table;
         }
+        oneSide = oneSide.value_or(origin->table);
     }
-    throw RuntimeError(error::kReadOnly);
+    if (!oneSide) {
+        throw RuntimeError(error::kReadOnly);
+    }
+    return *oneSide;
 }
 
 // What one kind only offers.
+
+bool RecordsetBase::NoMatch() const {
+    RequireOpen();
+    return noMatch_;
+}
 
 void RecordsetBase::FindFirst(TextView /*condition*/) {
     ThrowUnsupported();
@@ -379,6 +495,9 @@ void RecordsetBase::Close() {
     RequireOpen();
     DropEdit();
     place_ = Place::Empty;
+    Release();
+    layout_.tables.clear();
+    database_->Remove(*this);
     database_.reset();
 }
 
@@ -396,7 +515,7 @@ void RecordsetBase::RequireCurrent() const {
 }
 
 void RecordsetBase::RequireUpdatable() const {
-    if (!database_->Updatable() || !AllowsChanges()) {
+    if (!Updatable()) {
         throw RuntimeError(error::kReadOnly);
     }
 }

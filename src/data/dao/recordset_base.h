@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include <dao/recordset.h>
@@ -35,17 +36,21 @@ struct RecordLayout {
 /// here. What a kind does not offer throws 3251.
 class RecordsetBase : public Recordset {
  public:
-    [[nodiscard]] const Text& Name() const final { return name_; }
-    [[nodiscard]] const std::vector<Field>& Fields() const final { return layout_.fields; }
+    [[nodiscard]] const Text& Name() const final;
+    [[nodiscard]] const std::vector<Field>& Fields() const final;
+    [[nodiscard]] bool Updatable() const final;
 
     [[nodiscard]] bool Bof() const final;
     [[nodiscard]] bool Eof() const final;
     void MoveFirst() final;
     void MoveLast() final;
-    void MoveNext() final;
-    void MovePrevious() final;
+    void MoveNext() final { Move(1); }
+    void MovePrevious() final { Move(-1); }
+    void Move(long rows) final;
     [[nodiscard]] long AbsolutePosition() const override;
     void SetAbsolutePosition(long position) override;
+    [[nodiscard]] float PercentPosition() const final;
+    void SetPercentPosition(float percent) final;
     [[nodiscard]] Bookmark CurrentBookmark() const final;
     void SetBookmark(const Bookmark& bookmark) final;
     [[nodiscard]] Bookmark LastModified() const final;
@@ -55,14 +60,14 @@ class RecordsetBase : public Recordset {
     using Recordset::SetValue;
     using Recordset::Value;
 
-    [[nodiscard]] dao::EditMode EditMode() const final { return mode_; }
+    [[nodiscard]] dao::EditMode EditMode() const final;
     void Edit() final;
     void AddNew() final;
     void Update() final;
     void CancelUpdate() final;
     void Delete() final;
 
-    [[nodiscard]] bool NoMatch() const final { return noMatch_; }
+    [[nodiscard]] bool NoMatch() const final;
     void FindFirst(TextView condition) override;
     void FindLast(TextView condition) override;
     void FindNext(TextView condition) override;
@@ -90,6 +95,7 @@ class RecordsetBase : public Recordset {
     };
 
     RecordsetBase(std::shared_ptr<DatabaseImpl> database, Text name, RecordLayout layout);
+    ~RecordsetBase() override;
 
     // A kind of recordset. "The row" is the one that the last of the Go calls that returned true went to.
     virtual bool GoFirst() = 0;
@@ -110,10 +116,17 @@ class RecordsetBase : public Recordset {
     virtual void RowLosing(std::size_t table) = 0;
     /// After that: the row stays where it is, but nothing can be read from it.
     virtual void RowLost(std::size_t table) = 0;
+    /// How many rows lie in front of the row.
+    [[nodiscard]] virtual std::size_t RowsAhead() const = 0;
     /// Whether records of this recordset may be changed at all.
     [[nodiscard]] virtual bool AllowsChanges() const = 0;
     /// Whether a stored field may be written as far as the recordset's statement is concerned.
     [[nodiscard]] virtual bool AllowsChangeOf(int field) const = 0;
+
+    /// Whether a table is the "one" side of a join, which loses no row with the record.
+    [[nodiscard]] virtual bool IsOneSide(std::size_t /*table*/) const { return false; }
+    /// Gives back what holds the file; nothing of this kind is called after it.
+    virtual void Release() = 0;
 
     void RequireOpen() const;
     void RequireCurrent() const;
@@ -130,16 +143,26 @@ class RecordsetBase : public Recordset {
 
     [[nodiscard]] Place Standing() const { return place_; }
     [[nodiscard]] DatabaseImpl& File() const { return *database_; }
+    /// Grows whenever rows read before may be out of date.
+    [[nodiscard]] std::uint64_t Version() const;
     [[nodiscard]] const RecordLayout& Layout() const { return layout_; }
 
  private:
     using Changes = std::vector<jet::ColumnChange>;
 
+    /// Goes so many rows on or back; false beyond the end.
+    bool Walk(long rows);
     void RequireUpdatable() const;
     [[nodiscard]] bool IsWritable(std::size_t field) const;
     [[nodiscard]] bool IsAutoNumber(std::size_t field) const;
     [[nodiscard]] bool IsTableWritable(std::size_t table) const;
+    /// The record's stored rows, one per table, as they show now without a look at the file.
+    [[nodiscard]] std::vector<std::optional<jet::Row>> RowsSeen() const;
     [[nodiscard]] SourceRow RowToEdit(std::size_t table, jet::RowId row) const;
+    /// Throws 3197 when a part that may be written has changed since it was seen.
+    void RequireSame(std::span<const std::optional<jet::Row>> seen,
+                     std::span<const std::optional<SourceRow>> now) const;
+    [[nodiscard]] Variant NewValue(std::size_t field) const;
     [[nodiscard]] std::vector<Variant> ValuesToEdit() const;
     [[nodiscard]] Changes ChangesOf(std::size_t table) const;
     [[nodiscard]] Changes NewRowOf(std::size_t table) const;
@@ -148,7 +171,7 @@ class RecordsetBase : public Recordset {
     [[nodiscard]] jet::TableSteps Begin(const std::vector<std::size_t>& tables) const;
     void WriteEdit();
     void WriteNew();
-    /// The table that loses a row with the record: of a join, the side that may be written.
+    /// The table that loses a row with the record: of a join the "many" side, else the first that is shown.
     [[nodiscard]] std::size_t TableToDeleteFrom() const;
 
     std::shared_ptr<DatabaseImpl> database_;  ///< null once closed

@@ -8,16 +8,20 @@
 namespace quardele::dao {
 namespace {
 
+std::vector<Variant> ValuesOf(const jet::Row& row, std::size_t columns) {
+    std::vector<Variant> values(columns);
+    for (std::size_t column = 0; column < columns; ++column) {
+        values[column] = row.Value(static_cast<int>(column));
+    }
+    return values;
+}
+
 std::vector<Variant> ReadValues(const jet::Table& table, jet::RowId id) {
     const std::optional<jet::Row> row = table.Fetch(id);
     if (!row) {
         throw basic::RuntimeError(basic::error::kRecordDeleted);
     }
-    std::vector<Variant> values(table.Columns().size());
-    for (std::size_t column = 0; column < values.size(); ++column) {
-        values[column] = row->Value(static_cast<int>(column));
-    }
-    return values;
+    return ValuesOf(*row, table.Columns().size());
 }
 
 }  // namespace
@@ -30,6 +34,12 @@ SourceRow::SourceRow(const std::shared_ptr<OpenFile>& file, std::shared_ptr<jet:
       table_(std::move(table)),
       id_(id),
       values_(ReadValues(*table_, id)) {}
+
+void SourceRow::RequireSame(const jet::Row& before) const {
+    if (ValuesOf(before, values_.size()) != values_) {
+        throw basic::RuntimeError(basic::error::kRecordChanged);
+    }
+}
 
 void SourceRow::RequireUnchanged() const {
     if (ReadValues(*table_, id_) != values_) {

@@ -24,8 +24,8 @@ auto Find(const std::vector<Field>& fields, TextView name) {
 TableDef::TableDef(std::shared_ptr<DatabaseImpl> database, Text name)
     : database_(std::move(database)), name_(std::move(name)) {
     const auto table = database_->File()->OpenTable(name_);
-    for (const jet::Column& column : table->Columns()) {
-        fields_.push_back(FieldOf(column));
+    for (std::size_t column = 0; column < table->Columns().size(); ++column) {
+        fields_.push_back(FieldOf(*table, static_cast<int>(column)));
     }
 }
 
@@ -48,7 +48,6 @@ void TableDef::AppendField(const Field& field) {
         throw RuntimeError(error::kTableInUse, basic::Describe(error::kTableInUse, name_));
     }
     database_->File()->AddColumn(name_, ColumnOf(field));
-    database_->RowsChanged();
     fields_.push_back(field);
 }
 

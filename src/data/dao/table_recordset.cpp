@@ -16,9 +16,10 @@ using basic::RuntimeError;
 RecordLayout LayoutOf(const std::shared_ptr<jet::Table>& table) {
     RecordLayout layout;
     layout.tables.push_back(table);
-    for (const jet::Column& column : table->Columns()) {
-        layout.origins.emplace_back(FieldOrigin{0, static_cast<int>(layout.fields.size())});
-        layout.fields.push_back(FieldOf(column));
+    for (std::size_t i = 0; i < table->Columns().size(); ++i) {
+        const int column = static_cast<int>(i);
+        layout.origins.emplace_back(FieldOrigin{0, column});
+        layout.fields.push_back(FieldOf(*table, column));
     }
     return layout;
 }
@@ -47,6 +48,7 @@ jet::SeekOperator OperatorOf(TextView comparison) {
 TableRecordset::TableRecordset(std::shared_ptr<DatabaseImpl> database, Text name,
                                const std::shared_ptr<jet::Table>& table)
     : RecordsetBase(std::move(database), std::move(name), LayoutOf(table)),
+      run_(NextRun()),
       order_(std::make_unique<PhysicalOrder>(*table)) {
     Arrive(GoFirst() ? Place::Row : Place::Empty);
 }
@@ -54,6 +56,11 @@ TableRecordset::TableRecordset(std::shared_ptr<DatabaseImpl> database, Text name
 std::size_t TableRecordset::RecordCount() const {
     RequireOpen();
     return Source().RowCount();
+}
+
+const Text& TableRecordset::Index() const {
+    RequireOpen();
+    return indexName_;
 }
 
 void TableRecordset::SetIndex(TextView name) {
@@ -88,12 +95,14 @@ void TableRecordset::Seek(TextView comparison, std::initializer_list<Variant> ke
         throw RuntimeError(error::kInvalidArgument);
     }
     Leave();
+    File().Refresh();
     const auto found = index_->Seek(op, keys);
     SetNoMatch(!found || !Land(*found));
     Arrive(NoMatch() ? Place::Nowhere : Place::Row);
 }
 
 int TableRecordset::FindField(TextView name) const {
+    RequireOpen();
     const std::size_t dot = name.find(u'.');
     if (dot != TextView::npos && basic::EqualNoCase(name.substr(0, dot), Source().Name())) {
         name.remove_prefix(dot + 1);
@@ -120,20 +129,20 @@ bool TableRecordset::GoPrevious() {
 }
 
 void TableRecordset::GoTo(const Bookmark& bookmark) {
-    if (!Land(RowIdOf(bookmark))) {
+    if (!Land(RowIdOf(bookmark, run_))) {
         throw RuntimeError(error::kRecordDeleted);
     }
 }
 
 Bookmark TableRecordset::RowBookmark() const {
-    return BookmarkOf(at_);
+    return BookmarkOf(run_, at_);
 }
 
 Variant TableRecordset::Stored(int field) const {
     RequireRow();
-    if (rowVersion_ != File().Version()) {
+    if (rowVersion_ != Version()) {
         row_ = Source().Fetch(at_);
-        rowVersion_ = File().Version();
+        rowVersion_ = Version();
     }
     if (!row_) {
         throw RuntimeError(error::kRecordDeleted);
@@ -154,7 +163,7 @@ void TableRecordset::RequireRow() const {
 }
 
 Bookmark TableRecordset::TakeIn(const RowParts& parts) {
-    return BookmarkOf(*parts.front());
+    return BookmarkOf(run_, *parts.front());
 }
 
 void TableRecordset::RowLosing(std::size_t /*table*/) {
@@ -170,10 +179,27 @@ bool TableRecordset::AllowsChangeOf(int /*field*/) const {
     return true;
 }
 
+std::size_t TableRecordset::RowsAhead() const {
+    if (lost_ || !Source().Fetch(at_)) {
+        throw RuntimeError(error::kRecordDeleted);
+    }
+    std::size_t count = 0;
+    for (auto row = order_->Before(at_); row; row = order_->Before(*row)) {
+        ++count;
+    }
+    return count;
+}
+
+void TableRecordset::Release() {
+    row_.reset();
+    index_ = nullptr;
+    order_.reset();
+}
+
 void TableRecordset::TellOrder() {
-    if (orderVersion_ != File().Version()) {
+    if (orderVersion_ != Version()) {
         order_->RowsChanged();
-        orderVersion_ = File().Version();
+        orderVersion_ = Version();
     }
 }
 
@@ -185,7 +211,7 @@ bool TableRecordset::Land(jet::RowId row) {
     at_ = row;
     lost_ = false;
     row_ = std::move(stored);
-    rowVersion_ = File().Version();
+    rowVersion_ = Version();
     return true;
 }
 

@@ -17,7 +17,7 @@ class TableRecordset final : public RecordsetBase {
     [[nodiscard]] RecordsetType Type() const override { return RecordsetType::Table; }
     [[nodiscard]] std::size_t RecordCount() const override;
 
-    [[nodiscard]] const Text& Index() const override { return indexName_; }
+    [[nodiscard]] const Text& Index() const override;
     void SetIndex(TextView name) override;
     void Seek(TextView comparison, std::initializer_list<Variant> keys) override;
 
@@ -35,8 +35,10 @@ class TableRecordset final : public RecordsetBase {
     [[nodiscard]] Bookmark TakeIn(const RowParts& parts) override;
     void RowLosing(std::size_t table) override;
     void RowLost(std::size_t table) override;
+    [[nodiscard]] std::size_t RowsAhead() const override;
     [[nodiscard]] bool AllowsChanges() const override { return true; }
     [[nodiscard]] bool AllowsChangeOf(int field) const override;
+    void Release() override;
 
  private:
     [[nodiscard]] jet::Table& Source() const { return *Layout().tables.front(); }
@@ -50,6 +52,7 @@ class TableRecordset final : public RecordsetBase {
     /// Lets the order know of changes since the last walk.
     void TellOrder();
 
+    std::uint64_t run_;  ///< number of this recordset, for its bookmarks
     Text indexName_;
     std::unique_ptr<RowOrder> order_;
     IndexOrder* index_ = nullptr;  ///< the order when it is an index's

@@ -44,6 +44,10 @@ const std::vector<std::shared_ptr<jet::Table>>& Query::Sources() const {
     return select_->Plan().tables;
 }
 
+bool Query::IsOneSide(std::size_t source) const {
+    return select_->Plan().oneSides[source];
+}
+
 RowSet Query::Run() const {
     return RowSet(
         std::make_shared<RowSet::Data>(shared_from_this(), select_->Plan(), Execute(select_->Plan())));

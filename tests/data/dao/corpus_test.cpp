@@ -54,10 +54,14 @@ TEST_F(CorpusTest, EmptyTextWhereItIsNotAllowedRaises3315AndKeepsTheBuffer) {
     EXPECT_EQ(rows->Value(u"A"), before);
 }
 
-TEST_F(CorpusTest, AutoNumberRaises3164AndHasNoDefault) {
+TEST_F(CorpusTest, AutoNumberOfAFileOfAnotherProgramGoesOnCountingAndRaises3164) {
     const auto rows = OpenInstalled("common1V2000.mdb")->OpenRecordset(u"Table3", RecordsetType::Table);
+    std::int32_t largest = 0;
+    for (const Variant& number : Rest(*rows, u"a")) {
+        largest = std::max(largest, number.As<std::int32_t>());
+    }
     rows->AddNew();
-    EXPECT_TRUE(rows->Value(u"a").IsNull());
+    EXPECT_GT(rows->Value(u"a").As<std::int32_t>(), largest);
     EXPECT_EQ(ErrorOf([&] { rows->SetValue(u"a", std::int32_t{7}); }), error::kFieldNotUpdatable);
 }
 
@@ -139,8 +143,44 @@ TEST_F(CorpusTest, ChangesOfALinkedTableAreSeenAfterIdleAndItsRowsAreLocked) {
     EXPECT_EQ(direct->Value(u"filed2"), Variant(u"il mio"));
 }
 
-TEST_F(CorpusTest, LinkWhoseFileIsMissingRaises3011) {
+TEST_F(CorpusTest, ALinkedTableShowsWhatAnotherWorkstationWritesToItsFile) {
+    Install("linkee2.mdb");
+    const auto rows = OpenInstalled("linked.mdb")->OpenRecordset(u"table2");
+    for (int i = 0; i < 3; ++i) {
+        rows->FindFirst(u"filed2='ciao bello'");
+        EXPECT_TRUE(rows->NoMatch());
+    }
+    ExecuteElsewhere("UPDATE table2 SET filed2 = 'ciao bello'", "DATA/linkee2.mdb");
+    EXPECT_EQ(ErrorOf([&] { rows->Edit(); }), error::kRecordChanged);
+    EXPECT_EQ(rows->Value(u"filed2"), Variant(u"ciao bello"));
+    rows->FindFirst(u"filed2='ciao bello'");
+    EXPECT_FALSE(rows->NoMatch());
+    ExecuteElsewhere("UPDATE table2 SET filed2 = 'ciao'", "DATA/linkee2.mdb");
+    DBEngine::Instance().Idle(1);
+    EXPECT_EQ(rows->Value(u"filed2"), Variant(u"ciao"));
+}
+
+TEST_F(CorpusTest, RecordsOfALinkedTableComeAndGoInItsFile) {
+    Install("linkee2.mdb");
+    const auto rows = OpenInstalled("linked.mdb")->OpenRecordset(u"table2");
+    const auto count = [] {
+        return OpenDatabase(u"C:\\QUARDELE\\DATA\\linkee2.mdb")->OpenRecordset(u"table2")->RecordCount();
+    };
+    EXPECT_TRUE(rows->Updatable());
+    rows->AddNew();
+    rows->SetValue(u"filed2", u"nuovo");
+    rows->Update();
+    EXPECT_EQ(count(), 2U);
+    rows->SetBookmark(rows->LastModified());
+    EXPECT_EQ(rows->Value(u"filed2"), Variant(u"nuovo"));
+    rows->Delete();
+    EXPECT_EQ(count(), 1U);
+}
+
+TEST_F(CorpusTest, LinkWhoseFileIsMissingRaises3011AndNamesIt) {
     const auto database = OpenInstalled("linked.mdb");
+    EXPECT_THAT(basic::ToUtf8(DescriptionOfErrorOf([&] { (void)database->OpenRecordset(u"table2"); })),
+                testing::HasSubstr("linkee2.mdb"));
     EXPECT_EQ(ErrorOf([&] { (void)database->OpenRecordset(u"table2"); }), error::kLinkedTableMissing);
     EXPECT_EQ(ErrorOf([&] { (void)database->OpenRecordset(u"SELECT * FROM table2"); }),
               error::kLinkedTableMissing);

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include <child_process.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -107,6 +108,12 @@ class DaoTest : public testing::Test {
     }
     [[nodiscard]] std::shared_ptr<Recordset> OpenDynaset(TextView source) {
         return Data().OpenRecordset(source, RecordsetType::Dynaset);
+    }
+    /// Another workstation changes a file of the installation: an action statement in a process of its own.
+    void ExecuteElsewhere(const std::string& statement, const std::string& file = "DATA/talmeon.mdb") const {
+        test::Process process(QUARDELE_OTHER_PROCESS, {Installed().File(file).string(), statement});
+        const std::string failure = process.ReadOutput();
+        ASSERT_EQ(process.Wait(), 0) << failure;
     }
 
  private:

@@ -158,15 +158,6 @@ TEST_F(DatabaseTest, UnknownTableOrFieldOfADefinitionRaises3265) {
     EXPECT_EQ(ErrorOf([&] { (void)table.FieldNamed(u"TVEH_RIEN"); }), error::kNoSuchField);
 }
 
-TEST_F(DatabaseTest, ClosedDatabaseRaises3420AndItsRecordsetsLiveOn) {
-    const auto database = OpenDatabase(kData);
-    const auto rows = database->OpenRecordset(u"TPAR", RecordsetType::Table);
-    database->Close();
-    EXPECT_EQ(ErrorOf([&] { (void)database->Name(); }), error::kObjectClosed);
-    EXPECT_EQ(ErrorOf([&] { (void)database->OpenRecordset(u"TPAR"); }), error::kObjectClosed);
-    EXPECT_EQ(rows->Value(u"TPAR_Ver"), Variant(u"9.5"));
-}
-
 TEST_F(DatabaseTest, RecordsetOutlivesTheDatabaseObject) {
     const auto rows = OpenDatabase(kData)->OpenRecordset(u"Select * from TVEH where false;");
     EXPECT_TRUE(rows->Eof());

@@ -2,6 +2,8 @@
 // another workstation would. FILE is a path of this machine. Exit code 0 when the row was written; otherwise
 // the output tells why. When the value is "?" it says that it edits the row, waits for the end of its input,
 // and writes nothing.
+//
+// dao_other_process FILE STATEMENT: runs an action statement there.
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
@@ -12,6 +14,8 @@
 #include <basic/paths.h>
 #include <basic/runtime_error.h>
 #include <dao/dao.h>
+#include <jet/database.h>
+#include <sql/statement.h>
 
 namespace {
 
@@ -39,8 +43,9 @@ void Write(const std::vector<basic::Text>& arguments, const std::filesystem::pat
 }  // namespace
 
 int main(int count, char** values) {
-    if (count != 6 && count != 7) {
-        std::cerr << "usage: dao_other_process FILE TABLE KEY [KEY] FIELD VALUE\n";
+    if (count != 3 && count != 6 && count != 7) {
+        std::cerr << "usage: dao_other_process FILE TABLE KEY [KEY] FIELD VALUE\n"
+                     "       dao_other_process FILE STATEMENT\n";
         return EXIT_FAILURE;
     }
     try {
@@ -48,7 +53,11 @@ int main(int count, char** values) {
         for (int i = 2; i < count; ++i) {
             arguments.push_back(basic::FromUtf8(values[i]));
         }
-        Write(arguments, values[1]);
+        if (arguments.size() == 1) {
+            sql::Execute(*jet::Database::Open(values[1]), arguments.front());
+        } else {
+            Write(arguments, values[1]);
+        }
     } catch (const basic::RuntimeError& error) {
         std::cout << error.what() << '\n';
         return EXIT_FAILURE;

@@ -132,12 +132,26 @@ TEST_F(RowLockTest, ARecordThatAnotherProcessEditsRaises3260UntilItIsFree) {
     mine->CancelUpdate();
 }
 
-TEST_F(RowLockTest, EditShowsWhatOthersHaveWrittenBefore) {
+TEST_F(RowLockTest, ARecordThatAnotherProcessHasChangedRaises3197OnceAndShowsItsValues) {
     const auto mine = OpenOn(u"VID");
     EXPECT_EQ(mine->Value(u"TTYP_LIBELLE"), Variant(u"Vidange et filtres"));
     EXPECT_EQ(RenameElsewhere("VID"), "");
+    EXPECT_EQ(ErrorOf([&] { mine->Edit(); }), error::kRecordChanged);
+    EXPECT_EQ(mine->EditMode(), EditMode::None);
+    EXPECT_EQ(mine->Value(u"TTYP_LIBELLE"), Variant(u"Le sien"));
+    EXPECT_EQ(RenameElsewhere("VID"), "") << "the refused edit keeps no lock";
     mine->Edit();
     EXPECT_EQ(mine->Value(u"TTYP_LIBELLE"), Variant(u"Le sien"));
+}
+
+TEST_F(RowLockTest, AChangeOfAnotherRecordDoesNotStopAnEdit) {
+    const auto mine = OpenOn(u"VID");
+    EXPECT_EQ(mine->Value(u"TTYP_LIBELLE"), Variant(u"Vidange et filtres"));
+    EXPECT_EQ(RenameElsewhere("PNE"), "");
+    mine->Edit();
+    mine->SetValue(u"TTYP_LIBELLE", u"Le mien");
+    mine->Update();
+    EXPECT_EQ(OpenOn(u"PNE")->Value(u"TTYP_LIBELLE"), Variant(u"Le sien"));
 }
 
 TEST_F(RowLockTest, AChangeInSpiteOfTheLockRaises3197AndNothingIsWritten) {

@@ -119,13 +119,12 @@ TEST_F(SharingTest, SeekSeesANewKeyOfAnotherProcessAfterIdle) {
     EXPECT_TRUE(table->NoMatch());
 }
 
-TEST_F(SharingTest, RequeryAndEditSeeAnotherProcessWithoutIdle) {
+TEST_F(SharingTest, EditAndRequerySeeAnotherProcessWithoutIdle) {
     const auto rows = OpenDynaset(u"SELECT * FROM TTYP WHERE TTYP_CODE='VID'");
     EXPECT_EQ(rows->Value(u"TTYP_LIBELLE"), Variant(u"Vidange et filtres"));
     RenameInAnotherProcess("VID", "Vidange 1");
-    rows->Edit();
+    EXPECT_EQ(ErrorOf([&] { rows->Edit(); }), error::kRecordChanged);
     EXPECT_EQ(rows->Value(u"TTYP_LIBELLE"), Variant(u"Vidange 1"));
-    rows->CancelUpdate();
     RenameInAnotherProcess("VID", "Vidange 2");
     rows->Requery();
     EXPECT_EQ(rows->Value(u"TTYP_LIBELLE"), Variant(u"Vidange 2"));
@@ -140,11 +139,12 @@ TEST_F(SharingTest, NewRecordsetShowsTheFileAsItIs) {
 }
 
 TEST_F(SharingTest, RowDeletedBySomebodyElseRaises3167WhenTouched) {
-    const Bookmark row = RowOf(u"DIS");
     const auto dynaset = OpenDynaset(u"TTYP");
     const auto table = OpenTable(u"TTYP");
     dynaset->FindFirst(u"TTYP_CODE='DIS'");
-    table->SetBookmark(row);
+    table->SetIndex(u"PrimaryKey");
+    table->Seek(u"=", {u"DIS"});
+    const Bookmark row = table->CurrentBookmark();
     DeleteInTheFile(row);
     DBEngine::Instance().Idle(1);
     EXPECT_EQ(ErrorOf([&] { (void)dynaset->Value(u"TTYP_CODE"); }), error::kRecordDeleted);

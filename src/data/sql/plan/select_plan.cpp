@@ -5,6 +5,7 @@
 
 #include "plan/conjuncts.h"
 #include "plan/index_choice.h"
+#include "plan/one_side.h"
 #include "sql_error.h"
 #include "syntax/printer.h"
 
@@ -23,6 +24,7 @@ class PlanMaker {
     }
 
     SelectPlan Make() {
+        plan_.oneSides = FindOneSides(bound_.select, plan_.tables);
         plan_.plan = MakePlan(bound_.select, scope_);
         if (bound_.grouped) {
             CompileGroups();

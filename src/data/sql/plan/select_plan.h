@@ -32,6 +32,7 @@ struct GroupPlan {
 struct SelectPlan {
     std::vector<Source> sources;
     Tables tables;
+    std::vector<bool> oneSides;  ///< see FindOneSides
     std::vector<ResultItem> items;
     std::vector<ResultColumn> columns;
     Plan plan;

@@ -31,7 +31,8 @@ class Database {
     [[nodiscard]] std::vector<Text> TableNames() const;
     /// Whether changes are possible.
     [[nodiscard]] bool Updatable() const;
-    /// Ends the use of this object; later calls throw 3420. Recordsets live on.
+    /// Closes the recordsets that were opened here, whose edits are dropped, and ends the use of this object:
+    /// later calls, of Close too, throw 3420.
     void Close();
 
  private:
@@ -44,7 +45,8 @@ class Workspace {
  public:
     /// Opens a data file by its Windows path, shared and read-write by default. A file that may not be
     /// written opens read-only. Databases of this program on one file, opened the same way and not
-    /// exclusively, see each other's changes at once. Throws 3024, 3044, 3051, 3343, 3031, 3045, 3356.
+    /// exclusively, see each other's changes at once. An administrator may have chosen (engine.ini) that the
+    /// program shares its files with itself only. Throws 3024, 3044, 3051, 3343, 3031, 3045, 3356.
     [[nodiscard]] std::shared_ptr<Database> OpenDatabase(TextView windowsPath, bool exclusive = false,
                                                          bool readOnly = false);
 };

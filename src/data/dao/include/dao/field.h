@@ -36,7 +36,10 @@ struct Field {
     int size = 0;  ///< texts: UTF-16 units; others: bytes
     bool required = false;
     bool allowZeroLength = false;
-    Text defaultValue;  ///< expression text, empty for none
+    Text defaultValue;        ///< expression text, empty for none
+    int ordinalPosition = 0;  ///< 0-based, among the fields of the table or recordset
+    Text sourceTable;         ///< the table that holds the values, empty for an expression
+    Text sourceField;         ///< its column
 
     [[nodiscard]] const Text& Name() const { return name; }
     [[nodiscard]] FieldType Type() const { return type; }

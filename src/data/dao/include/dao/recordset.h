@@ -14,8 +14,7 @@ namespace quardele::dao {
 enum class RecordsetType { Table = 1, Dynaset = 2, Snapshot = 4 };
 enum class EditMode { None = 0, Edit = 1, Add = 2 };
 
-/// The position of a row in one recordset; valid as long as the recordset is. Compares equal for the same
-/// row.
+/// The position of a row in one recordset, valid there until its Requery. Compares equal for the same row.
 struct Bookmark {
     std::vector<std::uint8_t> bytes;
     friend bool operator==(const Bookmark&, const Bookmark&) = default;
@@ -41,6 +40,9 @@ class RecordsetObserver {
 /// Rows of a table or of a statement. Table type reads in index order once an index is set; a dynaset's
 /// membership and order are fixed when it is opened, and its values are read live; a snapshot is fixed.
 /// Reading without a current record throws 3021; a row deleted by somebody else throws 3167 when touched.
+///
+/// What other processes have written is seen after DBEngine::Idle, and from each Find..., Seek, Edit, Delete
+/// and Requery on: these look at the file themselves.
 class Recordset {
  public:
     virtual ~Recordset();
@@ -49,6 +51,9 @@ class Recordset {
     /// The text that it was opened with.
     [[nodiscard]] virtual const Text& Name() const = 0;
     [[nodiscard]] virtual const std::vector<Field>& Fields() const = 0;
+    /// Whether records can be edited: false for a snapshot, for a file opened for reading, and for statements
+    /// none of whose columns can be written (DISTINCT, GROUP BY, UNION, expressions only).
+    [[nodiscard]] virtual bool Updatable() const = 0;
     /// Position of a field by name ("column" or "table.column"), case ignored; throws 3265.
     [[nodiscard]] int FieldIndex(TextView name) const;
     [[nodiscard]] const Field& FieldNamed(TextView name) const;
@@ -60,16 +65,31 @@ class Recordset {
     /// Table: exact. Others: rows visited so far, with those added and without those deleted here; exact
     /// after MoveLast; 0 only when there is none.
     [[nodiscard]] virtual std::size_t RecordCount() const = 0;
+    /// MoveFirst and MoveLast throw 3021 on an empty set.
     virtual void MoveFirst() = 0;
     virtual void MoveLast() = 0;
-    /// On the last row sets Eof; at Eof throws 3021.
+    /// On the last row sets Eof; at Eof throws 3021. MovePrevious likewise with the first row and Bof.
     virtual void MoveNext() = 0;
     virtual void MovePrevious() = 0;
+    /// So many rows on, back when negative; beyond the last or first row sets Eof or Bof. 0 shows the record
+    /// anew. Throws 3021 at that end already, and without a current record for 0.
+    virtual void Move(long rows) = 0;
     /// 0-based position of the current record, -1 without one (not for table type: throws 3251).
     [[nodiscard]] virtual long AbsolutePosition() const = 0;
+    /// Throws 3001 for a position where there is no row.
     virtual void SetAbsolutePosition(long position) = 0;
+    /// Rows in front of the current record in hundredths of RecordCount, from 0 to less than 100. Table type
+    /// walks there to count them. Throws 3021 without a current record.
+    [[nodiscard]] virtual float PercentPosition() const = 0;
+    /// Goes to the row that lies so far in RecordCount, to the last of these for 100. Throws 3001 outside 0
+    /// to 100, 3021 on an empty set.
+    virtual void SetPercentPosition(float percent) = 0;
+    /// Throws 3021 without a current record.
     [[nodiscard]] virtual Bookmark CurrentBookmark() const = 0;
+    /// Throws 3159 for a bookmark of another recordset or from before a Requery, 3167 when its row is gone.
     virtual void SetBookmark(const Bookmark& bookmark) = 0;
+    /// The record that Update has written last; throws 3021 when there is none since the recordset was opened
+    /// or requeried.
     [[nodiscard]] virtual Bookmark LastModified() const = 0;
 
     // Values: of the copy buffer during Edit and AddNew, else of the current record.
@@ -84,17 +104,21 @@ class Recordset {
     [[nodiscard]] virtual dao::EditMode EditMode() const = 0;
     /// Locks the current record, reads it again and copies it into the buffer. The lock is kept until Update
     /// has written, CancelUpdate, a move or the recordset's end. Throws 3021, 3167, 3027, 3260 when another
-    /// process has the record, 3188 when another recordset of this program has it.
+    /// process has the record, 3188 when another recordset of this program has it; 3197 when another process
+    /// has changed the record since it was seen here: it shows the new values then, and another Edit
+    /// succeeds.
     virtual void Edit() = 0;
-    /// Fills the buffer with the defaults of the fields.
+    /// Fills the buffer with the defaults of the fields. On a single table an AutoNumber has its value
+    /// already, which is spent even when the record is given up. Throws 3027, and for an AutoNumber 3260.
     virtual void AddNew() = 0;
     /// Writes the buffer; on disk when it returns. 3020 without Edit or AddNew; 3022, 3058, 3314 ... leave
     /// the buffer as it was. The current record after AddNew + Update is the one before; a dynaset has the
     /// new one at its end, and LastModified leads to it.
     virtual void Update() = 0;
     virtual void CancelUpdate() = 0;
-    /// Deletes the current record, which stays current: reading it throws 3167 until the next move. A dynaset
-    /// keeps its place empty, where reading throws 3167. Throws as Edit, 3200.
+    /// Deletes the current record, of a join its row of the "many" side. It stays current: reading it throws
+    /// 3167 until the next move. A dynaset keeps its place empty, where reading throws 3167. Throws as Edit,
+    /// 3200.
     virtual void Delete() = 0;
 
     // Finding.

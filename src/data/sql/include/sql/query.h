@@ -57,6 +57,8 @@ class Query : public std::enable_shared_from_this<Query> {
     [[nodiscard]] int FindColumn(TextView name) const;
     /// The tables that rows come from, in FROM order.
     [[nodiscard]] const std::vector<std::shared_ptr<jet::Table>>& Sources() const;
+    /// Whether a source is the "one" side of its join: rows of the others meet one row of it at most.
+    [[nodiscard]] bool IsOneSide(std::size_t source) const;
     /// Finds membership and order of the rows now; values are read later (see RowSet).
     [[nodiscard]] RowSet Run() const;
 

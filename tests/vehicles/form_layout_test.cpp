@@ -1,4 +1,8 @@
-// Size and place of the vehicle form and of what grows with it, on screens of several sizes.
+// Size and place of the vehicle form and of what grows with it, on screens of several sizes; what can be read
+// on them.
+#include <QHeaderView>
+#include <QTabBar>
+
 #include "vehicle_form_fixture.h"
 
 using namespace quardele;
@@ -19,6 +23,69 @@ void CompareLayout() {
     QVERIFY(near(forms::Width(list), forms::Width(Tabs()) - 200));
 }
 
+/// Headings break between words.
+QString LongestWord(const QString& heading) {
+    const QStringList words = QString(heading).replace(u'\n', u' ').split(u' ');
+    return *std::max_element(words.begin(), words.end(), [](const QString& one, const QString& other) {
+        return one.size() < other.size();
+    });
+}
+
+/// What of a text would be cut off or shortened.
+QString Unreadable(const QString& name, const QString& text, const QFontMetrics& font, const QSize& room) {
+    for (const QString& line : text.split(u'\n')) {
+        if (font.horizontalAdvance(line) > room.width() || font.height() > room.height()) {
+            return QStringLiteral("%1: \"%2\" ").arg(name, text);
+        }
+    }
+    return {};
+}
+
+/// Labels, texts of buttons and headings of columns on screen now.
+QString UnreadableTexts() {
+    QString found;
+    for (const forms::Label* label : Form().Surface()->findChildren<forms::Label*>()) {
+        if (label->isVisible() && label->x() >= 0) {
+            found += Unreadable(label->objectName(), label->Caption(), label->fontMetrics(),
+                                label->contentsRect().size());
+        }
+    }
+    for (const forms::Grid* grid : Form().Surface()->findChildren<forms::Grid*>()) {
+        const QHeaderView* const heading = grid->horizontalHeader();
+        QFont font = heading->font();
+        if (grid->HeadingPixels() > 0) {
+            font.setPixelSize(grid->HeadingPixels());
+        }
+        font.setBold(grid->HeadingBold());
+        for (int column = 0; grid->isVisible() && column < heading->count(); ++column) {
+            if (!heading->isSectionHidden(column)) {
+                const QString text = grid->model()->headerData(column, Qt::Horizontal).toString();
+                found += Unreadable(grid->objectName(), LongestWord(text), QFontMetrics(font),
+                                    QSize(heading->sectionSize(column), heading->height()));
+            }
+        }
+    }
+    return found;
+}
+
+/// Controls on screen now that reach out of their container, or out of the form.
+QString ControlsThatReachOut() {
+    QString found;
+    for (const QWidget* control : Form().Controls()) {
+        const bool parked = control->x() < 0;
+        const bool inside = control->parentWidget()->rect().contains(control->geometry());
+        if (control->isVisible() && !parked && !inside) {
+            found += control->objectName() + u' ';
+        }
+    }
+    return found;
+}
+
+void CompareReadable() {
+    QCOMPARE(UnreadableTexts(), QString());
+    QCOMPARE(ControlsThatReachOut(), QString());
+}
+
 }  // namespace
 
 class FormLayoutTest : public QObject {
@@ -34,6 +101,8 @@ class FormLayoutTest : public QObject {
     void AMinimizedFormIsNot();
     void TheButtonsStayAtTheBottom();
     void TheTabOrderIsTheReadingOrder();
+    void EveryTextIsReadable_data();
+    void EveryTextIsReadable();
 };
 
 void FormLayoutTest::TheFormFitsTheMainWindow_data() {
@@ -121,6 +190,32 @@ void FormLayoutTest::TheTabOrderIsTheReadingOrder() {
         "Cmd_Delete",   "Cmd_Annul",   "Cmd_Update",     "Cmd_Imprimer_0", "Cmd_Imprimer_1", "Cmd_Imprimer_2",
         "CMD_HistoVis", "Cmd_Quitter", "SST_ONGLET"};
     QCOMPARE(reached, expected);
+}
+
+void FormLayoutTest::EveryTextIsReadable_data() {
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::newRow("800 x 600") << 800 << 600;
+    QTest::newRow("1366 x 768") << 1366 << 768;
+    QTest::newRow("1920 x 1080") << 1920 << 1080;
+}
+
+void FormLayoutTest::EveryTextIsReadable() {
+    QFETCH(const int, width);
+    QFETCH(const int, height);
+    forms::Screen::SetSizeForTests(15 * width, 15 * height);
+    RunningProgram program;
+    program.OpenVehicles();
+    QCoreApplication::processEvents();
+    const QTabBar* const tabs = Tabs()->tabBar();
+    for (int tab = 0; tab < tabs->count(); ++tab) {
+        QVERIFY(tabs->fontMetrics().horizontalAdvance(tabs->tabText(tab)) <= tabs->tabRect(tab).width());
+    }
+    QVERIFY(tabs->tabRect(kRecordTab).right() < Control<QWidget>("Pic_Boutons_ToolBar")->x());
+    CompareReadable();
+    OpenRecordOf(QStringLiteral("KG-361-VP"));
+    QCoreApplication::processEvents();
+    CompareReadable();
 }
 
 int main(int argc, char* argv[]) {

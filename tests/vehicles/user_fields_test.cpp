@@ -31,6 +31,16 @@ forms::Label* SearchLabel(int number) {
     return forms::ControlArray<forms::Label>(Form().Surface(), QStringLiteral("CTL_USERCHER"))(number);
 }
 
+/// Opening the form ends the program with this error.
+void CompareStopsWith(const QString& error) {
+    support::BoxAnswerer boxes;
+    const int endsBefore = forms::CatchEndOfProcess(true);
+    MainWindow().M_VEHIC->trigger();
+    QCOMPARE(boxes.Shown().size(), std::size_t{1});
+    QVERIFY2(boxes.Shown().front().text.contains(error), qPrintable(boxes.Shown().front().text));
+    QCOMPARE(forms::CatchEndOfProcess(true), endsBefore + 1);
+}
+
 }  // namespace
 
 class UserFieldsTest : public QObject {
@@ -49,7 +59,10 @@ class UserFieldsTest : public QObject {
     void TheFirstFieldHasNoSearchBox();
     void BlanksAreALabel();
     void ALabelWithAnAmpersandIsShownWhole();
-    void ALabelledFieldWithoutLengthStopsTheForm();
+    void TheFirstTwoFieldsAreADateAndANumberInTheList();
+    void ALabelledFieldWithoutLengthOrDecimalsStopsTheForm_data();
+    void ALabelledFieldWithoutLengthOrDecimalsStopsTheForm();
+    void AMissingParameterStopsTheForm();
 
  private:
     std::unique_ptr<RunningProgram> program_;
@@ -138,15 +151,40 @@ void UserFieldsTest::ALabelWithAnAmpersandIsShownWhole() {
     QCOMPARE(Cell("DBG_Liste", 8, 0), QStringLiteral("Pneus & jantes"));
 }
 
-void UserFieldsTest::ALabelledFieldWithoutLengthStopsTheForm() {
-    SetParameter(QStringLiteral("3_LNG"), basic::Null{});
-    support::BoxAnswerer boxes;
-    const int endsBefore = forms::CatchEndOfProcess(true);
-    MainWindow().M_VEHIC->trigger();
-    QCOMPARE(boxes.Shown().size(), std::size_t{1});
-    QVERIFY2(boxes.Shown().front().text.contains(QStringLiteral("94")),
-             qPrintable(boxes.Shown().front().text));
-    QCOMPARE(forms::CatchEndOfProcess(true), endsBefore + 1);
+void UserFieldsTest::TheFirstTwoFieldsAreADateAndANumberInTheList() {
+    program_->OpenVehicles();
+    forms::Grid& list = *Grid("DBG_Liste");
+    const auto kind = [&list](int column) {
+        list.SetCol(column);
+        return list.CellType();
+    };
+    QCOMPARE(kind(5), forms::CellType::Date);
+    QCOMPARE(kind(6), forms::CellType::Number);
+    for (int column = 7; column <= list.MaxCols(); ++column) {
+        QCOMPARE(kind(column), forms::CellType::Edit);
+    }
+}
+
+void UserFieldsTest::ALabelledFieldWithoutLengthOrDecimalsStopsTheForm_data() {
+    QTest::addColumn<QString>("parameter");
+    QTest::newRow("length") << QStringLiteral("3_LNG");
+    QTest::newRow("decimals") << QStringLiteral("3_DEC");
+}
+
+void UserFieldsTest::ALabelledFieldWithoutLengthOrDecimalsStopsTheForm() {
+    QFETCH(const QString, parameter);
+    SetParameter(parameter, basic::Null{});
+    CompareStopsWith(QStringLiteral("94"));
+}
+
+void UserFieldsTest::AMissingParameterStopsTheForm() {
+    program_.reset();
+    // The program reads the structure when it opens the file.
+    const support::Installation installation;
+    ReplaceInFile(installation.File("DATA/talmeon.mdb"), u"TPAR_AFFUSER7_LIB", u"TPAR_AFFUSER7_XXX");
+    QVERIFY(!StartProgram().ended);
+    CompareStopsWith(QStringLiteral("3265"));
+    StopProgram();
 }
 
 int main(int argc, char* argv[]) {

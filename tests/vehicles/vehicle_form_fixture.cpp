@@ -72,6 +72,16 @@ QString Cell(const char* grid, int column, int row) {
     return cells.Text();
 }
 
+void SetVisit(int column, int row, const QString& text) {
+    forms::Grid& visits = *Grid("DBG_DETAIL");
+    visits.SetMaxRows(std::max(visits.MaxRows(), row));
+    visits.SetCol(column);
+    visits.SetRow(row);
+    visits.SetText(text);
+    visits.SetChangedFlag(true);
+    visits.SetChangeMade(true);
+}
+
 bool Shown(const QWidget* control) {
     return control->isVisibleTo(Form().Surface());
 }
@@ -83,6 +93,14 @@ void CompareOnlyBox(const support::BoxAnswerer& boxes, const QString& text, cons
     QCOMPARE(box.icon, icon);
     QCOMPARE(box.title, forms::App::Title());
     QCOMPARE(box.button, QStringLiteral("OK"));
+}
+
+void CompareBoxes(const support::BoxAnswerer& boxes, const QStringList& texts) {
+    QStringList shown;
+    for (const support::ShownBox& box : boxes.Shown()) {
+        shown.append(box.text);
+    }
+    QCOMPARE(shown, texts);
 }
 
 void OpenRecordOf(const QString& registration) {
@@ -101,7 +119,34 @@ void TypeOver(forms::TextBox* box, const QString& text) {
     QTest::keyClicks(box, text);
 }
 
+void Press(const char* button) {
+    QTest::mouseClick(Button(button), Qt::LeftButton);
+    QCoreApplication::processEvents();
+}
+
+void TypeVisit(int column, int row, const QString& text) {
+    forms::Grid& visits = *Grid("DBG_DETAIL");
+    const QRect cell = visits.visualRect(visits.model()->index(row - 1, column - 1));
+    QTest::mouseClick(visits.viewport(), Qt::LeftButton, {}, cell.center());
+    // The first character may open the cell, which the others go to.
+    for (const QChar character : text) {
+        QTest::keyClicks(QApplication::focusWidget(), character);
+    }
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QCoreApplication::processEvents();
+}
+
+QString TakeTexts(support::BoxAnswerer& boxes) {
+    const std::vector<QString> texts = boxes.TakeTexts();
+    return QStringList(texts.begin(), texts.end()).join(u'|');
+}
+
 void PressKey(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    if (QApplication::activeWindow() == nullptr) {
+        // Off screen nobody brings the window back to the front behind a box.
+        MainWindow().MainWindow()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(MainWindow().MainWindow()));
+    }
     QWidget* const receiver = forms::Screen::ActiveControl();
     if (receiver == nullptr) {
         qFatal("no control has the focus");

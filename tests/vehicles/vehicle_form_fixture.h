@@ -1,6 +1,7 @@
 // The vehicle form opened through the main window's menu, and short ways to its controls.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <vector>
 
@@ -38,6 +39,9 @@ class RunningProgram {
     /// Opens the vehicle form by the menu and waits until it has the focus.
     void OpenVehicles();
 
+    /// The machine's path of the data file.
+    [[nodiscard]] std::filesystem::path DataFile() const { return installation_.File("DATA/talmeon.mdb"); }
+
  private:
     support::Installation installation_;
 };
@@ -64,6 +68,8 @@ template <class T>
 
 /// The text of a grid's cell, of its heading with row 0.
 [[nodiscard]] QString Cell(const char* grid, int column, int row);
+/// Puts a text into a cell of the visits as an operator's edit would leave it: shown, flagged and pending.
+void SetVisit(int column, int row, const QString& text);
 /// Whether the operator could see the control if the form were in front.
 [[nodiscard]] bool Shown(const QWidget* control);
 
@@ -73,10 +79,19 @@ inline const QString kExclamation = QStringLiteral("avertissement");
 /// One box was shown so far: this one, under the program's title.
 void CompareOnlyBox(const support::BoxAnswerer& boxes, const QString& text, const QString& icon);
 
+/// The boxes shown so far are these, in this order.
+void CompareBoxes(const support::BoxAnswerer& boxes, const QStringList& texts);
+
 /// Brings the list to a vehicle and opens its record.
 void OpenRecordOf(const QString& registration);
 /// Types into a box as the operator would, over what stands there.
 void TypeOver(forms::TextBox* box, const QString& text);
+/// Presses a button with the mouse.
+void Press(const char* button);
+/// Clicks a cell of the visits, types over what stands there and leaves it with Enter.
+void TypeVisit(int column, int row, const QString& text);
+/// The texts of the boxes shown so far, and forgets them; empty when there was none.
+[[nodiscard]] QString TakeTexts(support::BoxAnswerer& boxes);
 void PressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
 }  // namespace quardele::tests

@@ -91,6 +91,27 @@ void SqliteFile::CreateLike(const jet::Table& table) {
     Execute(create + ");" + others);
 }
 
+void SqliteFile::AddFunction(const char* name, double (*function)(double, double)) {
+    using Function = double (*)(double, double);
+    // The library keeps the function as the only thing that it hands back.
+    auto* const kept = new Function(function);  // NOLINT(cppcoreguidelines-owning-memory): freed by the file
+    const auto call = [](sqlite3_context* context, int, sqlite3_value** arguments) {
+        if (sqlite3_value_type(arguments[0]) == SQLITE_NULL ||
+            sqlite3_value_type(arguments[1]) == SQLITE_NULL) {
+            sqlite3_result_null(context);
+            return;
+        }
+        const auto& made = *static_cast<const Function*>(sqlite3_user_data(context));
+        sqlite3_result_double(context,
+                              made(sqlite3_value_double(arguments[0]), sqlite3_value_double(arguments[1])));
+    };
+    const auto forget = [](void* unused) { delete static_cast<Function*>(unused); };
+    if (sqlite3_create_function_v2(file_, name, 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, kept, call, nullptr,
+                                   nullptr, forget) != SQLITE_OK) {
+        Throw(file_);
+    }
+}
+
 SqliteStatement::SqliteStatement(SqliteFile& file, const std::string& text) : file_(file.file_) {
     Check(sqlite3_prepare_v2(file_, text.c_str(), -1, &statement_, nullptr));
 }
@@ -142,6 +163,23 @@ std::string_view SqliteStatement::TextAt(int column) const {
     return text == nullptr
                ? std::string_view()
                : std::string_view(text, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column)));
+}
+
+int SqliteStatement::ColumnCount() const {
+    return sqlite3_column_count(statement_);
+}
+
+SqliteValue SqliteStatement::ValueAt(int column) const {
+    switch (sqlite3_column_type(statement_, column)) {
+        case SQLITE_NULL:
+            return {};
+        case SQLITE_INTEGER:
+            return sqlite3_column_int64(statement_, column);
+        case SQLITE_FLOAT:
+            return sqlite3_column_double(statement_, column);
+        default:
+            return std::string(TextAt(column));
+    }
 }
 
 void SqliteStatement::Check(int result) const {

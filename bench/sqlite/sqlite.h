@@ -30,6 +30,8 @@ class SqliteFile {
     void Execute(const std::string& statement);
     /// Makes an empty table with the same columns and indexes.
     void CreateLike(const jet::Table& table);
+    /// Makes a function of two numbers known to statements; Null when one of them is.
+    void AddFunction(const char* name, double (*function)(double, double));
 
  private:
     friend class SqliteStatement;
@@ -52,7 +54,10 @@ class SqliteStatement {
     /// Runs to its end and makes it ready for the next run.
     void Run();
     void Reset();
+    [[nodiscard]] int ColumnCount() const;
     [[nodiscard]] std::string_view TextAt(int column) const;
+    /// The value of a column, without converting it; texts are copied.
+    [[nodiscard]] SqliteValue ValueAt(int column) const;
 
  private:
     void Check(int result) const;

@@ -1,10 +1,7 @@
 // The road from process start to the idle main window: databases, version, caption, sizes, and every way in
 // which it fails.
-#include <sys/wait.h>
-#include <unistd.h>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 
 #include <QTest>
 
@@ -17,10 +14,12 @@
 #include <shell/session.h>
 #include <support/installation.h>
 
+#include "../data/process/ordinary_user.h"
 #include "database_edits.h"
 #include "start.h"
 
 using namespace quardele;
+using quardele::test::HoldsForAnOrdinaryUser;
 using tests::Damage;
 using tests::MainWindow;
 using tests::Start;
@@ -48,25 +47,6 @@ QString NamingFile(const QString& description, const char* file) {
 
 QString FailureOfStep(int step, const QString& description) {
     return QStringLiteral("control appli: (%1) : ").arg(step) + description;
-}
-
-/// Whether a check holds in a process of its own that has no more rights than anybody: the one that runs the
-/// tests may be allowed to write anywhere.
-bool HoldsWithoutRights(const std::function<bool()>& check) {
-    const pid_t child = fork();
-    if (child == 0) {
-        constexpr uid_t kNobody = 65534;
-        bool held = geteuid() != 0 || (setgid(kNobody) == 0 && setuid(kNobody) == 0);
-        try {
-            held = held && check();
-        } catch (const std::exception&) {
-            held = false;
-        }
-        _exit(held ? 0 : 1);
-    }
-    int status = -1;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 constexpr const char* kInstalled[] = {"", "VEH", "DATA", "dbpath.mdb", "quardele.ini", "DATA/talmeon.mdb"};
@@ -418,7 +398,7 @@ void StartTest::TheRevisionTakesNoPartInTheComparison() {
 void StartTest::AReadOnlyFolderOpensTheWindow() {
     const support::Installation installation;
     MakeReadOnly(installation);
-    const bool opened = HoldsWithoutRights([&] {
+    const bool opened = HoldsForAnOrdinaryUser([&] {
         const bool writable = std::ofstream(installation.File("DATA/essai")).is_open();
         const Start start = StartProgram();
         return !writable && !start.ended && start.boxes.empty() && MainWindow().Visible();

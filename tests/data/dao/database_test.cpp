@@ -2,40 +2,20 @@
 #include <filesystem>
 #include <fstream>
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include "dao_test.h"
+#include "ordinary_user.h"
 
 namespace quardele::dao {
 namespace {
 
 namespace fs = std::filesystem;
+using quardele::test::HoldsForAnOrdinaryUser;
 using testing::Contains;
 using testing::HasSubstr;
 using testing::Not;
 
 class DatabaseTest : public DaoTest {
  protected:
-    /// Runs a check in a child process that is not allowed to do everything, whoever runs the tests.
-    template <class Check>
-    static bool HoldsForAnOrdinaryUser(Check&& check) {
-        const pid_t child = fork();
-        if (child == 0) {
-            constexpr uid_t kNobody = 65534;
-            bool held = geteuid() != 0 || (setgid(kNobody) == 0 && setuid(kNobody) == 0);
-            try {
-                held = held && check();
-            } catch (const std::exception&) {
-                held = false;
-            }
-            _exit(held ? 0 : 1);
-        }
-        int status = -1;
-        waitpid(child, &status, 0);
-        return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-    }
-
     /// Lets everybody look into the installation, and write where `writable` says so.
     void OpenUp(fs::perms data, fs::perms folder) const {
         for (const fs::path& path : {Installed().DriveC(), Installed().File(""), Installed().File("DATA")}) {
@@ -150,6 +130,19 @@ TEST_F(DatabaseTest, TableDefinitionShowsNamesTypesSizesAndRules) {
     EXPECT_EQ(Data().TableDefNamed(u"TVEH_DETAIL").FieldNamed(u"TVEH_DETAIL_PERIOD").Type(),
               FieldType::Integer);
     EXPECT_EQ(Data().TableDefNamed(u"TAFF").FieldNamed(u"TAFF_Numaff").Type(), FieldType::Long);
+}
+
+TEST_F(DatabaseTest, TableDefinitionShowsAnAppendedFieldAsTheFileHasIt) {
+    TableDef table = Data().TableDefNamed(u"TTYP");
+    const std::size_t before = table.Fields().size();
+    Field field = TableDef::CreateField();
+    field.name = u"TTYP_NEUF";
+    table.AppendField(field);
+    ASSERT_EQ(table.Fields().size(), before + 1);
+    const Field& appended = table.FieldNamed(u"ttyp_neuf");
+    EXPECT_EQ(appended.Size(), 255);
+    EXPECT_EQ(appended.ordinalPosition, static_cast<int>(before));
+    EXPECT_EQ(appended.sourceTable, u"TTYP");
 }
 
 TEST_F(DatabaseTest, UnknownTableOrFieldOfADefinitionRaises3265) {

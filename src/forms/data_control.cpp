@@ -136,6 +136,7 @@ void DataControl::Attach(BoundControl* control) {
 
 void DataControl::Detach(BoundControl* control) {
     std::erase(controls_, control);
+    shown_.erase(control);
 }
 
 void DataControl::AttachView(RowsView* view) {
@@ -152,9 +153,11 @@ bool DataControl::AnyChanged() const {
                        [](const BoundControl* control) { return control->HasPendingChange(); });
 }
 
-void DataControl::Fill(BoundControl& control) const {
+void DataControl::Fill(BoundControl& control) {
     if (!control.DataField().isEmpty()) {
-        control.Fill(ValueToShow(recordset_.get(), control.DataField()));
+        const basic::Variant value = ValueToShow(recordset_.get(), control.DataField());
+        shown_[&control] = value;
+        control.Fill(value);
     }
 }
 
@@ -205,9 +208,22 @@ void DataControl::Updating(dao::Recordset& recordset) {
     for (const BoundControl* control : controls_) {
         if (control->HasPendingChange()) {
             const int field = recordset.FieldIndex(ToText(control->DataField()));
-            recordset.SetValue(field,
-                               ContentFor(*control, recordset.Fields()[static_cast<std::size_t>(field)]));
+            const basic::Variant content =
+                ContentFor(*control, recordset.Fields()[static_cast<std::size_t>(field)]);
+            RequireSeen(*control, recordset.Value(field), content);
+            recordset.SetValue(field, content);
         }
+    }
+}
+
+/// Nobody's change is written over unseen: the operator is told once, and then means it.
+void DataControl::RequireSeen(const BoundControl& control, const basic::Variant& stored,
+                              const basic::Variant& content) {
+    basic::Variant& shown = shown_[&control];
+    const bool isForeign = EditMode() == dao::EditMode::Edit && stored != shown && stored != content;
+    if (isForeign) {
+        shown = stored;
+        throw basic::RuntimeError(basic::error::kRecordChanged);
     }
 }
 

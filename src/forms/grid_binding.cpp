@@ -195,10 +195,8 @@ void Grid::SaveRow(dao::Recordset& rows, int modelRow) {
     }
     try {
         for (int column = 0; column < model_->columnCount(); ++column) {
-            const dao::Field* field = model_->FieldOf(column);
-            if (field != nullptr && model_->IsChanged(modelRow, column)) {
-                rows.SetValue(model_->FieldIndexOf(column),
-                              FieldValue(model_->Text(modelRow, column), *field));
+            if (model_->FieldOf(column) != nullptr && model_->IsChanged(modelRow, column)) {
+                SaveCell(rows, modelRow, column);
             }
         }
         rows.Update();
@@ -210,7 +208,28 @@ void Grid::SaveRow(dao::Recordset& rows, int modelRow) {
         model_->SetRecord(modelRow, static_cast<long>(rows.RowCount()) - 1);
     }
     for (int column = 0; column < model_->columnCount(); ++column) {
-        model_->SetChanged(modelRow, column, false);
+        if (model_->IsChanged(modelRow, column)) {
+            model_->SetLoadedText(modelRow, column, model_->Text(modelRow, column));
+            model_->SetChanged(modelRow, column, false);
+        }
+    }
+}
+
+/// Nobody's change is written over unseen. A cell that shows what was loaded has nothing of its own to save,
+/// and takes what somebody else has stored since; where both have changed it the operator is told, once.
+void Grid::SaveCell(dao::Recordset& rows, int modelRow, int column) {
+    const int field = model_->FieldIndexOf(column);
+    const QString text = model_->Text(modelRow, column);
+    const bool isNew = rows.EditMode() == dao::EditMode::Add;
+    const QString loaded = model_->LoadedText(modelRow, column);
+    const QString stored = isNew ? loaded : model_->TextFor(rows.Value(field), column);
+    if (stored == loaded || stored == text) {
+        rows.SetValue(field, FieldValue(text, *model_->FieldOf(column)));
+    } else if (text == loaded) {
+        model_->SetText(modelRow, column, stored);
+    } else {
+        model_->SetLoadedText(modelRow, column, stored);
+        throw basic::RuntimeError(basic::error::kRecordChanged);
     }
 }
 

@@ -187,6 +187,7 @@ void GridModel::Load(int row) const {
 void GridModel::Fill(int row, int column) const {
     Cell& cell = Made(row).cells[Position(column)];
     cell.text = ShownValue(row, column);
+    cell.loaded.reset();
     cell.changed = false;
 }
 
@@ -194,13 +195,17 @@ QString GridModel::ShownValue(long record, int column) const {
     try {
         const basic::Variant value =
             recordset_->ValueAt(Position(static_cast<int>(record)), FieldIndexOf(column));
-        return Column(column).type == CellType::CheckBox ? TickText(value) : ShownText(value);
+        return TextFor(value, column);
     } catch (const basic::RuntimeError& error) {
         if (error.Number() == basic::error::kRecordDeleted) {
             return {};  // somebody has deleted the row; it shows blank
         }
         throw;
     }
+}
+
+QString GridModel::TextFor(const basic::Variant& value, int column) const {
+    return Column(column).type == CellType::CheckBox ? TickText(value) : ShownText(value);
 }
 
 // Cells.
@@ -213,8 +218,21 @@ QString GridModel::Text(int row, int column) const {
 
 void GridModel::SetText(int row, int column, const QString& text) {
     Load(row);
-    Made(row).cells[Position(column)].text = text;
+    Cell& cell = Made(row).cells[Position(column)];
+    if (cell.loaded == nullptr && text != cell.text) {
+        cell.loaded = std::make_unique<QString>(cell.text);
+    }
+    cell.text = text;
     CellsChanged(row, column);
+}
+
+QString GridModel::LoadedText(int row, int column) const {
+    const Cell* cell = CellAt(row, column);
+    return cell == nullptr || cell->loaded == nullptr ? Text(row, column) : *cell->loaded;
+}
+
+void GridModel::SetLoadedText(int row, int column, const QString& text) {
+    Made(row).cells[Position(column)].loaded = std::make_unique<QString>(text);
 }
 
 bool GridModel::IsTicked(int row, int column) const {

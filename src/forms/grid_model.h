@@ -74,6 +74,11 @@ class GridModel : public QAbstractTableModel {
     void SetChanged(int row, int column, bool changed);
     [[nodiscard]] bool IsRowChanged(int row) const;
     [[nodiscard]] bool HasData(int row) const;
+    /// What the cell showed when it was loaded or saved last.
+    [[nodiscard]] QString LoadedText(int row, int column) const;
+    void SetLoadedText(int row, int column, const QString& text);
+    /// What a cell of the column shows of a value.
+    [[nodiscard]] QString TextFor(const basic::Variant& value, int column) const;
     /// A cell's look, the column's where the cell has none of its own.
     [[nodiscard]] CellLook Look(int row, int column) const;
     [[nodiscard]] CellLook& OwnLook(int row, int column);
@@ -101,6 +106,7 @@ class GridModel : public QAbstractTableModel {
     struct Cell {
         QString text;
         std::unique_ptr<CellLook> look;
+        std::unique_ptr<QString> loaded;  ///< where it is another text
         bool changed = false;
     };
     struct Row {

@@ -1,6 +1,7 @@
 // The data control: owns a recordset, keeps bound controls and grids in step with its current record.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -31,6 +32,9 @@ class RowsView {
 ///
 /// Leaving a row with changed bound controls saves them first, as Edit, write, Update would; a refusal raises
 /// the error to the statement that wanted to move and the move does not happen.
+///
+/// A save never writes over a value that somebody else has stored since the control was filled: it raises
+/// 3197 then, once. What others have changed in other fields stays as they left it.
 class DataControl : public QWidget, private dao::RecordsetObserver {
     Q_OBJECT
     Q_PROPERTY(QString databaseName READ DatabaseName WRITE SetDatabaseName)
@@ -90,7 +94,9 @@ class DataControl : public QWidget, private dao::RecordsetObserver {
     [[nodiscard]] std::shared_ptr<dao::Database> OpenedDatabase();
     [[nodiscard]] bool AnyChanged() const;
     void SaveChanges(dao::Recordset& recordset);
-    void Fill(BoundControl& control) const;
+    void Fill(BoundControl& control);
+    void RequireSeen(const BoundControl& control, const basic::Variant& stored,
+                     const basic::Variant& content);
     void FillAll();
     void TellViews(void (RowsView::*what)());
 
@@ -102,6 +108,8 @@ class DataControl : public QWidget, private dao::RecordsetObserver {
     std::shared_ptr<dao::Database> database_;
     std::shared_ptr<dao::Recordset> recordset_;
     std::vector<BoundControl*> controls_;
+    /// What the controls were filled with, which is what the operator has seen.
+    std::map<const BoundControl*, basic::Variant> shown_;
     std::vector<RowsView*> views_;
     bool tried_ = false;   ///< Refresh was called
     bool saving_ = false;  ///< changes of the row that is being left are on their way

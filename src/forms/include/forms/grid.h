@@ -111,8 +111,10 @@ class Grid : public QTableView, private RowsView {
     /// Column 0 puts the cursor in front of the row: its next step is column 1. What does not exist stays as
     /// it is.
     void SetActiveCell(int col, int row);
-    /// 0 makes Row/Col the active cell; 15 writes the changed rows of a bound grid to its data control.
-    /// Throws RuntimeError 5 for others, the engine's errors for 15.
+    /// 0 makes Row/Col the active cell; 15 writes the changed rows of a bound grid to its data control: the
+    /// fields of flagged cells, in records that exist or in new ones. A value that somebody else has stored
+    /// since the cell was loaded is not written over: the cell takes it, or, where the operator has changed
+    /// it as well, 3197 is raised, once. Throws RuntimeError 5 for others, the engine's errors for 15.
     void Action(int action);
 
     /// The active cell stands open for typing while the grid has the focus. Off unless set.
@@ -202,6 +204,7 @@ class Grid : public QTableView, private RowsView {
     bool MakeRecordCurrent(int modelRow);
     void SaveChangedRows();
     void SaveRow(dao::Recordset& rows, int modelRow);
+    void SaveCell(dao::Recordset& rows, int modelRow, int column);
     void LoadRowsInView();
     [[nodiscard]] bool HasUnloadedRowsInView() const;
 

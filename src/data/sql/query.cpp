@@ -13,7 +13,7 @@ namespace quardele::sql {
 std::shared_ptr<Query> Query::Prepare(std::shared_ptr<jet::Database> database, TextView statement,
                                       RowValues values) {
     SelectPlan plan = MakeStatementPlan(*database, ParseStatement(statement));
-    plan.fixedValues = values == RowValues::Fixed;
+    plan.fixedValues = plan.fixedValues || values == RowValues::Fixed;
     return std::make_shared<Query>(std::make_unique<PreparedSelect>(std::move(database), std::move(plan)));
 }
 
@@ -41,7 +41,8 @@ int Query::FindColumn(TextView name) const {
 }
 
 const std::vector<std::shared_ptr<jet::Table>>& Query::Sources() const {
-    return select_->Plan().tables;
+    static const std::vector<std::shared_ptr<jet::Table>> kNone;
+    return select_->Plan().ReadsQuery() ? kNone : select_->Plan().tables;
 }
 
 bool Query::IsOneSide(std::size_t source) const {

@@ -36,8 +36,10 @@ inline constexpr int kSyntaxInCreateIndex = 3291;
 inline constexpr int kSyntaxInFieldDefinition = 3292;
 inline constexpr int kSyntaxInAlterTable = 3293;
 inline constexpr int kSyntaxInDefinition = 3295;
+inline constexpr int kSubqueryColumns = 3306;
 inline constexpr int kUnionColumns = 3307;
 inline constexpr int kValueCount = 3346;
+inline constexpr int kSubqueryRows = 3354;
 inline constexpr int kTooComplex = 3360;
 }  // namespace error
 

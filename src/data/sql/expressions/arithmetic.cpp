@@ -5,6 +5,7 @@
 #include <optional>
 
 #include <basic/conversion.h>
+#include <basic/decimal_arithmetic.h>
 
 #include "sql_error.h"
 
@@ -92,6 +93,26 @@ std::optional<Variant> AmountResult(BinaryOperator op, const Variant& left, cons
                                       : Exact(op, *leftWhole, right.As<basic::Currency>().tenThousandths)};
 }
 
+/// Decimals with decimals and other exact numbers, exactly; empty when another type takes part.
+std::optional<Variant> DecimalResult(BinaryOperator op, const Variant& left, const Variant& right) {
+    if (!left.Is<basic::Decimal>() && !right.Is<basic::Decimal>()) {
+        return std::nullopt;
+    }
+    const auto leftDecimal = basic::ExactDecimal(left);
+    const auto rightDecimal = basic::ExactDecimal(right);
+    if (!leftDecimal || !rightDecimal) {
+        return std::nullopt;
+    }
+    switch (op) {
+        case BinaryOperator::Add:
+            return basic::Sum(*leftDecimal, *rightDecimal);
+        case BinaryOperator::Subtract:
+            return basic::Difference(*leftDecimal, *rightDecimal);
+        default:
+            return basic::Product(*leftDecimal, *rightDecimal);
+    }
+}
+
 double Sum(BinaryOperator op, double left, double right) {
     switch (op) {
         case BinaryOperator::Add:
@@ -112,6 +133,9 @@ Variant SumOrProduct(BinaryOperator op, const Variant& left, const Variant& righ
     }
     if (auto amount = AmountResult(op, left, right)) {
         return *amount;
+    }
+    if (auto decimal = DecimalResult(op, left, right)) {
+        return *decimal;
     }
     const double result = Sum(op, basic::CDbl(left), basic::CDbl(right));
     const bool date = left.IsDate() || right.IsDate();
@@ -174,9 +198,7 @@ Variant Calculate(BinaryOperator op, const Variant& left, const Variant& right) 
 
 Variant Negative(const Variant& value) {
     if (value.Is<basic::Decimal>()) {
-        basic::Decimal decimal = value.As<basic::Decimal>();
-        decimal.negative = !decimal.negative && decimal.magnitude != decltype(decimal.magnitude){};
-        return decimal;
+        return basic::Negated(value.As<basic::Decimal>());
     }
     return Calculate(BinaryOperator::Subtract, std::int32_t{0}, value);
 }

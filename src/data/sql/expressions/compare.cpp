@@ -1,6 +1,7 @@
 #include "expressions/compare.h"
 
 #include <basic/conversion.h>
+#include <basic/decimal_arithmetic.h>
 #include <jet/collation.h>
 
 #include "sql_error.h"
@@ -15,6 +16,26 @@ std::weak_ordering OrderOf(double left, double right) {
     return left > right ? std::weak_ordering::greater : std::weak_ordering::equivalent;
 }
 
+/// A decimal counts to its last digit; a double beside it stands for the digits that it is written with.
+std::optional<basic::Decimal> DecimalOf(const Variant& value) {
+    if (value.Is<double>() || value.Is<float>()) {
+        return basic::ShortestDecimal(*basic::NumberOf(value));
+    }
+    return basic::ExactDecimal(value);
+}
+
+std::optional<std::weak_ordering> CompareDecimals(const Variant& left, const Variant& right) {
+    if (!left.Is<basic::Decimal>() && !right.Is<basic::Decimal>()) {
+        return std::nullopt;
+    }
+    const auto leftDecimal = DecimalOf(left);
+    const auto rightDecimal = DecimalOf(right);
+    if (!leftDecimal || !rightDecimal) {
+        return std::nullopt;
+    }
+    return basic::Compare(*leftDecimal, *rightDecimal);
+}
+
 }  // namespace
 
 std::optional<std::weak_ordering> CompareValues(const Variant& left, const Variant& right) {
@@ -26,6 +47,9 @@ std::optional<std::weak_ordering> CompareValues(const Variant& left, const Varia
     }
     if (left.Is<basic::Currency>() && right.Is<basic::Currency>()) {
         return left.As<basic::Currency>() <=> right.As<basic::Currency>();
+    }
+    if (const auto order = CompareDecimals(left, right)) {
+        return order;
     }
     if (const auto leftNumber = basic::NumberOf(left)) {
         if (const auto rightNumber = basic::NumberOf(right)) {

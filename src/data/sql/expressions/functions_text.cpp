@@ -4,6 +4,7 @@
 
 #include "expressions/argument.h"
 #include "expressions/functions.h"
+#include "expressions/named_format.h"
 #include "expressions/number_format.h"
 #include "plan/fold.h"
 #include "sql_error.h"
@@ -152,12 +153,19 @@ Variant CStrOf(Arguments a) {
     return basic::CStr(*a[0]);
 }
 
-/// Format(value [, pattern]).
+/// Format(value [, name or pattern]).
 Variant FormatOf(Arguments a) {
     if (a.size() == 1 || a[1]->IsNull()) {
         return basic::Joined(*a[0]);
     }
-    return FormatValue(*a[0], TextArgument(*a[1]));
+    if (a[0]->IsNull()) {
+        return Text();
+    }
+    const TextArgument pattern(*a[1]);
+    if (auto named = FormatByName(*a[0], pattern)) {
+        return *std::move(named);
+    }
+    return FormatValue(*a[0], pattern);
 }
 
 constexpr auto kTaken = Function::Nulls::Taken;

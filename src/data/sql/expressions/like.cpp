@@ -30,27 +30,29 @@ bool Precedes(char16_t left, char16_t right) {
 
 }  // namespace
 
-LikePattern::LikePattern(TextView pattern) {
+LikePattern::LikePattern(TextView pattern, Wildcards wildcards) {
     for (std::size_t at = 0; at < pattern.size(); ++at) {
-        Element element;
-        switch (pattern[at]) {
-            case u'*':
-                element.kind = Element::Kind::AnyText;
-                break;
-            case u'?':
-                element.kind = Element::Kind::AnyUnit;
-                break;
-            case u'#':
-                element.kind = Element::Kind::Digit;
-                break;
-            case u'[':
-                at = ReadSet(pattern, at);
-                continue;
-            default:
-                element.unit = Folded(pattern[at]);
+        if (pattern[at] == u'[') {
+            at = ReadSet(pattern, at);
+        } else {
+            elements_.push_back(ElementOf(pattern[at], wildcards));
         }
-        elements_.push_back(std::move(element));
     }
+}
+
+LikePattern::Element LikePattern::ElementOf(char16_t unit, Wildcards wildcards) {
+    const bool usual = wildcards == Wildcards::Usual;
+    Element element;
+    if (unit == (usual ? u'*' : u'%')) {
+        element.kind = Element::Kind::AnyText;
+    } else if (unit == (usual ? u'?' : u'_')) {
+        element.kind = Element::Kind::AnyUnit;
+    } else if (usual && unit == u'#') {
+        element.kind = Element::Kind::Digit;
+    } else {
+        element.unit = Folded(unit);
+    }
+    return element;
 }
 
 /// Reads the set that starts at `at`; returns the position of its "]".

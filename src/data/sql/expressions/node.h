@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "expressions/like.h"
 #include "expressions/truth.h"
 #include "expressions/types.h"
 #include "rows/row_context.h"
@@ -57,7 +58,7 @@ using NodeList = std::vector<NodePtr>;
 [[nodiscard]] NodePtr MakeComparison(BinaryOperator op, NodePtr left, NodePtr right);
 [[nodiscard]] NodePtr MakeBetween(NodePtr operand, NodePtr low, NodePtr high);
 [[nodiscard]] NodePtr MakeInList(NodePtr operand, NodeList items);
-[[nodiscard]] NodePtr MakeLike(NodePtr operand, NodePtr pattern);
+[[nodiscard]] NodePtr MakeLike(NodePtr operand, NodePtr pattern, Wildcards wildcards);
 [[nodiscard]] NodePtr MakeIsNull(NodePtr operand);
 [[nodiscard]] NodePtr MakeNot(NodePtr operand);
 [[nodiscard]] NodePtr MakeJunction(bool isAnd, NodeList operands);

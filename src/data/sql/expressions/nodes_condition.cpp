@@ -20,18 +20,11 @@ class ConditionNode : public Node {
     Variant Value(RowContext& row) const final { return ValueOfTruth(Test(row)); }
 };
 
-void RequireComparable(const NodePtr& left, const NodePtr& right) {
-    const TypeClass a = ClassOf(left->Type());
-    const TypeClass b = ClassOf(right->Type());
-    if (a != b && a != TypeClass::Unknown && b != TypeClass::Unknown) {
-        throw basic::RuntimeError(error::kDataTypeMismatch);
-    }
-}
-
-/// Amounts compare exactly, by their values; all other numbers as doubles.
+/// Amounts and decimals compare exactly, by their values; all other numbers as doubles.
 bool CompareAsDoubles(const NodePtr& left, const NodePtr& right) {
     return ClassOf(left->Type()) == TypeClass::Numbers && ClassOf(right->Type()) == TypeClass::Numbers &&
-           (left->Type() != jet::ColumnType::Currency || right->Type() != jet::ColumnType::Currency);
+           (left->Type() != jet::ColumnType::Currency || right->Type() != jet::ColumnType::Currency) &&
+           left->Type() != jet::ColumnType::Numeric && right->Type() != jet::ColumnType::Numeric;
 }
 
 class NumberComparisonNode final : public ConditionNode {
@@ -171,10 +164,11 @@ class ConstantListNode final : public ConditionNode {
 
 class LikeNode final : public ConditionNode {
  public:
-    LikeNode(NodePtr operand, NodePtr pattern) : operand_(std::move(operand)), pattern_(std::move(pattern)) {
+    LikeNode(NodePtr operand, NodePtr pattern, Wildcards wildcards)
+        : operand_(std::move(operand)), pattern_(std::move(pattern)), wildcards_(wildcards) {
         const Variant* constant = pattern_->Constant();
         if (constant != nullptr && !constant->IsNull()) {
-            ready_.emplace(basic::CStr(*constant));
+            ready_.emplace(basic::CStr(*constant), wildcards_);
         }
     }
 
@@ -187,7 +181,8 @@ class LikeNode final : public ConditionNode {
             return Truth::Unknown;
         }
         const auto matches = [this, &pattern](TextView text) {
-            return TruthOf(ready_ ? ready_->Matches(text) : LikePattern(basic::CStr(pattern)).Matches(text));
+            return TruthOf(ready_ ? ready_->Matches(text)
+                                  : LikePattern(basic::CStr(pattern), wildcards_).Matches(text));
         };
         return value.IsText() ? matches(value.As<Text>()) : matches(basic::CStr(value));
     }
@@ -195,6 +190,7 @@ class LikeNode final : public ConditionNode {
  private:
     NodePtr operand_;
     NodePtr pattern_;
+    Wildcards wildcards_;
     std::optional<LikePattern> ready_;
 };
 
@@ -274,7 +270,7 @@ bool ComparesByKey(const NodePtr& operand, const NodeList& items) {
 }  // namespace
 
 NodePtr MakeComparison(BinaryOperator op, NodePtr left, NodePtr right) {
-    RequireComparable(left, right);
+    RequireComparable(left->Type(), right->Type());
     const bool constant = left->Constant() != nullptr && right->Constant() != nullptr;
     NodePtr node;
     if (CompareAsDoubles(left, right)) {
@@ -288,14 +284,14 @@ NodePtr MakeComparison(BinaryOperator op, NodePtr left, NodePtr right) {
 }
 
 NodePtr MakeBetween(NodePtr operand, NodePtr low, NodePtr high) {
-    RequireComparable(operand, low);
-    RequireComparable(operand, high);
+    RequireComparable(operand->Type(), low->Type());
+    RequireComparable(operand->Type(), high->Type());
     return MakeFolded<BetweenNode>(std::move(operand), std::move(low), std::move(high));
 }
 
 NodePtr MakeInList(NodePtr operand, NodeList items) {
     for (const NodePtr& item : items) {
-        RequireComparable(operand, item);
+        RequireComparable(operand->Type(), item->Type());
     }
     const bool constant = operand->Constant() != nullptr && AllConstant(items);
     if (ComparesByKey(operand, items)) {
@@ -304,8 +300,10 @@ NodePtr MakeInList(NodePtr operand, NodeList items) {
     return WorkedOut(std::make_unique<const InListNode>(std::move(operand), std::move(items)), constant);
 }
 
-NodePtr MakeLike(NodePtr operand, NodePtr pattern) {
-    return MakeFolded<LikeNode>(std::move(operand), std::move(pattern));
+NodePtr MakeLike(NodePtr operand, NodePtr pattern, Wildcards wildcards) {
+    const bool constant = operand->Constant() != nullptr && pattern->Constant() != nullptr;
+    return WorkedOut(std::make_unique<const LikeNode>(std::move(operand), std::move(pattern), wildcards),
+                     constant);
 }
 
 NodePtr MakeIsNull(NodePtr operand) {

@@ -21,6 +21,7 @@ constexpr OperatorSpelling kOperators[] = {
     {u"/", kProduct, BinaryOperator::Divide, false},
     {u"^", kPower, BinaryOperator::Power, false},
     {u"Like", kComparison, BinaryOperator::Like, true},
+    {u"ALike", kComparison, BinaryOperator::ALike, true},
     {u"Mod", kModulo, BinaryOperator::Modulo, true},
     {u"Xor", kXor, BinaryOperator::Xor, true},
     {u"Eqv", kEqv, BinaryOperator::Eqv, true},
@@ -34,9 +35,7 @@ struct PrecedenceVisitor {
     Precedence operator()(const Between&) const { return kComparison; }
     Precedence operator()(const InList&) const { return kComparison; }
     Precedence operator()(const IsNull&) const { return kComparison; }
-    Precedence operator()(const Subquery& node) const {
-        return node.kind == Subquery::Kind::In ? kComparison : kOperand;
-    }
+    Precedence operator()(const Subquery& node) const { return node.operand ? kComparison : kOperand; }
     template <class T>
     Precedence operator()(const T&) const {
         return kOperand;

@@ -1,5 +1,7 @@
 #include "expressions/types.h"
 
+#include "sql_error.h"
+
 namespace quardele::sql {
 namespace {
 
@@ -31,6 +33,16 @@ bool IsWhole(ColumnType type) {
 
 bool IsText(ColumnType type) {
     return type == ColumnType::Text || type == ColumnType::Memo;
+}
+
+/// Whole numbers, amounts and decimals.
+bool IsExact(ColumnType type) {
+    return IsWhole(type) || type == ColumnType::Currency || type == ColumnType::Numeric;
+}
+
+/// Whether two numbers make a decimal: one is, and the other can be one without loss.
+bool IsDecimalResult(ColumnType left, ColumnType right) {
+    return IsExact(left) && IsExact(right) && (left == ColumnType::Numeric || right == ColumnType::Numeric);
 }
 
 StaticType SumType(BinaryOperator op, ColumnType left, ColumnType right) {
@@ -67,6 +79,14 @@ TypeClass ClassOf(StaticType type) {
     }
 }
 
+void RequireComparable(StaticType left, StaticType right) {
+    const TypeClass a = ClassOf(left);
+    const TypeClass b = ClassOf(right);
+    if (a != b && a != TypeClass::Unknown && b != TypeClass::Unknown) {
+        throw basic::RuntimeError(error::kDataTypeMismatch);
+    }
+}
+
 StaticType TypeOf(const Variant& value) {
     return std::visit(TypeVisitor(), value.Stored());
 }
@@ -85,7 +105,10 @@ StaticType CommonType(StaticType left, StaticType right) {
             if (*left == ColumnType::Date || *right == ColumnType::Date) {
                 return ColumnType::Date;
             }
-            return IsWhole(*left) && IsWhole(*right) ? ColumnType::Long : ColumnType::Double;
+            if (IsWhole(*left) && IsWhole(*right)) {
+                return ColumnType::Long;
+            }
+            return IsDecimalResult(*left, *right) ? ColumnType::Numeric : ColumnType::Double;
         default:
             return left;
     }
@@ -113,8 +136,10 @@ StaticType ArithmeticType(BinaryOperator op, StaticType left, StaticType right) 
     if (IsWhole(*left) && IsWhole(*right)) {
         return ColumnType::Long;
     }
-    const auto exact = [](ColumnType type) { return IsWhole(type) || type == ColumnType::Currency; };
-    return exact(*left) && exact(*right) ? ColumnType::Currency : ColumnType::Double;
+    if (IsDecimalResult(*left, *right)) {
+        return ColumnType::Numeric;
+    }
+    return IsExact(*left) && IsExact(*right) ? ColumnType::Currency : ColumnType::Double;
 }
 
 }  // namespace quardele::sql

@@ -17,6 +17,8 @@ using StaticType = std::optional<jet::ColumnType>;
 enum class TypeClass { Unknown, Numbers, Texts, Bytes, Guids };
 
 [[nodiscard]] TypeClass ClassOf(StaticType type);
+/// Throws 3464 when values of the two types never compare.
+void RequireComparable(StaticType left, StaticType right);
 /// The column type that holds a value; empty for Null.
 [[nodiscard]] StaticType TypeOf(const Variant& value);
 /// The type of a value that comes from either of two expressions.

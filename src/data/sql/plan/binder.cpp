@@ -4,6 +4,7 @@
 
 #include "sql_error.h"
 #include "syntax/printer.h"
+#include "syntax/token.h"
 
 namespace quardele::sql {
 namespace {
@@ -11,42 +12,11 @@ namespace {
 /// Aliases that name each other can make a short statement huge.
 constexpr std::size_t kMostParts = 100000;
 
-void CollectTables(const FromItem& item, std::vector<const TableName*>& tables) {
-    if (const auto* table = std::get_if<TableName>(&item.node)) {
-        tables.push_back(table);
-        return;
-    }
-    const auto& join = std::get<Join>(item.node);
-    CollectTables(*join.left, tables);
-    CollectTables(*join.right, tables);
-}
-
 Text FullName(const NameReference& name) {
     return basic::UCase(name.qualifier.empty() ? name.name : name.qualifier + u"." + name.name);
 }
 
 }  // namespace
-
-std::vector<Source> OpenSources(jet::Database& database, const std::vector<FromItem>& from) {
-    std::vector<const TableName*> tables;
-    for (const FromItem& item : from) {
-        CollectTables(item, tables);
-    }
-    if (tables.size() > kMostSources) {
-        FailTooComplex();
-    }
-    std::vector<Source> sources;
-    for (const TableName* table : tables) {
-        const bool taken = std::any_of(sources.begin(), sources.end(), [table](const Source& other) {
-            return basic::EqualNoCase(other.label, table->Label());
-        });
-        if (taken) {
-            FailNaming(error::kDuplicateSource, table->Label());
-        }
-        sources.push_back({table->Label(), database.OpenTable(table->name)});
-    }
-    return sources;
-}
 
 void Binder::Bind(ExpressionPtr& expression, Aliases aliases) {
     aliases_ = aliases;
@@ -84,7 +54,7 @@ std::optional<NameMeaning> Binder::FindColumn(TextView qualifier, TextView name)
         if (!qualifier.empty() && !basic::EqualNoCase(qualifier, sources_[i].label)) {
             continue;
         }
-        const int column = sources_[i].table->FindColumn(name);
+        const int column = sources_[i].FindColumn(name);
         if (column < 0) {
             continue;
         }
@@ -100,21 +70,47 @@ void Binder::Bind(ExpressionPtr& expression, int depth) {
     if (depth > kDeepestTree || ++visited_ > kMostParts) {
         FailTooComplex();
     }
-    auto* name = expression->As<NameReference>();
-    if (name == nullptr) {
-        for (ExpressionPtr* part : PartsOf(*expression)) {
-            Bind(*part, depth + 1);
-        }
+    if (auto* name = expression->As<NameReference>()) {
+        BindName(expression, *name, depth);
         return;
     }
-    if (name->meaning || (aliases_ == Aliases::AheadOfSources && BindToResult(expression, depth))) {
+    for (ExpressionPtr* part : PartsOf(*expression)) {
+        Bind(*part, depth + 1);
+    }
+    if (auto* subquery = expression->As<Subquery>(); subquery != nullptr && !subquery->plan) {
+        PlanSubquery(*subquery, database_, *this);
+    }
+}
+
+void Binder::BindName(ExpressionPtr& expression, NameReference& name, int depth) {
+    if (name.meaning || (aliases_ == Aliases::AheadOfSources && BindToResult(expression, depth))) {
         return;
     }
-    name->meaning = FindColumn(name->qualifier, name->name);
-    if (name->meaning || (aliases_ == Aliases::BehindSources && BindToResult(expression, depth))) {
+    name.meaning = FindColumn(name.qualifier, name.name);
+    if (name.meaning || (aliases_ == Aliases::BehindSources && BindToResult(expression, depth))) {
         return;
     }
-    unknown_.insert(FullName(*name));
+    name.meaning = outer_ != nullptr ? outer_->Find(name) : std::nullopt;
+    if (name.meaning) {
+        return;
+    }
+    const bool plain = name.qualifier.empty() && !name.bracketed;
+    if (const auto truth = plain ? TruthWord(name.name) : std::nullopt) {
+        expression = MakeExpression(Literal{*truth});
+        return;
+    }
+    unknown_.insert(FullName(name));
+}
+
+std::optional<NameMeaning> Binder::FindAround(const NameReference& name) const {
+    const auto meaning = FindColumn(name.qualifier, name.name);
+    return meaning || outer_ == nullptr ? meaning : outer_->Find(name);
+}
+
+StaticType Binder::TypeOf(const NameMeaning& meaning) const {
+    return meaning.kind == NameMeaning::Kind::Parameter
+               ? outer_->Types()[static_cast<std::size_t>(meaning.column)]
+               : sources_[meaning.source].ColumnType(meaning.column);
 }
 
 bool Binder::BindToResult(ExpressionPtr& expression, int depth) {

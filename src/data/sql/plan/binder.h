@@ -7,16 +7,11 @@
 
 #include <jet/database.h>
 
-#include "rows/row_context.h"
+#include "plan/outer_scope.h"
+#include "plan/source.h"
 #include "syntax/ast.h"
 
 namespace quardele::sql {
-
-/// A table of the FROM clause under the name that qualifies its columns.
-struct Source {
-    Text label;
-    std::shared_ptr<jet::Table> table;
-};
 
 /// A column of a result: its name and what it is made of.
 struct ResultItem {
@@ -24,13 +19,6 @@ struct ResultItem {
     ExpressionPtr expression;
     bool aliased = false;  ///< the name was given with AS
 };
-
-/// Opens the tables of a FROM clause, from left to right. Throws 3078 unknown table, 3081 the same label
-/// twice, 3360 too many tables.
-[[nodiscard]] std::vector<Source> OpenSources(jet::Database& database, const std::vector<FromItem>& from);
-
-/// Most tables of one statement.
-inline constexpr std::size_t kMostSources = 32;
 
 class Binder {
  public:
@@ -41,13 +29,15 @@ class Binder {
         AheadOfSources,
     };
 
-    /// Both must outlive the binder.
-    Binder(const std::vector<Source>& sources, const std::vector<ResultItem>& results)
-        : sources_(sources), results_(results) {}
+    /// All must outlive the binder. `outer` is null for a statement that is no subquery.
+    Binder(jet::Database& database, const std::vector<Source>& sources,
+           const std::vector<ResultItem>& results, OuterScope* outer = nullptr)
+        : database_(database), sources_(sources), results_(results), outer_(outer) {}
 
     /// Gives every name of the tree its meaning. A name that stands for a result column is replaced by what
     /// the column is made of. Throws 3079 for a name that several sources know, 3103 for aliases that need
-    /// each other. Unknown names are remembered.
+    /// each other. Names of a subquery that no table of it knows are looked for in `outer`; unknown ones are
+    /// remembered. Subqueries within the tree are planned.
     void Bind(ExpressionPtr& expression, Aliases aliases);
     /// Binds an expression of ORDER BY: result columns go first, and a whole number alone is the position of
     /// one. Throws 3138 for a position that is no column.
@@ -60,13 +50,20 @@ class Binder {
     /// The only source column with this name, empty when there is none. Throws 3079.
     [[nodiscard]] std::optional<NameMeaning> FindColumn(TextView qualifier, TextView name) const;
 
+    // For subqueries of the statement: what a name means here or further out, and of what type it is.
+    [[nodiscard]] std::optional<NameMeaning> FindAround(const NameReference& name) const;
+    [[nodiscard]] StaticType TypeOf(const NameMeaning& meaning) const;
+
  private:
     void Bind(ExpressionPtr& expression, int depth);
+    void BindName(ExpressionPtr& expression, NameReference& name, int depth);
     bool BindToResult(ExpressionPtr& expression, int depth);
     [[nodiscard]] const ResultItem* FindResult(const NameReference& name) const;
 
+    jet::Database& database_;
     const std::vector<Source>& sources_;
     const std::vector<ResultItem>& results_;
+    OuterScope* outer_;
     std::size_t firstSource_ = 0;
     std::size_t lastSource_ = kMostSources;
     Aliases aliases_ = Aliases::None;

@@ -5,6 +5,7 @@
 
 #include <basic/conversion.h>
 
+#include "plan/conjuncts.h"
 #include "rows/aggregate.h"
 #include "sql_error.h"
 #include "syntax/printer.h"
@@ -19,11 +20,12 @@ constexpr std::size_t kFirstExpressionName = 1000;
 
 class SelectBinder {
  public:
-    SelectBinder(jet::Database& database, Select select, std::vector<OrderItem> orderBy)
-        : binder_(bound_.sources, bound_.items) {
+    SelectBinder(jet::Database& database, Select select, std::vector<OrderItem> orderBy, OuterScope* outer)
+        : binder_(database, bound_.sources, bound_.items, outer) {
         bound_.select = std::move(select);
         bound_.orderBy = std::move(orderBy);
-        bound_.sources = OpenSources(database, bound_.select.from);
+        bound_.sources = OpenSources(database, bound_.select.from, outer);
+        bound_.parameterTypes = outer != nullptr ? &outer->Types() : nullptr;
     }
 
     BoundSelect Bind() {
@@ -86,12 +88,11 @@ class SelectBinder {
     }
 
     void AddColumns(std::size_t source) {
-        const auto& columns = bound_.sources[source].table->Columns();
-        for (std::size_t i = 0; i < columns.size(); ++i) {
-            const NameMeaning meaning{NameMeaning::Kind::SourceColumn, source, static_cast<int>(i)};
+        const Source& from = bound_.sources[source];
+        for (int i = 0; i < static_cast<int>(from.ColumnCount()); ++i) {
+            const NameMeaning meaning{NameMeaning::Kind::SourceColumn, source, i};
             bound_.items.push_back(
-                {columns[i].name,
-                 MakeExpression(NameReference{bound_.sources[source].label, columns[i].name, meaning})});
+                {from.ColumnName(i), MakeExpression(NameReference{from.label, from.ColumnName(i), meaning})});
         }
     }
 
@@ -149,10 +150,10 @@ class SelectBinder {
         std::vector<Text> qualified(bound_.items.size());
         for (std::size_t i = 0; i < bound_.items.size(); ++i) {
             ResultItem& item = bound_.items[i];
-            const auto* column = item.expression->As<NameReference>();
-            if (column != nullptr && !item.aliased) {
-                const Source& source = bound_.sources[column->meaning->source];
-                item.name = source.table->Columns()[static_cast<std::size_t>(column->meaning->column)].name;
+            const auto column = ColumnOf(*item.expression);
+            if (column && !item.aliased) {
+                const Source& source = bound_.sources[column->source];
+                item.name = source.ColumnName(column->column);
                 qualified[i] = source.label + u"." + item.name;
             }
         }
@@ -176,8 +177,9 @@ class SelectBinder {
 
 }  // namespace
 
-BoundSelect BindSelect(jet::Database& database, Select select, std::vector<OrderItem> orderBy) {
-    return SelectBinder(database, std::move(select), std::move(orderBy)).Bind();
+BoundSelect BindSelect(jet::Database& database, Select select, std::vector<OrderItem> orderBy,
+                       OuterScope* outer) {
+    return SelectBinder(database, std::move(select), std::move(orderBy), outer).Bind();
 }
 
 }  // namespace quardele::sql

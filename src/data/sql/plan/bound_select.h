@@ -21,10 +21,13 @@ struct BoundSelect {
     std::vector<OrderItem> orderBy;
     /// Whether rows are groups: by GROUP BY, HAVING or an aggregate.
     bool grouped = false;
+    /// Of what a subquery asks of the row around it, null for no subquery; owned by the OuterScope.
+    const std::vector<StaticType>* parameterTypes = nullptr;
 };
 
-/// Binds one SELECT and its order. Errors: those of OpenSources and Binder; 3096, 3098, 3099, 3095 for an
-/// aggregate where none may stand.
-[[nodiscard]] BoundSelect BindSelect(jet::Database& database, Select select, std::vector<OrderItem> orderBy);
+/// Binds one SELECT and its order; `outer` as for Binder. Errors: those of OpenSources and Binder; 3096,
+/// 3098, 3099, 3095 for an aggregate where none may stand.
+[[nodiscard]] BoundSelect BindSelect(jet::Database& database, Select select, std::vector<OrderItem> orderBy,
+                                     OuterScope* outer);
 
 }  // namespace quardele::sql

@@ -1,5 +1,6 @@
 #include "plan/compiler.h"
 
+#include "expressions/nodes_subquery.h"
 #include "expressions/operators.h"
 #include "sql_error.h"
 #include "syntax/printer.h"
@@ -30,11 +31,16 @@ class Compiler {
         if (meaning.kind == NameMeaning::Kind::ResultColumn) {
             return MakeResult(column, scope_.resultTypes[column]);
         }
+        if (meaning.kind == NameMeaning::Kind::Parameter) {
+            return MakeParameter(column, (*scope_.parameterTypes)[column]);
+        }
         if (scope_.grouped != nullptr) {
             FailNaming(error::kNotInAggregate, Print(whole_));
         }
-        const jet::Table& table = *(*scope_.tables)[meaning.source];
-        return MakeColumn(meaning.source, meaning.column, table.Columns()[column].type);
+        const Source& source = (*scope_.sources)[meaning.source];
+        const StaticType type = source.ColumnType(meaning.column);
+        return source.table ? MakeColumn(meaning.source, meaning.column, type)
+                            : MakeQueryColumn(meaning.source, column, type);
     }
 
     NodePtr operator()(const Unary& node) {
@@ -57,7 +63,9 @@ class Compiler {
         }
         switch (node.op) {
             case BinaryOperator::Like:
-                return MakeLike(std::move(left), std::move(right));
+                return MakeLike(std::move(left), std::move(right), Wildcards::Usual);
+            case BinaryOperator::ALike:
+                return MakeLike(std::move(left), std::move(right), Wildcards::Ansi);
             case BinaryOperator::Concatenate:
                 return MakeConcatenation(std::move(left), std::move(right));
             case BinaryOperator::Xor:
@@ -86,8 +94,20 @@ class Compiler {
 
     NodePtr operator()(const Call& node) { return MakeCall(node.function, MakeAll(node.arguments)); }
 
-    NodePtr operator()(const Subquery&) {
-        throw basic::RuntimeError(error::kSyntaxError, u"Les sous-requêtes ne sont pas admises ici.");
+    NodePtr operator()(const Subquery& node) {
+        NodeList parameters = MakeAll(node.parameters);
+        switch (node.kind) {
+            case Subquery::Kind::Scalar:
+                return MakeScalarSubquery(node.plan, std::move(parameters));
+            case Subquery::Kind::Exists:
+                return MakeExists(node.plan, std::move(parameters));
+            case Subquery::Kind::In:
+                return Negated(node.negated, MakeQuantified(BinaryOperator::Equal, false, Make(*node.operand),
+                                                            node.plan, std::move(parameters)));
+            default:
+                return MakeQuantified(node.op, node.kind == Subquery::Kind::All, Make(*node.operand),
+                                      node.plan, std::move(parameters));
+        }
     }
 
  private:

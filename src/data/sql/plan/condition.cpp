@@ -33,10 +33,10 @@ std::vector<ResultItem> ItemsOfResults(const SelectPlan& plan) {
     return items;
 }
 
-void BindNames(ExpressionPtr& expression, const SelectPlan& plan) {
+void BindNames(jet::Database& database, ExpressionPtr& expression, const SelectPlan& plan) {
     const std::vector<Source> noSources;
     const std::vector<ResultItem> results = plan.IsKeyed() ? std::vector<ResultItem>() : ItemsOfResults(plan);
-    Binder binder(plan.IsKeyed() ? plan.sources : noSources, plan.IsKeyed() ? plan.items : results);
+    Binder binder(database, plan.IsKeyed() ? plan.sources : noSources, plan.IsKeyed() ? plan.items : results);
     binder.Bind(expression, Binder::Aliases::AheadOfSources);
     binder.RequireAllKnown();
     if (const Expression* aggregate = FindAggregate(*expression)) {
@@ -87,7 +87,7 @@ struct Condition::Impl {
     Impl(std::shared_ptr<const Query> ofQuery, TextView text) : query(std::move(ofQuery)) {
         const SelectPlan& plan = query->select_->Plan();
         ExpressionPtr expression = ParseCondition(text);
-        BindNames(expression, plan);
+        BindNames(query->select_->Database(), expression, plan);
         const CompileScope scope = ScopeOf(plan);
         node = Compile(*expression, scope);
         equality = FindEquality(expression, scope);

@@ -51,7 +51,7 @@ class ColumnBounds {
  public:
     ColumnBounds(std::size_t source, const CompileScope& scope)
         : source_(source),
-          table_(*(*scope.tables)[source]),
+          table_(*(*scope.sources)[source].table),
           scope_(scope),
           columns_(table_.Columns().size()) {}
 
@@ -178,7 +178,7 @@ std::optional<IndexRange> ChooseRange(std::size_t source, const Conjuncts& conju
         bounds.Add(*conjunct.expression);
     }
     std::optional<IndexRange> best;
-    const std::size_t count = (*scope.tables)[source]->Indexes().size();
+    const std::size_t count = (*scope.sources)[source].table->Indexes().size();
     for (std::size_t index = 0; index < count; ++index) {
         auto range = bounds.RangeOf(static_cast<int>(index));
         if (range && (!best || Worth(*range) > Worth(*best))) {

@@ -4,6 +4,7 @@
 
 #include "plan/conjuncts.h"
 #include "plan/index_choice.h"
+#include "rows/query_producer.h"
 
 namespace quardele::sql {
 namespace {
@@ -95,10 +96,14 @@ class Planner {
                                                  : BuildOuter(*join, std::move(conditions));
         }
         const std::size_t source = nextSource_++;
-        auto range = ChooseRange(source, conditions, scope_);
         Relation relation;
         relation.sources = {source};
-        relation.rows = std::make_unique<const TableProducer>(source, *(*scope_.tables)[source],
+        if (const auto& query = (*scope_.sources)[source].query) {
+            relation.rows = std::make_unique<const QueryProducer>(source, query, CompileAll(conditions));
+            return relation;
+        }
+        auto range = ChooseRange(source, conditions, scope_);
+        relation.rows = std::make_unique<const TableProducer>(source, *(*scope_.sources)[source].table,
                                                               CompileAll(conditions), std::move(range));
         return relation;
     }

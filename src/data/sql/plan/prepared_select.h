@@ -13,6 +13,7 @@ class PreparedSelect {
         : plan_(std::move(plan)), database_(std::move(openDatabase)) {}
 
     [[nodiscard]] const SelectPlan& Plan() const { return plan_; }
+    [[nodiscard]] jet::Database& Database() const { return *database_; }
 
  private:
     SelectPlan plan_;

@@ -6,6 +6,7 @@
 #include "plan/conjuncts.h"
 #include "plan/index_choice.h"
 #include "plan/one_side.h"
+#include "rows/query_producer.h"
 #include "sql_error.h"
 #include "syntax/printer.h"
 
@@ -18,9 +19,11 @@ class PlanMaker {
         for (const Source& source : bound_.sources) {
             plan_.tables.push_back(source.table);
         }
-        scope_.tables = &plan_.tables;
+        scope_.sources = &bound_.sources;
+        scope_.parameterTypes = bound_.parameterTypes;
         plan_.distinct = bound_.select.distinct;
         plan_.top = bound_.select.top;
+        plan_.fixedValues = plan_.ReadsQuery();
     }
 
     SelectPlan Make() {
@@ -28,6 +31,8 @@ class PlanMaker {
         plan_.plan = MakePlan(bound_.select, scope_);
         if (bound_.grouped) {
             CompileGroups();
+        } else if (bound_.select.distinctRows) {
+            LeaveOutRepeatedRows();
         }
         for (const ResultItem& item : bound_.items) {
             plan_.itemNodes.push_back(Compile(*item.expression, scope_));
@@ -36,15 +41,33 @@ class PlanMaker {
         for (const OrderItem& item : bound_.orderBy) {
             plan_.order.push_back({CompileOrder(*item.expression), item.descending});
         }
-        plan_.sources = std::move(bound_.sources);
-        plan_.items = std::move(bound_.items);
-        if (plan_.IsKeyed() && plan_.sources.size() == 1) {
+        if (plan_.IsKeyed() && plan_.tables.size() == 1) {
             OrderSingleTable();
         }
+        plan_.sources = std::move(bound_.sources);
+        plan_.items = std::move(bound_.items);
         return std::move(plan_);
     }
 
  private:
+    /// DISTINCTROW asks for the rows of the tables that the result shows, each once.
+    void LeaveOutRepeatedRows() {
+        SourceSet shown = 0;
+        for (const ResultItem& item : bound_.items) {
+            shown |= SourcesOf(*item.expression);
+        }
+        std::vector<std::size_t> sources;
+        for (std::size_t source = 0; source < bound_.sources.size(); ++source) {
+            if (IsWithin(SetOf(source), shown)) {
+                sources.push_back(source);
+            }
+        }
+        if (!sources.empty() && sources.size() < bound_.sources.size()) {
+            plan_.plan.rows =
+                std::make_unique<const DistinctRowProducer>(std::move(plan_.plan.rows), std::move(sources));
+        }
+    }
+
     /// Compiles the keys and aggregates over source rows; from here on the scope is the group's row.
     void CompileGroups() {
         GroupPlan groups;
@@ -103,10 +126,11 @@ class PlanMaker {
             column.name = bound_.items[i].name;
             column.type = plan_.itemNodes[i]->Type().value_or(jet::ColumnType::Text);
             if (const auto meaning = ColumnOf(*bound_.items[i].expression)) {
-                column.source = meaning->source;
-                column.sourceColumn = meaning->column;
-                column.size =
-                    plan_.tables[meaning->source]->Columns()[static_cast<std::size_t>(meaning->column)].size;
+                column.size = bound_.sources[meaning->source].ColumnSize(meaning->column);
+                if (!plan_.ReadsQuery()) {
+                    column.source = meaning->source;
+                    column.sourceColumn = meaning->column;
+                }
             }
             plan_.columns.push_back(std::move(column));
         }
@@ -176,6 +200,10 @@ Text SelectPlan::QualifiedName(std::size_t column) const {
     }
     const Source& source = sources[*result.source];
     return source.label + u"." + source.table->Columns()[static_cast<std::size_t>(result.sourceColumn)].name;
+}
+
+bool SelectPlan::ReadsQuery() const {
+    return std::find(tables.begin(), tables.end(), nullptr) != tables.end();
 }
 
 SelectPlan MakeSelectPlan(BoundSelect bound) {

@@ -46,8 +46,10 @@ struct SelectPlan {
     std::vector<OrderStep> order;
 
     /// Whether result rows are identities of source rows, not values.
-    [[nodiscard]] bool IsKeyed() const { return !fixedValues && !groups && !distinct && !sources.empty(); }
-    [[nodiscard]] CompileScope SourceScope() const { return {&tables, {}, nullptr}; }
+    [[nodiscard]] bool IsKeyed() const { return !fixedValues && !groups && !distinct && !tables.empty(); }
+    [[nodiscard]] CompileScope SourceScope() const { return {&sources, {}, nullptr, nullptr}; }
+    /// Whether rows come from a query within the statement, so that they have no identities.
+    [[nodiscard]] bool ReadsQuery() const;
     /// "table.column" of a result column that is a plain column, else empty.
     [[nodiscard]] Text QualifiedName(std::size_t column) const;
 };

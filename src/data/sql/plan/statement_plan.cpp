@@ -10,8 +10,8 @@
 namespace quardele::sql {
 namespace {
 
-SelectPlan PlanOf(jet::Database& database, Select select, std::vector<OrderItem> orderBy) {
-    return MakeSelectPlan(BindSelect(database, std::move(select), std::move(orderBy)));
+SelectPlan PlanOf(jet::Database& database, Select select, std::vector<OrderItem> orderBy, OuterScope* outer) {
+    return MakeSelectPlan(BindSelect(database, std::move(select), std::move(orderBy), outer));
 }
 
 /// The columns of a union have the names of its first part, and the types that all parts have in common.
@@ -33,9 +33,9 @@ void DescribeUnion(const std::vector<SelectPlan>& parts, SelectPlan& plan) {
 }
 
 /// The order of a union goes by its result columns.
-void CompileUnionOrder(std::vector<OrderItem>& orderBy, SelectPlan& plan) {
+void CompileUnionOrder(jet::Database& database, std::vector<OrderItem>& orderBy, SelectPlan& plan) {
     const std::vector<Source> noSources;
-    Binder binder(noSources, plan.items);
+    Binder binder(database, noSources, plan.items);
     CompileScope scope = plan.SourceScope();
     for (const NodePtr& item : plan.itemNodes) {
         scope.resultTypes.push_back(item->Type());
@@ -49,10 +49,10 @@ void CompileUnionOrder(std::vector<OrderItem>& orderBy, SelectPlan& plan) {
     }
 }
 
-SelectPlan MakeUnionPlan(jet::Database& database, Statement statement) {
+SelectPlan MakeUnionPlan(jet::Database& database, Statement statement, OuterScope* outer) {
     std::vector<SelectPlan> parts;
     for (Select& select : statement.selects) {
-        parts.push_back(PlanOf(database, std::move(select), {}));
+        parts.push_back(PlanOf(database, std::move(select), {}, outer));
         if (parts.back().columns.size() != parts.front().columns.size()) {
             throw basic::RuntimeError(
                 error::kUnionColumns,
@@ -61,7 +61,7 @@ SelectPlan MakeUnionPlan(jet::Database& database, Statement statement) {
     }
     SelectPlan plan;
     DescribeUnion(parts, plan);
-    CompileUnionOrder(statement.orderBy, plan);
+    CompileUnionOrder(database, statement.orderBy, plan);
     plan.distinct = !statement.unionAll.back();
     plan.plan.rows = std::make_unique<const UnionProducer>(std::move(parts), std::move(statement.unionAll));
     return plan;
@@ -69,11 +69,11 @@ SelectPlan MakeUnionPlan(jet::Database& database, Statement statement) {
 
 }  // namespace
 
-SelectPlan MakeStatementPlan(jet::Database& database, Statement statement) {
+SelectPlan MakeStatementPlan(jet::Database& database, Statement statement, OuterScope* outer) {
     if (statement.selects.size() > 1) {
-        return MakeUnionPlan(database, std::move(statement));
+        return MakeUnionPlan(database, std::move(statement), outer);
     }
-    return PlanOf(database, std::move(statement.selects.front()), std::move(statement.orderBy));
+    return PlanOf(database, std::move(statement.selects.front()), std::move(statement.orderBy), outer);
 }
 
 }  // namespace quardele::sql

@@ -1,16 +1,31 @@
 #include "rows/aggregate.h"
 
 #include <array>
+#include <cmath>
 
 #include <basic/conversion.h>
+#include <basic/decimal_arithmetic.h>
 
 #include "expressions/compare.h"
 #include "sql_error.h"
 
 namespace quardele::sql {
 
+namespace {
+
+double NumberOrFail(const Variant& value) {
+    const auto number = basic::NumberOf(value);
+    if (!number) {
+        throw basic::RuntimeError(error::kDataTypeMismatch);
+    }
+    return *number;
+}
+
+}  // namespace
+
 std::optional<AggregateKind> AggregateOf(const Call& call) {
-    constexpr std::array<TextView, 7> kNames = {u"Count", u"Sum", u"Avg", u"Min", u"Max", u"First", u"Last"};
+    constexpr std::array<TextView, 11> kNames = {u"Count", u"Sum",   u"Avg",    u"Min", u"Max", u"First",
+                                                 u"Last",  u"StDev", u"StDevP", u"Var", u"VarP"};
     for (std::size_t i = 0; i < kNames.size(); ++i) {
         if (basic::EqualNoCase(call.function, kNames[i])) {
             return static_cast<AggregateKind>(i);
@@ -25,7 +40,14 @@ StaticType AggregateType(AggregateKind kind, StaticType argument) {
             return jet::ColumnType::Long;
         case AggregateKind::Sum:
         case AggregateKind::Avg:
-            return argument == jet::ColumnType::Currency ? argument : jet::ColumnType::Double;
+            return argument == jet::ColumnType::Currency || argument == jet::ColumnType::Numeric
+                       ? argument
+                       : jet::ColumnType::Double;
+        case AggregateKind::StDev:
+        case AggregateKind::StDevP:
+        case AggregateKind::Var:
+        case AggregateKind::VarP:
+            return jet::ColumnType::Double;
         default:
             return argument;
     }
@@ -55,6 +77,8 @@ void Accumulator::Add(const Variant& value) {
     ++count_;
     if (kind_ == AggregateKind::Sum || kind_ == AggregateKind::Avg) {
         AddNumber(value);
+    } else if (kind_ >= AggregateKind::StDev) {
+        AddDeviation(value);
     } else if (kind_ != AggregateKind::Count) {
         Keep(value);
     }
@@ -68,11 +92,19 @@ void Accumulator::AddNumber(const Variant& value) {
         }
         return;
     }
-    const auto number = basic::NumberOf(value);
-    if (!number) {
-        throw basic::RuntimeError(error::kDataTypeMismatch);
+    if (value.Is<basic::Decimal>()) {
+        decimals_ = basic::Sum(decimals_.value_or(basic::Decimal{}), value.As<basic::Decimal>());
+        return;
     }
-    sum_ += *number;
+    sum_ += NumberOrFail(value);
+}
+
+/// Keeps the sum of squares about the mean so far, which loses no digits as a sum of squares would.
+void Accumulator::AddDeviation(const Variant& value) {
+    const double number = NumberOrFail(value);
+    const double before = number - mean_;
+    mean_ += before / count_;
+    squares_ += before * (number - mean_);
 }
 
 void Accumulator::Keep(const Variant& value) {
@@ -88,19 +120,40 @@ Variant Accumulator::Result() const {
             return count_;
         case AggregateKind::Sum:
         case AggregateKind::Avg:
-            break;
+            return count_ == 0 ? Variant(basic::Null()) : SumOrAverage();
+        case AggregateKind::StDev:
+        case AggregateKind::StDevP:
+        case AggregateKind::Var:
+        case AggregateKind::VarP:
+            return Spread();
         default:
             return kept_;
     }
-    if (count_ == 0) {
+}
+
+/// In the type of the values.
+Variant Accumulator::SumOrAverage() const {
+    const bool average = kind_ == AggregateKind::Avg;
+    if (decimals_) {
+        return average ? basic::Quotient(*decimals_, static_cast<std::uint32_t>(count_)) : *decimals_;
+    }
+    if (!amounts_) {
+        return average ? sum_ / count_ : sum_;
+    }
+    return average ? Variant(basic::CCur(static_cast<double>(amount_) / 10000 / count_))
+                   : Variant(basic::Currency{amount_});
+}
+
+/// Null for fewer values than the formula needs: two for a sample, one for all there are.
+Variant Accumulator::Spread() const {
+    const bool sample = kind_ == AggregateKind::StDev || kind_ == AggregateKind::Var;
+    const int divisor = count_ - (sample ? 1 : 0);
+    if (divisor <= 0) {
         return basic::Null();
     }
-    const double divisor = kind_ == AggregateKind::Avg ? count_ : 1;
-    if (!amounts_) {
-        return sum_ / divisor;
-    }
-    return divisor == 1 ? Variant(basic::Currency{amount_})
-                        : Variant(basic::CCur(static_cast<double>(amount_) / 10000 / divisor));
+    const double variance = squares_ / divisor;
+    const bool root = kind_ == AggregateKind::StDev || kind_ == AggregateKind::StDevP;
+    return root ? std::sqrt(variance) : variance;
 }
 
 }  // namespace quardele::sql

@@ -1,4 +1,4 @@
-// Sum, Avg, Min, Max, Count, First and Last.
+// Sum, Avg, Min, Max, Count, First, Last, and how far values lie apart: StDev, StDevP, Var, VarP.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace quardele::sql {
 
-enum class AggregateKind { Count, Sum, Avg, Min, Max, First, Last };
+enum class AggregateKind { Count, Sum, Avg, Min, Max, First, Last, StDev, StDevP, Var, VarP };
 
 /// Which aggregate a call is; empty for other functions.
 [[nodiscard]] std::optional<AggregateKind> AggregateOf(const Call& call);
@@ -24,7 +24,7 @@ class Accumulator {
  public:
     explicit Accumulator(AggregateKind kind) : kind_(kind) {}
 
-    /// Throws 3464 when Sum or Avg meets no number.
+    /// Throws 3464 when an aggregate of numbers meets another value.
     void Add(const Variant& value);
     /// A row counts for Count(*) whatever its values.
     void AddRow() { ++count_; }
@@ -32,12 +32,18 @@ class Accumulator {
 
  private:
     void AddNumber(const Variant& value);
+    void AddDeviation(const Variant& value);
     void Keep(const Variant& value);
+    [[nodiscard]] Variant SumOrAverage() const;
+    [[nodiscard]] Variant Spread() const;
 
     AggregateKind kind_;
     std::int32_t count_ = 0;
     double sum_ = 0;
-    std::int64_t amount_ = 0;  ///< the sum of currency values, in ten-thousandths
+    double mean_ = 0;                         ///< so far, of what Spread looks at
+    double squares_ = 0;                      ///< of the distances from the mean
+    std::optional<basic::Decimal> decimals_;  ///< the sum of decimals
+    std::int64_t amount_ = 0;                 ///< the sum of currency values, in ten-thousandths
     bool amounts_ = false;
     Variant kept_ = basic::Null();
 };

@@ -44,10 +44,10 @@ std::vector<T> Rearranged(const std::vector<T>& items, const std::vector<std::ui
     return arranged;
 }
 
-ResultRows ExecuteKeyed(const SelectPlan& plan) {
+ResultRows ExecuteKeyed(const SelectPlan& plan, const RunEnvironment& environment) {
     ResultRows result;
     result.keys.resize(plan.tables.size());
-    RowContext row(plan.tables);
+    RowContext row(plan.tables, environment);
     RowSorter sorter;
     std::string key;
     ProduceRows(plan, row, [&] {
@@ -78,7 +78,8 @@ ResultRows ExecuteKeyed(const SelectPlan& plan) {
 /// Collects the values of result rows.
 class ValueRows {
  public:
-    explicit ValueRows(const SelectPlan& plan) : plan_(plan), results_(plan.tables) {}
+    ValueRows(const SelectPlan& plan, const RunEnvironment& environment)
+        : plan_(plan), results_(plan.tables, environment) {}
 
     /// Whether more rows are wanted.
     bool Add(RowContext& row) {
@@ -133,9 +134,9 @@ class ValueRows {
     std::string key_;
 };
 
-ResultRows ExecuteValues(const SelectPlan& plan) {
-    ValueRows rows(plan);
-    RowContext row(plan.tables);
+ResultRows ExecuteValues(const SelectPlan& plan, const RunEnvironment& environment) {
+    ValueRows rows(plan, environment);
+    RowContext row(plan.tables, environment);
     if (!plan.groups) {
         ProduceRows(plan, row, [&] { return rows.Add(row); });
         return rows.Finish();
@@ -151,8 +152,8 @@ ResultRows ExecuteValues(const SelectPlan& plan) {
 
 }  // namespace
 
-ResultRows Execute(const SelectPlan& plan) {
-    return plan.IsKeyed() ? ExecuteKeyed(plan) : ExecuteValues(plan);
+ResultRows Execute(const SelectPlan& plan, const RunEnvironment& environment) {
+    return plan.IsKeyed() ? ExecuteKeyed(plan, environment) : ExecuteValues(plan, environment);
 }
 
 }  // namespace quardele::sql

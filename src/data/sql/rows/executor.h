@@ -14,6 +14,6 @@ struct ResultRows {
     std::vector<Variant> values;
 };
 
-[[nodiscard]] ResultRows Execute(const SelectPlan& plan);
+[[nodiscard]] ResultRows Execute(const SelectPlan& plan, const RunEnvironment& environment = {});
 
 }  // namespace quardele::sql

@@ -34,6 +34,7 @@ void RowSet::Data::Forget(std::size_t row) {
     if (current_ == row) {
         current_.reset();
     }
+    context_.ForgetSubqueries();
     if (!findIndexes.empty() && plan.IsKeyed()) {
         forgotten.insert(row);
     }
@@ -42,6 +43,7 @@ void RowSet::Data::Forget(std::size_t row) {
 void RowSet::Data::ForgetAll() {
     if (plan.IsKeyed()) {
         current_.reset();
+        context_.ForgetSubqueries();
         findIndexes.clear();
         forgotten.clear();
     }

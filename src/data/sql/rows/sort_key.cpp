@@ -1,9 +1,11 @@
 #include "rows/sort_key.h"
 
+#include <array>
 #include <bit>
 #include <optional>
 
 #include <basic/conversion.h>
+#include <basic/decimal_arithmetic.h>
 #include <jet/collation.h>
 
 namespace quardele::sql {
@@ -24,6 +26,32 @@ void AppendNumber(std::string& key, double number) {
     }
 }
 
+// What follows the eight bytes of a number. Decimals can have more digits than a double holds: those that lie
+// beside the digits that the double is written with say how, and then their own value.
+constexpr char kBelow = '\x7F';
+constexpr char kExact = '\x80';
+constexpr char kAbove = '\x81';
+
+/// The decimal itself, in units of its finest scale, in the order of the numbers.
+void AppendUnits(std::string& key, const basic::Decimal& decimal) {
+    const std::array<std::uint8_t, 32> units = basic::UnitBytes(decimal);
+    for (const std::uint8_t byte : units) {
+        key += static_cast<char>(decimal.negative ? ~byte : byte);
+    }
+}
+
+void AppendRest(std::string& key, const Variant& value, double number) {
+    const auto* decimal = std::get_if<basic::Decimal>(&value.Stored());
+    const auto written = decimal != nullptr ? basic::ShortestDecimal(number) : std::nullopt;
+    const auto order = written ? basic::Compare(*decimal, *written) : std::strong_ordering::equal;
+    if (order == 0) {
+        key += kExact;
+        return;
+    }
+    key += order < 0 ? kBelow : kAbove;
+    AppendUnits(key, *decimal);
+}
+
 /// A zero byte is written as 00 FF, so that 00 00 can end the value.
 void AppendBytes(std::string& key, const basic::Binary& bytes) {
     for (const std::uint8_t byte : bytes) {
@@ -38,10 +66,11 @@ void AppendBytes(std::string& key, const basic::Binary& bytes) {
 void AppendValue(std::string& key, const Variant& value) {
     if (value.IsText()) {
         key += kText;
-        key += jet::SortKey(value.As<Text>());
+        jet::AppendSortKey(value.As<Text>(), key);
     } else if (const auto number = basic::NumberOf(value)) {
         key += kNumber;
         AppendNumber(key, *number);
+        AppendRest(key, value, *number);
     } else if (value.Is<basic::Binary>()) {
         key += kBytes;
         AppendBytes(key, value.As<basic::Binary>());

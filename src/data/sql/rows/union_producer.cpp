@@ -9,11 +9,11 @@ namespace {
 
 /// Calls `take` with the values of each row until it returns false.
 template <class Take>
-bool ForEachRow(const SelectPlan& plan, Take take) {
-    const ResultRows rows = Execute(plan);
+bool ForEachRow(const SelectPlan& plan, const RunEnvironment& environment, Take take) {
+    const ResultRows rows = Execute(plan, environment);
     const std::size_t width = plan.itemNodes.size();
     std::vector<Variant> values(width);
-    RowContext context(plan.tables);
+    RowContext context(plan.tables, environment);
     for (std::size_t row = 0; row < rows.size; ++row) {
         for (std::size_t source = 0; source < rows.keys.size(); ++source) {
             context.SetKey(source, rows.keys[source][row]);
@@ -51,19 +51,20 @@ bool UnionProducer::Produce(RowContext& row, const Emit& emit) const {
     KeyTable seen;
     std::string key;
     for (std::size_t part = 0; part < parts_.size(); ++part) {
-        const bool goOn = ForEachRow(parts_[part], [&](const std::vector<Variant>& values) {
-            if (part < distinctParts_) {
-                key.clear();
-                for (const Variant& value : values) {
-                    AppendSortKey(key, value);
+        const bool goOn =
+            ForEachRow(parts_[part], row.Environment(), [&](const std::vector<Variant>& values) {
+                if (part < distinctParts_) {
+                    key.clear();
+                    for (const Variant& value : values) {
+                        AppendSortKey(key, value);
+                    }
+                    if (!seen.Add(key)) {
+                        return true;
+                    }
                 }
-                if (!seen.Add(key)) {
-                    return true;
-                }
-            }
-            row.SetResults(values);
-            return emit();
-        });
+                row.SetResults(values);
+                return emit();
+            });
         if (!goOn) {
             return false;
         }

@@ -35,6 +35,7 @@ struct PartVisitor {
             if (node.operand) {
                 visit(node.operand);
             }
+            std::for_each(node.parameters.begin(), node.parameters.end(), visit);
         }
     }
 };
@@ -61,8 +62,10 @@ struct SameContent {
     bool operator()(const Call& a, const Call& b) const {
         return a.star == b.star && basic::EqualNoCase(a.function, b.function);
     }
-    // Two subqueries are never taken for one.
-    bool operator()(const Subquery& a, const Subquery& b) const { return &a == &b; }
+    // Only copies of one subquery are taken for the same.
+    bool operator()(const Subquery& a, const Subquery& b) const {
+        return a.statement == b.statement && a.kind == b.kind && a.op == b.op && a.negated == b.negated;
+    }
     template <class A, class B>
     bool operator()(const A&, const B&) const {
         return false;
@@ -87,7 +90,12 @@ struct Copier {
     Expression::Node operator()(const Call& n) const {
         return Call{n.function, CloneAll(n.arguments), n.star};
     }
-    Expression::Node operator()(const Subquery&) const { FailTooComplex(); }
+    Expression::Node operator()(const Subquery& n) const {
+        return Subquery{n.kind,      n.operand ? Clone(*n.operand) : nullptr,
+                        n.negated,   n.op,
+                        n.statement, CloneAll(n.parameters),
+                        n.plan};
+    }
 
     static std::vector<ExpressionPtr> CloneAll(const std::vector<ExpressionPtr>& expressions) {
         std::vector<ExpressionPtr> copies;

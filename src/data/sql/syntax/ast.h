@@ -22,15 +22,17 @@ inline constexpr int kDeepestTree = 300;
 
 struct Expression;
 struct Statement;
+struct SelectPlan;
 using ExpressionPtr = std::unique_ptr<Expression>;
 
 struct Literal {
     Variant value;
 };
 
-/// What a name means: a column of a source, or a column of the result that a condition looks at.
+/// What a name means: a column of a source, a column of the result that a condition looks at, or, within a
+/// subquery, a value that the row around it gives (Subquery::parameters).
 struct NameMeaning {
-    enum class Kind { SourceColumn, ResultColumn };
+    enum class Kind { SourceColumn, ResultColumn, Parameter };
     Kind kind = Kind::SourceColumn;
     std::size_t source = 0;  ///< position in the FROM order
     int column = 0;
@@ -41,6 +43,7 @@ struct NameReference {
     Text qualifier;  ///< the table's name or alias; may be empty
     Text name;
     std::optional<NameMeaning> meaning;  ///< the binder's
+    bool bracketed = false;
 };
 
 enum class UnaryOperator { Plus, Minus, Not };
@@ -66,6 +69,7 @@ enum class BinaryOperator {
     Greater,
     GreaterOrEqual,
     Like,
+    ALike,
     Xor,
     Eqv,
     Imp,
@@ -108,11 +112,14 @@ struct Call {
 };
 
 struct Subquery {
-    enum class Kind { Scalar, Exists, In };
+    enum class Kind { Scalar, Exists, In, Any, All };
     Kind kind = Kind::Scalar;
-    ExpressionPtr operand;  ///< of In
-    bool negated = false;   ///< of In
-    std::unique_ptr<Statement> statement;
+    ExpressionPtr operand;                        ///< of In, Any and All
+    bool negated = false;                         ///< of In
+    BinaryOperator op = BinaryOperator::Equal;    ///< of Any and All
+    std::shared_ptr<const Statement> statement;   ///< copies of the expression share it
+    std::vector<ExpressionPtr> parameters = {};   ///< the binder's: what it asks of the row around it
+    std::shared_ptr<const SelectPlan> plan = {};  ///< the binder's
 };
 
 struct Expression {
@@ -175,8 +182,14 @@ struct Join {
     ExpressionPtr on;
 };
 
+/// FROM (SELECT ...) AS label.
+struct NestedQuery {
+    std::shared_ptr<const Statement> statement;
+    Text label;  ///< may be empty
+};
+
 struct FromItem {
-    std::variant<TableName, Join> node;
+    std::variant<TableName, Join, NestedQuery> node;
     int depth = 1;
 };
 
@@ -193,6 +206,7 @@ struct Top {
 /// One SELECT ... HAVING.
 struct Select {
     bool distinct = false;
+    bool distinctRows = false;  ///< DISTINCTROW
     std::optional<Top> top;
     std::vector<SelectItem> items;
     std::vector<FromItem> from;  ///< parts that commas separate
@@ -206,5 +220,7 @@ struct Statement {
     std::vector<bool> unionAll;   ///< between selects[i] and selects[i + 1]
     std::vector<OrderItem> orderBy;
 };
+
+[[nodiscard]] Statement Clone(const Statement& statement);
 
 }  // namespace quardele::sql

@@ -28,7 +28,10 @@ class ExpressionReader {
                 left = std::move(next);
             } else if (const OperatorSpelling* found = NextOperator(least)) {
                 reader_.Take();
-                left = MakeExpression(Binary{found->op, std::move(left), Binding(found->precedence + 1)});
+                left =
+                    QuantifierFollows(found->op)
+                        ? Quantified(found->op, std::move(left))
+                        : MakeExpression(Binary{found->op, std::move(left), Binding(found->precedence + 1)});
             } else if (least <= kAnd && reader_.TakeWord(u"AND")) {
                 left = Joined(true, std::move(left), Binding(kAnd + 1));
             } else if (least <= kOr && reader_.TakeWord(u"OR")) {
@@ -48,6 +51,18 @@ class ExpressionReader {
             }
         }
         return nullptr;
+    }
+
+    [[nodiscard]] bool QuantifierFollows(BinaryOperator op) const {
+        const Token& word = reader_.Peek();
+        return IsComparison(op) && (word.IsWord(u"ANY") || word.IsWord(u"SOME") || word.IsWord(u"ALL")) &&
+               reader_.Peek(1).IsSymbol(u"(") && reader_.Peek(2).IsWord(u"SELECT");
+    }
+
+    ExpressionPtr Quantified(BinaryOperator op, ExpressionPtr operand) {
+        const auto kind = reader_.Take().IsWord(u"ALL") ? Subquery::Kind::All : Subquery::Kind::Any;
+        reader_.Take();
+        return Nested(Subquery{kind, std::move(operand), false, op, nullptr});
     }
 
     /// Adds to a chain of the same word instead of nesting it.
@@ -73,8 +88,9 @@ class ExpressionReader {
             return MakeExpression(IsNull{std::move(operand), negated});
         }
         const Token& second = reader_.Peek(1);
-        const bool negated = reader_.Peek().IsWord(u"NOT") &&
-                             (second.IsWord(u"IN") || second.IsWord(u"LIKE") || second.IsWord(u"BETWEEN"));
+        const bool negated =
+            reader_.Peek().IsWord(u"NOT") && (second.IsWord(u"IN") || second.IsWord(u"LIKE") ||
+                                              second.IsWord(u"ALIKE") || second.IsWord(u"BETWEEN"));
         if (negated) {
             reader_.Take();
         }
@@ -85,9 +101,9 @@ class ExpressionReader {
             return Membership(std::move(operand), negated);
         }
         if (negated) {
-            reader_.Take();
-            ExpressionPtr like =
-                MakeExpression(Binary{BinaryOperator::Like, std::move(operand), Binding(kComparison + 1)});
+            const BinaryOperator op =
+                reader_.Take().IsWord(u"LIKE") ? BinaryOperator::Like : BinaryOperator::ALike;
+            ExpressionPtr like = MakeExpression(Binary{op, std::move(operand), Binding(kComparison + 1)});
             return MakeExpression(Unary{UnaryOperator::Not, std::move(like)});
         }
         return nullptr;
@@ -106,7 +122,8 @@ class ExpressionReader {
             reader_.FailInExpression(u"parenthèse attendue après In");
         }
         if (reader_.Peek().IsWord(u"SELECT")) {
-            return Nested(Subquery{Subquery::Kind::In, std::move(operand), negated, nullptr});
+            return Nested(
+                Subquery{Subquery::Kind::In, std::move(operand), negated, BinaryOperator::Equal, nullptr});
         }
         return MakeExpression(InList{std::move(operand), ListToParenthesis(), negated});
     }
@@ -146,7 +163,7 @@ class ExpressionReader {
     }
 
     ExpressionPtr Constant() {
-        if (reader_.TakeWord(u"TRUE")) {
+        if (reader_.TakeWord(u"TRUE") || reader_.TakeWord(u"ON")) {
             return MakeExpression(Literal{true});
         }
         if (reader_.TakeWord(u"FALSE")) {
@@ -159,21 +176,22 @@ class ExpressionReader {
             if (!reader_.TakeSymbol(u"(") || !reader_.Peek().IsWord(u"SELECT")) {
                 reader_.FailInExpression(u"sous-requête attendue après Exists");
             }
-            return Nested(Subquery{Subquery::Kind::Exists, nullptr, false, nullptr});
+            return Nested(Subquery{Subquery::Kind::Exists, nullptr, false, BinaryOperator::Equal, nullptr});
         }
         reader_.FailInExpression(u"opérande attendu");
     }
 
     ExpressionPtr Name() {
+        const bool bracketed = reader_.Peek().kind == TokenKind::Name;
         Text first = reader_.Take().text;
         if (!reader_.TakeSymbol(u".") && !reader_.TakeSymbol(u"!")) {
-            return MakeExpression(NameReference{{}, std::move(first), {}});
+            return MakeExpression(NameReference{{}, std::move(first), {}, bracketed});
         }
         const TokenKind kind = reader_.Peek().kind;
         if (kind != TokenKind::Word && kind != TokenKind::Name) {
             reader_.FailInExpression(u"nom de champ attendu");
         }
-        return MakeExpression(NameReference{std::move(first), reader_.Take().text, {}});
+        return MakeExpression(NameReference{std::move(first), reader_.Take().text, {}, bracketed});
     }
 
     ExpressionPtr FunctionCall() {
@@ -203,7 +221,7 @@ class ExpressionReader {
 
     ExpressionPtr Parenthesized() {
         if (reader_.Peek().IsWord(u"SELECT")) {
-            return Nested(Subquery{Subquery::Kind::Scalar, nullptr, false, nullptr});
+            return Nested(Subquery{Subquery::Kind::Scalar, nullptr, false, BinaryOperator::Equal, nullptr});
         }
         ExpressionPtr inner = Binding(kImp);
         CloseParenthesis();
@@ -211,8 +229,7 @@ class ExpressionReader {
     }
 
     ExpressionPtr Nested(Subquery subquery) {
-        const TokenReader::Nesting nesting(reader_);
-        subquery.statement = std::make_unique<Statement>(ReadQuery(reader_));
+        subquery.statement = std::make_shared<const Statement>(ReadQuery(reader_));
         CloseParenthesis();
         return MakeExpression(std::move(subquery));
     }

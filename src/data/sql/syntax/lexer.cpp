@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <cstdint>
 #include <limits>
 #include <string>
 #include <system_error>
@@ -39,6 +40,7 @@ class Lexer {
         std::vector<Token> tokens;
         do {
             tokens.push_back(Next());
+            afterOperand_ = EndsOperand(tokens.back());
         } while (tokens.back().kind != TokenKind::End && tokens.back().kind != TokenKind::Bad);
         return tokens;
     }
@@ -46,6 +48,19 @@ class Lexer {
  private:
     [[nodiscard]] char16_t Peek(std::size_t ahead = 0) const {
         return at_ + ahead < text_.size() ? text_[at_ + ahead] : u'\0';
+    }
+
+    /// Whether an operator can follow: there "&" joins, elsewhere it starts a number.
+    static bool EndsOperand(const Token& token) {
+        switch (token.kind) {
+            case TokenKind::Name:
+            case TokenKind::Literal:
+                return true;
+            case TokenKind::Word:
+                return !IsReserved(token);
+            default:
+                return token.IsSymbol(u")");
+        }
     }
 
     Token Next() {
@@ -71,6 +86,8 @@ class Lexer {
                 return BracketedName();
             case u'#':
                 return DateLiteral();
+            case u'&':
+                return afterOperand_ ? Symbol() : NumberOfBase();
             default:
                 return Symbol();
         }
@@ -146,6 +163,29 @@ class Lexer {
         return MakeLiteral(number);
     }
 
+    /// &H1F or &O17, as a number of 32 bits whose highest is its sign.
+    Token NumberOfBase() {
+        const char16_t letter = Peek(1);
+        const bool hexadecimal = letter == u'H' || letter == u'h';
+        if (!hexadecimal && letter != u'O' && letter != u'o') {
+            return Symbol();
+        }
+        at_ += 2;
+        const std::size_t first = at_;
+        while (IsLetter(Peek()) || IsDigit(Peek())) {
+            ++at_;
+        }
+        const std::string digits(text_.begin() + static_cast<std::ptrdiff_t>(first),
+                                 text_.begin() + static_cast<std::ptrdiff_t>(at_));
+        std::uint32_t number = 0;
+        const auto read =
+            std::from_chars(digits.data(), digits.data() + digits.size(), number, hexadecimal ? 16 : 8);
+        if (read.ec != std::errc() || read.ptr != digits.data() + digits.size()) {
+            return Bad(u"nombre incorrect après &");
+        }
+        return MakeLiteral(static_cast<std::int32_t>(number));
+    }
+
     Token QuotedText(char16_t quote) {
         Text value;
         for (++at_; at_ < text_.size(); ++at_) {
@@ -205,13 +245,14 @@ class Lexer {
     TextView text_;
     std::size_t at_ = 0;
     std::size_t start_ = 0;
+    bool afterOperand_ = false;
 };
 
-constexpr TextView kReserved[] = {u"ALL",      u"AND", u"AS",     u"ASC",   u"BETWEEN", u"BY",    u"DESC",
-                                  u"DISTINCT", u"EQV", u"EXISTS", u"FALSE", u"FROM",    u"GROUP", u"HAVING",
-                                  u"IMP",      u"IN",  u"INNER",  u"IS",    u"JOIN",    u"LEFT",  u"LIKE",
-                                  u"MOD",      u"NOT", u"NULL",   u"ON",    u"OR",      u"ORDER", u"RIGHT",
-                                  u"SELECT",   u"SET", u"TRUE",   u"UNION", u"WHERE",   u"XOR"};
+constexpr TextView kReserved[] = {
+    u"ALL",   u"AND",    u"AS",     u"ASC",  u"BETWEEN", u"BY",     u"DESC",  u"DISTINCT", u"DISTINCTROW",
+    u"EQV",   u"EXISTS", u"FALSE",  u"FROM", u"GROUP",   u"HAVING", u"IMP",   u"IN",       u"INNER",
+    u"IS",    u"JOIN",   u"LEFT",   u"LIKE", u"MOD",     u"NOT",    u"NULL",  u"ON",       u"OR",
+    u"ORDER", u"RIGHT",  u"SELECT", u"SET",  u"TRUE",    u"UNION",  u"WHERE", u"XOR"};
 
 }  // namespace
 
@@ -226,6 +267,14 @@ bool IsReserved(const Token& token) {
         }
     }
     return false;
+}
+
+std::optional<bool> TruthWord(TextView word) {
+    if (basic::EqualNoCase(word, u"YES")) {
+        return true;
+    }
+    const bool no = basic::EqualNoCase(word, u"NO") || basic::EqualNoCase(word, u"OFF");
+    return no ? std::optional(false) : std::nullopt;
 }
 
 bool IsName(const Token& token) {

@@ -89,6 +89,9 @@ class Printer {
     void Write(const NameReference& node) {
         if (!node.qualifier.empty()) {
             text_ += NameText(node.qualifier) + u".";
+        } else if (node.bracketed && TruthWord(node.name)) {
+            text_ += u"[" + node.name + u"]";
+            return;
         }
         text_ += NameText(node.name);
     }
@@ -149,9 +152,14 @@ class Printer {
     }
 
     void Write(const Subquery& node) {
-        if (node.kind == Subquery::Kind::In) {
+        if (node.operand) {
             Operand(*node.operand, kComparison);
+        }
+        if (node.kind == Subquery::Kind::In) {
             text_ += node.negated ? u" Not In " : u" In ";
+        } else if (node.operand) {
+            text_ += u" " + Text(SpellingOf(node.op).text);
+            text_ += node.kind == Subquery::Kind::Any ? u" Any " : u" All ";
         }
         text_ += node.kind == Subquery::Kind::Exists ? u"Exists (" : u"(";
         Write(*node.statement);
@@ -167,6 +175,7 @@ class Printer {
 
     void Write(const Select& select) {
         text_ += select.distinct ? u"SELECT DISTINCT " : u"SELECT ";
+        text_ += select.distinctRows ? u"DISTINCTROW " : u"";
         if (select.top) {
             text_ += u"TOP " + LiteralText(static_cast<std::int32_t>(select.top->count));
             text_ += select.top->percent ? u" PERCENT " : u" ";
@@ -213,6 +222,15 @@ class Printer {
         text_ += NameText(table.name);
         if (!table.alias.empty()) {
             text_ += u" AS " + NameText(table.alias);
+        }
+    }
+
+    void Write(const NestedQuery& query) {
+        text_ += u"(";
+        Write(*query.statement);
+        text_ += u")";
+        if (!query.label.empty()) {
+            text_ += u" AS " + NameText(query.label);
         }
     }
 

@@ -9,6 +9,9 @@
 namespace quardele::sql {
 namespace {
 
+/// A query within a query counts for so many levels of nesting.
+constexpr int kLevelsOfQuery = 5;
+
 class StatementReader {
  public:
     explicit StatementReader(TokenReader& reader) : reader_(reader) {}
@@ -24,6 +27,7 @@ class StatementReader {
     }
 
     Statement Read() {
+        const TokenReader::Nesting nesting(reader_, kLevelsOfQuery);
         Statement statement;
         statement.selects.push_back(OneSelect());
         while (reader_.TakeWord(u"UNION")) {
@@ -46,6 +50,7 @@ class StatementReader {
         reader_.Expect(u"SELECT", error::kSyntaxInSelect);
         if (!reader_.TakeWord(u"ALL")) {
             select.distinct = reader_.TakeWord(u"DISTINCT");
+            select.distinctRows = !select.distinct && reader_.TakeWord(u"DISTINCTROW");
         }
         select.top = TopClause();
         do {
@@ -180,6 +185,9 @@ class StatementReader {
     }
 
     FromItem FromOperand() {
+        if (reader_.Peek().IsSymbol(u"(") && reader_.Peek(1).IsWord(u"SELECT")) {
+            return QueryInFrom();
+        }
         if (reader_.TakeSymbol(u"(")) {
             FromItem item = OneFromItem();
             if (!reader_.TakeSymbol(u")")) {
@@ -193,6 +201,17 @@ class StatementReader {
             table.alias = reader_.TakeName(error::kSyntaxInFrom);
         }
         return FromItem{std::move(table)};
+    }
+
+    FromItem QueryInFrom() {
+        reader_.Take();
+        NestedQuery query;
+        query.statement = std::make_shared<const Statement>(Read());
+        reader_.ExpectSymbol(u")", error::kSyntaxInFrom);
+        if (reader_.TakeWord(u"AS") || IsName(reader_.Peek())) {
+            query.label = reader_.TakeName(error::kSyntaxInFrom);
+        }
+        return FromItem{std::move(query)};
     }
 
     std::optional<JoinKind> JoinWords() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 
 #include <basic/variant.h>
 
@@ -37,6 +38,8 @@ struct Token {
 /// Whether a word has a meaning of its own in every statement, so that it cannot name a thing without
 /// brackets.
 [[nodiscard]] bool IsReserved(const Token& token);
+/// What Yes, No and Off mean where no column has that name; empty for other words.
+[[nodiscard]] std::optional<bool> TruthWord(TextView word);
 /// Whether a token can name a thing.
 [[nodiscard]] bool IsName(const Token& token);
 

@@ -80,11 +80,11 @@ void TokenReader::Fail(int number, TextView reason) const {
     FailSyntax(number, token.kind == TokenKind::Bad ? TextView(token.text) : reason, quote, stop);
 }
 
-TokenReader::Nesting::Nesting(TokenReader& reader) : reader_(reader) {
-    if (reader_.depth_ >= kDeepestTree) {
+TokenReader::Nesting::Nesting(TokenReader& reader, int levels) : reader_(reader), levels_(levels) {
+    if (reader_.depth_ + levels_ > kDeepestTree) {
         FailTooComplex();
     }
-    ++reader_.depth_;
+    reader_.depth_ += levels_;
 }
 
 }  // namespace quardele::sql

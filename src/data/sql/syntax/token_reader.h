@@ -36,16 +36,18 @@ class TokenReader {
     [[noreturn]] void Fail(int number, TextView reason) const;
     [[noreturn]] void FailInExpression(TextView reason) const { Fail(expressionError_, reason); }
 
-    /// Counts how deep the grammar's own recursion is; throws 3360 beyond kDeepestTree.
+    /// Counts how deep the grammar's own recursion is; throws 3360 beyond kDeepestTree. What costs later
+    /// steps more than an operator does counts for several levels.
     class Nesting {
      public:
-        explicit Nesting(TokenReader& reader);
-        ~Nesting() { --reader_.depth_; }
+        explicit Nesting(TokenReader& reader, int levels = 1);
+        ~Nesting() { reader_.depth_ -= levels_; }
         Nesting(const Nesting&) = delete;
         Nesting& operator=(const Nesting&) = delete;
 
      private:
         TokenReader& reader_;
+        int levels_;
     };
 
  private:

@@ -55,7 +55,7 @@ class Query : public std::enable_shared_from_this<Query> {
     [[nodiscard]] const std::vector<ResultColumn>& Columns() const;
     /// Position of a column by its result name or by "table.column", case ignored; -1 when there is none.
     [[nodiscard]] int FindColumn(TextView name) const;
-    /// The tables that rows come from, in FROM order.
+    /// The tables that rows come from, in FROM order; none when FROM holds a query.
     [[nodiscard]] const std::vector<std::shared_ptr<jet::Table>>& Sources() const;
     /// Whether a source is the "one" side of its join: rows of the others meet one row of it at most.
     [[nodiscard]] bool IsOneSide(std::size_t source) const;

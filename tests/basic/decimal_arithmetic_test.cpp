@@ -28,13 +28,13 @@ TEST(DecimalArithmeticTest, AddsWithAnySigns) {
 }
 
 TEST(DecimalArithmeticTest, MultipliesExactlyWhileThereIsRoom) {
-    EXPECT_EQ(Shown(Product(D(u"12345678901234"), D(u"98765432109876"))), "1219326311370184728837981384");
+    EXPECT_EQ(Shown(Product(D(u"12345678901234"), D(u"98765432109876"))), "1219326311370155158039986984");
     EXPECT_EQ(Shown(Product(D(u"-0.5"), D(u"0.5"))), "-0,25");
     EXPECT_FALSE(Product(D(u"-0.5"), D(u"0")).negative);
 }
 
 TEST(DecimalArithmeticTest, RoundsHalvesToEven) {
-    EXPECT_EQ(Shown(Product(D(u"1000000000000000000000000000.0"), D(u"1"))), "1000000000000000000000000000");
+    EXPECT_EQ(Shown(Product(D(u"100000000000000000000000000.0"), D(u"10"))), "1000000000000000000000000000");
     EXPECT_EQ(Shown(Product(D(u"100000000000000000000000001.5"), D(u"0.1"))),
               "10000000000000000000000000,15");
     EXPECT_EQ(Shown(Product(D(u"1000000000000000000000000001"), D(u"0.5"))), "500000000000000000000000000,5");

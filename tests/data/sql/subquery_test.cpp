@@ -154,6 +154,11 @@ TEST_F(SubqueryTest, ServesActions) {
     EXPECT_EQ(Get("SELECT DISTINCT Km FROM V WHERE Immat LIKE 'N*'"), Lines{"3"});
 }
 
+TEST_F(SubqueryTest, SeesNoRowThatItsOwnInsertAdds) {
+    EXPECT_EQ(Do("INSERT INTO D SELECT Immat, 'X', (SELECT Count(*) FROM D) FROM V"), 4U);
+    EXPECT_EQ(Get("SELECT DISTINCT Mois FROM D WHERE Typ = 'X'"), Lines{"4"});
+}
+
 TEST_F(SubqueryTest, MistakesHaveTheirNumbers) {
     const std::vector<std::pair<const char*, int>> cases = {
         {"SELECT * FROM V WHERE Km = (SELECT Mois FROM D)", 3354},

@@ -170,7 +170,7 @@ std::size_t RunInsert(jet::Database& database, InsertAction insert) {
     const std::vector<int> columns = TargetColumns(*table, insert.columns);
     SelectPlan plan = MakeStatementPlan(database, std::move(insert.source));
     RequireValueCount(plan.columns.size(), columns.size());
-    plan.fixedValues = std::find(plan.tables.begin(), plan.tables.end(), table) != plan.tables.end();
+    plan.fixedValues = true;
     const auto query = MakeQuery(database, std::move(plan));
     const RowSet rows = query->Run();
     const Changes defaults = DefaultsBeside(database, *table, columns);

@@ -108,13 +108,15 @@ void OsFile::Close() {
 // Without the other file's group, the rights of that group are nobody's.
 void OsFile::ShareLike(const std::filesystem::path& model) {
     constexpr mode_t kReadAndWrite = 0666;
+    constexpr mode_t kGroup = S_IRWXG;
+    constexpr auto kSameOwner = static_cast<uid_t>(-1);
     struct stat wanted = {};
     struct stat own = {};
     if (::stat(model.c_str(), &wanted) != 0 || ::fstat(handle_, &own) != 0) {
         return;
     }
-    const bool sameGroup = own.st_gid == wanted.st_gid || ::fchown(handle_, -1, wanted.st_gid) == 0;
-    const mode_t mode = wanted.st_mode & (sameGroup ? kReadAndWrite : kReadAndWrite & ~S_IRWXG);
+    const bool sameGroup = own.st_gid == wanted.st_gid || ::fchown(handle_, kSameOwner, wanted.st_gid) == 0;
+    const mode_t mode = wanted.st_mode & (sameGroup ? kReadAndWrite : kReadAndWrite & ~kGroup);
     if ((own.st_mode & kReadAndWrite) != mode) {
         static_cast<void>(::fchmod(handle_, mode));
     }

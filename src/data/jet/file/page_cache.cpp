@@ -81,6 +81,7 @@ PagePtr PageCache::ReadInside(std::uint32_t number) const {
 void PageCache::ReadRun(std::uint32_t number, std::uint32_t run) const {
     const std::size_t pageSize = Layout().pageSize;
     readBuffer_.resize(run * pageSize);
+    pagesRead_ += run;
     const std::size_t read = file_.ReadAt(std::uint64_t{number} * pageSize, readBuffer_);
     if (pictures_ != nullptr && !pictures_->IsWhole(*picture_)) {
         Clear();

@@ -29,6 +29,8 @@ class PageCache final : public PageSource {
     void Refresh();
     /// Counts how often everything was forgotten: pages read at one number belong together.
     [[nodiscard]] std::uint64_t PictureNumber() const { return pictureNumber_; }
+    /// Counts the pages that were read from the file.
+    [[nodiscard]] std::uint64_t PagesRead() const { return pagesRead_; }
     /// Takes over a page that was just written.
     void Put(PagePtr page);
     /// The pages that were put are those of the file with this mark.
@@ -64,6 +66,7 @@ class PageCache final : public PageSource {
     mutable std::uint64_t pictureNumber_ = 0;
     mutable std::uint32_t pageCount_ = 0;
     mutable std::uint64_t generation_ = 0;
+    mutable std::uint64_t pagesRead_ = 0;
     mutable std::unordered_map<std::uint32_t, std::size_t> frameOf_;
     mutable std::vector<Frame> frames_;
     mutable std::size_t hand_ = 0;

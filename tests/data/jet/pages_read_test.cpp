@@ -1,0 +1,59 @@
+// How much of a file is read for what.
+
+#include "definitions/table_def.h"
+#include "engine.h"
+#include "pages/usage_map.h"
+#include "support.h"
+#include "table_impl.h"
+#include "workshop.h"
+
+namespace quardele::jet::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::uint64_t PagesReadByOpening(const fs::path& file) {
+    Engine engine(file, OpenMode::ReadOnly);
+    EXPECT_FALSE(engine.Objects().Tables().empty());
+    return engine.Cache().PagesRead();
+}
+
+TEST(PagesRead, OpeningReadsTheCatalogueOnlyHoweverLargeTheTablesAre) {
+    const TempFolder small;
+    const TempFolder large;
+    const fs::path few = MakeWorkshop(small.Path(), 10);
+    const fs::path many = MakeWorkshop(large.Path(), 20'000);
+    ASSERT_GT(fs::file_size(many), 10 * fs::file_size(few));
+    EXPECT_EQ(PagesReadByOpening(many), PagesReadByOpening(few));
+}
+
+// The definition of the catalogue, its map and its own pages; reading in order may fetch a few more at once.
+TEST(PagesRead, OpeningAFileReadsNoMoreThanItsCatalogueTakes) {
+    constexpr std::size_t kReadAhead = 16;
+    for (const fs::path& file : SampleFiles()) {
+        Engine engine(file, OpenMode::ReadOnly);
+        const TableDef catalog = TableDef::Read(engine.Pages(), kCatalogPage);
+        const std::size_t own = ReadUsageMap(engine.Pages(), catalog.ownedMap).size();
+        EXPECT_LE(PagesReadByOpening(file), own + 2 + kReadAhead) << file;
+    }
+}
+
+TEST(PagesRead, ASeekReadsAPageForEachLevelAndTheRow) {
+    const TempFolder folder;
+    const fs::path file = MakeWorkshop(folder.Path(), 20'000);
+    const auto database = Database::Open(file, OpenMode::ReadOnly);
+    const auto vehicles = database->OpenTable(u"VEHICLES");
+    IndexCursor cursor = vehicles->OpenIndex(vehicles->FindIndex(u"PrimaryKey"));
+    const Variant first(std::int32_t{1});
+    ASSERT_TRUE(cursor.Seek(SeekOperator::Equal, {&first, 1}));
+    const PageCache& cache = vehicles->Impl().Owner().Cache();
+    const std::uint64_t before = cache.PagesRead();
+    const Variant far(std::int32_t{15'000});
+    ASSERT_TRUE(cursor.Seek(SeekOperator::Equal, {&far, 1}));
+    ASSERT_TRUE(vehicles->Fetch(cursor.Current()).has_value());
+    constexpr std::uint64_t kMostLevels = 3;
+    EXPECT_LE(cache.PagesRead() - before, kMostLevels + 1);
+}
+
+}  // namespace
+}  // namespace quardele::jet::test

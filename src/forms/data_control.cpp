@@ -236,6 +236,10 @@ void DataControl::RowArrived(dao::Recordset& /*recordset*/) {
     emit Reposition();
 }
 
+void DataControl::RowsReplaced(dao::Recordset& /*recordset*/) {
+    TellViews(&RowsView::RowsReplaced);
+}
+
 void DataControl::RowChanged(dao::Recordset& recordset) {
     if (IsGone(recordset)) {
         // A deleted row stays on screen until the program moves on.

@@ -66,7 +66,7 @@ void KeysetRecordset::Requery() {
     Run();
     DropEdit();
     ForgetLastModified();
-    Arrive(GoFirst() ? Place::Row : Place::Empty);
+    ArriveAtNewRows(GoFirst() ? Place::Row : Place::Empty);
 }
 
 // Counting and position.

@@ -215,16 +215,17 @@ void RecordsetBase::Edit() {
     RequireCurrent();
     RequireUpdatable();
     DropEdit();
-    const std::vector<std::optional<jet::Row>> seen = RowsSeen();
+    const bool guarded = observer_ != nullptr && observer_->GuardsForeignChanges();
+    const SourceRows seen = guarded ? SourceRows() : RowsSeen();
     const std::uint64_t version = Version();
     database_->Refresh();
-    std::vector<std::optional<SourceRow>> originals(layout_.tables.size());
+    SourceRows originals(layout_.tables.size());
     for (std::size_t table = 0; table < originals.size(); ++table) {
-        if (seen[table]) {
-            originals[table] = RowToEdit(table, seen[table]->Id());
+        if (const auto row = RowIn(table)) {
+            originals[table] = RowToEdit(table, *row);
         }
     }
-    if (Version() != version) {
+    if (!guarded && Version() != version) {
         RequireSame(seen, originals);
     }
     originals_ = std::move(originals);
@@ -232,14 +233,12 @@ void RecordsetBase::Edit() {
     mode_ = dao::EditMode::Edit;
 }
 
-std::vector<std::optional<jet::Row>> RecordsetBase::RowsSeen() const {
-    std::vector<std::optional<jet::Row>> rows(layout_.tables.size());
+RecordsetBase::SourceRows RecordsetBase::RowsSeen() const {
+    SourceRows rows(layout_.tables.size());
     for (std::size_t table = 0; table < rows.size(); ++table) {
-        if (const auto id = RowIn(table)) {
-            rows[table] = layout_.tables[table]->Fetch(*id);
-            if (!rows[table]) {
-                throw RuntimeError(error::kRecordDeleted);
-            }
+        const auto row = IsTableWritable(table) ? RowIn(table) : std::nullopt;
+        if (row) {
+            rows[table].emplace(layout_.tables[table], *row);
         }
     }
     return rows;
@@ -251,11 +250,10 @@ SourceRow RecordsetBase::RowToEdit(std::size_t table, jet::RowId row) const {
     return IsTableWritable(table) ? SourceRow(database_->Shared(), source, row) : SourceRow(source, row);
 }
 
-/// What the operator would change must be what he has seen.
-void RecordsetBase::RequireSame(std::span<const std::optional<jet::Row>> seen,
-                                std::span<const std::optional<SourceRow>> now) const {
+/// What is to be changed must be what was seen.
+void RecordsetBase::RequireSame(const SourceRows& seen, const SourceRows& now) {
     for (std::size_t table = 0; table < seen.size(); ++table) {
-        if (seen[table] && IsTableWritable(table)) {
+        if (seen[table]) {
             now[table]->RequireSame(*seen[table]);
         }
     }
@@ -541,6 +539,14 @@ void RecordsetBase::Arrive(Place place) {
     if (observer_ != nullptr) {
         observer_->RowArrived(*this);
     }
+}
+
+void RecordsetBase::ArriveAtNewRows(Place place) {
+    place_ = place;
+    if (observer_ != nullptr) {
+        observer_->RowsReplaced(*this);
+    }
+    Arrive(place);
 }
 
 void RecordsetBase::DropEdit() {

@@ -3,7 +3,6 @@
 
 #include <memory>
 #include <optional>
-#include <span>
 #include <vector>
 
 #include <dao/recordset.h>
@@ -136,6 +135,8 @@ class RecordsetBase : public Recordset {
     /// whether there was an edit to drop.
     bool Leave();
     void Arrive(Place place);
+    /// The same, when no row is what it was.
+    void ArriveAtNewRows(Place place);
     void SetNoMatch(bool noMatch) { noMatch_ = noMatch; }
     void DropEdit();
     /// When the bookmark of the record that was written last means nothing any more.
@@ -149,6 +150,7 @@ class RecordsetBase : public Recordset {
 
  private:
     using Changes = std::vector<jet::ColumnChange>;
+    using SourceRows = std::vector<std::optional<SourceRow>>;  ///< one per table
 
     /// Goes so many rows on or back; false beyond the end.
     bool Walk(long rows);
@@ -156,12 +158,11 @@ class RecordsetBase : public Recordset {
     [[nodiscard]] bool IsWritable(std::size_t field) const;
     [[nodiscard]] bool IsAutoNumber(std::size_t field) const;
     [[nodiscard]] bool IsTableWritable(std::size_t table) const;
-    /// The record's stored rows, one per table, as they show now without a look at the file.
-    [[nodiscard]] std::vector<std::optional<jet::Row>> RowsSeen() const;
+    /// Those of the record's stored rows that may be written, as they show now without a look at the file.
+    [[nodiscard]] SourceRows RowsSeen() const;
     [[nodiscard]] SourceRow RowToEdit(std::size_t table, jet::RowId row) const;
-    /// Throws 3197 when a part that may be written has changed since it was seen.
-    void RequireSame(std::span<const std::optional<jet::Row>> seen,
-                     std::span<const std::optional<SourceRow>> now) const;
+    /// Throws 3197 when a row that was seen has changed.
+    static void RequireSame(const SourceRows& seen, const SourceRows& now);
     [[nodiscard]] Variant NewValue(std::size_t field) const;
     [[nodiscard]] std::vector<Variant> ValuesToEdit() const;
     [[nodiscard]] Changes ChangesOf(std::size_t table) const;
@@ -182,7 +183,7 @@ class RecordsetBase : public Recordset {
     bool noMatch_ = false;
     dao::EditMode mode_ = dao::EditMode::None;
     CopyBuffer buffer_;
-    std::vector<std::optional<SourceRow>> originals_;  ///< during Edit, one per table
+    SourceRows originals_;  ///< during Edit
     std::optional<Bookmark> lastModified_;
 };
 

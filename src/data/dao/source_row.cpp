@@ -8,20 +8,16 @@
 namespace quardele::dao {
 namespace {
 
-std::vector<Variant> ValuesOf(const jet::Row& row, std::size_t columns) {
-    std::vector<Variant> values(columns);
-    for (std::size_t column = 0; column < columns; ++column) {
-        values[column] = row.Value(static_cast<int>(column));
-    }
-    return values;
-}
-
 std::vector<Variant> ReadValues(const jet::Table& table, jet::RowId id) {
     const std::optional<jet::Row> row = table.Fetch(id);
     if (!row) {
         throw basic::RuntimeError(basic::error::kRecordDeleted);
     }
-    return ValuesOf(*row, table.Columns().size());
+    std::vector<Variant> values(table.Columns().size());
+    for (std::size_t column = 0; column < values.size(); ++column) {
+        values[column] = row->Value(static_cast<int>(column));
+    }
+    return values;
 }
 
 }  // namespace
@@ -35,8 +31,8 @@ SourceRow::SourceRow(const std::shared_ptr<OpenFile>& file, std::shared_ptr<jet:
       id_(id),
       values_(ReadValues(*table_, id)) {}
 
-void SourceRow::RequireSame(const jet::Row& before) const {
-    if (ValuesOf(before, values_.size()) != values_) {
+void SourceRow::RequireSame(const SourceRow& before) const {
+    if (before.values_ != values_) {
         throw basic::RuntimeError(basic::error::kRecordChanged);
     }
 }

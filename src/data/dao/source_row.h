@@ -23,7 +23,7 @@ class SourceRow {
 
     [[nodiscard]] const Variant& Value(int column) const { return values_[static_cast<std::size_t>(column)]; }
     /// Throws RuntimeError 3197 when the values are not those of the same row as it was read before.
-    void RequireSame(const jet::Row& before) const;
+    void RequireSame(const SourceRow& before) const;
     /// Throws RuntimeError 3197 when the stored values are no longer those that were read, 3167 when the row
     /// is gone: a statement of this program may have changed it in spite of the lock.
     void RequireUnchanged() const;

@@ -23,6 +23,11 @@ auto Find(const std::vector<Field>& fields, TextView name) {
 
 TableDef::TableDef(std::shared_ptr<DatabaseImpl> database, Text name)
     : database_(std::move(database)), name_(std::move(name)) {
+    ReadFields();
+}
+
+void TableDef::ReadFields() {
+    fields_.clear();
     const auto table = database_->File()->OpenTable(name_);
     for (std::size_t column = 0; column < table->Columns().size(); ++column) {
         fields_.push_back(FieldOf(*table, static_cast<int>(column)));
@@ -48,7 +53,7 @@ void TableDef::AppendField(const Field& field) {
         throw RuntimeError(error::kTableInUse, basic::Describe(error::kTableInUse, name_));
     }
     database_->File()->AddColumn(name_, ColumnOf(field));
-    fields_.push_back(field);
+    ReadFields();
 }
 
 /// The engine shares one table among all who have it open: another holder is a recordset of this program.

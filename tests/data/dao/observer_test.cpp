@@ -11,6 +11,7 @@ class Recorder final : public RecordsetObserver {
  public:
     void RowLeaving(Recordset& rows) override { Note("leaving", rows); }
     void RowArrived(Recordset& rows) override { Note("arrived", rows); }
+    void RowsReplaced(Recordset& rows) override { Note("replaced", rows); }
     void Updating(Recordset& rows) override { Note("updating", rows); }
     void RowChanged(Recordset& rows) override { Note("changed", rows); }
 
@@ -198,12 +199,28 @@ TEST_F(ObserverTest, AddAndDeleteTellThatARowChanged) {
     EXPECT_THAT(recorder_.Take(), ElementsAre("changed:(deleted)"));
 }
 
-TEST_F(ObserverTest, RequeryArrivesWithoutAsking) {
+TEST_F(ObserverTest, RequeryReplacesTheRowsAndArrivesWithoutAsking) {
     const auto rows = OpenObserved(recorder_);
     rows->MoveLast();
     recorder_.Take();
     rows->Requery();
-    EXPECT_THAT(recorder_.Take(), ElementsAre("arrived:BAT"));
+    EXPECT_THAT(recorder_.Take(), ElementsAre("replaced:BAT", "arrived:BAT"));
+}
+
+TEST_F(ObserverTest, WhoGuardsForeignChangesGetsTheRecordAsItIsStored) {
+    class Guard final : public RecordsetObserver {
+     public:
+        [[nodiscard]] bool GuardsForeignChanges() const override { return true; }
+    };
+    Guard guard;
+    const auto rows = OpenDynaset(u"SELECT * FROM TTYP WHERE TTYP_CODE='VID'");
+    EXPECT_EQ(rows->Value(u"TTYP_LIBELLE"), Variant(u"Vidange et filtres"));
+    ExecuteElsewhere("UPDATE TTYP SET TTYP_LIBELLE = 'La sienne' WHERE TTYP_CODE = 'VID'");
+    rows->SetObserver(&guard);
+    rows->Edit();
+    EXPECT_EQ(rows->Value(u"TTYP_LIBELLE"), Variant(u"La sienne"));
+    rows->CancelUpdate();
+    rows->SetObserver(nullptr);
 }
 
 TEST_F(ObserverTest, ThrowingWhenARowIsLeftRefusesTheMove) {

@@ -164,6 +164,24 @@ TEST_F(OtherWorkstationTest, AChangedRecordRaises3197ButNotAfterIdle) {
     EXPECT_EQ(ErrorOf([&] { rows->Edit(); }), error::kRecordChanged);
 }
 
+TEST_F(OtherWorkstationTest, AChangedMemoRaises3197Too) {
+    const auto rows = OpenTable(u"TCLI");
+    rows->SetIndex(u"PrimaryKey");
+    rows->Seek(u"=", {u"C0007"});
+    const auto write = [&](const Text& text) {
+        rows->Edit();
+        rows->SetValue(u"TCLI_REMARQUES", text);
+        rows->Update();
+    };
+    for (const std::size_t length : {20U, 2000U, 20000U}) {
+        write(Text(length, u'a'));
+        ExecuteElsewhere(
+            "UPDATE TCLI SET TCLI_REMARQUES = Replace(TCLI_REMARQUES, 'a', 'b') WHERE TCLI_CODCLI = 'C0007'");
+        EXPECT_EQ(ErrorOf([&] { rows->Edit(); }), error::kRecordChanged) << length;
+        EXPECT_EQ(rows->Value(u"TCLI_REMARQUES"), Variant(Text(length, u'b')));
+    }
+}
+
 TEST_F(OtherWorkstationTest, TheOneSideOfAJoinMayChangeUnderAnEdit) {
     const auto visits = OpenDynaset(DueBefore(u"12/31/2026"));
     visits->FindFirst(u"TVEH_IMMAT='CF-974-BL'");

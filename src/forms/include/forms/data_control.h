@@ -88,8 +88,10 @@ class DataControl : public QWidget, private dao::RecordsetObserver {
  private:
     void RowLeaving(dao::Recordset& recordset) override;
     void RowArrived(dao::Recordset& recordset) override;
+    void RowsReplaced(dao::Recordset& recordset) override;
     void Updating(dao::Recordset& recordset) override;
     void RowChanged(dao::Recordset& recordset) override;
+    [[nodiscard]] bool GuardsForeignChanges() const override { return true; }
 
     [[nodiscard]] std::shared_ptr<dao::Database> OpenedDatabase();
     [[nodiscard]] bool AnyChanged() const;

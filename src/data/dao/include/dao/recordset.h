@@ -31,10 +31,15 @@ class RecordsetObserver {
     virtual void RowLeaving(Recordset&) {}
     /// After the current record became another one (or none), AddNew began, or an edit was cancelled.
     virtual void RowArrived(Recordset&) {}
+    /// After Requery has brought other rows; RowArrived at the first of them follows.
+    virtual void RowsReplaced(Recordset&) {}
     /// Before Update writes the copy buffer: the last moment to put values into it.
     virtual void Updating(Recordset&) {}
     /// After Update or Delete has changed a row.
     virtual void RowChanged(Recordset&) {}
+    /// Whether it sees to it itself, in Updating, that nothing is written over that somebody else has changed
+    /// since it was seen: Edit then takes the record as it is stored instead of refusing it with 3197.
+    [[nodiscard]] virtual bool GuardsForeignChanges() const { return false; }
 };
 
 /// Rows of a table or of a statement. Table type reads in index order once an index is set; a dynaset's
@@ -105,8 +110,8 @@ class Recordset {
     /// Locks the current record, reads it again and copies it into the buffer. The lock is kept until Update
     /// has written, CancelUpdate, a move or the recordset's end. Throws 3021, 3167, 3027, 3260 when another
     /// process has the record, 3188 when another recordset of this program has it; 3197 when another process
-    /// has changed the record since it was seen here: it shows the new values then, and another Edit
-    /// succeeds.
+    /// has changed the record since it was seen here, unless the observer guards such changes: the new
+    /// values are seen then, and another Edit succeeds.
     virtual void Edit() = 0;
     /// Fills the buffer with the defaults of the fields. On a single table an AutoNumber has its value
     /// already, which is spent even when the record is given up. Throws 3027, and for an AutoNumber 3260.

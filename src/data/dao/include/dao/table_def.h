@@ -28,6 +28,7 @@ class TableDef {
     void AppendField(const Field& field);
 
  private:
+    void ReadFields();
     [[nodiscard]] bool IsInUse() const;
 
     std::shared_ptr<DatabaseImpl> database_;

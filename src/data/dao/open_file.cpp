@@ -2,9 +2,33 @@
 
 #include <system_error>
 
+#include <basic/runtime_error.h>
 #include <dao/database.h>
 
+#include "engine_settings.h"
+
 namespace quardele::dao {
+
+namespace {
+
+// Where the administrator wants the program alone. What nobody here may write it can only read, with others.
+std::shared_ptr<jet::Database> OpenAlone(const std::filesystem::path& place) {
+    try {
+        return jet::Database::Open(place, jet::OpenMode::Exclusive);
+    } catch (const basic::RuntimeError& error) {
+        if (error.Number() != basic::error::kReadOnly) {
+            throw;
+        }
+        return jet::Database::Open(place, jet::OpenMode::Shared);
+    }
+}
+
+std::shared_ptr<jet::Database> OpenData(const std::filesystem::path& place, jet::OpenMode mode) {
+    const bool alone = mode == jet::OpenMode::Shared && EngineSettings::Session().alone;
+    return alone ? OpenAlone(place) : jet::Database::Open(place, mode);
+}
+
+}  // namespace
 
 std::shared_ptr<OpenFile> OpenFile::Open(const std::filesystem::path& place, jet::OpenMode mode) {
     auto& open = DBEngine::Instance().open_;
@@ -18,7 +42,7 @@ std::shared_ptr<OpenFile> OpenFile::Open(const std::filesystem::path& place, jet
             return file;
         }
     }
-    auto file = std::make_shared<OpenFile>(jet::Database::Open(place, mode), mode);
+    auto file = std::make_shared<OpenFile>(OpenData(place, mode), mode);
     open.push_back(file);
     return file;
 }

@@ -11,7 +11,8 @@
 namespace quardele::dao {
 
 /// One file in one mode. Databases of the program share it, so that each sees at once what another one
-/// changes, and they take one place among the file's users. Those opened exclusively share nothing.
+/// changes, and they take one place among the file's users. Those opened exclusively share nothing; those
+/// opened shared do so also where the administrator's setting lets nobody else in (engine_settings.h).
 class OpenFile {
  public:
     /// The file as it is open already, or opened now and entered with the engine, so that Idle reaches it.

@@ -70,6 +70,10 @@ std::uint64_t Database::StateNumber() const {
     return engine_->Cache().Generation();
 }
 
+bool Database::IsInStep() const {
+    return engine_->openStep != nullptr;
+}
+
 void Database::Refresh() {
     engine_->Refresh();
     for (const auto& [name, open] : engine_->openTables) {

@@ -75,6 +75,20 @@ TEST_F(AppendFieldTest, ANameThatExistsInAnotherCaseRaises3191) {
     EXPECT_EQ(table.Fields().size(), before);
 }
 
+// Which tables another workstation has open cannot be told.
+TEST_F(AppendFieldTest, AnotherWorkstationInTheFileRaises3211) {
+    test::Process other(QUARDELE_OTHER_PROCESS,
+                        {Installed().File("DATA/talmeon.mdb").string(), "TTYP", "VID", "TTYP_LIBELLE", "?"});
+    ASSERT_TRUE(other.WaitForSign());
+    TableDef table = Data().TableDefNamed(u"TTYP");
+    const std::size_t before = table.Fields().size();
+    EXPECT_EQ(ErrorOf([&] { table.AppendField(NewField(u"TTYP_Note")); }), error::kTableInUse);
+    EXPECT_EQ(table.Fields().size(), before);
+    other.Wait();
+    EXPECT_EQ(ErrorOf([&] { table.AppendField(NewField(u"TTYP_Note")); }), 0);
+    EXPECT_EQ(Data().TableDefNamed(u"TTYP").Fields().size(), before + 1);
+}
+
 TEST_F(AppendFieldTest, ATableThatARecordsetHasOpenRaises3211) {
     auto rows = OpenDynaset(u"SELECT TTYP_CODE FROM TTYP");
     TableDef table = OpenDatabase(kData)->TableDefNamed(u"TTYP");

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "child_action.h"
+#include "locks/live_user.h"
 #include "locks/lock_bytes.h"
 #include "locks/lock_file.h"
 #include "locks/lock_wait.h"
@@ -29,7 +30,7 @@ const ChildAction kComeAndGo("come and go", [](const ChildAction::Arguments& arg
     const fs::path file = PathOf(arguments[0]);
     for (int round = 0; round < kRounds; ++round) {
         LockFile user;
-        if (user.Enter(file) != LockFile::Entry::Entered || !LockFile::HasUsers(file)) {
+        if (user.Enter(file) != LockFile::Entry::Entered || !IsUserThere(file, user.User())) {
             throw basic::RuntimeError(basic::error::kFileInUse);
         }
     }

@@ -55,23 +55,6 @@ std::filesystem::path LockFile::PathFor(const std::filesystem::path& dataFile) {
     return path;
 }
 
-bool LockFile::HasUsers(const std::filesystem::path& dataFile) {
-    std::error_code failure;
-    const std::filesystem::path path = PathFor(dataFile);
-    if (!std::filesystem::exists(path, failure)) {
-        return false;
-    }
-    try {
-        OsFile file;
-        // Who cannot look must take it that somebody is there.
-        return !file.Open(path, OsFile::Access::ReadWrite) ||
-               file.TryLock(lock_bytes::kUsers, OsFile::Lock::Exclusive, lock_bytes::kMostUsers) ==
-                   OsFile::LockResult::Held;
-    } catch (const basic::RuntimeError& error) {
-        return error.Number() != basic::error::kFileMissing;  // the last user may just have deleted it
-    }
-}
-
 LockFile::Entry LockFile::Enter(const std::filesystem::path& dataFile, std::span<const int> avoided) {
     const std::filesystem::path path = PathFor(dataFile);
     Entry entry = Entry::Full;

@@ -16,7 +16,7 @@ class LockFile {
     enum class Entry {
         Entered,
         Unavailable,  ///< the file cannot be made, or its file system has no byte locks
-        Full,         ///< 255 users are there already
+        Full,         ///< 255 users are there already, or somebody keeps all places
     };
 
     LockFile() = default;
@@ -42,8 +42,6 @@ class LockFile {
     void ReleasePages() { commit_.Close(); }
 
     [[nodiscard]] static std::filesystem::path PathFor(const std::filesystem::path& dataFile);
-    /// Whether somebody has a place in the lock file of a data file.
-    [[nodiscard]] static bool HasUsers(const std::filesystem::path& dataFile);
 
  private:
     [[nodiscard]] OsFile::LockResult TakePlace(std::span<const int> avoided);

@@ -56,6 +56,7 @@ class Database : public std::enable_shared_from_this<Database> {
 
     /// Opens a step: until its end all changes through this Database are one. Throws 3027, 3260.
     [[nodiscard]] Step Begin();
+    [[nodiscard]] bool IsInStep() const;
 
     // Changes of structure. Each is one atomic step, or part of the open one. Table objects opened before
     // keep the old structure: they can be read on, but changes through them throw 3197; open them again. All

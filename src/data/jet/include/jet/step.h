@@ -12,6 +12,9 @@ class WriteStep;
 /// other process sees any of them before Commit. A change that throws has changed nothing and the step goes
 /// on. Must not outlive its Database, which has one step at a time: a step opened within another one belongs
 /// to that. One thread.
+///
+/// A step is of one file. A linked table lies in another one: what is changed in it is a step there, on the
+/// disk at once, and stays when the step of the linking file is dropped.
 class Step {
  public:
     Step(Step&& other) noexcept;

@@ -13,14 +13,14 @@ namespace quardele::sql {
 namespace {
 
 struct ActionRunner {
-    jet::Database& database;
+    ActionPlace place;
 
-    std::size_t operator()(InsertAction& insert) const { return RunInsert(database, std::move(insert)); }
-    std::size_t operator()(UpdateAction& update) const { return RunUpdate(database, std::move(update)); }
-    std::size_t operator()(DeleteAction& remove) const { return RunDelete(database, std::move(remove)); }
+    std::size_t operator()(InsertAction& insert) const { return RunInsert(place, std::move(insert)); }
+    std::size_t operator()(UpdateAction& update) const { return RunUpdate(place, std::move(update)); }
+    std::size_t operator()(DeleteAction& remove) const { return RunDelete(place, std::move(remove)); }
     template <class Definition>
     std::size_t operator()(const Definition& definition) const {
-        RunDefinition(database, definition);
+        RunDefinition(place.database, definition);
         return 0;
     }
 };
@@ -29,8 +29,9 @@ struct ActionRunner {
 
 ExecuteResult Execute(jet::Database& database, TextView statement) {
     Action action = ParseAction(statement);
+    const ActionPlace place{database, database.IsInStep()};
     jet::Step step = database.Begin();
-    const ExecuteResult result{std::visit(ActionRunner{database}, action)};
+    const ExecuteResult result{std::visit(ActionRunner{place}, action)};
     step.Commit();
     return result;
 }

@@ -23,6 +23,15 @@ std::shared_ptr<Query> MakeQuery(jet::Database& database, SelectPlan plan) {
         std::make_unique<PreparedSelect>(database.shared_from_this(), std::move(plan)));
 }
 
+void RequireReach(const ActionPlace& place, const jet::Table& table) {
+    if (place.isPart && &table.Home() != &place.database) {
+        throw basic::RuntimeError(error::kOperationNotSupported,
+                                  u"La table « " + table.Name() +
+                                      u" » est liée : elle ne peut pas être modifiée avec d'autres en une "
+                                      u"seule étape.");
+    }
+}
+
 // INSERT INTO.
 
 /// The columns that the values of an INSERT INTO go to.
@@ -85,7 +94,8 @@ Statement QueryOf(UpdateAction update) {
 
 class Update {
  public:
-    explicit Update(std::shared_ptr<const Query> query) : query_(std::move(query)), rows_(query_->Run()) {
+    Update(const ActionPlace& place, std::shared_ptr<const Query> query)
+        : place_(place), query_(std::move(query)), rows_(query_->Run()) {
         RequireTargets();
     }
 
@@ -94,6 +104,7 @@ class Update {
         std::vector<std::shared_ptr<jet::Table>> tables;
         for (const auto& [source, changes] : changes_) {
             tables.push_back(query_->Sources()[source]);
+            RequireReach(place_, *tables.back());
         }
         jet::TableSteps steps(tables);
         for (const auto& [source, changes] : changes_) {
@@ -141,6 +152,7 @@ class Update {
         }
     }
 
+    const ActionPlace& place_;
     std::shared_ptr<const Query> query_;
     RowSet rows_;
     std::map<std::size_t, std::vector<std::pair<jet::RowId, Changes>>> changes_;  ///< by source
@@ -165,8 +177,10 @@ std::size_t TargetOf(const DeleteAction& remove, const std::vector<Source>& sour
 
 }  // namespace
 
-std::size_t RunInsert(jet::Database& database, InsertAction insert) {
+std::size_t RunInsert(const ActionPlace& place, InsertAction insert) {
+    jet::Database& database = place.database;
     const auto table = database.OpenTable(insert.table);
+    RequireReach(place, *table);
     const std::vector<int> columns = TargetColumns(*table, insert.columns);
     SelectPlan plan = MakeStatementPlan(database, std::move(insert.source));
     RequireValueCount(plan.columns.size(), columns.size());
@@ -186,11 +200,13 @@ std::size_t RunInsert(jet::Database& database, InsertAction insert) {
     return rows.Size();
 }
 
-std::size_t RunUpdate(jet::Database& database, UpdateAction update) {
-    return Update(MakeQuery(database, MakeStatementPlan(database, QueryOf(std::move(update))))).Run();
+std::size_t RunUpdate(const ActionPlace& place, UpdateAction update) {
+    SelectPlan plan = MakeStatementPlan(place.database, QueryOf(std::move(update)));
+    return Update(place, MakeQuery(place.database, std::move(plan))).Run();
 }
 
-std::size_t RunDelete(jet::Database& database, DeleteAction remove) {
+std::size_t RunDelete(const ActionPlace& place, DeleteAction remove) {
+    jet::Database& database = place.database;
     Statement statement;
     statement.selects.emplace_back();
     statement.selects.front().from = std::move(remove.from);
@@ -208,6 +224,7 @@ std::size_t RunDelete(jet::Database& database, DeleteAction remove) {
     std::sort(ids.begin(), ids.end());
     ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
     const std::shared_ptr<jet::Table>& table = query->Sources()[source];
+    RequireReach(place, *table);
     jet::TableSteps steps({&table, 1});
     for (const jet::RowId id : ids) {
         table->Delete(id);

@@ -29,6 +29,9 @@ struct ExecuteResult {
 /// returns, or a part of the step that is open (jet::Database::Begin): on an error nothing of it has
 /// happened. What a change could alter is read before the first row is changed. The database must be held by
 /// a shared pointer.
+///
+/// A linked table lies in a file that the step of this one does not reach: changing it within an open step
+/// throws 3251. One UPDATE of tables of several files is a step in each of them, written one after the other.
 ExecuteResult Execute(jet::Database& database, TextView statement);
 
 /// A statement of a script.
@@ -38,7 +41,8 @@ struct ScriptStatement {
 };
 
 /// Cuts a script at each ";" that stands outside texts, names in brackets and dates; empty statements are
-/// left out. The script must outlive the result. Never fails: what is no statement fails when it is run.
+/// left out, and comments: in front of a statement, from two hyphens to the end of the line. The script must
+/// outlive the result. Never fails: what is no statement fails when it is run.
 [[nodiscard]] std::vector<ScriptStatement> SplitScript(TextView script);
 
 }  // namespace quardele::sql

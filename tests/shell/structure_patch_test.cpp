@@ -34,6 +34,7 @@ class StructurePatchTest : public QObject {
     void BothColumnsPresentStartWithoutAMessage();
     void TwoMissingColumnsAreToldAndEndTheProgram();
     void TheColumnsAreInTheTableForEveryProgram();
+    void TheSampleOfAWorkshopIsBroughtUpToDate();
     void ATableThatSomebodyHasOpenStaysAsItIs();
     void AColumnThatCannotBeAddedIsTriedAtEachStart();
     void OneMissingColumnIsOneLine();
@@ -94,6 +95,36 @@ void StructurePatchTest::TheColumnsAreInTheTableForEveryProgram() {
     QCOMPARE(note.Type(), dao::FieldType::Text);
     QCOMPARE(note.Size(), 100);
     QVERIFY(note.allowZeroLength);
+}
+
+void StructurePatchTest::TheSampleOfAWorkshopIsBroughtUpToDate() {
+    const std::filesystem::path sample =
+        std::filesystem::path(QUARDELE_SAMPLE_DIR) / "before-notes" / "talmeon.mdb";
+    if (!std::filesystem::exists(sample)) {
+        QSKIP("the sample installation is not there");
+    }
+    const support::Installation installation;
+    const std::filesystem::path file = installation.File("DATA/talmeon.mdb");
+    std::filesystem::copy_file(sample, file, std::filesystem::copy_options::overwrite_existing);
+    const auto before = support::Installation::ExportTable(file, "TVEH");
+    if (before.empty()) {
+        QSKIP("mdb-export is not installed");
+    }
+    const auto visits = support::Installation::ExportTable(file, "TVEH_DETAIL");
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes, std::vector<QString>{MessageWith(kFirstLine + kSecondLine)});
+    QVERIFY(start.ended);
+    tests::StopProgram();
+    const auto after = support::Installation::ExportTable(file, "TVEH");
+    QCOMPARE(after.size(), before.size());
+    QCOMPARE(after[0], before[0] + ",TVEH_Note1,TVEH_Note2");
+    for (std::size_t row = 1; row < after.size(); ++row) {
+        QCOMPARE(after[row], before[row] + ",,");
+    }
+    QCOMPARE(support::Installation::ExportTable(file, "TVEH_DETAIL"), visits);
+    const Start second = StartProgram();
+    QCOMPARE(second.boxes, std::vector<QString>{});
+    QVERIFY(!second.ended);
 }
 
 void StructurePatchTest::ATableThatSomebodyHasOpenStaysAsItIs() {

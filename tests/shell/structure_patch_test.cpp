@@ -1,6 +1,7 @@
 // The structure patch at start-up: which columns it misses, what it tells, and that the process ends.
 #include <QTest>
 
+#include <child_process.h>
 #include <forms/runtime.h>
 #include <shell/main_window.h>
 #include <shell/session.h>
@@ -36,6 +37,7 @@ class StructurePatchTest : public QObject {
     void TheColumnsAreInTheTableForEveryProgram();
     void TheSampleOfAWorkshopIsBroughtUpToDate();
     void ATableThatSomebodyHasOpenStaysAsItIs();
+    void WhileAnotherWorkstationIsInItNothingChangesAndTheNextStartTriesAgain();
     void AColumnThatCannotBeAddedIsTriedAtEachStart();
     void OneMissingColumnIsOneLine();
     void AColumnInOtherCaseIsMissing();
@@ -143,6 +145,30 @@ void StructurePatchTest::ATableThatSomebodyHasOpenStaysAsItIs() {
     const auto database =
         dao::DBEngine::Instance().Workspaces(0).OpenDatabase(u"C:\\QUARDELE\\DATA\\talmeon.mdb");
     QCOMPARE(database->TableDefNamed(u"TVEH").Fields().size(), rows->Fields().size());
+}
+
+void StructurePatchTest::WhileAnotherWorkstationIsInItNothingChangesAndTheNextStartTriesAgain() {
+    const support::Installation installation;
+    const std::filesystem::path file = installation.File("DATA/talmeon.mdb");
+    std::filesystem::copy_file(QUARDELE_INSTALLATION_DIR "/before-notes/talmeon.mdb", file,
+                               std::filesystem::copy_options::overwrite_existing);
+    const std::vector<QString> told = {MessageWith(kFirstLine + kSecondLine)};
+    {
+        test::Process other(QUARDELE_OTHER_PROCESS, {file.string(), "TTYP", "VID", "TTYP_LIBELLE", "?"});
+        QVERIFY(other.WaitForSign());
+        const Start refused = StartProgram();
+        QCOMPARE(refused.boxes, told);
+        QVERIFY(refused.ended);
+        tests::StopProgram();
+        QCOMPARE(other.Wait(), 0);
+    }
+    const Start patched = StartProgram();
+    QCOMPARE(patched.boxes, told);
+    QVERIFY(patched.ended);
+    tests::StopProgram();
+    const Start usual = StartProgram();
+    QCOMPARE(usual.boxes, std::vector<QString>{});
+    QVERIFY(!usual.ended);
 }
 
 void StructurePatchTest::AColumnThatCannotBeAddedIsTriedAtEachStart() {

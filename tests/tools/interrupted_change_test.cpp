@@ -10,6 +10,7 @@
 #include "commit/journal.h"
 #include "dying.h"
 #include "file/one_name.h"
+#include "locks/lock_file.h"
 #include "mdb_program.h"
 
 namespace quardele::mdb::test {
@@ -192,6 +193,22 @@ TEST_F(InterruptedChangeTest, WhatSomebodyElseHasWrittenIsLostOnlyByForce) {
     EXPECT_EQ(PagesShown(output).at(0).state, "written by somebody else");
     EXPECT_THAT(MdbInFrench({"recover", file_}).out, HasSubstr("écrite par quelqu'un d'autre"));
     ExpectRefused("--rollback");
+    EXPECT_EQ(Recover({"--rollback", "--force"}), "the old pages are back\n");
+    ExpectAsBefore();
+}
+
+TEST_F(InterruptedChangeTest, ForceIsRefusedWhileSomebodyIsInTheFile) {
+    DieAtPage(3);
+    WriteAsSomebodyElse();
+    const auto bytes = jet::test::ReadBytes(file_);
+    jet::LockFile other;
+    ASSERT_EQ(other.Enter(file_), jet::LockFile::Entry::Entered);
+    const Outcome refused = Mdb({"recover", file_, "--rollback", "--force"});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_THAT(refused.err, HasSubstr("mdb: error 3045: the file is in use"));
+    EXPECT_EQ(jet::test::ReadBytes(file_), bytes);
+    EXPECT_TRUE(HasJournal());
+    other.Leave();
     EXPECT_EQ(Recover({"--rollback", "--force"}), "the old pages are back\n");
     ExpectAsBefore();
 }

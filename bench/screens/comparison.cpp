@@ -1,6 +1,7 @@
 #include "comparison.h"
 
 #include <algorithm>
+#include <array>
 
 #include "command.h"
 #include "figures.h"
@@ -82,6 +83,32 @@ void ScreenComparison::MeasureDueList() {
     const std::string rows = Number(NumberOf(lists.back(), "rows"), 0) + " lignes";
     report_.Compare("première fois, " + rows + " / TVEH, TVEH_DETAIL, TAFF", first);
     report_.Compare("fois suivantes", {.ours = MedianOf(lists, "again"), .theirs = first.theirs});
+    report_.Tell("mémoire de pointe", PeakMemoryOf(lists.back()));
+}
+
+void ScreenComparison::MeasureVehicleList() {
+    constexpr std::array<std::pair<const char*, const char*>, 7> kActions{{
+        {"open", "du menu à la liste dessinée"},
+        {"end", "à la dernière ligne"},
+        {"home", "retour à la première"},
+        {"page", "une page plus bas"},
+        {"step", "une ligne plus bas"},
+        {"record", "dans une fiche et retour à la liste"},
+        {"refresh", "actualiser"},
+    }};
+    report_.Section("Liste des véhicules", "");
+    std::vector<Figures> lists;
+    for (int run = 0; run < runs_; ++run) {
+        lists.push_back(RunMeasured({self_, "--measure-vehicles", driveC_.string()}));
+    }
+    if (OneFailed(lists)) {
+        report_.Tell("la liste n'apparaît pas", "");
+        return;
+    }
+    report_.Tell("lignes", Number(NumberOf(lists.back(), "rows"), 0));
+    for (const auto& [name, text] : kActions) {
+        report_.Tell(text, TimeText(MedianOf(lists, name)));
+    }
     report_.Tell("mémoire de pointe", PeakMemoryOf(lists.back()));
 }
 

@@ -19,6 +19,8 @@ class ScreenComparison {
     void MeasureStart();
     /// From Enter to the painted due list.
     void MeasureDueList();
+    /// The list of all vehicles: opened, scrolled to its end and back, its records looked at.
+    void MeasureVehicleList();
     /// Letters per minute. Says so when the word processor or its bridge is missing.
     void MeasureLetters(int customers);
 

@@ -1,6 +1,6 @@
 // Benchmarks of the screens, off screen, beside the tools that one would use instead. Prints a comparison in
 // French.
-//   quardele-bench-screens [--runs N] [--letters N]
+//   quardele-bench-screens [--runs N] [--letters N] [--vehicles N]
 // The other options are the program's own: it starts itself with them, one process for each measure.
 #include <unistd.h>
 
@@ -31,6 +31,8 @@ struct Options {
                             QStringLiteral("N"), QStringLiteral("9")};
     QCommandLineOption letters{QStringLiteral("letters"), QStringLiteral("clients à qui écrire"),
                                QStringLiteral("N"), QStringLiteral("30")};
+    QCommandLineOption vehicles{QStringLiteral("vehicles"), QStringLiteral("véhicules de la grande liste"),
+                                QStringLiteral("N"), QStringLiteral("100000")};
 };
 
 /// Runs one measure when the command line asks for one; false when it does not.
@@ -49,6 +51,8 @@ bool RunMeasure(int argc, char* argv[]) {
         RunStart(driveC);
     } else if (words[0] == "--measure-list") {
         RunDueList(driveC);
+    } else if (words[0] == "--measure-vehicles") {
+        RunVehicleList(driveC);
     } else if (words[0] == "--measure-letters" && words.size() > 2) {
         RunLetters(driveC, std::stoi(words[2]));
     }
@@ -66,6 +70,15 @@ void Compare(const std::string& self, int runs, int letters) {
     comparison.MeasureLetters(letters);
 }
 
+void MeasureLargeList(const std::string& self, int runs, int vehicles) {
+    const TemporaryFolder folder;
+    Report report(std::cout);
+    ScreenComparison comparison(
+        report, self, demo::MakeInstallation(folder.Path(), workshop::ScaleFor(vehicles, kScale.today)),
+        runs);
+    comparison.MeasureVehicleList();
+}
+
 int Run(int argc, char* argv[]) {
     if (RunMeasure(argc, argv)) {
         return 0;
@@ -74,11 +87,14 @@ int Run(int argc, char* argv[]) {
     const Options options;
     QCommandLineParser arguments;
     arguments.addHelpOption();
-    arguments.addOptions({options.runs, options.letters});
+    arguments.addOptions({options.runs, options.letters, options.vehicles});
     arguments.process(application);
-    Compare(QCoreApplication::applicationFilePath().toStdString(),
-            std::max(arguments.value(options.runs).toInt(), 1),
-            std::max(arguments.value(options.letters).toInt(), 1));
+    const std::string self = QCoreApplication::applicationFilePath().toStdString();
+    const auto atLeastOne = [&](const QCommandLineOption& option) {
+        return std::max(arguments.value(option).toInt(), 1);
+    };
+    Compare(self, atLeastOne(options.runs), atLeastOne(options.letters));
+    MeasureLargeList(self, atLeastOne(options.runs), atLeastOne(options.vehicles));
     return 0;
 }
 

@@ -4,11 +4,12 @@
 #include <QTest>
 
 #include <basic/paths.h>
-#include <forms/form.h>
+#include <forms/grid.h>
 #include <forms/runtime.h>
 #include <program/program.h>
 #include <reminders/frelances.h>
 #include <shell/main_window.h>
+#include <vehicles/fficveh.h>
 
 #include "figures.h"
 #include "idle.h"
@@ -86,6 +87,38 @@ void RunDueList(const fs::path& driveC) {
     }
     TellFigure("again", Median(further).count());
     TellFigure("rows", form.DBG_RELANCES->MaxRows());
+    TellPeakMemory();
+}
+
+void RunVehicleList(const fs::path& driveC) {
+    constexpr int kFurtherTimes = 9;
+    shell::MDIMENU_VEH& mainWindow = Start(driveC);
+    TellFigure("open", TimeUntilPainted(*qApp, [&] {
+                           demo::ClickMenu(mainWindow, QStringLiteral("M_VEHIC"));
+                       }).count());
+    const auto& form = forms::Instance<vehicles::FFICVEH>();
+    auto* const list = form.Surface()->findChild<forms::Grid*>(QStringLiteral("DBG_Liste"));
+    const auto press = [](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        return TimeUntilPainted(*qApp,
+                                [=] { QTest::keyClick(forms::Screen::ActiveControl(), key, modifiers); });
+    };
+    TellFigure("end", press(Qt::Key_End, Qt::ControlModifier).count());
+    TellFigure("rows", list->ActiveRow());
+    TellFigure("home", press(Qt::Key_Home, Qt::ControlModifier).count());
+    const auto tellMedian = [&](const char* name, const std::function<Duration()>& act) {
+        std::vector<Duration> times;
+        for (int time = 0; time < kFurtherTimes; ++time) {
+            times.push_back(act());
+        }
+        TellFigure(name, Median(std::move(times)).count());
+    };
+    tellMedian("page", [&] { return press(Qt::Key_PageDown); });
+    tellMedian("step", [&] { return press(Qt::Key_Down); });
+    tellMedian("record", [&] {
+        const Duration there = press(Qt::Key_Return);
+        return there + press(Qt::Key_F8);
+    });
+    TellFigure("refresh", press(Qt::Key_F5).count());
     TellPeakMemory();
 }
 

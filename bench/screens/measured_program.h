@@ -17,6 +17,11 @@ void RunStart(const std::filesystem::path& driveC);
 /// further times), "rows" and "memory".
 void RunDueList(const std::filesystem::path& driveC);
 
+/// The list of all vehicles: "open" (from the menu to the painted list), "end" and "home" (to the last row
+/// and back), "page" and "step" (one page, one row down), "record" (into a record and back to the list),
+/// "refresh", "rows" and "memory".
+void RunVehicleList(const std::filesystem::path& driveC);
+
 /// Letters to `customers` customers, after a first one that starts the word processor. Tells "first" (time of
 /// the first letter), "letters" and "visits" (their numbers, the first left out), "time" (of those) and
 /// "memory". When no letter comes about, tells "message" (what the program said) instead.

@@ -47,6 +47,8 @@ Grid::Grid(QWidget* parent)
     });
     connect(model_, &GridModel::Edited, this, [this] { d_->changeMade = true; });
     connect(d_->delegate, &GridDelegate::Typed, this, [this] { d_->changeMade = true; });
+    // The frame shows the focus of an open cell too.
+    connect(d_->delegate, &GridDelegate::closeEditor, this, [this] { QWidget::update(); });
     connect(d_->delegate, &GridDelegate::KeyInEditor, this, &Grid::KeyInEditor);
     connect(d_->header, &GridHeader::Pressed, this, &Grid::HeadingPressed);
     connect(d_->header, &QHeaderView::sectionResized, this, [this](int section, int /*old*/, int pixels) {

@@ -27,6 +27,13 @@ const std::vector<std::string>& Words() {
                                                    "OR",
                                                    "NOT",
                                                    "XOR",
+                                                   "(SELECT",
+                                                   "EXISTS (SELECT",
+                                                   "= ANY (SELECT",
+                                                   "DISTINCTROW",
+                                                   "ALIKE",
+                                                   "&H1F",
+                                                   "Yes",
                                                    "LIKE",
                                                    "BETWEEN",
                                                    "IN",
@@ -139,7 +146,17 @@ class Garbage {
             "TSITE AS b ON a.TSITE_CODE = b.TSITE_CODE WHERE a.TSITE_CODE BETWEEN 'A' AND 'M' OR NOT "
             "a.TSITE_LIBELLE LIKE '[a-c]*'",
             "SELECT TOP 3 * FROM TSITE WHERE TSITE_CODE IN ( 'PAR' , 'LYO' , Null ) AND DateAdd( 'm' , 1 , "
-            "#1/31/26# ) > #2/28/26# ORDER BY Len( TSITE_CODE ) , TSITE_LIBELLE"};
+            "#1/31/26# ) > #2/28/26# ORDER BY Len( TSITE_CODE ) , TSITE_LIBELLE",
+            "SELECT DISTINCTROW a.TSITE_CODE , ( SELECT Count(*) FROM TSITE AS b WHERE b.TSITE_CODE < "
+            "a.TSITE_CODE ) AS n FROM TSITE AS a WHERE EXISTS ( SELECT * FROM TSITE AS c WHERE c.TSITE_CODE "
+            "= "
+            "a.TSITE_CODE ) ORDER BY n DESC",
+            "SELECT T.* , &H1F FROM ( SELECT TSITE_CODE , StDev( Len( TSITE_LIBELLE ) ) AS n FROM TSITE "
+            "GROUP "
+            "BY TSITE_CODE ) AS T INNER JOIN TSITE AS S ON T.TSITE_CODE = S.TSITE_CODE WHERE S.TSITE_CODE "
+            "NOT "
+            "IN ( SELECT TSITE_LIBELLE FROM TSITE UNION SELECT 'x' ) AND S.TSITE_CODE >= ALL ( SELECT "
+            "TSITE_CODE FROM TSITE WHERE TSITE_CODE <= S.TSITE_CODE ) OR T.TSITE_CODE ALIKE 'P%'"};
         return Damaged(good[Below(good.size())]);
     }
 

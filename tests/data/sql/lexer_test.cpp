@@ -31,6 +31,15 @@ std::string Tokens(const std::string& text) {
     return line + "(no end)";
 }
 
+TEST(LexerTest, NumbersOfOtherBasesStandWhereAnOperandIsDue) {
+    EXPECT_EQ(Tokens("= &H1F + &o17"), "s:= l:31 s:+ l:15 end");
+    EXPECT_EQ(Tokens("(&hFFFFFFFF)"), "s:( l:-1 s:) end");
+    EXPECT_EQ(Tokens("a &H1"), "w:a s:& w:H1 end");
+    EXPECT_EQ(Tokens("'a'&H1"), "l:'a' s:& w:H1 end");
+    EXPECT_EQ(Tokens("= &HXY"), "s:= bad:nombre incorrect après &");
+    EXPECT_EQ(Tokens("= &H123456789"), "s:= bad:nombre incorrect après &");
+}
+
 TEST(LexerTest, WordsNamesNumbersAndSymbols) {
     EXPECT_EQ(Tokens("Select a.b,[x y] from T1;"), "w:Select w:a s:. w:b s:, n:x y w:from w:T1 s:; end");
     EXPECT_EQ(Tokens("a<=b<>c>=d<e"), "w:a s:<= w:b s:<> w:c s:>= w:d s:< w:e end");

@@ -29,6 +29,11 @@ constexpr OperatorSpelling kOperators[] = {
 };
 
 struct PrecedenceVisitor {
+    /// A number below zero, which only digits of another base can write at once, is written with its sign.
+    Precedence operator()(const Literal& node) const {
+        const auto* number = std::get_if<std::int32_t>(&node.value.Stored());
+        return number != nullptr && *number < 0 ? kSign : kOperand;
+    }
     Precedence operator()(const Unary& node) const { return node.op == UnaryOperator::Not ? kNot : kSign; }
     Precedence operator()(const Binary& node) const { return SpellingOf(node.op).precedence; }
     Precedence operator()(const Junction& node) const { return node.isAnd ? kAnd : kOr; }

@@ -31,6 +31,8 @@ class PageCache final : public PageSource {
     [[nodiscard]] std::uint64_t PictureNumber() const { return pictureNumber_; }
     /// Counts the pages that were read from the file.
     [[nodiscard]] std::uint64_t PagesRead() const { return pagesRead_; }
+    /// Counts the pages that were asked for, whether or not they were in memory.
+    [[nodiscard]] std::uint64_t PagesAsked() const { return pagesAsked_; }
     /// Takes over a page that was just written.
     void Put(PagePtr page);
     /// The pages that were put are those of the file with this mark.
@@ -56,7 +58,8 @@ class PageCache final : public PageSource {
     }
     void TakePicture() const;
     void ReadRun(std::uint32_t number, std::uint32_t run) const;
-    void Insert(PagePtr page) const;
+    /// Keeps a page within a number of frames.
+    void Insert(PagePtr page, std::size_t mostFrames) const;
     [[nodiscard]] std::size_t FrameToReuse() const;
     [[nodiscard]] std::uint32_t RunLength(std::uint32_t number) const;
 
@@ -67,6 +70,7 @@ class PageCache final : public PageSource {
     mutable std::uint32_t pageCount_ = 0;
     mutable std::uint64_t generation_ = 0;
     mutable std::uint64_t pagesRead_ = 0;
+    mutable std::uint64_t pagesAsked_ = 0;
     mutable std::unordered_map<std::uint32_t, std::size_t> frameOf_;
     mutable std::vector<Frame> frames_;
     mutable std::size_t hand_ = 0;

@@ -72,6 +72,9 @@ using NodeList = std::vector<NodePtr>;
 /// A call by name with its arguments; throws 3085 for an unknown function, 3075 for a wrong number of
 /// arguments.
 [[nodiscard]] NodePtr MakeCall(TextView function, NodeList arguments);
+/// The same for some functions that have a shorter way with arguments like these, of the right number and not
+/// all constant; null, and the arguments untouched, for others.
+[[nodiscard]] NodePtr MakeShortCall(TextView function, NodeList& arguments);
 
 /// The node itself, or its value as a constant when all its parts are constant. A part that fails to be
 /// worked out stays, so that the error comes when a row asks for it.

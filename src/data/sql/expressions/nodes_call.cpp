@@ -192,6 +192,11 @@ NodePtr MakeCall(TextView name, NodeList arguments) {
         FailArgumentCount(function->name);
     }
     const bool constant = function->pure && AllConstant(arguments);
+    if (!constant) {
+        if (NodePtr node = MakeShortCall(function->name, arguments)) {
+            return node;
+        }
+    }
     return WorkedOut(std::make_unique<const CallNode>(*function, std::move(arguments)), constant);
 }
 

@@ -8,6 +8,7 @@
 #include "expressions/like.h"
 #include "expressions/node.h"
 #include "rows/key_table.h"
+#include "rows/node_key.h"
 #include "rows/sort_key.h"
 #include "sql_error.h"
 
@@ -143,14 +144,11 @@ class ConstantListNode final : public ConditionNode {
     }
 
     Truth Test(RowContext& row) const override {
-        Variant scratch;
-        const Variant& value = operand_->Peek(row, scratch);
-        if (value.IsNull()) {
+        key_.clear();
+        if (!operandKey_.AppendUnlessNull(key_, *operand_, row)) {
             return Truth::Unknown;
         }
-        std::string key;
-        AppendSortKey(key, value);
-        if (keys_.Find(key)) {
+        if (keys_.Find(key_)) {
             return Truth::True;
         }
         return hasNull_ ? Truth::Unknown : Truth::False;
@@ -160,6 +158,8 @@ class ConstantListNode final : public ConditionNode {
     NodePtr operand_;
     KeyTable keys_;
     bool hasNull_ = false;
+    mutable NodeKeys operandKey_;
+    mutable std::string key_;
 };
 
 class LikeNode final : public ConditionNode {

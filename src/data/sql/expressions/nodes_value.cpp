@@ -1,4 +1,6 @@
 // Nodes that calculate and join.
+#include <basic/conversion.h>
+
 #include "expressions/arithmetic.h"
 #include "expressions/node.h"
 
@@ -40,6 +42,7 @@ class NegativeNode final : public Node {
     NodePtr operand_;
 };
 
+/// Its buffers keep their memory from row to row: expressions belong to one thread.
 class ConcatenationNode final : public Node {
  public:
     ConcatenationNode(NodePtr left, NodePtr right)
@@ -50,10 +53,33 @@ class ConcatenationNode final : public Node {
         Variant rightScratch;
         return Concatenated(left_->Peek(row, leftScratch), right_->Peek(row, rightScratch));
     }
+    std::optional<TextView> Characters(RowContext& row, Text& buffer) const override {
+        const TextView left = Operand(*left_, row, leftBuffer_);
+        const TextView right = Operand(*right_, row, rightBuffer_);
+        if (right.empty()) {
+            return left;
+        }
+        buffer.assign(left);
+        buffer += right;
+        return buffer;
+    }
+    bool IsNull(RowContext&) const override { return false; }
 
  private:
+    /// A Null adds nothing.
+    static TextView Operand(const Node& node, RowContext& row, Text& buffer) {
+        if (ClassOf(node.Type()) == TypeClass::Texts) {
+            return node.Characters(row, buffer).value_or(TextView());
+        }
+        Variant scratch;
+        buffer = basic::Joined(node.Peek(row, scratch));
+        return buffer;
+    }
+
     NodePtr left_;
     NodePtr right_;
+    mutable Text leftBuffer_;
+    mutable Text rightBuffer_;
 };
 
 }  // namespace

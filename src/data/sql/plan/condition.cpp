@@ -112,9 +112,6 @@ struct Condition::Impl {
         }
         FindIndex& index = data.findIndexes[equality->signature];
         if (!index.IsBuilt()) {
-            if (!index.IsWorthwhile()) {
-                return std::nullopt;
-            }
             Build(index, data);
         }
         const std::vector<std::size_t> rows = index.RowsWith(equality->value);
@@ -128,7 +125,7 @@ struct Condition::Impl {
     void Build(FindIndex& index, RowSet::Data& data) const {
         for (std::size_t row = 0; row < data.rows.size; ++row) {
             try {
-                index.Add(equality->expression->Value(data.At(row)), row);
+                index.Add(*equality->expression, data.At(row), row);
             } catch (const basic::RuntimeError&) {
                 data.forgotten.insert(row);
             }

@@ -4,10 +4,12 @@
 
 namespace quardele::sql {
 
-void FindIndex::Add(const Variant& value, std::size_t row) {
-    std::string key;
-    AppendSortKey(key, value);
-    rows_.Add(key, static_cast<std::uint32_t>(row));
+void FindIndex::Add(const Node& expression, RowContext& row, std::size_t number) {
+    key_.clear();
+    // Nobody seeks a Null: nothing equals it.
+    if (keys_.AppendUnlessNull(key_, expression, row)) {
+        rows_.Add(key_, static_cast<std::uint32_t>(number));
+    }
 }
 
 std::vector<std::size_t> FindIndex::RowsWith(const Variant& value) const {

@@ -7,18 +7,18 @@
 
 #include "expressions/node.h"
 #include "rows/key_table.h"
+#include "rows/node_key.h"
 
 namespace quardele::sql {
 
-/// Made at the second search for the same expression: one search alone is served faster by looking at the
-/// rows themselves.
+/// Made at the first search for an expression, which looks at every row: from then on a search is a look into
+/// a hash.
 class FindIndex {
  public:
-    /// Counts a search; true when the index should stand for it.
-    bool IsWorthwhile() { return ++searches_ > 1; }
     [[nodiscard]] bool IsBuilt() const { return built_; }
 
-    void Add(const Variant& value, std::size_t row);
+    /// Takes in a row with the value that the expression has in it; rows come in ascending order.
+    void Add(const Node& expression, RowContext& row, std::size_t number);
     void Finish() { built_ = true; }
 
     /// The rows with a value, in ascending order.
@@ -26,7 +26,8 @@ class FindIndex {
 
  private:
     KeyedRows rows_;
-    int searches_ = 0;
+    NodeKeys keys_;
+    std::string key_;
     bool built_ = false;
 };
 

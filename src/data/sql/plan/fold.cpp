@@ -27,15 +27,32 @@ char16_t Folded(char16_t unit) {
 }
 
 std::size_t FindFolded(TextView text, TextView what, std::size_t from) {
-    if (from > text.size()) {
+    return FoldedPattern(what).FindIn(text, from);
+}
+
+FoldedPattern::FoldedPattern(TextView what) : folded_(what) {
+    std::transform(folded_.begin(), folded_.end(), folded_.begin(), Folded);
+}
+
+std::size_t FoldedPattern::FindIn(TextView text, std::size_t from) const {
+    if (from > text.size() || folded_.size() > text.size() - from) {
         return TextView::npos;
     }
-    const auto found = std::search(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), what.begin(),
-                                   what.end(), [](char16_t a, char16_t b) { return Folded(a) == Folded(b); });
-    if (found == text.end() && !what.empty()) {
-        return TextView::npos;
+    if (folded_.empty()) {
+        return from;
     }
-    return static_cast<std::size_t>(found - text.begin());
+    const char16_t* const capitals = Capitals().data();
+    const std::size_t last = text.size() - folded_.size();
+    for (std::size_t at = from; at <= last; ++at) {
+        std::size_t same = 0;
+        while (same < folded_.size() && capitals[text[at + same]] == folded_[same]) {
+            ++same;
+        }
+        if (same == folded_.size()) {
+            return at;
+        }
+    }
+    return TextView::npos;
 }
 
 }  // namespace quardele::sql

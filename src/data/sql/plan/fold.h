@@ -16,4 +16,15 @@ using basic::TextView;
 /// 0-based position of the first `what` at or behind `from`, or npos.
 [[nodiscard]] std::size_t FindFolded(TextView text, TextView what, std::size_t from);
 
+/// A text that is looked for in many others.
+class FoldedPattern {
+ public:
+    explicit FoldedPattern(TextView what);
+    /// As FindFolded.
+    [[nodiscard]] std::size_t FindIn(TextView text, std::size_t from) const;
+
+ private:
+    Text folded_;
+};
+
 }  // namespace quardele::sql

@@ -8,6 +8,9 @@
 namespace quardele::sql {
 namespace {
 
+/// More than an index can have.
+constexpr std::size_t kMostIndexColumns = 100;
+
 /// Types whose index entries are in the order in which their values compare.
 bool IsSeekableType(jet::ColumnType type) {
     switch (type) {
@@ -188,20 +191,31 @@ std::optional<IndexRange> ChooseRange(std::size_t source, const Conjuncts& conju
     return best;
 }
 
-int IndexOnColumn(const jet::Table& table, int column, StaticType type) {
-    int found = -1;
-    if (!CanSeek(table.Columns()[static_cast<std::size_t>(column)].type, type)) {
-        return found;
-    }
+std::optional<JoinIndex> IndexForJoin(const jet::Table& table, const std::vector<JoinColumn>& columns) {
+    std::optional<JoinIndex> best;
+    std::size_t worth = 0;
     for (std::size_t i = 0; i < table.Indexes().size(); ++i) {
         const jet::Index& index = table.Indexes()[i];
-        const bool serves = index.seekable && index.columns.front().column == column;
-        const bool unique = index.unique && index.columns.size() == 1;
-        if (serves && (found < 0 || unique)) {
-            found = static_cast<int>(i);
+        JoinIndex found{static_cast<int>(i), {}};
+        for (const jet::IndexColumn& part : index.columns) {
+            const auto serving =
+                std::find_if(columns.begin(), columns.end(), [&](const JoinColumn& candidate) {
+                    const jet::Column& column = table.Columns()[static_cast<std::size_t>(part.column)];
+                    return candidate.column == part.column && CanSeek(column.type, candidate.type);
+                });
+            if (serving == columns.end()) {
+                break;
+            }
+            found.columns.push_back(serving->number);
+        }
+        const bool single = index.unique && found.columns.size() == index.columns.size();
+        const std::size_t itsWorth = found.columns.size() + (single ? kMostIndexColumns : 0);
+        if (index.seekable && !found.columns.empty() && itsWorth > worth) {
+            worth = itsWorth;
+            best = std::move(found);
         }
     }
-    return found;
+    return best;
 }
 
 std::optional<IndexWalk> IndexForOrder(const jet::Table& table, const std::vector<ColumnOrder>& order) {

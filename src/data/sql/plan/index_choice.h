@@ -15,9 +15,21 @@ namespace quardele::sql {
 [[nodiscard]] std::optional<IndexRange> ChooseRange(std::size_t source, const Conjuncts& conjuncts,
                                                     const CompileScope& scope);
 
-/// An index that can be asked for values of a type in a column; -1 when there is none. Unique ones are
-/// preferred.
-[[nodiscard]] int IndexOnColumn(const jet::Table& table, int column, StaticType type);
+/// A column that must equal a value of a type.
+struct JoinColumn {
+    int column = 0;
+    StaticType type;
+    std::size_t number = 0;  ///< which of the asker's equalities it is
+};
+/// An index and the numbers of the equalities for its leading columns, in their order.
+struct JoinIndex {
+    int index = 0;
+    std::vector<std::size_t> columns;
+};
+/// The index that can be asked for most of the equalities at once; empty when none serves. Unique ones of
+/// which all columns are given come first.
+[[nodiscard]] std::optional<JoinIndex> IndexForJoin(const jet::Table& table,
+                                                    const std::vector<JoinColumn>& columns);
 
 struct ColumnOrder {
     int column = 0;

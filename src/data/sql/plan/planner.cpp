@@ -1,22 +1,29 @@
 #include "plan/planner.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "plan/alternatives.h"
 #include "plan/conjuncts.h"
 #include "plan/index_choice.h"
+#include "rows/alternatives_producer.h"
 #include "rows/query_producer.h"
 
 namespace quardele::sql {
 namespace {
 
-/// What finding one row through an index costs, in rows of a scan.
-constexpr double kSeekCost = 4;
 /// What a row costs that is kept in a hash.
 constexpr double kHashCost = 2;
 
 std::size_t CountTables(const FromItem& item) {
     const auto* join = std::get_if<Join>(&item.node);
     return join == nullptr ? 1 : CountTables(*join->left) + CountTables(*join->right);
+}
+
+bool IsEqualityOfColumn(const Conjunct& condition) {
+    const auto* comparison = condition.expression->As<Binary>();
+    return comparison != nullptr && comparison->op == BinaryOperator::Equal &&
+           (ColumnOf(*comparison->left) || ColumnOf(*comparison->right));
 }
 
 /// A part of the FROM clause on its way into the plan.
@@ -59,12 +66,47 @@ class Planner {
         if (select.from.empty()) {
             plan.rows = std::make_unique<const SingleRowProducer>();
         } else {
-            plan.rows = FromList(select.from, select.from.size(), std::move(where)).rows;
+            plan.rows = FromClause(select.from, where);
         }
         return plan;
     }
 
  private:
+    /// The rows of the whole clause: all at once, or by the ways in which one of the conditions can be true
+    /// when that promises less work.
+    ProducerPtr FromClause(const std::vector<FromItem>& from, const Conjuncts& where) {
+        Relation whole = FromList(from, from.size(), where);
+        for (const Conjunct& condition : where) {
+            ProducerPtr ways = ThroughAlternatives(from, where, *condition.expression, whole);
+            if (ways != nullptr) {
+                return ways;
+            }
+        }
+        return std::move(whole.rows);
+    }
+
+    /// Null when the condition has no ways of its own or they cost more than the whole.
+    ProducerPtr ThroughAlternatives(const std::vector<FromItem>& from, const Conjuncts& where,
+                                    const Expression& condition, const Relation& whole) {
+        const double most = whole.rows->Cost();
+        double cost = 0;
+        std::vector<ProducerPtr> alternatives;
+        for (const ExpressionPtr& way : AlternativesOf(condition)) {
+            Conjuncts conditions = where;
+            AppendConjuncts(way, conditions);
+            nextSource_ = 0;
+            alternatives.push_back(FromList(from, from.size(), std::move(conditions)).rows);
+            cost += alternatives.back()->Cost() + alternatives.back()->Estimate();
+            if (cost >= most) {
+                return nullptr;
+            }
+        }
+        if (alternatives.empty()) {
+            return nullptr;
+        }
+        return std::make_unique<const AlternativesProducer>(std::move(alternatives), whole.sources);
+    }
+
     NodeList CompileAll(const Conjuncts& conjuncts) {
         NodeList nodes;
         for (const Conjunct& conjunct : conjuncts) {
@@ -92,8 +134,8 @@ class Planner {
     /// `conditions` are those of WHERE and of surrounding joins that look at this part's sources only.
     Relation Build(const FromItem& item, Conjuncts conditions) {
         if (const auto* join = std::get_if<Join>(&item.node)) {
-            return join->kind == JoinKind::Inner ? BuildInner(*join, std::move(conditions))
-                                                 : BuildOuter(*join, std::move(conditions));
+            return KeepsRows(*join, conditions) ? BuildOuter(*join, std::move(conditions))
+                                                : BuildInner(*join, std::move(conditions));
         }
         const std::size_t source = nextSource_++;
         Relation relation;
@@ -103,9 +145,22 @@ class Planner {
             return relation;
         }
         auto range = ChooseRange(source, conditions, scope_);
-        relation.rows = std::make_unique<const TableProducer>(source, *(*scope_.sources)[source].table,
-                                                              CompileAll(conditions), std::move(range));
+        const bool selective = std::any_of(conditions.begin(), conditions.end(), IsEqualityOfColumn);
+        relation.rows = std::make_unique<const TableProducer>(
+            source, *(*scope_.sources)[source].table, CompileAll(conditions), std::move(range), selective);
         return relation;
+    }
+
+    /// Whether rows without a partner can stay in the result: no condition may refuse them.
+    [[nodiscard]] bool KeepsRows(const Join& join, const Conjuncts& conditions) const {
+        const std::size_t leftCount = CountTables(*join.left);
+        const SourceSet optional = join.kind == JoinKind::Left
+                                       ? Range(nextSource_ + leftCount, CountTables(*join.right))
+                                       : Range(nextSource_, leftCount);
+        return join.kind != JoinKind::Inner &&
+               std::none_of(conditions.begin(), conditions.end(), [optional](const Conjunct& condition) {
+                   return RefusesMissing(*condition.expression, optional);
+               });
     }
 
     Relation BuildInner(const Join& join, Conjuncts conditions) {
@@ -180,36 +235,33 @@ class Planner {
         return false;
     }
 
-    /// The equality that an index of the inner table serves, and that index.
-    struct IndexedEquality {
-        std::size_t equality;
-        int index;
-    };
-    std::optional<IndexedEquality> FindIndexed(const Relation& inner, const JoinTerms& terms) {
+    /// The equalities that an index of the inner table serves, and that index.
+    std::optional<JoinIndex> FindIndexed(const Relation& inner, const JoinTerms& terms) {
         const TableProducer* table = inner.rows->AsTable();
-        for (std::size_t i = 0; table != nullptr && i < terms.equalities.size(); ++i) {
+        if (table == nullptr) {
+            return std::nullopt;
+        }
+        std::vector<JoinColumn> columns;
+        for (std::size_t i = 0; i < terms.equalities.size(); ++i) {
             if (const auto column = ColumnOf(*terms.equalities[i].inner)) {
-                const StaticType type = Compile(*terms.equalities[i].outer, scope_)->Type();
-                const int index = IndexOnColumn(table->Table(), column->column, type);
-                if (index >= 0) {
-                    return IndexedEquality{i, index};
-                }
+                columns.push_back({column->column, Compile(*terms.equalities[i].outer, scope_)->Type(), i});
             }
         }
-        return std::nullopt;
+        return IndexForJoin(table->Table(), columns);
     }
 
+    static double CostThroughIndex(const Relation& outer) { return outer.rows->Estimate() * kSeekCost; }
+    static double CostThroughHash(const Relation& inner) {
+        return inner.rows->Cost() + inner.rows->Estimate() * kHashCost;
+    }
     static bool PrefersIndex(const Relation& outer, const Relation& inner) {
-        return outer.rows->Estimate() * kSeekCost < inner.rows->Estimate() * kHashCost;
+        return CostThroughIndex(outer) < CostThroughHash(inner);
     }
 
     double CostOf(const Relation& outer, const Relation& inner, const Conjuncts& on) {
-        const JoinTerms terms = TermsOf(outer, inner, on);
-        const double outerRows = outer.rows->Estimate();
-        if (FindIndexed(inner, terms) && PrefersIndex(outer, inner)) {
-            return outerRows * (1 + kSeekCost);
-        }
-        return outerRows + inner.rows->Estimate() * kHashCost;
+        const bool throughIndex = PrefersIndex(outer, inner) && FindIndexed(inner, TermsOf(outer, inner, on));
+        return outer.rows->Cost() + outer.rows->Estimate() +
+               (throughIndex ? CostThroughIndex(outer) : CostThroughHash(inner));
     }
 
     Relation MakeJoin(Relation outer, Relation inner, const Conjuncts& on, bool keepOuter) {
@@ -231,16 +283,20 @@ class Planner {
         return joined;
     }
 
-    ProducerPtr ThroughIndex(JoinParts parts, const JoinTerms& terms, const IndexedEquality& indexed) {
+    ProducerPtr ThroughIndex(JoinParts parts, const JoinTerms& terms, const JoinIndex& indexed) {
+        NodeList outerKeys;
+        for (const std::size_t sought : indexed.columns) {
+            outerKeys.push_back(Compile(*terms.equalities[sought].outer, scope_));
+        }
         for (std::size_t i = 0; i < terms.equalities.size(); ++i) {
-            if (i != indexed.equality) {
+            if (std::find(indexed.columns.begin(), indexed.columns.end(), i) == indexed.columns.end()) {
                 parts.on.push_back(MakeComparison(BinaryOperator::Equal,
                                                   Compile(*terms.equalities[i].outer, scope_),
                                                   Compile(*terms.equalities[i].inner, scope_)));
             }
         }
-        return std::make_unique<const IndexJoinProducer>(
-            std::move(parts), Compile(*terms.equalities[indexed.equality].outer, scope_), indexed.index);
+        return std::make_unique<const IndexJoinProducer>(std::move(parts), std::move(outerKeys),
+                                                         indexed.index);
     }
 
     ProducerPtr ThroughHash(JoinParts parts, const JoinTerms& terms) {

@@ -5,19 +5,27 @@
 
 #include "rows/grouper.h"
 #include "rows/key_table.h"
+#include "rows/node_key.h"
 #include "rows/row_sorter.h"
-#include "rows/sort_key.h"
 
 namespace quardele::sql {
 namespace {
 
-void MakeOrderKey(const std::vector<OrderStep>& order, RowContext& row, std::string& key) {
-    key.clear();
-    for (const OrderStep& step : order) {
-        Variant scratch;
-        AppendSortKey(key, step.node->Peek(row, scratch), step.descending);
+/// What a row is sorted by.
+class OrderKey {
+ public:
+    std::string_view Make(const std::vector<OrderStep>& order, RowContext& row) {
+        bytes_.clear();
+        for (const OrderStep& step : order) {
+            keys_.Append(bytes_, *step.node, row, step.descending);
+        }
+        return bytes_;
     }
-}
+
+ private:
+    NodeKeys keys_;
+    std::string bytes_;
+};
 
 /// Hands the rows of the sources to `emit`.
 void ProduceRows(const SelectPlan& plan, RowContext& row, const Emit& emit) {
@@ -48,20 +56,19 @@ ResultRows ExecuteKeyed(const SelectPlan& plan, const RunEnvironment& environmen
     ResultRows result;
     result.keys.resize(plan.tables.size());
     RowContext row(plan.tables, environment);
-    RowSorter sorter;
-    std::string key;
+    RowSorter sorter(plan.top);
+    OrderKey key;
     ProduceRows(plan, row, [&] {
+        if (!plan.order.empty() && !sorter.Add(key.Make(plan.order, row))) {
+            return true;
+        }
         for (std::size_t source = 0; source < result.keys.size(); ++source) {
             result.keys[source].push_back(row.KeyOf(source));
-        }
-        if (!plan.order.empty()) {
-            MakeOrderKey(plan.order, row, key);
-            sorter.Add(key);
         }
         return !HasEnough(plan, ++result.size);
     });
     if (!plan.order.empty()) {
-        const std::vector<std::uint32_t> order = sorter.Order(plan.top);
+        const std::vector<std::uint32_t> order = sorter.Order();
         result.size = order.size();
         for (auto& keys : result.keys) {
             keys = Rearranged(keys, order);
@@ -79,25 +86,26 @@ ResultRows ExecuteKeyed(const SelectPlan& plan, const RunEnvironment& environmen
 class ValueRows {
  public:
     ValueRows(const SelectPlan& plan, const RunEnvironment& environment)
-        : plan_(plan), results_(plan.tables, environment) {}
+        : plan_(plan), results_(plan.tables, environment), sorter_(plan.top) {}
 
     /// Whether more rows are wanted.
     bool Add(RowContext& row) {
+        if (plan_.distinct && !IsNew(row)) {
+            return true;
+        }
         const std::size_t first = values_.size();
         for (const NodePtr& item : plan_.itemNodes) {
             values_.push_back(item->Value(row));
         }
-        if (plan_.distinct && !IsNew(first)) {
+        if (!sorter_.Add(MakeKey(row, first))) {
             values_.resize(first);
             return true;
         }
-        MakeKey(row, first);
-        sorter_.Add(key_);
         return !HasEnough(plan_, sorter_.Size()) || plan_.distinct;
     }
 
     ResultRows Finish() {
-        const std::vector<std::uint32_t> order = sorter_.Order(plan_.top);
+        const std::vector<std::uint32_t> order = sorter_.Order();
         ResultRows result;
         result.size = order.size();
         result.values = Rearranged(values_, order, plan_.itemNodes.size());
@@ -105,24 +113,24 @@ class ValueRows {
     }
 
  private:
-    bool IsNew(std::size_t first) {
+    bool IsNew(RowContext& row) {
         rowKey_.clear();
-        for (std::size_t i = first; i < values_.size(); ++i) {
-            AppendSortKey(rowKey_, values_[i]);
+        for (const NodePtr& item : plan_.itemNodes) {
+            keys_.Append(rowKey_, *item, row);
         }
         return seen_.Add(rowKey_);
     }
 
     /// What the row is sorted by. Distinct rows without an order are sorted by all their columns.
-    void MakeKey(RowContext& row, std::size_t first) {
+    std::string_view MakeKey(RowContext& row, std::size_t first) {
         if (!plan_.distinct) {
-            MakeOrderKey(plan_.order, row, key_);
-        } else if (plan_.order.empty()) {
-            key_ = rowKey_;
-        } else {
-            results_.SetResults(std::span(values_).subspan(first));
-            MakeOrderKey(plan_.order, results_, key_);
+            return key_.Make(plan_.order, row);
         }
+        if (plan_.order.empty()) {
+            return rowKey_;
+        }
+        results_.SetResults(std::span(values_).subspan(first));
+        return key_.Make(plan_.order, results_);
     }
 
     const SelectPlan& plan_;
@@ -130,8 +138,9 @@ class ValueRows {
     std::vector<Variant> values_;
     RowSorter sorter_;
     KeyTable seen_;
+    NodeKeys keys_;
     std::string rowKey_;
-    std::string key_;
+    OrderKey key_;
 };
 
 ResultRows ExecuteValues(const SelectPlan& plan, const RunEnvironment& environment) {

@@ -1,9 +1,8 @@
 #include "rows/grouper.h"
 
 #include <algorithm>
-#include <numeric>
 
-#include "rows/sort_key.h"
+#include "rows/row_sorter.h"
 
 namespace quardele::sql {
 
@@ -32,16 +31,16 @@ void Grouper::Add(RowContext& row) {
 
 std::uint32_t Grouper::GroupOf(RowContext& row) {
     key_.clear();
-    const std::size_t first = keyValues_.size();
     for (const NodePtr& node : plan_.keys) {
-        keyValues_.push_back(node->Value(row));
-        AppendSortKey(key_, keyValues_.back());
+        nodeKeys_.Append(key_, *node, row);
     }
     const std::uint32_t before = keys_.Size();
     const std::uint32_t group = keys_.Insert(key_);
     if (keys_.Size() == before) {
-        keyValues_.resize(first);
         return group;
+    }
+    for (const NodePtr& node : plan_.keys) {
+        keyValues_.push_back(node->Value(row));
     }
     for (const AggregateStep& step : plan_.aggregates) {
         accumulators_.emplace_back(step.kind);
@@ -50,15 +49,15 @@ std::uint32_t Grouper::GroupOf(RowContext& row) {
 }
 
 void Grouper::Finish(RowContext& row, const Emit& emit) {
-    std::vector<std::uint32_t> order(keys_.Size());
-    std::iota(order.begin(), order.end(), 0);
-    std::sort(order.begin(), order.end(),
-              [this](std::uint32_t a, std::uint32_t b) { return keys_.KeyOf(a) < keys_.KeyOf(b); });
+    RowSorter sorter;
+    for (std::uint32_t group = 0; group < keys_.Size(); ++group) {
+        sorter.Add(keys_.KeyOf(group));
+    }
     const std::size_t keyCount = plan_.keys.size();
     const std::size_t aggregateCount = plan_.aggregates.size();
     std::vector<Variant> result(keyCount + aggregateCount);
     row.SetResults(result);
-    for (const std::uint32_t group : order) {
+    for (const std::uint32_t group : sorter.Order()) {
         for (std::size_t i = 0; i < keyCount; ++i) {
             result[i] = std::move(keyValues_[group * keyCount + i]);
         }

@@ -5,6 +5,7 @@
 
 #include "plan/select_plan.h"
 #include "rows/key_table.h"
+#include "rows/node_key.h"
 
 namespace quardele::sql {
 
@@ -23,6 +24,7 @@ class Grouper {
 
     const GroupPlan& plan_;
     KeyTable keys_;
+    NodeKeys nodeKeys_;
     std::vector<Variant> keyValues_;  ///< as the first row of each group has them
     std::vector<Accumulator> accumulators_;
     std::string key_;

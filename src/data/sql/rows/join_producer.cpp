@@ -1,24 +1,33 @@
+#include <algorithm>
+
 #include <jet/collation.h>
 
 #include "rows/key_table.h"
+#include "rows/node_key.h"
 #include "rows/producer.h"
-#include "rows/sort_key.h"
 
 namespace quardele::sql {
 namespace {
 
-/// The values that must be equal, as one key; false when one of them is Null, which equals nothing.
-bool MakeKey(const NodeList& nodes, RowContext& row, std::string& key) {
-    key.clear();
-    for (const NodePtr& node : nodes) {
-        Variant scratch;
-        const Variant& value = node->Peek(row, scratch);
-        if (value.IsNull()) {
-            return false;
-        }
-        AppendSortKey(key, value);
+/// The values that must be equal, as one key.
+class JoinKey {
+ public:
+    /// False when one of the values is Null, which equals nothing.
+    bool Make(const NodeList& nodes, RowContext& row) {
+        bytes_.clear();
+        return std::all_of(nodes.begin(), nodes.end(),
+                           [&](const NodePtr& node) { return keys_.AppendUnlessNull(bytes_, *node, row); });
     }
-    return true;
+    [[nodiscard]] std::string_view Bytes() const { return bytes_; }
+
+ private:
+    NodeKeys keys_;
+    std::string bytes_;
+};
+
+/// A Null equals nothing, nor does a text that no index can hold.
+bool IsSeekable(const Variant& value) {
+    return !value.IsNull() && (!value.IsText() || jet::HasSortKey(value.As<Text>()));
 }
 
 void Clear(const std::vector<std::size_t>& sources, RowContext& row) {
@@ -41,11 +50,15 @@ double HashJoinProducer::Estimate() const {
     return outerKeys_.empty() ? outer * parts_.inner->Estimate() : outer;
 }
 
+double HashJoinProducer::Cost() const {
+    return parts_.outer->Cost() + parts_.inner->Cost() + parts_.inner->Estimate() + Estimate();
+}
+
 void HashJoinProducer::Collect(RowContext& row, InnerRows& inner) const {
-    std::string key;
+    JoinKey key;
     parts_.inner->Produce(row, [&] {
-        if (MakeKey(innerKeys_, row, key)) {
-            inner.byKey.Add(key, inner.count++);
+        if (key.Make(innerKeys_, row)) {
+            inner.byKey.Add(key.Bytes(), inner.count++);
             for (const std::size_t source : parts_.innerSources) {
                 inner.ids.push_back(row.KeyOf(source));
             }
@@ -58,11 +71,11 @@ bool HashJoinProducer::Produce(RowContext& row, const Emit& emit) const {
     InnerRows inner;
     Collect(row, inner);
     const std::size_t width = parts_.innerSources.size();
-    std::string key;
+    JoinKey key;
     return parts_.outer->Produce(row, [&] {
         bool matched = false;
-        if (MakeKey(outerKeys_, row, key)) {
-            for (std::uint32_t entry = inner.byKey.First(key); entry != KeyedRows::kEnd;
+        if (key.Make(outerKeys_, row)) {
+            for (std::uint32_t entry = inner.byKey.First(key.Bytes()); entry != KeyedRows::kEnd;
                  entry = inner.byKey.Next(entry)) {
                 const std::size_t first = inner.byKey.Row(entry) * width;
                 for (std::size_t i = 0; i < width; ++i) {
@@ -85,15 +98,16 @@ bool HashJoinProducer::Produce(RowContext& row, const Emit& emit) const {
 bool IndexJoinProducer::Produce(RowContext& row, const Emit& emit) const {
     const TableProducer& table = *parts_.inner->AsTable();
     jet::IndexCursor cursor = table.Table().OpenIndex(index_);
-    std::vector<Variant> sought(1);
+    std::vector<Variant> sought(outerKeys_.size());
     std::vector<jet::RowId> ids;
     return parts_.outer->Produce(row, [&] {
         ids.clear();
-        sought[0] = outerKey_->Value(row);
-        const bool seekable =
-            !sought[0].IsNull() && (!sought[0].IsText() || jet::HasSortKey(sought[0].As<Text>()));
-        for (bool found = seekable && cursor.Seek(jet::SeekOperator::Equal, sought); found;
-             found = cursor.Next() && cursor.Matches(sought)) {
+        for (std::size_t i = 0; i < sought.size(); ++i) {
+            sought[i] = outerKeys_[i]->Value(row);
+        }
+        for (bool found = std::all_of(sought.begin(), sought.end(), IsSeekable) &&
+                          cursor.Seek(jet::SeekOperator::Equal, sought);
+             found; found = cursor.Next() && cursor.Matches(sought)) {
             ids.push_back(cursor.Current());
         }
         bool matched = false;

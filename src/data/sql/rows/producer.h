@@ -33,11 +33,16 @@ class Producer {
     virtual bool Produce(RowContext& row, const Emit& emit) const = 0;
     /// About how many rows will come.
     [[nodiscard]] virtual double Estimate() const = 0;
+    /// About what that takes, in rows that a scan reads.
+    [[nodiscard]] virtual double Cost() const { return Estimate(); }
     /// Itself when it reads one table, else null.
     [[nodiscard]] virtual const TableProducer* AsTable() const { return nullptr; }
 };
 
 using ProducerPtr = std::unique_ptr<const Producer>;
+
+/// What finding one row through an index costs, in rows of a scan.
+inline constexpr double kSeekCost = 4;
 
 /// The part of an index that conditions leave: equal values for its first columns, and bounds for the next.
 struct IndexRange {
@@ -56,11 +61,13 @@ struct IndexRange {
 /// The rows of one table for which all conditions are true.
 class TableProducer final : public Producer {
  public:
+    /// `selective`: one of the conditions is an equality, which leaves few rows.
     TableProducer(std::size_t source, const jet::Table& table, NodeList conditions,
-                  std::optional<IndexRange> range);
+                  std::optional<IndexRange> range, bool selective = false);
 
     bool Produce(RowContext& row, const Emit& emit) const override;
     [[nodiscard]] double Estimate() const override;
+    [[nodiscard]] double Cost() const override;
     [[nodiscard]] const TableProducer* AsTable() const override { return this; }
 
     [[nodiscard]] std::size_t Source() const { return source_; }
@@ -78,6 +85,7 @@ class TableProducer final : public Producer {
     const jet::Table& table_;
     NodeList conditions_;
     std::optional<IndexRange> range_;
+    bool selective_;
 };
 
 /// All rows of one table in the order of an index, without reading them.
@@ -111,6 +119,7 @@ class FilterProducer final : public Producer {
 
     bool Produce(RowContext& row, const Emit& emit) const override;
     [[nodiscard]] double Estimate() const override { return input_->Estimate() / 2; }
+    [[nodiscard]] double Cost() const override { return input_->Cost(); }
 
  private:
     ProducerPtr input_;
@@ -135,6 +144,7 @@ class HashJoinProducer final : public Producer {
 
     bool Produce(RowContext& row, const Emit& emit) const override;
     [[nodiscard]] double Estimate() const override;
+    [[nodiscard]] double Cost() const override;
 
  private:
     struct InnerRows;
@@ -145,18 +155,21 @@ class HashJoinProducer final : public Producer {
     NodeList innerKeys_;
 };
 
-/// Seeks the inner rows, of one table, in an index whose first column must equal a value of the outer row.
+/// Seeks the inner rows, of one table, in an index whose leading columns must equal values of the outer row.
 class IndexJoinProducer final : public Producer {
  public:
-    IndexJoinProducer(JoinParts parts, NodePtr outerKey, int index)
-        : parts_(std::move(parts)), outerKey_(std::move(outerKey)), index_(index) {}
+    IndexJoinProducer(JoinParts parts, NodeList outerKeys, int index)
+        : parts_(std::move(parts)), outerKeys_(std::move(outerKeys)), index_(index) {}
 
     bool Produce(RowContext& row, const Emit& emit) const override;
     [[nodiscard]] double Estimate() const override { return parts_.outer->Estimate(); }
+    [[nodiscard]] double Cost() const override {
+        return parts_.outer->Cost() + parts_.outer->Estimate() * (1 + kSeekCost);
+    }
 
  private:
     JoinParts parts_;
-    NodePtr outerKey_;
+    NodeList outerKeys_;
     int index_;
 };
 

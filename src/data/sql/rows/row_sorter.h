@@ -13,13 +13,16 @@ namespace quardele::sql {
 
 class RowSorter {
  public:
-    /// The key of the next row, made by AppendSortKey.
-    void Add(std::string_view key);
+    /// With `top` rows that cannot be among its rows are refused as they come.
+    explicit RowSorter(const std::optional<Top>& top = {});
+
+    /// The key of the next row, made by AppendSortKey; false when the row is not wanted and does not count.
+    bool Add(std::string_view key);
     [[nodiscard]] std::size_t Size() const { return keys_.size(); }
 
-    /// The rows by their keys, equal ones in the order in which they came. With `top` only the first of
-    /// them, and those that are equal to the last one.
-    [[nodiscard]] std::vector<std::uint32_t> Order(const std::optional<Top>& top) const;
+    /// The rows by their keys, equal ones in the order in which they came. With TOP only the first of them,
+    /// and those that are equal to the last one.
+    [[nodiscard]] std::vector<std::uint32_t> Order() const;
 
  private:
     struct Key {
@@ -30,7 +33,13 @@ class RowSorter {
 
     [[nodiscard]] std::string_view BytesOf(std::uint32_t row) const;
     [[nodiscard]] bool Precedes(std::uint32_t left, std::uint32_t right) const;
+    /// Whether the key comes behind those of as many rows as are wanted.
+    [[nodiscard]] bool IsBeyondTop(std::string_view key) const;
+    void KeepAmongFirst(std::uint32_t row);
 
+    std::optional<Top> top_;
+    std::size_t most_;                  ///< rows that are wanted, as far as that is known before all came
+    std::vector<std::uint32_t> first_;  ///< the first rows so far, a heap with the last of them on top
     std::string bytes_;
     std::vector<Key> keys_;
 };

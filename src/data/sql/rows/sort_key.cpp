@@ -65,8 +65,7 @@ void AppendBytes(std::string& key, const basic::Binary& bytes) {
 
 void AppendValue(std::string& key, const Variant& value) {
     if (value.IsText()) {
-        key += kText;
-        jet::AppendSortKey(value.As<Text>(), key);
+        AppendTextKey(key, value.As<Text>());
     } else if (const auto number = basic::NumberOf(value)) {
         key += kNumber;
         AppendNumber(key, *number);
@@ -88,7 +87,18 @@ void AppendValue(std::string& key, const Variant& value) {
 void AppendSortKey(std::string& key, const Variant& value, bool descending) {
     const std::size_t start = key.size();
     AppendValue(key, value);
-    for (std::size_t i = start; descending && i < key.size(); ++i) {
+    if (descending) {
+        InvertKey(key, start);
+    }
+}
+
+void AppendTextKey(std::string& key, basic::TextView text) {
+    key += kText;
+    jet::AppendSortKey(text, key);
+}
+
+void InvertKey(std::string& key, std::size_t start) {
+    for (std::size_t i = start; i < key.size(); ++i) {
         key[i] = static_cast<char>(~key[i]);
     }
 }

@@ -56,8 +56,12 @@ bool IsBehind(const jet::IndexCursor& cursor, const jet::IndexCursor& last) {
 }  // namespace
 
 TableProducer::TableProducer(std::size_t source, const jet::Table& table, NodeList conditions,
-                             std::optional<IndexRange> range)
-    : source_(source), table_(table), conditions_(std::move(conditions)), range_(std::move(range)) {}
+                             std::optional<IndexRange> range, bool selective)
+    : source_(source),
+      table_(table),
+      conditions_(std::move(conditions)),
+      range_(std::move(range)),
+      selective_(selective) {}
 
 double TableProducer::Estimate() const {
     const auto rows = static_cast<double>(table_.RowCount());
@@ -67,7 +71,14 @@ double TableProducer::Estimate() const {
         }
         return rows * (range_->prefix.empty() ? kRangeLeaves : kEqualityLeaves);
     }
+    if (selective_) {
+        return rows * kEqualityLeaves;
+    }
     return conditions_.empty() ? rows : rows * kConditionLeaves;
+}
+
+double TableProducer::Cost() const {
+    return range_ ? Estimate() * kSeekCost : static_cast<double>(table_.RowCount());
 }
 
 bool TableProducer::Produce(RowContext& row, const Emit& emit) const {

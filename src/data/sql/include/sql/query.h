@@ -119,7 +119,7 @@ class Condition {
     /// Whether the condition is true (not Null) for a row of a run of the query.
     [[nodiscard]] bool Holds(const RowSet& rows, std::size_t row) const;
     /// The first row at or behind `from` for which it holds, or empty. May be much faster than asking Holds
-    /// for each row: an equality on a column is looked up in a hash built at the second call.
+    /// for each row: an equality with a value is looked up in a hash, which the first call builds.
     [[nodiscard]] std::optional<std::size_t> FindForward(const RowSet& rows, std::size_t from) const;
     /// The last row at or before `from` for which it holds, or empty.
     [[nodiscard]] std::optional<std::size_t> FindBackward(const RowSet& rows, std::size_t from) const;

@@ -79,10 +79,21 @@ bool DataPageEditor::MakeRoom(std::size_t bytes, std::size_t except) {
     }
     for (std::size_t i = 0; i < slotCount_; ++i) {
         if (i != except) {
-            Resize(i, Length(i) - Junk(i));
+            DropJunk(i);
         }
     }
     return true;
+}
+
+// A row grows and shrinks at its front; the pointer of a moved one stands there, in front of what the row has
+// left behind, which other programs leave as it is.
+void DataPageEditor::DropJunk(std::size_t slotNumber) {
+    const std::size_t junk = Junk(slotNumber);
+    const std::size_t kept = Length(slotNumber) - junk;
+    const auto start = image_.begin() + static_cast<std::ptrdiff_t>(Start(slotNumber));
+    std::copy_backward(start, start + static_cast<std::ptrdiff_t>(kept),
+                       start + static_cast<std::ptrdiff_t>(junk + kept));
+    Resize(slotNumber, kept);
 }
 
 void DataPageEditor::Resize(std::size_t slotNumber, std::size_t length) {

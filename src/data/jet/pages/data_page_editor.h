@@ -65,6 +65,8 @@ class DataPageEditor {
     /// Takes out the junk when so many bytes are not free, unless it would not help; `except` is going to be
     /// overwritten.
     [[nodiscard]] bool MakeRoom(std::size_t bytes, std::size_t except);
+    /// Takes a slot's junk away and keeps the rest.
+    void DropJunk(std::size_t slotNumber);
     /// Moves the rows behind a slot, so that it gets its new length.
     void Resize(std::size_t slotNumber, std::size_t length);
     void Fill(std::size_t slotNumber, std::uint16_t flags, std::span<const std::uint8_t> bytes);

@@ -138,26 +138,6 @@ TEST_F(DumpTest, TablesAreNamedOnePerLine) {
     EXPECT_EQ(Mdb({"tables", file_}).out, "Kinds\nÉtoile\n");
 }
 
-TEST_F(DumpTest, ASchemaCanBeExecuted) {
-    Exec(
-        "CREATE TABLE Parts (id COUNTER PRIMARY KEY, name TEXT(20) NOT NULL DEFAULT \"x\", price CURRENCY);"
-        "CREATE UNIQUE INDEX ByName ON Parts (name DESC, price) WITH IGNORE NULL");
-    const Outcome schema = Mdb({"schema", file_});
-    EXPECT_EQ(schema.exitCode, 0);
-    EXPECT_THAT(schema.out, HasSubstr("CREATE TABLE [Parts] (\n  [id] COUNTER,\n  [name] TEXT(20) NOT NULL "
-                                      "DEFAULT \"x\",\n  [price] CURRENCY\n);\n"));
-    EXPECT_THAT(
-        schema.out,
-        HasSubstr("CREATE UNIQUE INDEX [ByName] ON [Parts] ([name] DESC, [price]) WITH IGNORE NULL;\n"));
-    const std::string copy = PathOf("copy.mdb");
-    ASSERT_EQ(Mdb({"create", copy}).exitCode, 0);
-    const Outcome exec = Mdb({"exec", copy, "-"}, schema.out);
-    EXPECT_EQ(exec.exitCode, 0) << exec.err;
-    EXPECT_EQ(Mdb({"schema", copy}).out, schema.out);
-    EXPECT_EQ(Mdb({"schema", copy, "Parts"}).out + Mdb({"schema", copy, "Kinds"}).out,
-              Mdb({"schema", file_, "Parts"}).out + Mdb({"schema", file_, "Kinds"}).out);
-}
-
 TEST_F(DumpTest, KeysComeInTheOrderOfTheIndex) {
     Exec(
         "CREATE TABLE K (n LONG); INSERT INTO K (n) VALUES (2); INSERT INTO K (n) VALUES (1);"

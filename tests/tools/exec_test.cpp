@@ -36,6 +36,19 @@ TEST_F(ExecTest, SeveralStatementsComeFromTheInput) {
     EXPECT_EQ(Dump("T"), "id,t\n1,one\n2,a;b\n3,\n");
 }
 
+TEST_F(ExecTest, CommentsInFrontOfStatementsArePassedOver) {
+    const Outcome exec = Mdb({"exec", file_, "-"},
+                             "-- two rows; one of them 'new\n"
+                             "INSERT INTO T (id, t) VALUES (2, '--');\r\n"
+                             "  -- [and\n\n-- the other\n"
+                             "INSERT INTO T (id, t) VALUES (4--1, 'b'); -- done");
+    EXPECT_EQ(exec.exitCode, 0) << exec.err;
+    EXPECT_EQ(exec.out, "2 rows\n");
+    EXPECT_EQ(Dump("T"), "id,t\n1,one\n2,--\n5,b\n");
+    EXPECT_THAT(Mdb({"exec", file_, "-"}, "-- a\n-- b\nDELETE FROM T;\n-- c\nDELETE FROM").err,
+                HasSubstr("mdb: line 5: "));
+}
+
 constexpr const char* kSecondFails =
     "INSERT INTO T (id) VALUES (2);\n"
     "INSERT INTO T (id) VALUES (1);\n"

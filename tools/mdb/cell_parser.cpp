@@ -140,38 +140,66 @@ int NumberAt(std::string_view text, std::size_t at, std::size_t length) {
     return NumberOf<int>(text.substr(at, length)).value_or(0);
 }
 
+/// What stands behind HH:MM: seconds, whole or with a fraction.
+std::optional<double> ParseSeconds(std::string_view text) {
+    const bool isPlain = text.size() == 2 || (text.size() > 3 && text[2] == '.');
+    const std::string_view fraction = text.size() > 3 ? text.substr(3) : std::string_view();
+    if (!isPlain || !IsDigit(text[0]) || !IsDigit(text[1]) ||
+        !std::all_of(fraction.begin(), fraction.end(), IsDigit)) {
+        return std::nullopt;
+    }
+    return NumberOf<double>(text);
+}
+
+/// HH:MM:SS, perhaps with a fraction, in seconds.
+std::optional<double> ParseTime(std::string_view text) {
+    constexpr std::string_view kMinutes = "00:00:";
+    if (!MatchesPattern(text.substr(0, kMinutes.size()), kMinutes)) {
+        return std::nullopt;
+    }
+    const auto minutes = text.substr(0, kMinutes.size());
+    const auto written = text.substr(kMinutes.size());
+    const int hour = NumberAt(minutes, 0, 2);
+    const int minute = NumberAt(minutes, 3, 2);
+    const auto seconds = ParseSeconds(written);
+    if (!seconds || hour > 23 || minute > 59 || *seconds >= 60) {
+        return std::nullopt;
+    }
+    // One number from all digits, as they were one when they were written.
+    const std::string whole = std::to_string((hour * 60 + minute) * 60 + NumberAt(written, 0, 2));
+    return NumberOf<double>(whole + std::string(written.substr(2)));
+}
+
 std::optional<basic::Date> ParseMoment(std::string_view text) {
-    const bool hasTime = MatchesPattern(text, "0000-00-00 00:00:00");
-    if (!hasTime && !MatchesPattern(text, "0000-00-00")) {
+    constexpr std::string_view kDay = "0000-00-00";
+    const bool hasTime = text.size() > kDay.size();
+    const auto seconds = hasTime ? ParseTime(text.substr(kDay.size() + 1)) : std::optional(0.0);
+    if (!MatchesPattern(text.substr(0, kDay.size()), kDay) || !seconds ||
+        (hasTime && text[kDay.size()] != ' ')) {
         return std::nullopt;
     }
     try {
-        const int year = NumberAt(text, 0, 4);
-        const int month = NumberAt(text, 5, 2);
-        const int day = NumberAt(text, 8, 2);
-        if (!hasTime) {
-            return basic::DateOf(year, month, day);
-        }
-        return basic::DateOf(year, month, day, NumberAt(text, 11, 2), NumberAt(text, 14, 2),
-                             NumberAt(text, 17, 2));
+        const basic::Date day =
+            basic::DateOf(NumberAt(text, 0, 4), NumberAt(text, 5, 2), NumberAt(text, 8, 2));
+        return basic::Date{MomentDays(day.days, *seconds)};
     } catch (const basic::RuntimeError&) {
         return std::nullopt;  // 30 February
     }
 }
 
-// What dump writes as a number of days because it is no date.
-bool IsBeyondDates(double days) {
+// What dump writes as a number of days because no text of a date means it.
+bool IsWithoutText(double days) {
     std::string unused;
     return !AppendMoment(days, unused);
 }
 
-// A file may hold a number of days that is no date; dump writes the number. Any other bare number is rather
-// a year or a date in another notation.
+// Of a file's numbers of days some are no date; dump writes these numbers. Any other bare number is rather a
+// year or a date in another notation.
 Variant ParseDate(const std::string& text) {
     if (const auto moment = ParseMoment(text)) {
         return *moment;
     }
-    if (const auto days = NumberOf<double>(text); days && IsBeyondDates(*days)) {
+    if (const auto days = NumberOf<double>(text); days && IsWithoutText(*days)) {
         return basic::Date{*days};
     }
     throw Failure(kNoDate, {text});

@@ -3,6 +3,8 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
+#include <optional>
 #include <string_view>
 
 namespace quardele::mdb {
@@ -11,7 +13,7 @@ namespace {
 
 constexpr std::string_view kHexDigits = "0123456789abcdef";
 constexpr std::string_view kUpperHexDigits = "0123456789ABCDEF";
-constexpr std::int64_t kSecondsPerDay = 86400;
+constexpr double kSecondsPerDay = 86400;
 
 template <class Number>
 void AppendNumber(Number value, std::string& text) {
@@ -77,7 +79,49 @@ Day DayOf(std::int64_t days) {
 bool IsMoment(double days) {
     constexpr double kFirst = -657434;  // 01/01/0100
     constexpr double kEnd = 2958466;    // behind 31/12/9999
-    return days > kFirst - 1 && days < kEnd - 0.5 / static_cast<double>(kSecondsPerDay);
+    return days > kFirst - 1 && days < kEnd;
+}
+
+struct ExactTime {
+    std::int64_t day;
+    unsigned second;
+    std::string fraction;  ///< of the second, with its point; empty for whole ones
+};
+
+// A whole second, where the number of days is just that one. What rounds to midnight belongs to the next day.
+std::optional<ExactTime> WholeSecondOf(double day, double seconds, double days) {
+    const double rounded = std::floor(seconds + 0.5);
+    const bool isMidnight = rounded == kSecondsPerDay;
+    const double wholeDay = isMidnight ? day + 1 : day;
+    const double second = isMidnight ? 0 : rounded;
+    if (MomentDays(wholeDay, second) != days) {
+        return std::nullopt;
+    }
+    return ExactTime{static_cast<std::int64_t>(wholeDay), static_cast<unsigned>(second), {}};
+}
+
+// The time of day that means this number of days and no other, with as few digits as that takes. None for
+// numbers that need more digits than any clock has, and for those between -1 and 0: their times are those
+// between 0 and 1.
+std::optional<ExactTime> ExactTimeOf(double days) {
+    constexpr int kMostDigits = 12;
+    const double day = std::trunc(days);
+    const double seconds = std::abs(days - day) * kSecondsPerDay;
+    if (auto whole = WholeSecondOf(day, seconds, days)) {
+        return whole;
+    }
+    std::array<char, 32> buffer;
+    for (int digits = 1; digits <= kMostDigits; ++digits) {
+        const int length = std::snprintf(buffer.data(), buffer.size(), "%.*f", digits, seconds);
+        const std::string_view written(buffer.data(), static_cast<std::size_t>(length));
+        double value = 0;
+        std::from_chars(written.data(), written.data() + written.size(), value);
+        if (value < kSecondsPerDay && MomentDays(day, value) == days) {
+            return ExactTime{static_cast<std::int64_t>(day), static_cast<unsigned>(value),
+                             std::string(written.substr(written.find('.')))};
+        }
+    }
+    return std::nullopt;
 }
 
 // Digits with a point before the last `scale` of them.
@@ -125,31 +169,29 @@ void AppendSingle(float value, std::string& text) {
     AppendNumber(value, text);
 }
 
-// The time of day counts forward on both sides of day 0. What rounds to midnight belongs to the next day.
+double MomentDays(double day, double seconds) {
+    const double time = seconds / kSecondsPerDay;
+    return day < 0 ? day - time : day + time;
+}
+
 bool AppendMoment(double days, std::string& text) {
-    if (!IsMoment(days)) {
+    const auto time = IsMoment(days) ? ExactTimeOf(days) : std::nullopt;
+    if (!time) {
         AppendNumber(days, text);
         return false;
     }
-    const double whole = std::trunc(days);
-    auto day = static_cast<std::int64_t>(whole);
-    auto second =
-        static_cast<std::int64_t>(std::abs(days - whole) * static_cast<double>(kSecondsPerDay) + 0.5);
-    if (second == kSecondsPerDay) {
-        second = 0;
-        ++day;
-    }
-    const Day date = DayOf(day);
-    const auto time = static_cast<unsigned>(second);
+    const Day date = DayOf(time->day);
+    const unsigned second = time->second;
     char moment[] = "YYYY-MM-DD HH:MM:SS";
     PutTwo(date.year / 100, moment);
     PutTwo(date.year % 100, moment + 2);
     PutTwo(date.month, moment + 5);
     PutTwo(date.day, moment + 8);
-    PutTwo(time / 3600, moment + 11);
-    PutTwo(time / 60 % 60, moment + 14);
-    PutTwo(time % 60, moment + 17);
+    PutTwo(second / 3600, moment + 11);
+    PutTwo(second / 60 % 60, moment + 14);
+    PutTwo(second % 60, moment + 17);
     text.append(moment, sizeof(moment) - 1);
+    text += time->fraction;
     return true;
 }
 

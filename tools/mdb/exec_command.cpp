@@ -5,6 +5,7 @@
 #include "commands.h"
 #include "error_text.h"
 #include "failure.h"
+#include "progress.h"
 #include "rows_text.h"
 #include "standard_input.h"
 #include "utf8_text.h"
@@ -17,8 +18,11 @@ namespace {
 std::size_t ExecuteAll(jet::Database& database, basic::TextView script) {
     constexpr Message kLine{"ligne |1 : ", "line |1: "};
     const auto statements = sql::SplitScript(script);
+    Progress progress(Progress::Beside::Nothing);
     std::size_t rows = 0;
-    for (const sql::ScriptStatement& statement : statements) {
+    for (std::size_t done = 0; done < statements.size(); ++done) {
+        const sql::ScriptStatement& statement = statements[done];
+        progress.Show(done, statements.size());
         try {
             rows += sql::Execute(database, statement.text).rows;
         } catch (const basic::RuntimeError& error) {

@@ -168,19 +168,21 @@ void RowWriter::Put(std::int32_t value) {
     AppendInteger(value, buffer_);
 }
 
+// JSON has no numbers for what is none: there it becomes a text.
 void RowWriter::Put(float value) {
-    if (isJson_ && !std::isfinite(value)) {
-        return PutNull();
-    }
+    const std::size_t start = buffer_.size();
     AppendSingle(value, buffer_);
+    if (!std::isfinite(value)) {
+        FinishPlain(start);
+    }
 }
 
-// JSON has no numbers for what is none.
 void RowWriter::Put(double value) {
-    if (isJson_ && !std::isfinite(value)) {
-        return PutNull();
-    }
+    const std::size_t start = buffer_.size();
     AppendDouble(value, buffer_);
+    if (!std::isfinite(value)) {
+        FinishPlain(start);
+    }
 }
 
 void RowWriter::Put(basic::Currency value) {

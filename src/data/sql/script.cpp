@@ -28,13 +28,25 @@ std::size_t EndOfPiece(TextView script, std::size_t at) {
     return end == TextView::npos ? script.size() : end + 1;
 }
 
+/// Where the first statement starts at or behind `at`: blanks are passed over, and comments, each of which
+/// ends with its line. Within a statement two hyphens are two signs.
+std::size_t StartOfStatement(TextView script, std::size_t at) {
+    constexpr TextView kComment = u"--";
+    at = std::min(script.find_first_not_of(kBlanks, at), script.size());
+    while (script.substr(at).starts_with(kComment)) {
+        const std::size_t lineEnd = std::min(script.find(u'\n', at), script.size());
+        at = std::min(script.find_first_not_of(kBlanks, lineEnd), script.size());
+    }
+    return at;
+}
+
 }  // namespace
 
 std::vector<ScriptStatement> SplitScript(TextView script) {
     std::vector<ScriptStatement> statements;
     std::size_t line = 1;
     std::size_t counted = 0;  // lines are counted up to here
-    for (std::size_t start = 0; start < script.size();) {
+    for (std::size_t start = StartOfStatement(script, 0); start < script.size();) {
         std::size_t end = start;
         while (end < script.size() && script[end] != u';') {
             end = EndOfPiece(script, end);
@@ -48,7 +60,7 @@ std::vector<ScriptStatement> SplitScript(TextView script) {
             counted = start + first;
             statements.push_back({piece.substr(first, piece.find_last_not_of(kBlanks) + 1 - first), line});
         }
-        start = end + 1;
+        start = StartOfStatement(script, std::min(end + 1, script.size()));
     }
     return statements;
 }

@@ -9,6 +9,15 @@ namespace {
 constexpr TextView kRequired = u"Required";
 constexpr TextView kAllowZeroLength = u"AllowZeroLength";
 constexpr TextView kDefaultValue = u"DefaultValue";
+constexpr TextView kValidationRule = u"ValidationRule";
+constexpr TextView kValidationText = u"ValidationText";
+
+Text* TextProperty(Column& column, TextView name) {
+    return name == kDefaultValue     ? &column.defaultValue
+           : name == kValidationRule ? &column.validationRule
+           : name == kValidationText ? &column.validationText
+                                     : nullptr;
+}
 
 void Set(Column& column, TextView name, const ByteView& value, const Format& format) {
     const bool truth = !value.IsEmpty() && value.U8(0) != 0;
@@ -16,8 +25,8 @@ void Set(Column& column, TextView name, const ByteView& value, const Format& for
         column.required = truth;
     } else if (name == kAllowZeroLength) {
         column.allowZeroLength = truth;
-    } else if (name == kDefaultValue) {
-        column.defaultValue = format.wideText ? DecodePlainText(value) : DecodeText(value, format);
+    } else if (Text* text = TextProperty(column, name)) {
+        *text = format.wideText ? DecodePlainText(value) : DecodeText(value, format);
     }
 }
 

@@ -51,6 +51,11 @@ double NumberFrom(const basic::Variant& value) {
     return number ? *number : basic::CDbl(value);
 }
 
+// A date stays the number that it is: files hold some that are no day of the calendar.
+double DaysFrom(const basic::Variant& value) {
+    return value.Is<basic::Date>() ? value.As<basic::Date>().days : basic::CDate(value).days;
+}
+
 // Halves go to the even neighbour, as in every conversion of the runtime.
 template <class Integer>
 ByteString Integral(double value) {
@@ -116,7 +121,7 @@ ByteString EncodeUnchecked(const StoredColumn& column, const basic::Variant& val
         case ColumnType::Double:
             return Double(NumberFrom(value));
         case ColumnType::Date:
-            return Double(basic::CDate(value).days);
+            return Double(DaysFrom(value));
         case ColumnType::Numeric:
             return EncodeDecimal(column, value);
         case ColumnType::Guid:

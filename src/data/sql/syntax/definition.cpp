@@ -5,9 +5,12 @@
 namespace quardele::sql {
 namespace {
 
-/// A default that can never be worked out is told now, not to whoever adds the first row.
+/// A default that can never be worked out is told now, not to whoever adds the first row. That of an
+/// AutoNumber only says how the engine makes its values.
 void RequireDefault(jet::Database& database, const jet::Column& column) {
-    static_cast<void>(DefaultValue(database, column.defaultValue));
+    if (!column.autoNumber) {
+        static_cast<void>(DefaultValue(database, column.defaultValue));
+    }
 }
 
 }  // namespace

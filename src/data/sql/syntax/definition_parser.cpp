@@ -14,6 +14,7 @@
 namespace quardele::sql {
 namespace {
 
+constexpr TextView kNewGuid = u"GenGUID()";
 constexpr int kLongestText = 255;
 constexpr int kLongestBinary = 510;
 constexpr int kUsualLength = 255;
@@ -220,6 +221,9 @@ class DefinitionReader {
             const std::size_t start = reader_.Peek().position;
             static_cast<void>(ReadExpression(reader_));
             column.defaultValue = reader_.TakenSince(start);
+            // Access has no type of its own for a GUID that comes by itself.
+            column.autoNumber = column.autoNumber || (column.type == jet::ColumnType::Guid &&
+                                                      basic::EqualNoCase(column.defaultValue, kNewGuid));
         } else if (next.IsWord(u"CONSTRAINT") || next.IsWord(u"PRIMARY") || next.IsWord(u"UNIQUE") ||
                    next.IsWord(u"REFERENCES")) {
             jet::IndexDesign index = Constraint();

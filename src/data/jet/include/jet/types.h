@@ -45,6 +45,10 @@ struct Column {
     bool required = false;
     bool allowZeroLength = true;
     Text defaultValue;  ///< expression source text, empty for none
+    /// Kept for Access's forms and shown only: an expression that values must fulfil, and what a form says of
+    /// those that do not.
+    Text validationRule{};
+    Text validationText{};
 };
 
 struct IndexColumn {

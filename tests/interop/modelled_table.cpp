@@ -7,8 +7,10 @@
 
 #include <basic/runtime_error.h>
 #include <jet/collation.h>
+#include <sql/default_value.h>
 
 #include "cell_text.h"
+#include "random_design.h"
 
 namespace quardele::jet::test {
 
@@ -99,6 +101,7 @@ std::vector<Variant> ValuesOf(const Table& table, RowId id) {
     return values;
 }
 
+/// Of a column that was there before, or for one that is given nothing and has no default that we know.
 Variant NoValue(const Column& column) {
     return column.type == ColumnType::Boolean ? Variant(false) : Variant(basic::Null());
 }
@@ -132,6 +135,9 @@ void ModelledTable::FindLimits() {
             keyColumns_.insert(static_cast<int>(i));
         }
     }
+    hasOwnDefaults_ = std::all_of(columns.begin(), columns.end(), [](const Column& column) {
+        return column.defaultValue.empty() || ConstantDefault(column);
+    });
     limits_.assign(columns.size(), {});
     for (std::size_t i = 0; i < columns.size(); ++i) {
         limits_[i].longestText = columns.size() > kFewColumns ? 40 : 255;
@@ -211,7 +217,9 @@ void ModelledTable::Change(Random& random) {
 Variant ModelledTable::NewValue(Random& random, int column) const {
     const auto place = static_cast<std::size_t>(column);
     const Column& definition = table_->Columns()[place];
-    Variant value = RandomValue(random, definition, limits_[place]);
+    ValueLimits limits = limits_[place];
+    limits.noNull = limits.noNull && !random.Chance(2);
+    Variant value = RandomValue(random, definition, limits);
     if (column == fixedText_ && value.IsText()) {
         Text text = value.As<Text>();
         text.resize(static_cast<std::size_t>(definition.size), u'x');
@@ -225,24 +233,42 @@ void ModelledTable::Insert(Random& random) {
     Values values;
     std::vector<ColumnChange> changes;
     for (std::size_t i = 0; i < columns.size(); ++i) {
-        const bool given = !columns[i].autoNumber && (limits_[i].noNull || random.Chance(90));
-        values.push_back(given ? NewValue(random, static_cast<int>(i)) : NoValue(columns[i]));
+        // Now and then a value is missing that must be there.
+        const bool given = !columns[i].autoNumber && random.Chance(limits_[i].noNull ? 98 : 90);
+        const auto byDefault = hasOwnDefaults_ ? ConstantDefault(columns[i]) : std::nullopt;
+        values.push_back(given ? NewValue(random, static_cast<int>(i))
+                               : byDefault.value_or(NoValue(columns[i])));
         if (given) {
             changes.push_back({static_cast<int>(i), values.back()});
         }
     }
+    if (hasOwnDefaults_) {
+        sql::AddDefaults(table_->Home(), *table_, changes);
+    }
+    const bool mustFail = BreaksRule(values, values, nullptr);
     RowId id;
     if (const Refusal refusal = RefusalOf([&] { id = table_->Insert(changes); }); refusal.number != 0) {
         EXPECT_TRUE(IsJust(refusal.number, values, nullptr)) << "an insert was " << refusal;
         return;
     }
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (columns[i].autoNumber) {
-            values[i] = table_->Fetch(id)->Value(static_cast<int>(i));
-        }
-    }
+    EXPECT_FALSE(mustFail) << "an insert was not refused";
+    TakeAutoNumbers(id, values);
     EXPECT_FALSE(rows_.contains(id));
     rows_[id] = std::make_shared<Values>(std::move(values));
+}
+
+void ModelledTable::TakeAutoNumbers(RowId id, Values& values) const {
+    const auto& columns = table_->Columns();
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (!columns[i].autoNumber) {
+            continue;
+        }
+        values[i] = table_->Fetch(id)->Value(static_cast<int>(i));
+        const bool isNew = std::none_of(rows_.begin(), rows_.end(), [&](const auto& row) {
+            return ExactText(columns[i], (*row.second)[i]) == ExactText(columns[i], values[i]);
+        });
+        EXPECT_TRUE(isNew && !values[i].IsNull()) << "an AutoNumber comes a second time";
+    }
 }
 
 void ModelledTable::Update(Random& random) {
@@ -261,10 +287,12 @@ void ModelledTable::Update(Random& random) {
         value = NewValue(random, column);
         changes.push_back({column, value});
     }
+    const bool mustFail = BreaksRule(values, *rows_.at(id), &id);
     if (const Refusal refusal = RefusalOf([&] { table_->Update(id, changes); }); refusal.number != 0) {
         EXPECT_TRUE(IsJust(refusal.number, values, &id)) << "an update was " << refusal;
         return;
     }
+    EXPECT_FALSE(mustFail) << "an update was not refused";
     rows_[id] = std::make_shared<Values>(std::move(values));
 }
 
@@ -303,6 +331,47 @@ bool ModelledTable::HasUnknownKey(const Values& values) const {
     });
 }
 
+bool ModelledTable::HasForbiddenNull(const Values& values) const {
+    const auto& columns = table_->Columns();
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (columns[i].required && !columns[i].autoNumber && values[i].IsNull()) {
+            return true;
+        }
+    }
+    return HasNullInKey(values);
+}
+
+bool ModelledTable::HasNullInKey(const Values& values) const {
+    const auto& columns = table_->Columns();
+    return std::any_of(table_->Indexes().begin(), table_->Indexes().end(), [&](const Index& index) {
+        const auto parts = Parts(index);
+        return (index.primary || index.required) && std::any_of(parts.begin(), parts.end(), [&](int part) {
+                   const auto place = static_cast<std::size_t>(part);
+                   return !columns[place].autoNumber && values[place].IsNull();
+               });
+    });
+}
+
+bool ModelledTable::HasForbiddenEmptyText(const Values& values) const {
+    const auto& columns = table_->Columns();
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (!columns[i].allowZeroLength && values[i].IsText() && values[i].As<Text>().empty()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// What is there already is not looked at again: a column that was added may have Null whatever its rules.
+bool ModelledTable::BreaksRule(const Values& values, const Values& before, const RowId* changed) const {
+    if (changed == nullptr) {
+        return HasForbiddenNull(values) || HasForbiddenEmptyText(values) || HasEqualKey(values, nullptr);
+    }
+    return (HasForbiddenNull(values) && !HasForbiddenNull(before)) ||
+           (HasForbiddenEmptyText(values) && !HasForbiddenEmptyText(before)) ||
+           (HasEqualKey(values, changed) && !HasEqualKey(before, changed));
+}
+
 bool ModelledTable::IsJust(int error, const Values& values, const RowId* changed) const {
     constexpr std::size_t kLargestRow = 4060;
     constexpr int kParentNeedsRow = 3200;
@@ -317,8 +386,10 @@ bool ModelledTable::IsJust(int error, const Values& values, const RowId* changed
             return relationships_ || HasUnknownKey(values) ||
                    (changed != nullptr && HasUnknownKey(*rows_.at(*changed)));
         case error::kEmptyText:
-            return std::any_of(columns.begin(), columns.end(),
-                               [](const Column& column) { return !column.allowZeroLength; });
+            return HasForbiddenEmptyText(values);
+        case error::kNullRequired:
+        case error::kNullInPrimaryKey:
+            return HasForbiddenNull(values);
         case kParentNeedsRow:
         case kNoParentRow:
             return relationships_;

@@ -54,7 +54,14 @@ class ModelledTable {
     void Delete(Random& random);
     [[nodiscard]] Variant NewValue(Random& random, int column) const;
     [[nodiscard]] RowId PickRow(Random& random) const;
+    /// The numbers that an insert has given, which no other row may have.
+    void TakeAutoNumbers(RowId id, Values& values) const;
     [[nodiscard]] bool IsJust(int error, const Values& values, const RowId* changed) const;
+    /// Whether a row with these values must be refused, or this row's change from those `before`.
+    [[nodiscard]] bool BreaksRule(const Values& values, const Values& before, const RowId* changed) const;
+    [[nodiscard]] bool HasForbiddenNull(const Values& values) const;
+    [[nodiscard]] bool HasNullInKey(const Values& values) const;
+    [[nodiscard]] bool HasForbiddenEmptyText(const Values& values) const;
     [[nodiscard]] bool HasEqualKey(const Values& values, const RowId* changed) const;
     /// Whether an index would need the key of a text that has none, or is in an order that is not ours.
     [[nodiscard]] bool HasUnknownKey(const Values& values) const;
@@ -67,6 +74,7 @@ class ModelledTable {
     Rows rows_;
     int fixedText_ = -1;  ///< ordinal
     bool relationships_ = false;
+    bool hasOwnDefaults_ = false;  ///< of its defaults all are known, and applied
 };
 
 }  // namespace quardele::jet::test

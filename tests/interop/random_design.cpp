@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include <basic/date.h>
+
 namespace quardele::jet::test {
 
 namespace {
@@ -19,13 +21,60 @@ Text Numbered(basic::TextView stem, std::size_t number) {
     return Text(stem) + basic::FromUtf8(std::to_string(number));
 }
 
-Column AutoNumber() {
+Column AutoNumber(ColumnType type) {
     Column column;
     column.name = u"Numéro";
-    column.type = ColumnType::Long;
-    column.size = 4;
+    column.type = type;
     column.autoNumber = true;
     return column;
+}
+
+bool IsText(const Column& column) {
+    return column.type == ColumnType::Text || column.type == ColumnType::Memo;
+}
+
+/// An expression whose value ConstantDefault knows; none for other types.
+Text DefaultExpression(ColumnType type) {
+    switch (type) {
+        case ColumnType::Boolean:
+            return u"True";
+        case ColumnType::Date:
+            return u"#12/31/2026#";
+        case ColumnType::Text:
+        case ColumnType::Memo:
+            return u"\"d\"";
+        case ColumnType::Byte:
+        case ColumnType::Integer:
+        case ColumnType::Long:
+        case ColumnType::Currency:
+        case ColumnType::Single:
+        case ColumnType::Double:
+            return u"7";
+        default:
+            return {};
+    }
+}
+
+/// Over two or three columns, whose values are many enough for a key.
+void MakeCompositeKey(Random& random, TableDesign& design) {
+    std::vector<Column> fit;
+    for (const Column& column : design.columns) {
+        if (column.type != ColumnType::Boolean && column.type != ColumnType::Byte &&
+            column.type != ColumnType::Ole) {
+            fit.push_back(column);
+        }
+    }
+    if (fit.size() < 2) {
+        return;
+    }
+    IndexDesign index = RandomIndex(random, u"PrimaryKey", fit);
+    while (index.columns.size() < 2) {
+        index = RandomIndex(random, u"PrimaryKey", fit);
+    }
+    index.primary = true;
+    index.unique = true;
+    index.ignoreNulls = false;
+    design.indexes.push_back(std::move(index));
 }
 
 }  // namespace
@@ -41,7 +90,38 @@ Column RandomColumn(Random& random, const Text& name) {
         column.precision = static_cast<std::uint8_t>(random.Between(1, kLargestPrecision));
         column.scale = static_cast<std::uint8_t>(random.Between(0, column.precision));
     }
+    column.required = column.type != ColumnType::Boolean && random.Chance(15);
+    column.allowZeroLength = !IsText(column) || random.Chance(70);
+    if (random.Chance(25)) {
+        column.defaultValue = DefaultExpression(column.type);
+    }
     return column;
+}
+
+std::optional<Variant> ConstantDefault(const Column& column) {
+    if (column.defaultValue.empty() || column.defaultValue != DefaultExpression(column.type)) {
+        return std::nullopt;
+    }
+    switch (column.type) {
+        case ColumnType::Boolean:
+            return true;
+        case ColumnType::Date:
+            return basic::DateOf(2026, 12, 31);
+        case ColumnType::Byte:
+            return std::uint8_t{7};
+        case ColumnType::Integer:
+            return std::int16_t{7};
+        case ColumnType::Long:
+            return std::int32_t{7};
+        case ColumnType::Currency:
+            return basic::Currency{70000};
+        case ColumnType::Single:
+            return 7.0F;
+        case ColumnType::Double:
+            return 7.0;
+        default:
+            return Text(u"d");
+    }
 }
 
 IndexDesign RandomIndex(Random& random, const Text& name, const std::vector<Column>& columns) {
@@ -59,14 +139,16 @@ IndexDesign RandomIndex(Random& random, const Text& name, const std::vector<Colu
     }
     index.unique = random.Chance(25);
     index.ignoreNulls = random.Chance(25);
+    index.required = !index.ignoreNulls && random.Chance(10);
     return index;
 }
 
 TableDesign RandomDesign(Random& random, const Text& name) {
     TableDesign design;
     design.name = name;
-    if (random.Chance(50)) {
-        design.columns.push_back(AutoNumber());
+    const bool hasNumber = random.Chance(50);
+    if (hasNumber) {
+        design.columns.push_back(AutoNumber(random.Chance(70) ? ColumnType::Long : ColumnType::Guid));
         design.indexes.push_back(
             {.name = u"PrimaryKey", .columns = {{.column = u"Numéro"}}, .primary = true, .unique = true});
     }
@@ -74,6 +156,9 @@ TableDesign RandomDesign(Random& random, const Text& name) {
     for (std::size_t i = 0; i <= count; ++i) {
         design.columns.push_back(
             RandomColumn(random, Numbered(random.Pick(std::array<basic::TextView, 2>{u"Champ ", u"c_"}), i)));
+    }
+    if (!hasNumber && random.Chance(60)) {
+        MakeCompositeKey(random, design);
     }
     return design;
 }

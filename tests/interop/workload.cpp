@@ -144,9 +144,13 @@ std::string Workload::CreateIndex(ModelledTable& table) {
     try {
         database_->CreateIndex(table.Name(), design);
         EXPECT_FALSE(design.unique && table.HasDuplicates(parts)) << "a unique index over duplicates";
+        EXPECT_FALSE(design.required && table.HasNulls(parts)) << "a required index over Nulls";
     } catch (const basic::RuntimeError& error) {
-        EXPECT_EQ(error.Number(), basic::error::kDuplicateKey) << basic::ToUtf8(error.Description());
-        EXPECT_TRUE(design.unique && table.HasDuplicates(parts)) << "a unique index was refused";
+        const bool isJust = error.Number() == basic::error::kDuplicateKey
+                                ? design.unique && table.HasDuplicates(parts)
+                                : error.Number() == basic::error::kNullInPrimaryKey && design.required &&
+                                      table.HasNulls(parts);
+        EXPECT_TRUE(isJust) << error.what();
     }
     table.Reopen(*database_);
     return "made an index on " + basic::ToUtf8(table.Name());

@@ -1,4 +1,8 @@
-# Says SKIPPED when a folder or a program that tests compare with is not on this machine.
+# Says SKIPPED when a folder or a program that tests compare with is not on this machine, or a part of the program
+# that they try could not be built on it.
+if(UNBUILT)
+    message("SKIPPED: ${UNBUILT} was not built")
+endif()
 if(WANTED_FOLDER AND NOT IS_DIRECTORY "${WANTED_FOLDER}")
     message("SKIPPED: no folder ${WANTED_FOLDER}")
 endif()

@@ -30,7 +30,9 @@ std::filesystem::path BridgePath() {
     std::error_code failure;
     const std::filesystem::path folder =
         std::filesystem::read_symlink("/proc/self/exe", failure).parent_path();
-    for (const auto& candidate : {folder / kFileName, folder.parent_path() / "lib" / kFileName}) {
+    // Beside the program, in the build tree, and where both are installed.
+    for (const auto& candidate : {folder / kFileName, folder.parent_path() / "lib" / kFileName,
+                                  folder.parent_path() / QUARDELE_LIBRARY_FOLDER / kFileName}) {
         if (std::filesystem::exists(candidate, failure)) {
             return candidate;
         }

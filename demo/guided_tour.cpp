@@ -64,8 +64,50 @@ class Tour {
         PressKeys({Qt::Key_Return});
         Show("Fiche d'un véhicule", "fiche");
         PressKeys({Qt::Key_F8});
+        EnterVehicle();
+        ChangeAndDeleteVehicle();
         forms::Instance<vehicles::FFICVEH>().Unload();
         Settle();
+    }
+
+    /// A new vehicle with two visits, typed from box to box and from cell to cell.
+    void EnterVehicle() {
+        Click(VehicleControl("Cmd_ADD"));
+        for (const char16_t* text : {u"ZZ-001-QD", u"RENAULT", u"Master L2H2", u"", u"CT", u"24",
+                                     u"14/01/2026", u"VID", u"12", u"30/08/2025", u"HA"}) {
+            TypeText(QString::fromUtf16(text));
+            PressKeys({Qt::Key_Return});
+        }
+        Show("Type de travaux inconnu : le choix s'ouvre", "fiche-types");
+        PressKeys({Qt::Key_Return, Qt::Key_Return});
+        Show("Nouvelle fiche et ses visites", "fiche-nouvelle");
+        Click(VehicleControl("Cmd_Update"));
+        Show("Fiche enregistrée", "fiche-enregistree");
+    }
+
+    void ChangeAndDeleteVehicle() {
+        Enter(VehicleControl("CTX_ComplIdent"), QStringLiteral("Master L3H2"));
+        Show("Modification en cours", "fiche-saisie");
+        Click(VehicleControl("Cmd_Update"));
+        const ModalWatcher watcher([this](QWidget& box) {
+            ShowWidget(box, "Suppression à confirmer", "suppression");
+            PressKeys({Qt::Key_Return});
+        });
+        Click(VehicleControl("Cmd_Delete"));
+        // Without a desktop nobody makes the window behind the box active again.
+        mainWindow_.Window()->activateWindow();
+        Settle();
+        PressKeys({Qt::Key_F8});
+        Show("Liste après la suppression", "liste-suppression");
+    }
+
+    static QWidget& VehicleControl(const char* name) {
+        QWidget* const surface = forms::Instance<vehicles::FFICVEH>().Surface();
+        auto* const control = surface->findChild<QWidget*>(QString::fromLatin1(name));
+        if (control == nullptr) {
+            throw std::runtime_error(std::string("Pas de contrôle ") + name);
+        }
+        return *control;
     }
 
     void ShowReminders() {

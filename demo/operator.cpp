@@ -40,6 +40,15 @@ void PressKeys(const std::vector<Qt::Key>& keys) {
     Settle();
 }
 
+void TypeText(const QString& text) {
+    for (const QChar character : text) {
+        if (QWidget* const focus = QApplication::focusWidget()) {
+            QTest::keyClicks(focus, character);
+        }
+    }
+    Settle();
+}
+
 void Enter(QWidget& control, const QString& text) {
     QTest::mouseClick(&control, Qt::LeftButton);
     QTest::keySequence(&control, QKeySequence(QKeySequence::SelectAll));

@@ -19,6 +19,8 @@ void ClickMenu(forms::MdiForm& mainWindow, const QString& entry);
 void Click(QWidget& control);
 /// Types keys into the control that has the focus, one after the other.
 void PressKeys(const std::vector<Qt::Key>& keys);
+/// Types where the focus is, character by character: the first one may open a cell that takes the others.
+void TypeText(const QString& text);
 /// Types a text into a control, over what it holds, and presses Enter.
 void Enter(QWidget& control, const QString& text);
 /// Ticks check cells of a column with the space bar.

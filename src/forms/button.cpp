@@ -1,3 +1,5 @@
+#include <utility>
+
 #include <QKeyEvent>
 
 #include <forms/controls.h>
@@ -33,6 +35,9 @@ bool Button::event(QEvent* event) {
                 click();
             }
             return true;
+        case QEvent::WindowBlocked:
+            blocked_ = true;
+            break;
         case QEvent::ToolTipChange:
             if (accessibleName().isEmpty() && text().isEmpty()) {
                 setAccessibleName(toolTip());
@@ -49,10 +54,23 @@ bool Button::KeptFocus() const {
     return focusPolicy() == Qt::NoFocus || window()->focusWidget() == this;
 }
 
+void Button::focusInEvent(QFocusEvent* event) {
+    QPushButton::focusInEvent(event);
+    awaitsPress_ = event->reason() == Qt::MouseFocusReason;
+    blocked_ = false;
+}
+
 void Button::mousePressEvent(QMouseEvent* event) {
-    if (KeptFocus()) {
-        QPushButton::mousePressEvent(event);
+    const bool lostRelease = std::exchange(awaitsPress_, false) && blocked_;
+    if (!KeptFocus()) {
+        return;
     }
+    if (lostRelease) {
+        // The box that was left has shown a message, and the mouse button came up over that.
+        click();
+        return;
+    }
+    QPushButton::mousePressEvent(event);
 }
 
 void Button::keyPressEvent(QKeyEvent* event) {

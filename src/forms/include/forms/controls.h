@@ -134,10 +134,13 @@ class Button : public QPushButton {
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
 
  private:
     [[nodiscard]] bool KeptFocus() const;
 
+    bool awaitsPress_ = false;  ///< the mouse has given the focus; its press comes next
+    bool blocked_ = false;      ///< by a message box, since then
     bool main_ = false;
 };
 

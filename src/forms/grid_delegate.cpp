@@ -56,6 +56,10 @@ bool GridDelegate::HasNoHistory(const QModelIndex& index) const {
     return model_.Look(index.row(), index.column()).backColor == kRed;
 }
 
+bool GridDelegate::IsPending(const QModelIndex& index) const {
+    return model_.IsChanged(index.row(), index.column()) && model_.FieldOf(index.column()) != nullptr;
+}
+
 QColor GridDelegate::BackOf(const QModelIndex& index) const {
     const int row = index.row();
     const int column = index.column();
@@ -64,7 +68,7 @@ QColor GridDelegate::BackOf(const QModelIndex& index) const {
         own && FromPlatform(*own) != Qt::white) {
         return FromPlatform(*own);
     }
-    if (model_.IsChanged(row, column) && model_.FieldOf(column) != nullptr) {
+    if (IsPending(index)) {
         return colors::kPendingFill;
     }
     if (grid_.IsEntryGrid()) {
@@ -90,7 +94,7 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->save();
     painter->fillRect(rect, BackOf(index));
     PaintContent(*painter, rect, index);
-    if (model_.IsChanged(index.row(), index.column()) && model_.FieldOf(index.column()) != nullptr) {
+    if (IsPending(index)) {
         draw::PendingBar(*painter, rect);
     }
     if (IsActive(index) && grid_.HasFocusInside()) {
@@ -124,7 +128,8 @@ void GridDelegate::PaintText(QPainter& painter, const QRect& rect, const QModelI
     painter.setPen(HasNoHistory(index) ? colors::kEntry : colors::kInk);
     painter.setFont(FontOf(index));
     const Qt::Alignment alignment = model_.Column(index.column()).Alignment();
-    const QRect room = TextRect(rect, alignment);
+    const int bar = IsPending(index) ? draw::kPendingBarWidth : 0;
+    const QRect room = TextRect(rect.adjusted(bar, 0, 0, 0), alignment);
     painter.drawText(room, static_cast<int>(alignment),
                      painter.fontMetrics().elidedText(text, Qt::ElideRight, room.width()));
 }

@@ -42,6 +42,8 @@ class GridDelegate : public QStyledItemDelegate {
  private:
     [[nodiscard]] QColor BackOf(const QModelIndex& index) const;
     [[nodiscard]] bool IsActive(const QModelIndex& index) const;
+    /// Changed and waiting for a save.
+    [[nodiscard]] bool IsPending(const QModelIndex& index) const;
     [[nodiscard]] QFont FontOf(const QModelIndex& index) const;
     void PaintContent(QPainter& painter, const QRect& rect, const QModelIndex& index) const;
     void PaintText(QPainter& painter, const QRect& rect, const QModelIndex& index) const;

@@ -142,8 +142,7 @@ void draw::EntryBorder(QPainter& painter, const QRect& rect, bool focus) {
 }
 
 void draw::PendingBar(QPainter& painter, const QRect& rect) {
-    constexpr int kWidth = 4;
-    painter.fillRect(QRect(rect.left(), rect.top(), kWidth, rect.height()), kPendingBar);
+    painter.fillRect(QRect(rect.left(), rect.top(), kPendingBarWidth, rect.height()), kPendingBar);
 }
 
 void draw::CellFrame(QPainter& painter, const QRect& rect, const QColor& color) {

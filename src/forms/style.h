@@ -10,7 +10,8 @@ namespace quardele::forms {
 namespace draw {
 /// A field's or a list's border; a thicker accent frame with the focus.
 void EntryBorder(QPainter& painter, const QRect& rect, bool focus);
-/// The bar on the left edge that marks a pending change.
+/// The bar on the left edge that marks a pending change, and its pixels.
+inline constexpr int kPendingBarWidth = 4;
 void PendingBar(QPainter& painter, const QRect& rect);
 /// The focus frame of a cell.
 void CellFrame(QPainter& painter, const QRect& rect, const QColor& color);

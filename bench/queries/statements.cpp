@@ -34,8 +34,8 @@ StatementGroup Lists() {
     return {
         "Listes",
         {{"échéances, triées",
-          DueList("DateAdd('m',[TVEH_DETAIL_PERIOD],[TVEH_DETAIL_DATVIS])", "#11/07/2026#"),
-          DueList(std::string(kAddMonths) + "([TVEH_DETAIL_PERIOD],[TVEH_DETAIL_DATVIS])", "46333"), 0},
+          DueList("DateAdd('m',[TVEH_DETAIL_PERIOD],[TVEH_DETAIL_DATVIS])", "#11/24/2026#"),
+          DueList(std::string(kAddMonths) + "([TVEH_DETAIL_PERIOD],[TVEH_DETAIL_DATVIS])", "46350"), 0},
          {"sites des véhicules", kSites, kTheirSites, 0},
          {"tri sans index, première page", sorted + "TVEH_USER4", sorted + "TVEH_USER4", kFirstPage},
          {"tri sans index, toutes les valeurs", sorted + "TVEH_USER4", sorted + "TVEH_USER4", 0},

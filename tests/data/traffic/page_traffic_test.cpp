@@ -1,0 +1,203 @@
+// Pages that lists, searches and queries ask for, on the files of a workshop with thousands of vehicles.
+#include <gtest/gtest.h>
+
+#include <dao/dao.h>
+#include <sql/query.h>
+#include <sql/statement.h>
+#include <workshop/installation.h>
+
+#include "../jet/support.h"
+#include "engine.h"
+#include "open_file.h"
+#include "table_impl.h"
+
+namespace quardele {
+namespace {
+
+namespace fs = std::filesystem;
+using basic::Text;
+using basic::TextView;
+
+constexpr int kVehicles = 4000;
+constexpr int kVisits = 30000;
+constexpr int kJobs = 15000;
+
+/// The data database, made once for all tests.
+class PageTrafficTest : public testing::Test {
+ protected:
+    static void SetUpTestSuite() {
+        folder_ = std::make_unique<jet::test::TempFolder>();
+        auto scale = workshop::ScaleFor(kVehicles, basic::Date{46346});
+        scale.visits = kVisits;
+        scale.jobs = kJobs;
+        workshop::MakeInstallation(folder_->Path() / "QUARDELE", scale);
+    }
+    static void TearDownTestSuite() { folder_.reset(); }
+
+    [[nodiscard]] static fs::path File() { return folder_->Path() / "QUARDELE" / "DATA" / "talmeon.mdb"; }
+    [[nodiscard]] static double FilePages() { return static_cast<double>(fs::file_size(File())) / 4096; }
+
+    struct Traffic {
+        std::uint64_t asked = 0;  ///< pages, those in memory included
+        std::uint64_t read = 0;   ///< pages read from the file, those read ahead included
+    };
+    [[nodiscard]] static Traffic TrafficOf(jet::Database& database) {
+        const jet::PageCache& cache = database.OpenTable(u"TVEH")->Impl().Owner().Cache();
+        return {cache.PagesAsked(), cache.PagesRead()};
+    }
+
+    /// What an action asks for.
+    template <class Action>
+    [[nodiscard]] static Traffic TrafficIn(jet::Database& database, const Action& action) {
+        const Traffic before = TrafficOf(database);
+        action();
+        const Traffic after = TrafficOf(database);
+        return {after.asked - before.asked, after.read - before.read};
+    }
+
+    /// What running a statement and reading all of its values asks for.
+    [[nodiscard]] static Traffic TrafficOfQuery(const std::shared_ptr<jet::Database>& database,
+                                                TextView statement, std::size_t* rows = nullptr) {
+        const auto query = sql::Query::Prepare(database, statement);
+        return TrafficIn(*database, [&] {
+            const sql::RowSet found = query->Run();
+            for (std::size_t row = 0; row < found.Size(); ++row) {
+                for (int column = 0; column < static_cast<int>(query->Columns().size()); ++column) {
+                    (void)found.Value(row, column);
+                }
+            }
+            if (rows != nullptr) {
+                *rows = found.Size();
+            }
+        });
+    }
+
+    /// A registration of a job with a detail row.
+    [[nodiscard]] static Text SomeVehicle(const std::shared_ptr<jet::Database>& database) {
+        const auto query = sql::Query::Prepare(
+            database, u"SELECT TOP 1 TAFF_DETAIL_Ident FROM TAFF_DETAIL WHERE TAFF_DETAIL_Id > 3000");
+        return query->Run().Value(0, 0).As<Text>();
+    }
+
+    [[nodiscard]] static Text History(const Text& vehicle) {
+        return u"SELECT IIf([TAFF_DETAIL_DatSortieEff] Is Not "
+               u"Null,[TAFF_DETAIL_DatSortieEff],[TAFF_DatLivrPrev]) AS DateVisite, "
+               u"TAFF.TAFF_Numaff, TAFF.TAFF_CodCli, TAFF.TAFF_CM, TAFF.TAFF_LibOpe, TAFF.TAFF_DetailOpe "
+               u"FROM TAFF LEFT JOIN TAFF_DETAIL ON TAFF.TAFF_Numaff = TAFF_DETAIL.TAFF_DETAIL_Numaff "
+               u"WHERE (((TAFF_DETAIL.TAFF_DETAIL_Ident)='" +
+               vehicle + u"')) OR (([TAFF_Immatr]='" + vehicle +
+               u"')) "
+               u"ORDER by IIf([TAFF_DETAIL_DatSortieEff] Is Not "
+               u"Null,[TAFF_DETAIL_DatSortieEff],[TAFF_DatSortieEff]) DESC;";
+    }
+
+ private:
+    static inline std::unique_ptr<jet::test::TempFolder> folder_;
+};
+
+/// A dynaset, and the file that it shares with everybody else in this program.
+struct List {
+    explicit List(const fs::path& path) : file(dao::OpenFile::Open(path, jet::OpenMode::Shared)) {}
+
+    void Open() {
+        list = dao::DBEngine::Instance()
+                   .Workspaces(0)
+                   .OpenDatabase(basic::FromUtf8(file->Database()->File().string()))
+                   ->OpenRecordset(u"select * from TVEH", dao::RecordsetType::Dynaset);
+    }
+    [[nodiscard]] jet::Database& Database() const { return *file->Database(); }
+
+    std::shared_ptr<dao::OpenFile> file;
+    std::shared_ptr<dao::Recordset> list;
+};
+
+TEST_F(PageTrafficTest, OpeningAListReadsTheKeysAndTheRowsThatAreLookedAt) {
+    constexpr std::size_t kFirstPage = 40;
+    // The keys: the pages of the primary key, walked through by a reader of its own.
+    const auto other = jet::Database::Open(File(), jet::OpenMode::ReadOnly);
+    const Traffic keys = TrafficIn(*other, [&] {
+        const auto table = other->OpenTable(u"TVEH");
+        jet::IndexCursor cursor = table->OpenIndex(table->FindIndex(u"PrimaryKey"));
+        for (bool found = cursor.First(); found; found = cursor.Next()) {
+        }
+    });
+    List list(File());
+    const Traffic opening = TrafficIn(list.Database(), [&] {
+        list.Open();
+        for (std::size_t row = 0; row < kFirstPage; ++row) {
+            for (int field = 0; field < static_cast<int>(list.list->Fields().size()); ++field) {
+                (void)list.list->ValueAt(row, field);
+            }
+        }
+    });
+    EXPECT_EQ(list.list->RowCount(), static_cast<std::size_t>(kVehicles));
+    EXPECT_LT(static_cast<double>(opening.read) - static_cast<double>(keys.read), FilePages() * 0.05);
+}
+
+TEST_F(PageTrafficTest, ASearchForAValueIsALookIntoAHashFromTheSecondOn) {
+    List list(File());
+    list.Open();
+    dao::Recordset& rows = *list.list;
+    rows.MoveLast();
+    const Text last = rows.Value(u"TVEH_USER3").As<Text>();
+    const Text sought = u"TVEH_USER3 = '" + last + u"'";
+    const Traffic first = TrafficIn(list.Database(), [&] { rows.FindFirst(u"TVEH_USER3 = 'rien'"); });
+    EXPECT_TRUE(rows.NoMatch());
+    EXPECT_GE(first.asked, static_cast<std::uint64_t>(kVehicles));
+    const Traffic second = TrafficIn(list.Database(), [&] { rows.FindFirst(sought); });
+    EXPECT_FALSE(rows.NoMatch());
+    EXPECT_EQ(rows.Value(u"TVEH_USER3").As<Text>(), last);
+    EXPECT_LE(second.asked, 5U);
+    const Traffic missing =
+        TrafficIn(list.Database(), [&] { rows.FindFirst(u"TVEH_USER3 = 'toujours rien'"); });
+    EXPECT_TRUE(rows.NoMatch());
+    EXPECT_LE(missing.asked, 5U);
+}
+
+TEST_F(PageTrafficTest, AnEqualityOnAnIndexedColumnReadsItsRows) {
+    const auto database = jet::Database::Open(File(), jet::OpenMode::ReadOnly);
+    std::size_t rows = 0;
+    const Text vehicle = SomeVehicle(database);
+    const Traffic visits = TrafficOfQuery(
+        database, u"Select * from TVEH_DETAIL where TVEH_DETAIL_Immat ='" + vehicle + u"'", &rows);
+    EXPECT_GT(rows, 0U);
+    EXPECT_LT(visits.asked, 100U);
+    const Traffic ways = TrafficOfQuery(
+        database, u"SELECT * FROM TVEH WHERE TVEH_IMMAT = '" + vehicle + u"' OR TVEH_IMMAT IN ('AA', 'BB')",
+        &rows);
+    EXPECT_EQ(rows, 1U);
+    EXPECT_LT(ways.asked, 100U);
+}
+
+TEST_F(PageTrafficTest, AnIndexGivesAnOrderWithoutTheRows) {
+    const auto database = jet::Database::Open(File(), jet::OpenMode::ReadOnly);
+    const auto query = sql::Query::Prepare(database, u"SELECT * FROM TVEH ORDER BY TVEH_CODCLI");
+    const Traffic traffic = TrafficIn(*database, [&] { (void)query->Run(); });
+    const auto table = database->OpenTable(u"TVEH");
+    EXPECT_LT(traffic.read, table->Impl().DataPages()->size());
+}
+
+TEST_F(PageTrafficTest, TheHistoryOfAVehicleGoesThroughTheIndexesThatThereAre) {
+    const jet::test::TempFolder folder;
+    const fs::path file = folder.Copy(File());
+    const auto database = jet::Database::Open(file);
+    const Text history = History(SomeVehicle(database));
+    std::size_t rows = 0;
+    const auto pagesOf = [&](TextView table) {
+        return database->OpenTable(table)->Impl().DataPages()->size();
+    };
+    // Nothing leads from a registration to the detail rows: they are all looked at, but not the jobs.
+    const Traffic without = TrafficOfQuery(database, history, &rows);
+    EXPECT_GT(rows, 0U);
+    EXPECT_LT(without.asked, pagesOf(u"TAFF_DETAIL") + 150);
+    EXPECT_GT(pagesOf(u"TAFF"), 300U);
+    (void)sql::Execute(*database, u"CREATE INDEX IDENT ON TAFF_DETAIL (TAFF_DETAIL_Ident)");
+    std::size_t rowsThrough = 0;
+    const Traffic with =
+        TrafficOfQuery(jet::Database::Open(file, jet::OpenMode::ReadOnly), history, &rowsThrough);
+    EXPECT_EQ(rowsThrough, rows);
+    EXPECT_LT(with.asked, 150U);
+}
+
+}  // namespace
+}  // namespace quardele

@@ -23,14 +23,14 @@ Column ColumnOf(const Text& name, ColumnType type) {
 }
 
 /// Appends two columns and makes an index over one of them; the rows have nothing in them.
-void Extend(Database& database, const Text& name, TableContents& expected) {
+void Extend(Database& database, const Text& name, ColumnType second, TableContents& expected) {
     database.AddColumn(name, ColumnOf(kAdded, ColumnType::Text));
-    database.AddColumn(name, ColumnOf(kTicked, ColumnType::Boolean));
+    database.AddColumn(name, ColumnOf(kTicked, second));
     database.CreateIndex(name, {.name = u"ParAjout", .columns = {{kAdded, false}, {kTicked}}});
     expected.columns = database.OpenTable(name)->Columns();
     for (auto& row : expected.rows) {
         row.emplace_back(basic::Null());
-        row.emplace_back(false);
+        row.push_back(second == ColumnType::Boolean ? Variant(false) : Variant(basic::Null()));
     }
 }
 
@@ -73,6 +73,9 @@ void CreateTables(Database& database, Contents& expected) {
 struct File {
     const char* name;
     const char16_t* droppable = u"";  ///< a table of the file that goes
+    /// Of the second column. Some rows have ones in the spare bits behind those of their columns, which the
+    /// other readers take for truth values of a column that came later.
+    ColumnType second = ColumnType::Boolean;
 };
 
 class CorpusStructure : public testing::TestWithParam<File> {};
@@ -85,7 +88,7 @@ TEST_P(CorpusStructure, OldRowsReadTheSameEverywhere) {
     {
         const auto database = Database::Open(file);
         for (auto& [name, contents] : expected) {
-            Extend(*database, name, contents);
+            Extend(*database, name, GetParam().second, contents);
             FillAdded(*database, name, contents);
         }
         CreateTables(*database, expected);
@@ -103,14 +106,13 @@ TEST_P(CorpusStructure, OldRowsReadTheSameEverywhere) {
     SKIP_WITHOUT_OTHER_READERS();
 }
 
-INSTANTIATE_TEST_SUITE_P(Files, CorpusStructure,
-                         testing::Values(File{"common1V2000.mdb", u"Table1"}, File{"common2V2000.mdb"},
-                                         File{"compIndexV2000.mdb"}, File{"delColV2000.mdb", u"Table1"},
-                                         File{"delV2000.mdb"}, File{"fixedNumericV2000.mdb"},
-                                         File{"fixedTextV2000.mdb"}, File{"indexCodesV2000-r2009.mdb"},
-                                         File{"indexPropertiesV2000.mdb"}, File{"indexV2000.mdb"},
-                                         File{"overflowV2000.mdb"}, File{"unicodeCompV2003.mdb"},
-                                         File{"DateTestDatabase.mdb"}));
+INSTANTIATE_TEST_SUITE_P(
+    Files, CorpusStructure,
+    testing::Values(File{"common1V2000.mdb", u"Table1"}, File{"common2V2000.mdb"}, File{"compIndexV2000.mdb"},
+                    File{"delColV2000.mdb", u"Table1"}, File{"delV2000.mdb"}, File{"fixedNumericV2000.mdb"},
+                    File{"fixedTextV2000.mdb"}, File{"indexCodesV2000-r2009.mdb", u"", ColumnType::Long},
+                    File{"indexPropertiesV2000.mdb"}, File{"indexV2000.mdb"}, File{"overflowV2000.mdb"},
+                    File{"unicodeCompV2003.mdb"}, File{"DateTestDatabase.mdb"}));
 
 }  // namespace
 }  // namespace quardele::jet::test

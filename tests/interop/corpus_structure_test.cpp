@@ -74,7 +74,7 @@ struct File {
     const char* name;
     const char16_t* droppable = u"";  ///< a table of the file that goes
     /// Of the second column. Some rows have ones in the spare bits behind those of their columns, which the
-    /// other readers take for truth values of a column that came later.
+    /// other readers take for values of a column of fixed length that came later.
     ColumnType second = ColumnType::Boolean;
 };
 
@@ -110,7 +110,7 @@ INSTANTIATE_TEST_SUITE_P(
     Files, CorpusStructure,
     testing::Values(File{"common1V2000.mdb", u"Table1"}, File{"common2V2000.mdb"}, File{"compIndexV2000.mdb"},
                     File{"delColV2000.mdb", u"Table1"}, File{"delV2000.mdb"}, File{"fixedNumericV2000.mdb"},
-                    File{"fixedTextV2000.mdb"}, File{"indexCodesV2000-r2009.mdb", u"", ColumnType::Long},
+                    File{"fixedTextV2000.mdb"}, File{"indexCodesV2000-r2009.mdb", u"", ColumnType::Text},
                     File{"indexPropertiesV2000.mdb"}, File{"indexV2000.mdb"}, File{"overflowV2000.mdb"},
                     File{"unicodeCompV2003.mdb"}, File{"DateTestDatabase.mdb"}));
 

@@ -6,6 +6,7 @@
 
 #include <unistd.h>
 
+#include <basic/open_elsewhere.h>
 #include <basic/paths.h>
 #include <basic/runtime_error.h>
 
@@ -94,12 +95,6 @@ Text OnDrive(char16_t letter, const fs::path& rest) {
     return path;
 }
 
-bool IsOpenInAnotherProgram(const fs::path& file) {
-    const fs::path mark = file.parent_path() / (".~lock." + file.filename().string() + "#");
-    std::error_code ignored;
-    return fs::exists(fs::symlink_status(mark, ignored));
-}
-
 }  // namespace
 
 Text TextOf(const fs::path& path) {
@@ -139,8 +134,14 @@ Text WindowsPath(const fs::path& nativePath) {
     return found;
 }
 
+bool IsOpenElsewhere(const fs::path& file) {
+    const fs::path mark = file.parent_path() / (".~lock." + file.filename().string() + "#");
+    std::error_code ignored;
+    return fs::exists(fs::symlink_status(mark, ignored));
+}
+
 void RequireDeletable(const fs::path& file) {
-    if (IsOpenInAnotherProgram(file)) {
+    if (IsOpenElsewhere(file)) {
         throw RuntimeError(error::kPermissionDenied);
     }
     if (access(file.parent_path().c_str(), W_OK) != 0) {

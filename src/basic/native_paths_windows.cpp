@@ -1,5 +1,6 @@
 // On Windows the program's paths are the machine's; only their kind of text differs.
 
+#include <basic/open_elsewhere.h>
 #include <basic/paths.h>
 #include <basic/runtime_error.h>
 
@@ -30,6 +31,10 @@ fs::path NativePath(TextView windowsPath) {
 Text WindowsPath(const fs::path& nativePath) {
     std::error_code ignored;
     return TextOf(fs::absolute(nativePath, ignored).lexically_normal().make_preferred());
+}
+
+bool IsOpenElsewhere(const fs::path& /*file*/) {
+    return false;
 }
 
 void RequireDeletable(const fs::path& file) {

@@ -138,6 +138,15 @@ void Grid::SetLock(bool locked) {
     SetLook([&](CellLook& look) { look.locked = locked; });
 }
 
+bool Grid::Protect() const {
+    return model_->IsProtected();
+}
+
+void Grid::SetProtect(bool protect) {
+    model_->SetProtected(protect);
+    viewport()->update();
+}
+
 int Grid::BackColor() const {
     return AddressedLook().backColor.value_or(kWhite);
 }

@@ -288,7 +288,7 @@ CellLook& GridModel::OwnLook(int row, int column) {
 }
 
 bool GridModel::IsLocked(int row, int column) const {
-    return Look(row, column).locked.value_or(Column(column).locked);
+    return protected_ && Look(row, column).locked.value_or(Column(column).locked);
 }
 
 void GridModel::CellsChanged(int row, int column) {

@@ -85,7 +85,10 @@ class GridModel : public QAbstractTableModel {
     [[nodiscard]] CellLook& ColumnLook(int column) { return columnLooks_[Position(column)]; }
     [[nodiscard]] CellLook& HeadingLook(int column) { return headingLooks_[Position(column)]; }
     [[nodiscard]] const CellLook& HeadingLook(int column) const { return headingLooks_[Position(column)]; }
+    /// Never while the grid is not protected.
     [[nodiscard]] bool IsLocked(int row, int column) const;
+    [[nodiscard]] bool IsProtected() const { return protected_; }
+    void SetProtected(bool on) { protected_ = on; }
     void CellsChanged(int row, int column);
     void HeadingChanged(int column);
 
@@ -137,6 +140,7 @@ class GridModel : public QAbstractTableModel {
     int boundRows_ = 0;  ///< rows from the recordset: the first ones, in its order
     FillQuestion mayFill_;
     bool loadsOnSight_ = true;
+    bool protected_ = true;
 };
 
 }  // namespace quardele::forms

@@ -12,6 +12,18 @@
 
 namespace quardele::forms {
 
+/// What goes onto paper.
+struct PrintSettings {
+    bool border = true;
+    bool colHeaders = true;
+    bool rowHeaders = true;
+    bool lines = true;
+    bool color = false;
+    bool shadows = false;
+    int orientation = 0;
+    QString header;
+};
+
 class Grid::Private {
  public:
     GridHeader* header = nullptr;
@@ -21,6 +33,9 @@ class Grid::Private {
     double characterWidth = 8.117;
     /// Texts of the row headers and of the corner, which belong to the program alone.
     std::map<int, QString> rowHeaderTexts;
+
+    PrintSettings print;
+    QString exportFailure;
 
     bool changeMade = false;
     bool editModePermanent = false;

@@ -133,6 +133,53 @@ class Grid : public QTableView, private RowsView {
     [[nodiscard]] QString ToolTipText() const { return toolTipText_; }
     void SetToolTipText(const QString& text);
 
+    /// While it is off the operator may change locked cells too. On unless set.
+    [[nodiscard]] bool Protect() const;
+    void SetProtect(bool protect);
+
+    // Excel.
+    /// Writes what the grid shows, its headings as the first row, into an Excel 97-2003 workbook: all rows,
+    /// those too that nobody has looked at yet; hidden rows and hidden or empty-width columns are left out.
+    /// The file name is a Windows path and starts at the current folder when it is relative. The file is
+    /// there whole or, where false comes back, as it was before. The reason of a failure goes to the log
+    /// file, unless its name is empty, and to ExportFailure(). Throws nothing.
+    bool ExportToExcel(const QString& fileName, const QString& sheetName, const QString& logFile);
+    /// Why the last export failed, in French; empty when it succeeded.
+    [[nodiscard]] QString ExportFailure() const;
+
+    // Paper. Everything is printed but colours and shadows unless set.
+    /// Prints all rows on as many pages as it takes. The operator sees the pages first where there is a
+    /// printer, and is asked for a PDF file where there is none. Throws RuntimeError 5 for flags other than
+    /// 1, the engine's errors where a row cannot be read.
+    void PrintSheet(int flags);
+    /// A frame around the cells.
+    [[nodiscard]] bool PrintBorder() const;
+    void SetPrintBorder(bool printed);
+    [[nodiscard]] bool PrintColHeaders() const;
+    void SetPrintColHeaders(bool printed);
+    /// Row headers are printed only where the grid shows them.
+    [[nodiscard]] bool PrintRowHeaders() const;
+    void SetPrintRowHeaders(bool printed);
+    /// Lines between the cells.
+    [[nodiscard]] bool PrintGrid() const;
+    void SetPrintGrid(bool printed);
+    /// Background colours of cells.
+    [[nodiscard]] bool PrintColor() const;
+    void SetPrintColor(bool printed);
+    /// Grey headings.
+    [[nodiscard]] bool PrintShadows() const;
+    void SetPrintShadows(bool printed);
+    /// 0 as the printer has it, 1 portrait, 2 landscape; throws RuntimeError 5 for others.
+    [[nodiscard]] int PrintOrientation() const;
+    void SetPrintOrientation(int orientation);
+    /// 0, the whole sheet; throws RuntimeError 5 for others.
+    [[nodiscard]] static int PrintType() { return 0; }
+    static void SetPrintType(int type);
+    /// Text above the cells of every page: /l /c /r left, centred, right; /fb1 /fb0 bold on and off;
+    /// /fz"14" size in points; /n new line; /p page number.
+    [[nodiscard]] QString PrintHeader() const;
+    void SetPrintHeader(const QString& markup);
+
     // Look.
     [[nodiscard]] double CharacterWidth() const;
     void SetCharacterWidth(double pixels);

@@ -10,6 +10,7 @@
 
 #include <forms/runtime.h>
 
+#include "cell_marks.h"
 #include "grid_model.h"
 #include "palette.h"
 #include "style.h"
@@ -20,12 +21,6 @@ namespace {
 constexpr int kMargin = 4;
 constexpr int kFarMargin = 1;
 constexpr int kPicture = 14;
-/// Pure red, as the platform counts colours: a state with a pictogram of its own.
-constexpr int kRed = 255;
-
-QColor FromPlatform(int color) {
-    return {color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF};
-}
 
 /// Narrow columns need all their width: a text keeps its distance from the line that it leans on only.
 QRect TextRect(const QRect& cell, Qt::Alignment alignment) {
@@ -53,7 +48,7 @@ bool GridDelegate::IsActive(const QModelIndex& index) const {
 }
 
 bool GridDelegate::HasNoHistory(const QModelIndex& index) const {
-    return model_.Look(index.row(), index.column()).backColor == kRed;
+    return MeansNoHistory(model_.Look(index.row(), index.column()));
 }
 
 bool GridDelegate::IsPending(const QModelIndex& index) const {

@@ -1,4 +1,5 @@
 // A grid in a file of Excel.
+#include <basic/paths.h>
 #include <basic/runtime_error.h>
 #include <forms/grid.h>
 #include <forms/strings.h>
@@ -16,7 +17,8 @@ void Log(const QString& logFile, const QString& failure) {
         return;
     }
     try {
-        SaveFile(logFile, [&](std::ostream& out) { out << failure.toStdString() << '\n'; });
+        SaveFile(basic::NativePath(ToText(logFile)), logFile,
+                 [&](std::ostream& out) { out << failure.toStdString() << '\n'; });
     } catch (const basic::RuntimeError& error) {
         qWarning("%s", qUtf8Printable(ToQString(error.Description())));
     }
@@ -28,7 +30,7 @@ bool Grid::ExportToExcel(const QString& fileName, const QString& sheetName, cons
     d_->exportFailure.clear();
     try {
         const auto book = WorkbookOf(*this, *model_, sheetName);
-        SaveFile(fileName, [&](std::ostream& out) { book->Write(out); });
+        SaveFile(basic::NativePath(ToText(fileName)), fileName, [&](std::ostream& out) { book->Write(out); });
         return true;
     } catch (const basic::RuntimeError& error) {
         d_->exportFailure = ToQString(error.Description());

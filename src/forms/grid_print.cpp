@@ -3,6 +3,8 @@
 #include <forms/grid.h>
 
 #include "grid_private.h"
+#include "grid_sheet.h"
+#include "print_sheet.h"
 
 namespace quardele::forms {
 namespace {
@@ -70,6 +72,7 @@ void Grid::SetPrintHeader(const QString& markup) {
 
 void Grid::PrintSheet(int flags) {
     RefuseUnless(flags == 1);
+    OfferSheet(SheetOf(*this, *model_, d_->print), window());
 }
 
 }  // namespace quardele::forms

@@ -1,13 +1,11 @@
 #include "save_file.h"
 
-#include <filesystem>
 #include <streambuf>
 
 #include <QFileInfo>
 #include <QSaveFile>
 
 #include <basic/open_elsewhere.h>
-#include <basic/paths.h>
 #include <basic/runtime_error.h>
 #include <forms/strings.h>
 
@@ -34,37 +32,36 @@ class FileBuffer : public std::streambuf {
     QIODevice& file_;
 };
 
-[[noreturn]] void Refuse(int number, const QString& reason, const QString& windowsPath) {
+[[noreturn]] void Refuse(int number, const QString& reason, const QString& shownName) {
     throw basic::RuntimeError(
-        number, ToText(QStringLiteral("Le fichier %1 n'a pas pu être écrit : %2").arg(windowsPath, reason)));
+        number, ToText(QStringLiteral("Le fichier %1 n'a pas pu être écrit : %2").arg(shownName, reason)));
 }
 
-void RequirePlace(const QString& windowsPath, const std::filesystem::path& path) {
-    const QFileInfo folder(QString::fromStdU16String(path.parent_path().u16string()));
-    const QFileInfo file(QString::fromStdU16String(path.u16string()));
+void RequirePlace(const std::filesystem::path& path, const QString& shownName) {
+    const QFileInfo file(path);
+    const QFileInfo folder(file.absolutePath());
     if (!folder.isDir()) {
-        Refuse(basic::error::kPathNotFound, QStringLiteral("le dossier n'existe pas."), windowsPath);
+        Refuse(basic::error::kPathNotFound, QStringLiteral("le dossier n'existe pas."), shownName);
     }
     if (basic::IsOpenElsewhere(path)) {
         Refuse(basic::error::kPermissionDenied, QStringLiteral("il est ouvert dans un autre programme."),
-               windowsPath);
+               shownName);
     }
     if (file.exists() && !file.isWritable()) {
-        Refuse(basic::error::kPermissionDenied, QStringLiteral("il est en lecture seule."), windowsPath);
+        Refuse(basic::error::kPermissionDenied, QStringLiteral("il est en lecture seule."), shownName);
     }
     if (!folder.isWritable()) {
-        Refuse(basic::error::kPathFileAccess, QStringLiteral("le dossier est en lecture seule."),
-               windowsPath);
+        Refuse(basic::error::kPathFileAccess, QStringLiteral("le dossier est en lecture seule."), shownName);
     }
 }
 
 }  // namespace
 
-void SaveFile(const QString& windowsPath, const std::function<void(std::ostream&)>& write) {
-    const std::filesystem::path path = basic::NativePath(ToText(windowsPath));
-    RequirePlace(windowsPath, path);
+void SaveFile(const std::filesystem::path& path, const QString& shownName,
+              const std::function<void(std::ostream&)>& write) {
+    RequirePlace(path, shownName);
     QSaveFile file(QString::fromStdU16String(path.u16string()));
-    const auto refuse = [&] { Refuse(basic::error::kDeviceIo, file.errorString(), windowsPath); };
+    const auto refuse = [&] { Refuse(basic::error::kDeviceIo, file.errorString(), shownName); };
     if (!file.open(QIODevice::WriteOnly)) {
         refuse();
     }

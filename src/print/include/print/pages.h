@@ -1,0 +1,36 @@
+// Which rows and columns stand on which page. Lengths are of any one unit.
+#pragma once
+
+#include <vector>
+
+namespace quardele::print {
+
+struct Range {
+    int first = 0;
+    int count = 0;
+
+    friend bool operator==(const Range&, const Range&) = default;
+};
+
+struct Page {
+    Range rows;
+    Range columns;
+
+    friend bool operator==(const Page&, const Page&) = default;
+};
+
+/// The room that a page has for cells.
+struct Room {
+    int width = 0;
+    int height = 0;
+};
+
+/// No column wider than the room: what is wider could not be shown on any page.
+[[nodiscard]] std::vector<int> FittedWidths(std::vector<int> widths, int room);
+/// Columns side by side as far as they fit; a column that does not fit alone has a page of its own.
+[[nodiscard]] std::vector<Range> ColumnGroups(const std::vector<int>& widths, int room);
+/// All pages in the order of printing: the pages of the same rows follow each other, so that they can be laid
+/// side by side. At least one row stands on a page; a sheet without rows or columns has one page.
+[[nodiscard]] std::vector<Page> Paginate(const std::vector<int>& widths, int rows, int rowHeight, Room room);
+
+}  // namespace quardele::print

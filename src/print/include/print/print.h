@@ -1,0 +1,21 @@
+// Printing of sheets: one painter for preview, printer and PDF.
+#pragma once
+
+#include <QIODevice>
+#include <QPagedPaintDevice>
+
+#include <print/sheet.h>
+
+namespace quardele::print {
+
+/// A4 with margins of 10 mm, in the sheet's orientation or else portrait.
+[[nodiscard]] QPageLayout DefaultLayout(const Sheet& sheet);
+
+/// Paints the pages of a sheet, those of the device's page ranges only where it has some. The layout of the
+/// device's pages is taken as it is. False when the device cannot be painted on.
+bool Print(const Sheet& sheet, QPagedPaintDevice& device);
+
+/// Writes a PDF. False when the device takes no more.
+bool WritePdf(const Sheet& sheet, QIODevice& out);
+
+}  // namespace quardele::print

@@ -1,0 +1,45 @@
+#include <print/print.h>
+
+#include <QPainter>
+#include <QPdfWriter>
+
+#include "sheet_painter.h"
+
+namespace quardele::print {
+
+QPageLayout DefaultLayout(const Sheet& sheet) {
+    constexpr qreal kMargin = 10;
+    return {QPageSize(QPageSize::A4), sheet.orientation.value_or(QPageLayout::Portrait),
+            QMarginsF(kMargin, kMargin, kMargin, kMargin), QPageLayout::Millimeter};
+}
+
+bool Print(const Sheet& sheet, QPagedPaintDevice& device) {
+    const QSizeF points = device.pageLayout().paintRect(QPageLayout::Point).size();
+    const SheetPainter pages(sheet, (points * kTwipsPerPoint).toSize());
+    const QPageRanges wanted = device.pageRanges();
+    QPainter painter;
+    if (!painter.begin(&device)) {
+        return false;
+    }
+    painter.scale(device.logicalDpiX() / kTwipsPerInch, device.logicalDpiY() / kTwipsPerInch);
+    bool first = true;
+    for (int page = 1; page <= pages.Count(); ++page) {
+        if (!wanted.isEmpty() && !wanted.contains(page)) {
+            continue;
+        }
+        if (!std::exchange(first, false) && !device.newPage()) {
+            return false;
+        }
+        pages.Paint(painter, page);
+    }
+    return painter.end();
+}
+
+bool WritePdf(const Sheet& sheet, QIODevice& out) {
+    QPdfWriter writer(&out);
+    writer.setPageLayout(DefaultLayout(sheet));
+    writer.setTitle(sheet.title);
+    return Print(sheet, writer);
+}
+
+}  // namespace quardele::print

@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <stdexcept>
+#include <utility>
 
 #include <basic/conversion.h>
 
@@ -40,6 +41,32 @@ std::string ColumnsOf(const jet::Table& table, const jet::Index& index) {
                    (part.ascending ? "" : " DESC");
     }
     return "(" + columns + ")";
+}
+
+SqliteValue ValueOf(sqlite3_value* value) {
+    switch (sqlite3_value_type(value)) {
+        case SQLITE_NULL:
+            return {};
+        case SQLITE_INTEGER:
+            return sqlite3_value_int64(value);
+        case SQLITE_FLOAT:
+            return sqlite3_value_double(value);
+        default:
+            return std::string(static_cast<const char*>(sqlite3_value_blob(value)),
+                               static_cast<std::size_t>(sqlite3_value_bytes(value)));
+    }
+}
+
+void GiveResult(sqlite3_context* context, const SqliteValue& value) {
+    if (const auto* const text = std::get_if<std::string>(&value)) {
+        sqlite3_result_text(context, text->data(), static_cast<int>(text->size()), SQLITE_TRANSIENT);
+    } else if (const auto* const whole = std::get_if<std::int64_t>(&value)) {
+        sqlite3_result_int64(context, *whole);
+    } else if (const auto* const number = std::get_if<double>(&value)) {
+        sqlite3_result_double(context, *number);
+    } else {
+        sqlite3_result_null(context);
+    }
 }
 
 }  // namespace
@@ -108,6 +135,41 @@ void SqliteFile::AddFunction(const char* name, double (*function)(double, double
     const auto forget = [](void* unused) { delete static_cast<Function*>(unused); };
     if (sqlite3_create_function_v2(file_, name, 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, kept, call, nullptr,
                                    nullptr, forget) != SQLITE_OK) {
+        Throw(file_);
+    }
+}
+
+void SqliteFile::AddFunction(const char* name, int arguments,
+                             std::function<SqliteValue(const std::vector<SqliteValue>&)> function) {
+    using Function = decltype(function);
+    auto* const kept = new Function(std::move(function));  // NOLINT(cppcoreguidelines-owning-memory)
+    const auto call = [](sqlite3_context* context, int count, sqlite3_value** values) {
+        std::vector<SqliteValue> given;
+        for (int i = 0; i < count; ++i) {
+            given.push_back(ValueOf(values[i]));
+        }
+        GiveResult(context, (*static_cast<const Function*>(sqlite3_user_data(context)))(given));
+    };
+    const auto forget = [](void* unused) { delete static_cast<Function*>(unused); };
+    if (sqlite3_create_function_v2(file_, name, arguments, SQLITE_UTF8 | SQLITE_DETERMINISTIC, kept, call,
+                                   nullptr, nullptr, forget) != SQLITE_OK) {
+        Throw(file_);
+    }
+}
+
+void SqliteFile::AddCollation(const char* name,
+                              std::function<int(std::string_view, std::string_view)> compare) {
+    using Compare = decltype(compare);
+    auto* const kept = new Compare(std::move(compare));  // NOLINT(cppcoreguidelines-owning-memory)
+    const auto call = [](void* function, int leftSize, const void* left, int rightSize, const void* right) {
+        return (*static_cast<const Compare*>(function))(
+            {static_cast<const char*>(left), static_cast<std::size_t>(leftSize)},
+            {static_cast<const char*>(right), static_cast<std::size_t>(rightSize)});
+    };
+    const auto forget = [](void* unused) { delete static_cast<Compare*>(unused); };
+    if (sqlite3_create_collation_v2(file_, name, SQLITE_UTF8, kept, call, forget) != SQLITE_OK) {
+        // Unlike a function, a collation that is refused is left to the caller.
+        forget(kept);
         Throw(file_);
     }
 }

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -32,6 +33,11 @@ class SqliteFile {
     void CreateLike(const jet::Table& table);
     /// Makes a function of two numbers known to statements; Null when one of them is.
     void AddFunction(const char* name, double (*function)(double, double));
+    /// The same for so many arguments of any type.
+    void AddFunction(const char* name, int arguments,
+                     std::function<SqliteValue(const std::vector<SqliteValue>&)> function);
+    /// Makes an order of texts known: below, equal or above 0.
+    void AddCollation(const char* name, std::function<int(std::string_view, std::string_view)> compare);
 
  private:
     friend class SqliteStatement;

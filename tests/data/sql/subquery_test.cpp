@@ -183,6 +183,14 @@ TEST_F(SubqueryTest, MistakesHaveTheirNumbers) {
     }
 }
 
+TEST_F(SubqueryTest, MayBeRepeatedWhereAnItemMayBe) {
+    const std::string visits = "(SELECT Count(*) FROM D WHERE D.Immat = V.Immat)";
+    EXPECT_EQ(Get("SELECT DISTINCT " + visits + " AS Nombre FROM V ORDER BY " + visits + " DESC"),
+              (Lines{"2", "1", "0"}));
+    EXPECT_EQ(Get("SELECT " + visits + ", Count(*) FROM V GROUP BY " + visits), (Lines{"0 1", "1 2", "2 1"}));
+    EXPECT_EQ(ErrorOfStatement(Data(), "SELECT DISTINCT Immat FROM V ORDER BY " + visits), 3093);
+}
+
 TEST_F(SubqueryTest, DepthIsLimited) {
     const auto nested = [](int levels, const std::string& open, const std::string& close) {
         std::string text = "SELECT 1 AS X FROM V WHERE Immat = 'AA-1'";

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "sql_error.h"
+#include "syntax/printer.h"
 
 namespace quardele::sql {
 namespace {
@@ -62,9 +63,10 @@ struct SameContent {
     bool operator()(const Call& a, const Call& b) const {
         return a.star == b.star && basic::EqualNoCase(a.function, b.function);
     }
-    // Only copies of one subquery are taken for the same.
+    // What a subquery asks of the row around it is among its parts.
     bool operator()(const Subquery& a, const Subquery& b) const {
-        return a.statement == b.statement && a.kind == b.kind && a.op == b.op && a.negated == b.negated;
+        return a.kind == b.kind && a.op == b.op && a.negated == b.negated &&
+               (a.statement == b.statement || Print(*a.statement) == Print(*b.statement));
     }
     template <class A, class B>
     bool operator()(const A&, const B&) const {

@@ -35,11 +35,11 @@ bool Print(const Sheet& sheet, QPagedPaintDevice& device) {
     return painter.end();
 }
 
-bool WritePdf(const Sheet& sheet, QIODevice& out) {
+void WritePdf(const Sheet& sheet, QIODevice& out) {
     QPdfWriter writer(&out);
     writer.setPageLayout(DefaultLayout(sheet));
     writer.setTitle(sheet.title);
-    return Print(sheet, writer);
+    Print(sheet, writer);
 }
 
 }  // namespace quardele::print

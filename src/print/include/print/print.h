@@ -15,7 +15,7 @@ namespace quardele::print {
 /// device's pages is taken as it is. False when the device cannot be painted on.
 bool Print(const Sheet& sheet, QPagedPaintDevice& device);
 
-/// Writes a PDF. False when the device takes no more.
-bool WritePdf(const Sheet& sheet, QIODevice& out);
+/// Writes a PDF. Whether the device has taken all bytes is the device's to tell.
+void WritePdf(const Sheet& sheet, QIODevice& out);
 
 }  // namespace quardele::print

@@ -14,8 +14,12 @@ failed=()
 for program in build/fuzz/bin/fuzz_*; do
     target=$(basename "$program")
     mkdir -p "$inputs/$target"
+    options=()
+    case "$target" in
+        fuzz_sql_*) options=(-dict=tests/fuzz/sql.dict) ;;
+    esac
     echo "== $target, $seconds s"
-    if ! "$program" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 -verbosity=0 -print_final_stats=1 \
+    if ! "$program" "${options[@]}" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 -verbosity=0 -print_final_stats=1 \
         -artifact_prefix="$findings/$target-" "$inputs/$target"; then
         failed+=("$target")
     fi

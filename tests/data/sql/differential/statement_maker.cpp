@@ -231,7 +231,9 @@ Expression StatementMaker::On(const Leaves& left, const Leaves& right) {
     on.theirs = "($0" + Collated(kind) + on.ours.substr(3);
     if (random_.Chance(35)) {
         ExpressionMaker both(random_, Together(left, right), {});
-        on = Joined("AND", on, random_.Chance(50) ? both.Filter() : both.Make(Kind::Condition, 1));
+        const Expression more = random_.Chance(50) ? both.Filter() : both.Make(Kind::Condition, 1);
+        // As a whole: SQLite (3.40) takes a part without columns for a condition on the rows of joins around.
+        on = Around(Kind::Condition, "($0 AND $1)", "iif($0 AND $1, 1, 0)", {on, more});
     }
     return on;
 }

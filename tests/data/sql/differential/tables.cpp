@@ -32,7 +32,7 @@ bool IsWhole(const ColumnOfTables& column) {
 Expression CellOf(const ColumnOfTables& column, Random& random) {
     if (column.kind == Kind::Condition) {
         Expression truth = Literal(Kind::Condition, random);
-        truth.theirs = truth.theirs == "1" ? "-1" : "0";
+        truth.theirs = truth.ours == "True" ? "-1" : "0";
         return truth;
     }
     if (random.Chance(kNulls)) {

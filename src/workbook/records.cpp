@@ -29,10 +29,13 @@ void Records::PutUnits(basic::TextView text) {
 }
 
 void Records::PutBareUnits(basic::TextView text, bool wide) {
+    const std::size_t at = bytes_.size();
+    bytes_.resize(at + text.size() * (wide ? 2 : 1));
+    char* byte = bytes_.data() + at;
     for (const char16_t unit : text) {
-        bytes_.push_back(static_cast<char>(unit & 0xFF));
+        *byte++ = static_cast<char>(unit & 0xFF);
         if (wide) {
-            bytes_.push_back(static_cast<char>(unit >> 8));
+            *byte++ = static_cast<char>(unit >> 8);
         }
     }
 }
@@ -40,12 +43,6 @@ void Records::PutBareUnits(basic::TextView text, bool wide) {
 void Records::PatchLong(std::size_t position, std::uint32_t value) {
     for (std::size_t i = 0; i < 4; ++i) {
         bytes_[position + i] = static_cast<char>(value >> (8 * i) & 0xFF);
-    }
-}
-
-void Records::PutLittle(std::uint64_t value, int bytes) {
-    for (int i = 0; i < bytes; ++i) {
-        bytes_.push_back(static_cast<char>(value >> (8 * i) & 0xFF));
     }
 }
 

@@ -1,6 +1,7 @@
 // A stream of BIFF8 records: each an identifier, a length and up to 8 224 bytes, all little-endian.
 #pragma once
 
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -20,9 +21,9 @@ class Records {
     void End();
 
     void PutByte(std::uint8_t value) { bytes_.push_back(static_cast<char>(value)); }
-    void PutShort(std::uint16_t value) { PutLittle(value, 2); }
-    void PutLong(std::uint32_t value) { PutLittle(value, 4); }
-    void PutDouble(double value) { PutLittle(std::bit_cast<std::uint64_t>(value), 8); }
+    void PutShort(std::uint16_t value) { PutLittle<2>(value); }
+    void PutLong(std::uint32_t value) { PutLittle<4>(value); }
+    void PutDouble(double value) { PutLittle<8>(std::bit_cast<std::uint64_t>(value)); }
     /// A text with its form in front: one byte per unit where all fit, else two.
     void PutUnits(basic::TextView text);
     /// The units alone, in the form that `wide` says.
@@ -44,7 +45,14 @@ class Records {
  private:
     static constexpr std::size_t kHeader = 4;
 
-    void PutLittle(std::uint64_t value, int bytes);
+    template <std::size_t kBytes>
+    void PutLittle(std::uint64_t value) {
+        std::array<char, kBytes> little{};
+        for (std::size_t i = 0; i < kBytes; ++i) {
+            little[i] = static_cast<char>(value >> (8 * i) & 0xFF);
+        }
+        bytes_.append(little.data(), kBytes);
+    }
 
     std::string bytes_;
     std::size_t start_ = 0;

@@ -16,21 +16,61 @@ constexpr std::size_t kTextHeader = 3;
 constexpr std::size_t kMostBuckets = 128;
 constexpr std::size_t kLeastTextsPerBucket = 8;
 
+bool OpensPair(char16_t unit) {
+    return unit >= 0xD800 && unit < 0xDC00;
+}
+
+bool ClosesPair(char16_t unit) {
+    return unit >= 0xDC00 && unit < 0xE000;
+}
+
+/// Where the first half of a pair stands that has no other half; the end when there is none.
+std::size_t LoneHalf(basic::TextView text, std::size_t from) {
+    for (std::size_t at = from; at < text.size(); ++at) {
+        if (OpensPair(text[at]) && at + 1 < text.size() && ClosesPair(text[at + 1])) {
+            ++at;
+        } else if (OpensPair(text[at]) || ClosesPair(text[at])) {
+            return at;
+        }
+    }
+    return text.size();
+}
+
+/// Programs refuse a whole workbook for half a pair: U+FFFD stands in its place.
+basic::Text WithoutLoneHalves(basic::TextView text) {
+    basic::Text whole(text);
+    for (std::size_t at = LoneHalf(whole, 0); at < whole.size(); at = LoneHalf(whole, at)) {
+        whole[at] = u'\xFFFD';
+    }
+    return whole;
+}
+
 basic::Text Cut(basic::TextView text) {
     std::size_t length = Workbook::kMaxTextLength - 1;
-    const bool splitsPair = text[length - 1] >= 0xD800 && text[length - 1] < 0xDC00;
-    length -= splitsPair ? 1 : 0;
+    length -= OpensPair(text[length - 1]) ? 1 : 0;
     return basic::Text(text.substr(0, length)) + u'…';
+}
+
+/// As many units as fit into a record without dividing a pair: some programs read each record by itself.
+std::size_t UnitsThatFit(basic::TextView text, std::size_t room) {
+    if (text.size() <= room) {
+        return text.size();
+    }
+    return room > 0 && OpensPair(text[room - 1]) ? room - 1 : room;
 }
 
 }  // namespace
 
 std::uint32_t SharedTexts::NumberOf(basic::TextView text) {
     ++uses_;
-    basic::Text cut;
+    basic::Text corrected;
     if (text.size() > Workbook::kMaxTextLength) {
-        cut = Cut(text);
-        text = cut;
+        corrected = Cut(text);
+        text = corrected;
+    }
+    if (LoneHalf(text, 0) < text.size()) {
+        corrected = WithoutLoneHalves(text);
+        text = corrected;
     }
     if (const auto known = numbers_.find(text); known != numbers_.end()) {
         return known->second;
@@ -80,7 +120,7 @@ SharedTexts::Place SharedTexts::PutText(Records& out, basic::TextView text) {
     out.PutShort(static_cast<std::uint16_t>(text.size()));
     out.PutByte(wide ? 1 : 0);
     while (true) {
-        const std::size_t units = std::min(text.size(), out.Room() / unitSize);
+        const std::size_t units = UnitsThatFit(text, out.Room() / unitSize);
         out.PutBareUnits(text.substr(0, units), wide);
         text.remove_prefix(units);
         if (text.empty()) {

@@ -219,6 +219,70 @@ TEST(Workbook, CutsTextsThatExcelCannotHoldWithASignOfIt) {
     EXPECT_EQ(read.at(1).at(0), "s:" + std::string(32766, 'x') + "…");
 }
 
+/// A text of units by chance, halves of pairs without the other half among them, and what readers must see of
+/// it: U+FFFD in their place.
+struct RoughText {
+    Text written;
+    Text read;
+
+    void Add(basic::TextView units, basic::TextView seen) {
+        written += units;
+        read += seen;
+    }
+};
+
+RoughText RoughTextByChance(std::mt19937& random) {
+    RoughText text;
+    const std::size_t letters = random() % 50 == 0 ? random() % 9000 : random() % 30;
+    bool afterOpening = false;
+    for (std::size_t i = 0; i < letters; ++i) {
+        const auto unit = [&random](unsigned first, unsigned count) {
+            return Text(1, static_cast<char16_t>(first + random() % count));
+        };
+        const auto kind = random() % 6;
+        if (kind == 0) {
+            text.Add(unit(0xD800, 0x400), u"\xFFFD");
+        } else if (kind == 1 && !afterOpening) {
+            text.Add(unit(0xDC00, 0x400), u"\xFFFD");
+        } else if (kind == 2) {
+            const Text pair = unit(0xD83D, 1) + unit(0xDE00, 0x40);
+            text.Add(pair, pair);
+        } else {
+            const Text plain = kind == 3 ? unit(0x4E00, 0x1000) : unit(u'!', 90);
+            text.Add(plain, plain);
+        }
+        afterOpening = kind == 0;
+    }
+    return text;
+}
+
+/// Many of them reach over the ends of records, where a pair must stay whole.
+TEST(Workbook, HalvesOfPairsBreakNoFile) {
+    if (!WorkbookReaders().front()->IsHere()) {
+        GTEST_SKIP() << "xlrd is not installed";
+    }
+    const jet::test::TempFolder folder;
+    for (const unsigned seed : {1U, 2U, 3U, 4U, 5U}) {
+        std::mt19937 random(seed);
+        ModelledSheet written{{{.heading = u"A"}, {.heading = u"B"}}, {}};
+        ModelledSheet wanted = written;
+        for (int row = 0; row < 800; ++row) {
+            const RoughText first = RoughTextByChance(random);
+            const RoughText second = RoughTextByChance(random);
+            written.rows.push_back({first.written, second.written});
+            wanted.rows.push_back({first.read, second.read});
+        }
+        const std::string bytes = written.File();
+        jet::test::WriteBytes(folder.Path() / "liste.xls", {bytes.begin(), bytes.end()});
+        SheetInWords words = wanted.InWords();
+        while (words.back().empty()) {
+            words.pop_back();
+        }
+        ASSERT_EQ(WorkbookReaders().front()->Read(folder.Path() / "liste.xls", folder.Path()), words)
+            << "seed " << seed;
+    }
+}
+
 TEST(Workbook, ExcelKnowsOddDatesInItsOwnWay) {
     if (!WorkbookReaders().front()->IsHere()) {
         GTEST_SKIP() << "xlrd is not installed";

@@ -17,6 +17,7 @@ constexpr int kLastYear = 9999;
 constexpr int kMonthsInYear = 12;
 constexpr int kMonthsInQuarter = 3;
 constexpr int kDaysInWeek = 7;
+constexpr int kShortestMonth = 28;
 constexpr std::int64_t kSecondsInDay = 86400;
 constexpr std::int64_t kSecondsInHour = 3600;
 constexpr std::int64_t kSecondsInMinute = 60;
@@ -60,6 +61,9 @@ SplitDate Split(Date date) {
     if (!(day >= static_cast<double>(kFirstDay) && day <= static_cast<double>(kLastDay))) {
         throw RuntimeError(error::kOverflow);
     }
+    if (day == date.days) {
+        return {static_cast<std::int64_t>(day), 0};
+    }
     SplitDate split{static_cast<std::int64_t>(day), std::llround(std::fabs(date.days - day) * kSecondsInDay)};
     if (split.seconds == kSecondsInDay) {
         split = {split.dayNumber + 1, 0};
@@ -85,7 +89,7 @@ Date AddMonths(const SplitDate& start, std::int64_t months) {
     }
     const int year = static_cast<int>(total / kMonthsInYear);
     const int month = static_cast<int>(total % kMonthsInYear) + 1;
-    const int day = std::min(civil.day, DaysInMonth(year, month));
+    const int day = civil.day <= kShortestMonth ? civil.day : std::min(civil.day, DaysInMonth(year, month));
     return Join({DayNumber({year, month, day}), start.seconds});
 }
 

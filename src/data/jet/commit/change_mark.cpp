@@ -36,6 +36,11 @@ ChangeMark ChangeMark::Read(const OsFile& file, const Format& format) {
     return ChangeMark(bytes);
 }
 
+bool ChangeMark::IsIn(const OsFile& file) const {
+    Bytes bytes{};
+    return file.ReadAt(kSlotsAt, bytes) == bytes.size() && bytes == bytes_;
+}
+
 std::uint16_t ChangeMark::Slot(std::size_t number) const {
     return ByteView(bytes_, kHeaderPage).U16(2 * number);
 }

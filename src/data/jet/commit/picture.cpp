@@ -75,8 +75,7 @@ void PictureTaker::Release() {
 }
 
 bool PictureTaker::IsWhole(const Picture& picture) const {
-    return picture.mark.IsUsable() ? ChangeMark::Read(file_, format_) == picture.mark
-                                   : file_.Stamp() == picture.stamp;
+    return picture.mark.IsUsable() ? picture.mark.IsIn(file_) : file_.Stamp() == picture.stamp;
 }
 
 bool PictureTaker::IsCurrent(const Picture& picture) const {

@@ -1,8 +1,8 @@
 // The pages of one open file in memory, read with pread as they are asked for.
 #pragma once
 
+#include <cstdint>
 #include <optional>
-#include <unordered_map>
 #include <vector>
 
 #include "commit/picture.h"
@@ -45,6 +45,8 @@ class PageCache final : public PageSource {
     [[nodiscard]] PagePtr ReadInside(std::uint32_t number) const override;
 
  private:
+    static constexpr std::uint32_t kNoFrame = UINT32_MAX;
+
     struct Frame {
         PagePtr page;
         bool used = false;
@@ -61,6 +63,10 @@ class PageCache final : public PageSource {
     /// Keeps a page within a number of frames.
     void Insert(PagePtr page, std::size_t mostFrames) const;
     [[nodiscard]] std::size_t FrameToReuse() const;
+    [[nodiscard]] bool Holds(std::uint32_t number) const {
+        return number < frameOf_.size() && frameOf_[number] != kNoFrame;
+    }
+    void Remember(std::uint32_t number, std::size_t frame) const;
     [[nodiscard]] std::uint32_t RunLength(std::uint32_t number) const;
 
     const OsFile& file_;
@@ -71,7 +77,8 @@ class PageCache final : public PageSource {
     mutable std::uint64_t generation_ = 0;
     mutable std::uint64_t pagesRead_ = 0;
     mutable std::uint64_t pagesAsked_ = 0;
-    mutable std::unordered_map<std::uint32_t, std::size_t> frameOf_;
+    /// By page number, as far as pages were read: a list finds a page for every row that it shows.
+    mutable std::vector<std::uint32_t> frameOf_;
     mutable std::vector<Frame> frames_;
     mutable std::size_t hand_ = 0;
     mutable std::uint32_t expected_ = 0;  ///< the page that a sequential reader would ask for next

@@ -74,13 +74,6 @@ void AppendBytes(std::span<const std::uint8_t> bytes, std::string& target) {
     }
 }
 
-void AppendInline(char16_t unit, const UnitWeight& weight, std::string& target) {
-    if (IsUnknown(unit)) {
-        target += static_cast<char>(kUnknownFirst);
-    }
-    AppendBytes(weight.Inline(), target);
-}
-
 TextView WithoutTrailingBlanks(TextView text) {
     return text.substr(0, text.find_last_not_of(u' ') + 1);
 }
@@ -88,21 +81,49 @@ TextView WithoutTrailingBlanks(TextView text) {
 /// Appends a key to a string.
 class KeyBuilder {
  public:
-    explicit KeyBuilder(std::string& key) : key_(key) {}
+    /// For a text of so many units, each of which gives three inline bytes at most.
+    KeyBuilder(std::string& key, std::size_t units) : key_(key), end_(key.size()) {
+        key_.resize(end_ + units * kMostInline);
+    }
 
     void Add(char16_t unit) {
-        const UnitWeight weight = WeightOf(unit);
+        if (const UnitWeight* weight = Tabulated(unit)) {
+            Add(*weight);
+            return;
+        }
+        if (IsUnknown(unit)) {
+            key_[end_++] = static_cast<char>(kUnknownFirst);
+        }
+        Add(WeightOf(unit));
+    }
+
+    void Finish() {
+        while (!accents_.empty() && static_cast<std::uint8_t>(accents_.back()) <= kNoAccent) {
+            accents_.pop_back();
+        }
+        key_.resize(end_);
+        key_ += kEndOfInline;
+        key_ += accents_;
+        if (!positional_.empty()) {
+            key_.append(3, kEndOfInline);
+            key_ += positional_;
+        }
+        key_ += kEndOfText;
+    }
+
+ private:
+    static constexpr std::size_t kMostInline = 3;
+
+    void Add(const UnitWeight& weight) {
         switch (weight.kind) {
             case UnitKind::Ignored:
                 return;
             case UnitKind::Simple:
-                AppendInline(unit, weight, key_);
-                ++characters_;
+                PutInline(weight);
                 return;
             case UnitKind::Accented:
                 FillAccents();
-                AppendInline(unit, weight, key_);
-                ++characters_;
+                PutInline(weight);
                 AppendBytes(weight.Extra(), accents_);
                 ++accented_;
                 return;
@@ -115,20 +136,13 @@ class KeyBuilder {
         }
     }
 
-    void Finish() {
-        while (!accents_.empty() && static_cast<std::uint8_t>(accents_.back()) <= kNoAccent) {
-            accents_.pop_back();
+    void PutInline(const UnitWeight& weight) {
+        for (const std::uint8_t byte : weight.Inline()) {
+            key_[end_++] = static_cast<char>(byte);
         }
-        key_ += kEndOfInline;
-        key_ += accents_;
-        if (!positional_.empty()) {
-            key_.append(3, kEndOfInline);
-            key_ += positional_;
-        }
-        key_ += kEndOfText;
+        ++characters_;
     }
 
- private:
     // Every character before the one that comes now has its place among the accents.
     void FillAccents() {
         if (accented_ < characters_) {
@@ -160,6 +174,7 @@ class KeyBuilder {
     }
 
     std::string& key_;  ///< the inline bytes go straight there
+    std::size_t end_;   ///< of what they have come to
     std::string accents_;
     std::string positional_;
     std::size_t characters_ = 0;       ///< units that gave inline bytes
@@ -188,8 +203,13 @@ class InlineBytes {
 
  private:
     void Load(char16_t unit) {
+        if (const UnitWeight* weight = Tabulated(unit)) {
+            Note(*weight);
+            pending_ = weight->Inline();
+            return;
+        }
         weight_ = WeightOf(unit);
-        onlySimple_ = onlySimple_ && (weight_.kind == UnitKind::Simple || weight_.kind == UnitKind::Ignored);
+        Note(weight_);
         if (IsUnknown(unit)) {
             unknown_ = {kUnknownFirst, weight_.inlineBytes[0], weight_.inlineBytes[1]};
             pending_ = unknown_;
@@ -198,9 +218,13 @@ class InlineBytes {
         }
     }
 
+    void Note(const UnitWeight& weight) {
+        onlySimple_ = onlySimple_ && (weight.kind == UnitKind::Simple || weight.kind == UnitKind::Ignored);
+    }
+
     TextView text_;
     std::size_t position_ = 0;
-    UnitWeight weight_;
+    UnitWeight weight_;  ///< of a unit that no table has
     std::array<std::uint8_t, 3> unknown_{};
     std::span<const std::uint8_t> pending_;
     bool onlySimple_ = true;
@@ -215,8 +239,9 @@ std::string SortKey(TextView text) {
 }
 
 void AppendSortKey(TextView text, std::string& key) {
-    KeyBuilder builder(key);
-    for (const char16_t unit : WithoutTrailingBlanks(text)) {
+    const TextView counted = WithoutTrailingBlanks(text);
+    KeyBuilder builder(key, counted.size());
+    for (const char16_t unit : counted) {
         builder.Add(unit);
     }
     builder.Finish();

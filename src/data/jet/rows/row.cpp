@@ -104,13 +104,13 @@ Variant Row::Value(int column) const {
     return value;
 }
 
-double Row::NumberAt(int column) const {
+std::optional<double> Row::Number(int column) const {
     const RowReader reader(*this, column);
     if (reader.Column().type == ColumnType::Boolean) {
         return reader.IsNull() ? 0 : kTrue;
     }
     const auto field = reader.Field();
-    return field ? DecodeNumber(reader.Column(), *field) : 0;
+    return field ? std::optional(DecodeNumber(reader.Column(), *field)) : std::nullopt;
 }
 
 bool Row::TextAt(int column, Text& text) const {

@@ -39,10 +39,7 @@ class ColumnNode final : public Node {
     }
     std::optional<double> Number(RowContext& row) const override {
         const jet::Row* stored = row.RowOf(source_);
-        if (stored == nullptr || stored->IsNull(column_)) {
-            return std::nullopt;
-        }
-        return stored->NumberAt(column_);
+        return stored == nullptr ? std::nullopt : stored->Number(column_);
     }
     std::optional<TextView> Characters(RowContext& row, Text& buffer) const override {
         const jet::Row* stored = row.RowOf(source_);

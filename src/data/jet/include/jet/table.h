@@ -111,7 +111,9 @@ class Row {
 
     /// A number, amount or date (in days) as a double, a truth value as -1 or 0; 0 when null or of another
     /// type.
-    [[nodiscard]] double NumberAt(int column) const;
+    [[nodiscard]] double NumberAt(int column) const { return Number(column).value_or(0); }
+    /// The same; empty when null.
+    [[nodiscard]] std::optional<double> Number(int column) const;
     /// Puts the text of a Text or Memo column into `text`, whose memory is reused; false, and an empty text,
     /// when it is null.
     bool TextAt(int column, Text& text) const;

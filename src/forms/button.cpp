@@ -1,6 +1,8 @@
 #include <utility>
 
+#include <QHelpEvent>
 #include <QKeyEvent>
+#include <QToolTip>
 
 #include <forms/controls.h>
 
@@ -25,6 +27,21 @@ void Button::SetMain(bool main) {
     update();
 }
 
+void Button::SetFaceColor(int color) {
+    faceColor_ = color;
+    update();
+}
+
+void Button::SetRimColor(int color) {
+    rimColor_ = color;
+    update();
+}
+
+void Button::ShowTip(const QPoint& position) {
+    const QString key = shortcut().toString(QKeySequence::NativeText);
+    QToolTip::showText(position, toolTip() + u'\n' + key, this);
+}
+
 bool Button::event(QEvent* event) {
     switch (event->type()) {
         case QEvent::Shortcut:
@@ -38,6 +55,12 @@ bool Button::event(QEvent* event) {
         case QEvent::WindowBlocked:
             blocked_ = true;
             break;
+        case QEvent::ToolTip:
+            if (toolTip().isEmpty() || shortcut().isEmpty()) {
+                break;
+            }
+            ShowTip(static_cast<QHelpEvent*>(event)->globalPos());
+            return true;
         case QEvent::ToolTipChange:
             if (accessibleName().isEmpty() && text().isEmpty()) {
                 setAccessibleName(toolTip());

@@ -13,6 +13,7 @@
 
 #include <forms/controls.h>
 
+#include "cell_marks.h"
 #include "palette.h"
 
 namespace quardele::forms {
@@ -57,6 +58,7 @@ bool IsMainButton(const QWidget* widget) {
 }
 
 void DrawButton(const QStyleOption& option, QPainter& painter, const QWidget* widget) {
+    const auto* button = qobject_cast<const Button*>(widget);
     const bool focus = HasFocus(option);
     const bool main = IsMainButton(widget);
     QColor face = focus || main ? kAccentLight : kButton;
@@ -65,8 +67,17 @@ void DrawButton(const QStyleOption& option, QPainter& painter, const QWidget* wi
     } else if (option.state.testFlag(QStyle::State_MouseOver) && IsEnabled(option)) {
         face = kAccentLight;
     }
+    if (button != nullptr && button->FaceColor() >= 0) {
+        face = FromPlatform(button->FaceColor());
+    }
     const QColor border = focus || main ? kAccent : IsEnabled(option) ? kBorder : kDecorativeLine;
-    RoundedBox(painter, option.rect, face, border, focus ? kFocusWidth : 1, kButtonRadius);
+    const double borderWidth = focus ? kFocusWidth : 1;
+    RoundedBox(painter, option.rect, face, border, borderWidth, kButtonRadius);
+    if (button != nullptr && button->RimColor() >= 0) {
+        const int inset = static_cast<int>(borderWidth);
+        RoundedBox(painter, option.rect.adjusted(inset, inset, -inset, -inset), Qt::NoBrush,
+                   FromPlatform(button->RimColor()), 1, kButtonRadius);
+    }
 }
 
 void DrawField(const QStyleOption& option, QPainter& painter, const QWidget* widget) {

@@ -168,7 +168,7 @@ void FRELANCES::Cmd_Cal_DateRef_Click() {
 }
 
 void FRELANCES::Cmd_ToolBar_Click(int index) {
-    listtools::GridToolAction(index, *DBG_RELANCES, *DBD_TVEH);
+    listtools::GridToolAction(index, *DBG_RELANCES, DBD_TVEH);
 }
 
 /// Rows that the site filter hides keep their tick.

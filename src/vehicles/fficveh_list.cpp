@@ -41,7 +41,7 @@ void FFICVEH::Cmd_ToolBar_Click(int index) {
             PrintList();
             break;
         default:
-            listtools::GridToolAction(index, *ui_->DBG_Liste, *ui_->DBD_TVEH);
+            listtools::GridToolAction(index, *ui_->DBG_Liste, ui_->DBD_TVEH);
             break;
     }
 }
@@ -52,7 +52,7 @@ void FFICVEH::PrintList() {
         // Going to the end and back fetches all rows.
         vehicles->MoveLast();
         vehicles->MoveFirst();
-        listtools::GridToolAction(kPrintTool, *ui_->DBG_Liste, *ui_->DBD_TVEH);
+        listtools::GridToolAction(kPrintTool, *ui_->DBG_Liste, ui_->DBD_TVEH);
         vehicles->MoveFirst();
     }
     forms::SetFocus(ui_->DBG_Liste);

@@ -115,8 +115,9 @@ class Label : public QLabel {
     bool hint_ = false;
 };
 
-/// A push button, with picture or text. Takes the focus when clicked or when its key is pressed, so that the
-/// box left runs its checks first. Enter presses it as well as the space bar.
+/// A push button, with picture or text. Its text tip shows its key below the tip's own text. Takes the focus
+/// when clicked or when its key is pressed, so that the box left runs its checks first. Enter presses it as
+/// well as the space bar.
 class Button : public QPushButton {
     Q_OBJECT
     /// The form's main action.
@@ -126,6 +127,11 @@ class Button : public QPushButton {
     explicit Button(QWidget* parent = nullptr);
     [[nodiscard]] bool IsMain() const { return main_; }
     void SetMain(bool main);
+    /// Colours of the face and of the rim inside the border, 0x00BBGGRR; -1 for those of the style.
+    [[nodiscard]] int FaceColor() const { return faceColor_; }
+    void SetFaceColor(int color);
+    [[nodiscard]] int RimColor() const { return rimColor_; }
+    void SetRimColor(int color);
 
  signals:
     void Click();
@@ -138,7 +144,10 @@ class Button : public QPushButton {
 
  private:
     [[nodiscard]] bool KeptFocus() const;
+    void ShowTip(const QPoint& position);
 
+    int faceColor_ = -1;
+    int rimColor_ = -1;
     bool awaitsPress_ = false;  ///< the mouse has given the focus; its press comes next
     bool blocked_ = false;      ///< by a message box, since then
     bool main_ = false;

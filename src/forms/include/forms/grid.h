@@ -34,6 +34,8 @@ class Grid : public QTableView, private RowsView {
     Q_PROPERTY(QStringList columns READ ColumnLines WRITE SetColumnLines)
     /// Width of one character of column width, in pixels.
     Q_PROPERTY(double characterWidth READ CharacterWidth WRITE SetCharacterWidth)
+    /// Shown as the text tip; also the name, without extension, of the file that the list is exported to.
+    Q_PROPERTY(QString toolTipText READ ToolTipText WRITE SetToolTipText)
     /// Painted in the middle while there is no row; never a cell text.
     Q_PROPERTY(QString emptyHint READ EmptyHint WRITE SetEmptyHint)
     Q_PROPERTY(bool rowHeader READ RowHeader WRITE SetRowHeader)
@@ -67,6 +69,12 @@ class Grid : public QTableView, private RowsView {
     [[nodiscard]] int MaxCols() const;
     /// The last row that holds data; 0 when none does.
     [[nodiscard]] int DataRowCnt() const;
+    /// The program's word that rows are to be loaded when they are needed, which they are either way, and how
+    /// many there will be, -1 when that is not known; a bound grid counts them by itself.
+    [[nodiscard]] bool VirtualMode() const { return virtualMode_; }
+    void SetVirtualMode(bool on) { virtualMode_ = on; }
+    [[nodiscard]] int VirtualMaxRows() const { return virtualMaxRows_; }
+    void SetVirtualMaxRows(int rows) { virtualMaxRows_ = rows; }
 
     // The addressed cell.
     [[nodiscard]] int Row() const { return row_; }
@@ -292,6 +300,8 @@ class Grid : public QTableView, private RowsView {
     int row_ = 1;
     int col_ = 1;
     int textPixels_ = 0;
+    bool virtualMode_ = false;
+    int virtualMaxRows_ = -1;
     std::unique_ptr<Private> d_;
 };
 

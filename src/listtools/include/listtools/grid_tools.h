@@ -1,8 +1,6 @@
 // The five tools of every list, and what grids share with them.
 #pragma once
 
-#include <functional>
-
 #include <forms/data_control.h>
 #include <forms/form.h>
 #include <forms/grid.h>
@@ -16,15 +14,11 @@ struct DialogAnchor {
 };
 [[nodiscard]] DialogAnchor& Anchor();
 
-/// What a tool does on a grid and its data control; returns whether it did its work.
-using ToolRunner = std::function<bool(int action, forms::Grid& grid, forms::DataControl& data)>;
-/// The place where the tools' dialogs attach. They are not part of the program yet, so the runner that stands
-/// here from the start does nothing and returns false.
-[[nodiscard]] ToolRunner& TheToolRunner();
-
-/// Runs a tool on a grid and its data control: 0 selection, 1 search, 2 sort, 3 print, 4 Excel. Returns
-/// whether the tool did its work.
-bool GridToolAction(int action, forms::Grid& grid, forms::DataControl& data);
+/// Runs a tool on a grid and its data control: 0 selection, 1 search, 2 sort, 3 print, 4 Excel. The dialogs
+/// are modal, so the tool has done its work when this returns. False when the operator declined the export,
+/// true otherwise. The data control may be null for the export only; throws RuntimeError 91 elsewhere. What
+/// a tool does not report to the operator by itself goes up to the caller.
+bool GridToolAction(int action, forms::Grid& grid, forms::DataControl* data);
 
 /// Puts the header of the active column in italics, the others upright.
 void MarkActiveColumn(forms::Grid& grid);

@@ -1,0 +1,333 @@
+// What the five tools do around their dialogs: the list's description, the starting filter, refusals, print
+// and Excel.
+#include <listtools/list_tool_context.h>
+
+#include "list_program.h"
+
+using namespace quardele;
+using namespace quardele::tests;
+
+namespace {
+
+using listtools::TheListToolContext;
+
+constexpr int kMake = 2;
+constexpr int kUnbound = 8;
+
+const QString kImpossible = QStringLiteral("Opération impossible sur cette colonne.");
+const QString kConfirm = QStringLiteral("Confirmez-vous la création du fichier Excel ?");
+
+int ErrorOf(const std::function<void()>& call) {
+    try {
+        call();
+    } catch (const basic::RuntimeError& error) {
+        return error.Number();
+    }
+    return 0;
+}
+
+}  // namespace
+
+class ToolsTest : public QObject {
+    Q_OBJECT
+
+ private slots:
+    void initTestCase() { PrepareVehicleTests(); }
+    void init();
+    void cleanup() { program_.reset(); }
+
+    void TheListIsDescribedToTheDialog();
+    void TheListIsLetGoAfterwards();
+    void TheAddressedCellIsTheHeading();
+    void ALockedColumnStaysLocked();
+    void AnUnlockedColumnStaysUnlocked();
+    void AColumnWithoutAFieldIsRefused();
+    void TheStartingFilterIsNone();
+    void TheStartingFilterIsTheConditionInForce();
+    void TheStartingFilterIsWrittenOnce();
+    void ABrokenOrderGoesUpToTheCaller();
+    void OnlyTheExportDoesWithoutADataControl();
+    void TheSearchButtonOfTheVehiclesDoesNothing();
+    void EveryButtonOfTheRemindersWorks();
+    void PrintingSetsThePage();
+    void PrintingGoesBackToTheFirstVehicle();
+    void PrintingAnEmptyListGivesTheFocusOnly();
+    void ADeclinedExportWritesNothing();
+    void TheExportLandsInTheCurrentFolder();
+    void TheExportKeepsTheRecordAndTheProtection();
+    void TheExportOfAGridWithoutADataControl();
+    void TheExportOfAnEmptyList();
+    void AFailedExportIsNotToldApart();
+
+ private:
+    std::unique_ptr<ListProgram> program_;
+};
+
+void ToolsTest::init() {
+    program_ = std::make_unique<ListProgram>();
+    program_->OpenList();
+}
+
+void ToolsTest::TheListIsDescribedToTheDialog() {
+    const List list = Vehicles();
+    list.data->SetRecordSource(
+        QStringLiteral("select * from TVEH where TVEH_MARQUE > 'a' order by TVEH_IMMAT desc;"));
+    list.data->Refresh();
+    list.grid->SetActiveCell(6, 12);
+    QVERIFY(InDialog([&] { PressTool(list, kSortTool); },
+                     [&] {
+                         const listtools::ListToolContext& context = TheListToolContext();
+                         QCOMPARE(context.Grid, list.grid);
+                         QCOMPARE(context.DataCtl, list.data);
+                         QCOMPARE(context.ListKind, QStringLiteral("0"));
+                         QCOMPARE(context.ActiveCol, 6);
+                         QCOMPARE(context.ActiveRow, 12);
+                         QCOMPARE(context.FieldName, QStringLiteral("TVEH_USER2"));
+                         QCOMPARE(context.ColumnTitle, Cell("DBG_Liste", 6, 0));
+                         QCOMPARE(context.ColumnType, forms::CellType::Number);
+                         QCOMPARE(context.SelectPart, QStringLiteral("SELECT * FROM TVEH"));
+                         QCOMPARE(context.WherePart, QStringLiteral("TVEH_MARQUE > 'A'"));
+                         QCOMPARE(context.OrderPart, QStringLiteral("TVEH_IMMAT DESC"));
+                     }));
+}
+
+void ToolsTest::TheListIsLetGoAfterwards() {
+    GoToColumn(*Vehicles().grid, kMake);
+    QVERIFY(InDialog([] { PressTool(Vehicles(), kSortTool); },
+                     [] { QVERIFY(TheListToolContext().Grid != nullptr); }));
+    QVERIFY(TheListToolContext().Grid == nullptr);
+    QVERIFY(TheListToolContext().DataCtl == nullptr);
+    QCOMPARE(TheListToolContext().FieldName, QStringLiteral("TVEH_MARQUE"));
+    QCOMPARE(ErrorOf([] { static_cast<void>(listtools::GridOf(TheListToolContext())); }),
+             basic::error::kObjectNotSet);
+}
+
+void ToolsTest::TheAddressedCellIsTheHeading() {
+    GoToColumn(*Vehicles().grid, kMake);
+    QVERIFY(InDialog([] { PressTool(Vehicles(), kSortTool); }, [] {}));
+    QCOMPARE(Vehicles().grid->Row(), 0);
+    QCOMPARE(Vehicles().grid->Col(), kMake);
+}
+
+void ToolsTest::ALockedColumnStaysLocked() {
+    forms::Grid& grid = *Vehicles().grid;
+    GoToColumn(grid, kMake);
+    QVERIFY(InDialog([] { PressTool(Vehicles(), kSortTool); }, [] {}));
+    grid.SetCol(kMake);
+    for (const int row : {-1, 1}) {
+        grid.SetRow(row);
+        QVERIFY(grid.Lock());
+    }
+}
+
+void ToolsTest::AnUnlockedColumnStaysUnlocked() {
+    forms::Grid& grid = *Vehicles().grid;
+    ReplaceColumn(grid, kMake, QStringLiteral("Marque|TVEH_MARQUE|8|text|"));
+    GoToColumn(grid, kMake);
+    QVERIFY(InDialog([] { listtools::GridToolAction(kSortTool, *Vehicles().grid, Vehicles().data); }, [] {}));
+    grid.SetCol(kMake);
+    grid.SetRow(1);
+    QVERIFY(!grid.Lock());
+}
+
+void ToolsTest::AColumnWithoutAFieldIsRefused() {
+    program_->OpenReminders();
+    const List list = Reminders();
+    list.grid->SetActiveCell(kUnbound, 1);
+    const QString before = list.data->RecordSource();
+    for (const int tool : {kSelectionTool, kSearchTool, kSortTool}) {
+        QVERIFY(!InDialog([&] { PressTool(list, tool); }, [] {}));
+        CompareBoxes(program_->boxes, {kImpossible});
+        program_->boxes.TakeTexts();
+    }
+    QCOMPARE(list.data->RecordSource(), before);
+}
+
+void ToolsTest::TheStartingFilterIsNone() {
+    GoToColumn(*Vehicles().grid, kMake);
+    QCOMPARE(Form().Tag(), QString());
+    QVERIFY(InDialog([] { PressTool(Vehicles(), kSortTool); }, [] {}));
+    QCOMPARE(Form().Tag(), QStringLiteral("***"));
+}
+
+void ToolsTest::TheStartingFilterIsTheConditionInForce() {
+    program_->OpenReminders();
+    const List list = Reminders();
+    list.grid->SetActiveCell(2, 1);
+    QVERIFY(InDialog([&] { PressTool(list, kSearchTool); }, [] {}));
+    QCOMPARE(list.form->Tag(),
+             QStringLiteral("(((DATEADD('M',[TVEH_DETAIL_PERIOD],[TVEH_DETAIL_DATVIS]))<#11/20/2026#)) AND "
+                            "[TVEH_DETAIL_PERIOD]<> 0"));
+    const int all = list.grid->MaxRows();
+    SelectOn(list, 2, 0, QStringLiteral("14"));
+    QVERIFY(list.grid->MaxRows() < all);
+    SelectOn(list, 2, 0, QString());
+    QCOMPARE(list.grid->MaxRows(), all);
+}
+
+void ToolsTest::TheStartingFilterIsWrittenOnce() {
+    SelectOn(Vehicles(), kMake, 1, QStringLiteral("DACIA"));
+    QCOMPARE(Form().Tag(), QStringLiteral("***"));
+    GoToColumn(*Vehicles().grid, kMake);
+    QVERIFY(InDialog([] { PressTool(Vehicles(), kSortTool); }, [] {}));
+    QCOMPARE(Form().Tag(), QStringLiteral("***"));
+}
+
+void ToolsTest::ABrokenOrderGoesUpToTheCaller() {
+    Vehicles().data->SetRecordSource(QStringLiteral("select * from TVEH order by"));
+    QCOMPARE(ErrorOf([] { listtools::GridToolAction(kSortTool, *Vehicles().grid, Vehicles().data); }),
+             basic::error::kInvalidCall);
+}
+
+void ToolsTest::OnlyTheExportDoesWithoutADataControl() {
+    for (const int tool : {kSelectionTool, kSearchTool, kSortTool, kPrintTool}) {
+        QCOMPARE(ErrorOf([tool] { listtools::GridToolAction(tool, *Vehicles().grid, nullptr); }),
+                 basic::error::kObjectNotSet);
+    }
+}
+
+void ToolsTest::TheSearchButtonOfTheVehiclesDoesNothing() {
+    PressKey(Qt::Key_Down);
+    const QString before = Box("CTX_IMMAT")->Text();
+    QVERIFY(!InDialog([] { PressTool(Vehicles(), kSearchTool); }, [] {}));
+    QVERIFY(program_->boxes.Shown().empty());
+    QCOMPARE(Box("CTX_IMMAT")->Text(), before);
+    QCOMPARE(Form().Tag(), QString());
+}
+
+void ToolsTest::EveryButtonOfTheRemindersWorks() {
+    program_->OpenReminders();
+    const List list = Reminders();
+    list.grid->SetActiveCell(2, 1);
+    QVERIFY(InDialog([&] { PressTool(list, kSelectionTool); },
+                     [] { QCOMPARE(Selection().Caption(), QStringLiteral("Sélection sur [Immat.]")); }));
+    QVERIFY(InDialog([&] { PressTool(list, kSearchTool); },
+                     [] { QCOMPARE(SearchDialog().Caption(), QStringLiteral("Recherche sur [Immat.]")); }));
+    QVERIFY(InDialog([&] { PressTool(list, kSortTool); },
+                     [] { QCOMPARE(SortDialog().Caption(), QStringLiteral("Classer sur [Immat.]")); }));
+    QVERIFY(InDialog([&] { PressTool(list, kPrintTool); }, [] {}));
+    program_->boxes.AnswerNo();
+    PressTool(list, kExcelTool);
+    CompareBoxes(program_->boxes, {kConfirm});
+}
+
+void ToolsTest::PrintingSetsThePage() {
+    forms::Grid& grid = *Vehicles().grid;
+    grid.SetPrintBorder(false);
+    grid.SetPrintColHeaders(false);
+    grid.SetPrintRowHeaders(true);
+    grid.SetPrintGrid(false);
+    grid.SetPrintColor(true);
+    grid.SetPrintShadows(true);
+    QVERIFY(InDialog([] { PressTool(Vehicles(), kPrintTool); }, [] {}));
+    QVERIFY(grid.PrintBorder());
+    QVERIFY(grid.PrintColHeaders());
+    QVERIFY(!grid.PrintRowHeaders());
+    QVERIFY(grid.PrintGrid());
+    QVERIFY(!grid.PrintColor());
+    QVERIFY(!grid.PrintShadows());
+    QCOMPARE(grid.PrintOrientation(), 2);
+    QCOMPARE(forms::Grid::PrintType(), 0);
+    QCOMPARE(Form().Tag(), QStringLiteral("***"));
+}
+
+/// All rows are there and the first is current when the pages are made; wherever the record went, the first
+/// is current again behind it.
+void ToolsTest::PrintingGoesBackToTheFirstVehicle() {
+    const QString first = Cell("DBG_Liste", 1, 1);
+    PressKey(Qt::Key_Down);
+    QVERIFY(Box("CTX_IMMAT")->Text() != first);
+    QVERIFY(InDialog([] { PressTool(Vehicles(), kPrintTool); },
+                     [&] {
+                         QCOMPARE(Box("CTX_IMMAT")->Text(), first);
+                         QCOMPARE(Vehicles().data->Recordset()->RecordCount(), std::size_t{1500});
+                         Vehicles().data->Recordset()->MoveLast();
+                     }));
+    QCOMPARE(Box("CTX_IMMAT")->Text(), first);
+    QCOMPARE(forms::Screen::ActiveControl(), Grid("DBG_Liste"));
+}
+
+void ToolsTest::PrintingAnEmptyListGivesTheFocusOnly() {
+    Vehicles().data->SetRecordSource(QStringLiteral("select * from TVEH where TVEH_IMMAT = '?'"));
+    Vehicles().data->Refresh();
+    QVERIFY(!InDialog([] { PressTool(Vehicles(), kPrintTool); }, [] {}));
+    QVERIFY(program_->boxes.Shown().empty());
+    QCOMPARE(Form().Tag(), QString());
+    QCOMPARE(forms::Screen::ActiveControl(), Grid("DBG_Liste"));
+}
+
+void ToolsTest::ADeclinedExportWritesNothing() {
+    PressKey(Qt::Key_Down);
+    const QString before = Box("CTX_IMMAT")->Text();
+    program_->boxes.AnswerNo();
+    QVERIFY(!listtools::GridToolAction(kExcelTool, *Vehicles().grid, Vehicles().data));
+    CompareBoxes(program_->boxes, {kConfirm});
+    QCOMPARE(Box("CTX_IMMAT")->Text(), before);
+    QVERIFY(!std::filesystem::exists(program_->CurrentFolder() / "Liste des véhicules.XLS"));
+    QCOMPARE(Form().Tag(), QString());
+}
+
+void ToolsTest::TheExportLandsInTheCurrentFolder() {
+    PressTool(Vehicles(), kExcelTool);
+    CompareBoxes(
+        program_->boxes,
+        {kConfirm, QStringLiteral("Votre fichier Excel a été créé dans C:\\QUARDELE\\VEH   sous le nom "
+                                  ":  Liste des véhicules.XLS")});
+    const std::filesystem::path file = program_->CurrentFolder() / "Liste des véhicules.XLS";
+    QVERIFY(std::filesystem::exists(file));
+    QVERIFY(std::filesystem::file_size(file) > 100000);
+    QCOMPARE(forms::Screen::MousePointer(), 0);
+}
+
+void ToolsTest::TheExportKeepsTheRecordAndTheProtection() {
+    PressKey(Qt::Key_Down);
+    const QString before = Box("CTX_IMMAT")->Text();
+    program_->boxes.LookAtBoxes([] { Vehicles().data->Recordset()->MoveLast(); });
+    forms::Grid& grid = *Vehicles().grid;
+    grid.SetPrintColHeaders(false);
+    QVERIFY(listtools::GridToolAction(kExcelTool, grid, Vehicles().data));
+    QCOMPARE(Box("CTX_IMMAT")->Text(), before);
+    QVERIFY(grid.Protect());
+    QVERIFY(grid.PrintColHeaders());
+
+    grid.SetProtect(false);
+    QVERIFY(listtools::GridToolAction(kExcelTool, grid, Vehicles().data));
+    QVERIFY(!grid.Protect());
+}
+
+void ToolsTest::TheExportOfAGridWithoutADataControl() {
+    PressKey(Qt::Key_Down);
+    forms::Grid grid;
+    grid.SetColumnLines({QStringLiteral("Nom||10")});
+    grid.SetToolTipText(QStringLiteral("Noms"));
+    QVERIFY(listtools::GridToolAction(kExcelTool, grid, nullptr));
+    QVERIFY(std::filesystem::exists(program_->CurrentFolder() / "Noms.XLS"));
+}
+
+/// A list without rows has no record to go back to.
+void ToolsTest::TheExportOfAnEmptyList() {
+    Vehicles().data->SetRecordSource(QStringLiteral("select * from TVEH where TVEH_IMMAT = '?'"));
+    Vehicles().data->Refresh();
+    PressTool(Vehicles(), kExcelTool);
+    QCOMPARE(program_->boxes.Shown().size(), std::size_t{2});
+    QCOMPARE(program_->Ends(), 0);
+    QVERIFY(std::filesystem::exists(program_->CurrentFolder() / "Liste des véhicules.XLS"));
+}
+
+void ToolsTest::AFailedExportIsNotToldApart() {
+    std::filesystem::create_directory(program_->CurrentFolder() / "Liste des véhicules.XLS");
+    PressTool(Vehicles(), kExcelTool);
+    QCOMPARE(program_->boxes.Shown().size(), std::size_t{2});
+    QCOMPARE(program_->boxes.Shown().front().text, kConfirm);
+    QVERIFY(!Vehicles().grid->ExportFailure().isEmpty());
+    QCOMPARE(forms::Screen::MousePointer(), 0);
+}
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    forms::SetUpApplication(application);
+    ToolsTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tools_test.moc"

@@ -1,6 +1,8 @@
 // Files and tables made from nothing, read back by us and by an independent reader.
 
+#include "commit/journal.h"
 #include "csv.h"
+#include "file/write_hook.h"
 #include "index_check.h"
 #include "structure_support.h"
 
@@ -62,6 +64,30 @@ TEST(Create, AFileThatExistsIsLeftAlone) {
     WriteBytes(file, {1, 2, 3});
     EXPECT_EQ(ErrorNumber([&] { Database::Create(file); }), basic::error::kDatabaseExists);
     EXPECT_EQ(ReadBytes(file), (std::vector<std::uint8_t>{1, 2, 3}));
+}
+
+// The file that it belongs to may come back; the new one has nothing to do with it.
+TEST(Create, AJournalOfAnOldFileOfTheNameIsLeftAlone) {
+    const TempFolder folder;
+    const fs::path file = folder.Path() / "new.mdb";
+    WriteBytes(JournalPath(file), {1, 2, 3});
+    EXPECT_EQ(ErrorNumber([&] { Database::Create(file); }), basic::error::kDatabaseExists);
+    EXPECT_FALSE(fs::exists(file));
+    EXPECT_EQ(ReadBytes(JournalPath(file)), (std::vector<std::uint8_t>{1, 2, 3}));
+}
+
+TEST(Create, AJournalThatComesWhileTheFileIsMadeIsLeftAlone) {
+    const TempFolder folder;
+    const fs::path file = folder.Path() / "new.mdb";
+    CurrentWriteHook() = [&](const WriteEvent& event) {
+        if (event.step == WritePoint::Sync) {
+            WriteBytes(JournalPath(file), {1, 2, 3});
+        }
+    };
+    EXPECT_EQ(ErrorNumber([&] { Database::Create(file); }), basic::error::kDatabaseExists);
+    CurrentWriteHook() = nullptr;
+    EXPECT_FALSE(fs::exists(file));
+    EXPECT_EQ(ReadBytes(JournalPath(file)), (std::vector<std::uint8_t>{1, 2, 3}));
 }
 
 TEST(Create, AFolderThatIsMissingIsABadPath) {

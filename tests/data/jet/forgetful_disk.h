@@ -19,6 +19,9 @@ class ForgetfulDisk {
 
     /// Takes in one step that changes a file; of other files it knows nothing.
     void Take(const WriteEvent& event);
+    /// A sync of the data file fails: the system says so once and takes what was not synced for written. It
+    /// is shown to programs and never reaches the disk, unless it is written again.
+    void FailSync() { data_.pending.clear(); }
     /// Writes both files as they are found after the power has failed now. The seed says what is lost.
     void LeaveAfterPowerLoss(unsigned seed, const std::filesystem::path& dataFile) const;
 

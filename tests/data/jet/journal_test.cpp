@@ -326,6 +326,27 @@ TEST_F(JournalTest, SomebodyMayKeepTheFileAsItIs) {
     EXPECT_EQ(ReadBytes(file_), bytes);
 }
 
+// Its writer may have been told that the sync had failed: the pages may be in the system's memory only.
+TEST_F(JournalTest, AFinishedOneIsPutAsideWhenItsPagesWereWrittenAgain) {
+    ASSERT_EQ(kLeaveJournal.Run({Argument(file_)}), kKilled);
+    const auto bytes = ReadBytes(file_);
+    std::size_t pages = 0;
+    bool synced = false;
+    CurrentWriteHook() = [&](const WriteEvent& event) {
+        const bool isPage = event.step == WritePoint::Write && event.bytes.size() == kPageSize;
+        pages += isPage ? 1U : 0U;
+        synced = !isPage && (synced || event.step == WritePoint::Sync);
+        EXPECT_TRUE(event.step != WritePoint::Rename || synced);
+    };
+    Recovery recovery(file_);
+    const std::size_t changed = recovery.PageCount();
+    static_cast<void>(recovery.KeepFile());
+    CurrentWriteHook() = nullptr;
+    EXPECT_EQ(pages, changed);
+    EXPECT_EQ(ReadBytes(file_), bytes);
+    EXPECT_FALSE(HasJournal(file_));
+}
+
 TEST_F(JournalTest, OnesPutAsideDoNotReplaceEachOther) {
     WriteBytes(JournalPath(file_), {1});
     const fs::path first = Recovery(file_).KeepFile();

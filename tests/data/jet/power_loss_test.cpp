@@ -30,8 +30,7 @@ const ChildAction kDieAtPage("die at a page of a change", [](const ChildAction::
 
 /// The disk before each step that an action makes, and after the last one.
 template <class Action>
-std::vector<ForgetfulDisk> MomentsOf(const fs::path& file, const Action& action) {
-    ForgetfulDisk disk(file);
+std::vector<ForgetfulDisk> MomentsOf(ForgetfulDisk disk, const Action& action) {
     std::vector<ForgetfulDisk> moments;
     CurrentWriteHook() = [&](const WriteEvent& event) {
         moments.push_back(disk);
@@ -41,6 +40,27 @@ std::vector<ForgetfulDisk> MomentsOf(const fs::path& file, const Action& action)
     CurrentWriteHook() = nullptr;
     moments.push_back(disk);
     return moments;
+}
+
+/// Makes a change whose sync of the data file fails, as does everything from then on: the change can neither
+/// be ended nor taken back, though programs see all of it. Gives the disk.
+ForgetfulDisk DiskOfAFailedSync(const fs::path& file, const Change& change) {
+    ForgetfulDisk disk(file);
+    const auto database = Database::Open(file);
+    bool failed = false;
+    CurrentWriteHook() = [&](const WriteEvent& event) {
+        if (!failed && event.step == WritePoint::Sync && event.path == file) {
+            disk.FailSync();
+            failed = true;
+        }
+        if (failed) {
+            throw basic::RuntimeError(basic::error::kDeviceIo);
+        }
+        disk.Take(event);
+    };
+    EXPECT_EQ(ErrorNumber([&] { change.apply(*database); }), basic::error::kDeviceIo);
+    CurrentWriteHook() = nullptr;
+    return disk;
 }
 
 class PowerLoss : public testing::Test {
@@ -74,7 +94,7 @@ TEST_F(PowerLoss, InAChangeLeavesTheFileAsBeforeOrAsAfterIt) {
     for (const Change& change : MixedChanges()) {
         SCOPED_TRACE(change.name);
         const std::string before = ContentsOf(file_);
-        const auto moments = MomentsOf(file_, [&] { change.apply(*Database::Open(file_)); });
+        const auto moments = MomentsOf(ForgetfulDisk(file_), [&] { change.apply(*Database::Open(file_)); });
         const std::string after = ContentsOf(file_);
         const auto bytes = ReadBytes(file_);
         const Ends ends = Try(moments, before, after);
@@ -90,9 +110,28 @@ TEST_F(PowerLoss, InARecoveryLeavesTheFileAsBeforeTheChange) {
     constexpr const char* kChange = "1";
     const std::string before = ContentsOf(file_);
     ASSERT_EQ(kDieAtPage.Run({Argument(file_), kChange, std::to_string(kAtPage)}), kKilled);
-    const auto moments = MomentsOf(file_, [&] { static_cast<void>(Database::Open(file_)); });
+    const auto moments = MomentsOf(ForgetfulDisk(file_), [&] { static_cast<void>(Database::Open(file_)); });
     EXPECT_GT(moments.size(), 5U);
     static_cast<void>(Try(moments, before, before));
+}
+
+// What the writer was told was not on the disk when the sync had failed. Whoever takes the change for made
+// has put it there.
+TEST_F(PowerLoss, AChangeWhoseSyncFailedIsOnTheDiskWhenSomebodyElseHasAcceptedIt) {
+    for (const Change& change : MixedChanges()) {
+        SCOPED_TRACE(change.name);
+        const std::string before = ContentsOf(file_);
+        const ForgetfulDisk disk = DiskOfAFailedSync(file_, change);
+        const auto moments = MomentsOf(disk, [&] { static_cast<void>(Database::Open(file_)); });
+        const std::string after = ContentsOf(file_);
+        EXPECT_NE(before, after);
+        const auto bytes = ReadBytes(file_);
+        const Ends ends = Try(moments, before, after);
+        EXPECT_GT(ends.before, 0);
+        EXPECT_EQ(Try({moments.back()}, before, after).before, 0);
+        ASSERT_FALSE(HasFailure());
+        WriteBytes(file_, bytes);
+    }
 }
 
 }  // namespace

@@ -34,10 +34,17 @@ namespace {
     throw basic::RuntimeError(basic::error::kNotADatabase, std::move(description));
 }
 
-// Undoes what has to be undone, and says how the journal was found. It is closed then.
+bool IsWritten(JournalPageState state) {
+    return state == JournalPageState::After || state == JournalPageState::Same;
+}
+
+// Undoes or does again what has to be, and says how the journal was found. It is closed then.
 JournalState BringToOneEnd(OsFile& file, const Format& format) {
     const StoredJournal journal = StoredJournal::Read(file, format);
-    const JournalState state = StateOf(file, format, journal);
+    JournalState state = StateOf(file, format, journal);
+    while (state == JournalState::Finished && !WriteAgain(file, format, journal)) {
+        state = StateOf(file, format, journal);
+    }
     if (state == JournalState::NotStarted || state == JournalState::Half) {
         Undo(file, format, journal);
     }
@@ -103,6 +110,24 @@ void Undo(OsFile& file, const Format& format, const StoredJournal& journal) {
     file.Sync();
 }
 
+bool WriteAgain(OsFile& file, const Format& format, const StoredJournal& journal) {
+    const ChangeMark mark = ChangeMark::Read(file, format);
+    if (mark.IsUsable()) {
+        mark.WriteSlot(file, journal.User());
+    }
+    ByteString page(format.pageSize);
+    for (std::size_t i = 0; i < journal.Size(); ++i) {
+        const StoredRecord record = journal.At(i);
+        const std::uint64_t at = std::uint64_t{record.page} * format.pageSize;
+        if (file.ReadAt(at, page) != page.size() || !IsWritten(CompareWithJournal(record, page))) {
+            return false;
+        }
+        file.WriteAt(at, page);
+    }
+    file.Sync();
+    return true;
+}
+
 void RecoverFromJournal(OsFile& file, const Format& format) {
     const CommitLock lock(file);
     switch (BringToOneEnd(file, format)) {
@@ -111,9 +136,7 @@ void RecoverFromJournal(OsFile& file, const Format& format) {
         case JournalState::Unfinished:
         case JournalState::NotStarted:
         case JournalState::Half:
-            return DropJournal(file);
         case JournalState::Finished:
-            file.Sync();
             return DropJournal(file);
         case JournalState::Stale:
         case JournalState::OtherFile:

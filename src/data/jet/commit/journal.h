@@ -44,6 +44,10 @@ void RecoverFromJournal(OsFile& file, const Format& format);
 
 /// Puts the old pages back and returns when they are on the disk.
 void Undo(OsFile& file, const Format& format, const StoredJournal& journal);
+/// Writes the new pages, which the file shows all, once more and returns when they are on the disk: a sync
+/// that has failed was told once, to a writer that is gone, and what it has not written the system takes for
+/// written. False when a page is no longer what the change made of it; nothing is known of the disk then.
+[[nodiscard]] bool WriteAgain(OsFile& file, const Format& format, const StoredJournal& journal);
 /// Deletes the journal. Its name may come back when the power fails: it then describes a finished step, for
 /// the next journal is durable before the next page is written.
 void DropJournal(const OsFile& file);

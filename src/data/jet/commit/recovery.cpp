@@ -184,6 +184,9 @@ std::filesystem::path Recovery::KeepFile() {
         throw basic::RuntimeError(basic::error::kInvalidOperation);
     }
     const CommitLock lock(opened.file);
+    if (opened.state == JournalState::Finished && !WriteAgain(opened.file, *opened.format, *opened.journal)) {
+        throw basic::RuntimeError(basic::error::kDeviceIo);
+    }
     opened.journal.reset();
     opened.state = JournalState::None;
     return SetJournalAside(opened.file);

@@ -5,6 +5,7 @@
 
 #include <basic/runtime_error.h>
 
+#include "commit/journal.h"
 #include "file/write_hook.h"
 
 namespace quardele::jet {
@@ -19,6 +20,27 @@ namespace fs = std::filesystem;
 
 fs::path FolderOf(const fs::path& file) {
     return file.has_parent_path() ? file.parent_path() : ".";
+}
+
+// What once had the name has left a journal, which opening would take for one of the new file's. The old file
+// may come back and need it.
+[[noreturn]] void ThrowOldJournal(const fs::path& target) {
+    basic::Text description = u"« ";
+    description += FileName(JournalPath(target));
+    description +=
+        u" » existe déjà : c'est le journal d'une écriture interrompue d'un ancien fichier du même nom. "
+        u"Remettez ce fichier à sa place, ou déplacez le journal.";
+    throw basic::RuntimeError(basic::error::kDatabaseExists, std::move(description));
+}
+
+void DemandFreeName(const fs::path& target) {
+    std::error_code failure;
+    if (fs::exists(fs::symlink_status(target, failure))) {
+        Throw(basic::error::kDatabaseExists, target);
+    }
+    if (HasJournal(target)) {
+        ThrowOldJournal(target);
+    }
 }
 
 // No two writers may meet in one unfinished file.
@@ -36,9 +58,7 @@ NewFile::NewFile(fs::path target) : target_(std::move(target)), place_(Unfinishe
     if (!fs::is_directory(FolderOf(target_), failure) || !target_.has_filename()) {
         Throw(basic::error::kBadPath, target_);
     }
-    if (fs::exists(fs::symlink_status(target_, failure))) {
-        Throw(basic::error::kDatabaseExists, target_);
-    }
+    DemandFreeName(target_);
     if (!IsWritableFolder(FolderOf(target_))) {
         throw basic::RuntimeError(basic::error::kReadOnly);
     }
@@ -56,6 +76,7 @@ NewFile::~NewFile() {
 void NewFile::Publish() {
     file_.Sync();
     file_.Close();
+    DemandFreeName(target_);
     BeforeWriting({.step = WritePoint::Create, .path = target_, .bytes = {}});
     std::error_code failure;
     fs::create_hard_link(place_, target_, failure);

@@ -20,9 +20,9 @@ using CompactionProgress = std::function<void(double done)>;
 /// along; but what those rows say of other tables by number (groups of the navigation pane) is not
 /// translated, and tables get new numbers.
 ///
-/// Throws 3204 when something of the target's name exists (the source itself, for one), 3045 or 3356 when
-/// somebody has the source open, 3027 for an Access 97 file or a target that cannot be written, 3044, 3024,
-/// 3026, 3343 when the source is damaged. On an error there is no target.
+/// Throws 3204 when something of the target's name exists (the source itself, for one) or a journal of it,
+/// 3045 or 3356 when somebody has the source open, 3027 for an Access 97 file or a target that cannot be
+/// written, 3044, 3024, 3026, 3343 when the source is damaged. On an error there is no target.
 void Compact(const std::filesystem::path& source, const std::filesystem::path& target,
              const CompactionProgress& progress = {});
 

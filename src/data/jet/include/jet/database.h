@@ -32,8 +32,8 @@ class Database : public std::enable_shared_from_this<Database> {
     /// Opens an existing file. A hot rollback journal beside it is rolled back first.
     static std::shared_ptr<Database> Open(const std::filesystem::path& file,
                                           OpenMode mode = OpenMode::Shared);
-    /// Makes an empty file without tables and opens it exclusively. Throws 3204 when the file exists, 3044
-    /// when its folder does not, 3027 or 3026 when it cannot be written.
+    /// Makes an empty file without tables and opens it exclusively. Throws 3204 when the file or a journal
+    /// of its name exists, 3044 when its folder does not, 3027 or 3026 when it cannot be written.
     static std::shared_ptr<Database> Create(const std::filesystem::path& file);
     ~Database();
     Database(const Database&) = delete;

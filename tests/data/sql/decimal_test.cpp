@@ -1,5 +1,7 @@
 // Numbers of up to 28 digits, which no double holds.
 #include "query_fixture.h"
+#include "syntax/parser.h"
+#include "syntax/printer.h"
 
 namespace quardele::sql {
 namespace {
@@ -9,6 +11,11 @@ TEST(DecimalArithmeticTest, KeepsAllDigits) {
     EXPECT_EQ(Eval("12345678901234567890.12 - 12345678901234567890.11"), "0,01");
     EXPECT_EQ(Eval("1234567890123456789 * 3"), "3703703670370370367");
     EXPECT_EQ(Eval("-12345678901234567890.12 + 1"), "-12345678901234567889,12");
+}
+
+TEST(DecimalArithmeticTest, LiteralsAreWrittenWithAPoint) {
+    EXPECT_EQ(Print(*ParseCondition(u"12345678901234567890.12")), u"12345678901234567890.12");
+    EXPECT_EQ(Print(*ParseCondition(u"00000000000000000000000000000.5")), u"0.5");
 }
 
 TEST(DecimalArithmeticTest, RoundsHalvesToEvenBehindTheLastDigit) {

@@ -37,6 +37,9 @@ std::string Shown(const Variant& value) {
     if (value.Is<basic::Currency>()) {
         return Shown(basic::CDbl(value)) + " EUR";
     }
+    if (value.Is<basic::Decimal>()) {
+        return basic::ToUtf8(basic::CStr(value));
+    }
     if (value.Is<float>()) {
         return Shown(basic::CDbl(value));
     }

@@ -1,5 +1,6 @@
 #include "syntax/printer.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <limits>
@@ -30,6 +31,13 @@ Text DoubleText(double number) {
     return looksWhole && number <= std::numeric_limits<std::int32_t>::max() ? text + u".0" : text;
 }
 
+/// With a point, whatever the workstation writes.
+Text DecimalText(const basic::Decimal& number) {
+    Text text = basic::CStr(number);
+    std::replace(text.begin(), text.end(), u',', u'.');
+    return text;
+}
+
 Text LiteralText(const Variant& value) {
     if (value.IsNull()) {
         return u"Null";
@@ -42,6 +50,9 @@ Text LiteralText(const Variant& value) {
     }
     if (value.IsDate()) {
         return WriteDateLiteral(value.As<basic::Date>());
+    }
+    if (value.Is<basic::Decimal>()) {
+        return DecimalText(value.As<basic::Decimal>());
     }
     return value.Is<double>() ? DoubleText(value.As<double>()) : basic::CStr(value);
 }

@@ -1,6 +1,7 @@
 #include "print_sheet.h"
 
 #include <QBuffer>
+#include <QDir>
 #include <QFileDialog>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
@@ -27,7 +28,8 @@ void SavePdf(const print::Sheet& sheet, const QString& path) {
 }
 
 void OfferPdf(const print::Sheet& sheet, QWidget* parent) {
-    QFileDialog dialog(parent, QStringLiteral("Enregistrer l'impression dans un fichier PDF"));
+    QFileDialog dialog(parent, QStringLiteral("Enregistrer l'impression dans un fichier PDF"),
+                       QDir::currentPath());
     dialog.setObjectName(QStringLiteral("PrintToPdf"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setNameFilter(QStringLiteral("Documents PDF (*.pdf)"));

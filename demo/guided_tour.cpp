@@ -61,12 +61,59 @@ class Tour {
         ClickMenu(mainWindow_, QStringLiteral("M_VEHIC"));
         PressKeys({Qt::Key_Down, Qt::Key_Down, Qt::Key_Down});
         Show("Liste des véhicules", "liste");
+        ShowListTools();
         PressKeys({Qt::Key_Return});
         Show("Fiche d'un véhicule", "fiche");
         PressKeys({Qt::Key_F8});
         EnterVehicle();
         ChangeAndDeleteVehicle();
         forms::Instance<vehicles::FFICVEH>().Unload();
+        Settle();
+    }
+
+    /// The tools of the list on the column of makes; all vehicles are back at the end.
+    void ShowListTools() {
+        PressKeys({Qt::Key_Right});
+        const auto tool = [](const char* button) { Click(VehicleControl(button)); };
+        InDialog([&] { tool("Cmd_ToolBar_0"); },
+                 [this](QWidget& dialog) {
+                     PressKeys({Qt::Key_Tab});
+                     TypeText(QStringLiteral("REN"));
+                     ShowWidget(dialog, "Sélection", "selection");
+                     PressKeys({Qt::Key_Return, Qt::Key_Return});
+                 });
+        InDialog([&] { tool("Cmd_ToolBar_2"); },
+                 [this](QWidget& dialog) {
+                     ShowWidget(dialog, "Classement", "classement");
+                     PressKeys({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return});
+                 });
+        Show("Véhicules choisis et classés", "liste-choisie");
+        InDialog([] { PressKeys({Qt::Key_Menu}); },
+                 [this](QWidget& dialog) {
+                     TypeText(QStringLiteral("RENAULT"));
+                     // To the options, to the button, and press it: the program sends the Tab of each Enter.
+                     for (int press = 0; press < 3; ++press) {
+                         PressKeys({Qt::Key_Return});
+                     }
+                     ShowWidget(dialog, "Recherche", "recherche");
+                     PressKeys({Qt::Key_Tab, Qt::Key_Return});
+                 });
+        InDialog([&] { tool("Cmd_ToolBar_0"); },
+                 [](QWidget&) {
+                     PressKeys({Qt::Key_Tab, Qt::Key_Return, Qt::Key_Return});
+                 });
+    }
+
+    /// Opens a dialog and works in it.
+    void InDialog(const std::function<void()>& open, const std::function<void(QWidget&)>& work) {
+        {
+            const ModalWatcher watcher(work);
+            open();
+        }
+        // Without a desktop nobody makes the window behind the dialog active again.
+        mainWindow_.Window()->activateWindow();
+        Settle();
+        VehicleControl("DBG_Liste").setFocus();
         Settle();
     }
 

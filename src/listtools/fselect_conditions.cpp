@@ -1,5 +1,6 @@
 // The conditions of the selection dialog, by the kind of the column. What the operator types goes into them
 // as it stands.
+#include <algorithm>
 #include <array>
 #include <functional>
 

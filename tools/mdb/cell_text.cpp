@@ -124,6 +124,19 @@ std::optional<ExactTime> ExactTimeOf(double days) {
     return std::nullopt;
 }
 
+void AppendDayAndTime(std::int64_t day, unsigned second, std::string& text) {
+    const Day date = DayOf(day);
+    char moment[] = "YYYY-MM-DD HH:MM:SS";
+    PutTwo(date.year / 100, moment);
+    PutTwo(date.year % 100, moment + 2);
+    PutTwo(date.month, moment + 5);
+    PutTwo(date.day, moment + 8);
+    PutTwo(second / 3600, moment + 11);
+    PutTwo(second / 60 % 60, moment + 14);
+    PutTwo(second % 60, moment + 17);
+    text.append(moment, sizeof(moment) - 1);
+}
+
 // Digits with a point before the last `scale` of them.
 void AppendScaled(std::string digits, bool negative, std::size_t scale, std::string& text) {
     if (digits.size() <= scale) {
@@ -175,22 +188,19 @@ double MomentDays(double day, double seconds) {
 }
 
 bool AppendMoment(double days, std::string& text) {
-    const auto time = IsMoment(days) ? ExactTimeOf(days) : std::nullopt;
+    // Whole days, the most by far, need no look at the time.
+    const bool isMoment = IsMoment(days);
+    if (const auto whole = isMoment ? static_cast<std::int64_t>(days) : 0;
+        isMoment && static_cast<double>(whole) == days) {
+        AppendDayAndTime(whole, 0, text);
+        return true;
+    }
+    const auto time = isMoment ? ExactTimeOf(days) : std::nullopt;
     if (!time) {
         AppendNumber(days, text);
         return false;
     }
-    const Day date = DayOf(time->day);
-    const unsigned second = time->second;
-    char moment[] = "YYYY-MM-DD HH:MM:SS";
-    PutTwo(date.year / 100, moment);
-    PutTwo(date.year % 100, moment + 2);
-    PutTwo(date.month, moment + 5);
-    PutTwo(date.day, moment + 8);
-    PutTwo(second / 3600, moment + 11);
-    PutTwo(second / 60 % 60, moment + 14);
-    PutTwo(second % 60, moment + 17);
-    text.append(moment, sizeof(moment) - 1);
+    AppendDayAndTime(time->day, time->second, text);
     text += time->fraction;
     return true;
 }

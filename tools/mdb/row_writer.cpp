@@ -1,6 +1,7 @@
 #include "row_writer.h"
 
 #include <cmath>
+#include <optional>
 
 #include <basic/byte_words.h>
 
@@ -131,17 +132,17 @@ void RowWriter::WriteStored(const jet::Row& row, int ordinal, jet::ColumnType ty
 }
 
 void RowWriter::WriteNumber(const jet::Row& row, int ordinal, jet::ColumnType type) {
-    const double number = row.NumberAt(ordinal);
-    if (number == 0 && row.IsNull(ordinal)) {
+    const std::optional<double> number = row.Number(ordinal);
+    if (!number) {
         return PutNull();
     }
     switch (type) {
         case jet::ColumnType::Double:
-            return Put(number);
+            return Put(*number);
         case jet::ColumnType::Date:
-            return Put(basic::Date{number});
+            return Put(basic::Date{*number});
         default:
-            return Put(static_cast<std::int32_t>(number));
+            return Put(static_cast<std::int32_t>(*number));
     }
 }
 

@@ -18,7 +18,7 @@ test=(
     libgtest-dev libgmock-dev libsqlite3-dev clang-format groff
     mdbtools unzip poppler-utils python3
     # readers of the workbooks that we write
-    python3-xlrd libreoffice-calc libfreexl-dev catdoc gnumeric
+    python3-xlrd python3-xlwt libreoffice-calc libfreexl-dev catdoc gnumeric
     xvfb xauth xdotool
 )
 # Node and its packages may come from elsewhere than Debian.

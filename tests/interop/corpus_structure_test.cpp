@@ -73,8 +73,8 @@ void CreateTables(Database& database, Contents& expected) {
 struct File {
     const char* name;
     const char16_t* droppable = u"";  ///< a table of the file that goes
-    /// Of the second column. Some rows have ones in the spare bits behind those of their columns, which the
-    /// other readers take for values of a column of fixed length that came later.
+    /// Of the second column. Where its number lies behind the last bit that a row has (rows of seven columns
+    /// and a column of number 8), the other readers take what follows the row for the bit of a fixed column.
     ColumnType second = ColumnType::Boolean;
 };
 

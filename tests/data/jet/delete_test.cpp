@@ -1,7 +1,14 @@
 // Rows that go, with all that belonged to them.
 
+#include <algorithm>
+#include <random>
+
+#include <jet/check.h>
+
 #include "index_check.h"
 #include "opened_table.h"
+#include "pages/usage_map.h"
+#include "table_impl.h"
 
 namespace quardele::jet::test {
 namespace {
@@ -23,6 +30,44 @@ TEST(Delete, ARowIsGoneForEverybody) {
 }
 
 // Their entries cannot be computed, only found.
+// In no order, so that every page of the indexes loses most of its entries and none of them all at once.
+TEST(Delete, IndexesGivePagesBackAsMostRowsGo) {
+    const TempFolder folder;
+    const auto file = folder.Path() / "shrinking.mdb";
+    {
+        const auto database = Database::Create(file);
+        database->CreateTable(
+            {.name = u"T",
+             .columns = {{.name = u"n", .type = ColumnType::Long, .defaultValue = {}},
+                         {.name = u"t", .type = ColumnType::Text, .size = 100, .defaultValue = {}}},
+             .indexes = {{.name = u"PrimaryKey", .columns = {{u"n"}}, .primary = true},
+                         {.name = u"ByText", .columns = {{u"t", false}, {u"n"}}}}});
+        const auto table = database->OpenTable(u"T");
+        Step filling = database->Begin();
+        for (std::int32_t i = 0; i < 4000; ++i) {
+            const std::vector<ColumnChange> row = {
+                {0, i}, {1, Text(60, u'x') + basic::FromUtf8(std::to_string(i * 7919 % 4000))}};
+            table->Insert(row);
+        }
+        filling.Commit();
+        const auto pagesOf = [&table](std::size_t index) {
+            return ReadUsageMap(table->Impl().Pages(), table->Impl().Def().realIndexes[index].map).size();
+        };
+        const std::size_t before[] = {pagesOf(0), pagesOf(1)};
+        std::vector<RowId> rows = AllRows(*table);
+        std::shuffle(rows.begin(), rows.end(), std::mt19937(20261121));
+        Step emptying = database->Begin();
+        for (std::size_t i = 0; i < rows.size() / 8 * 7; ++i) {
+            table->Delete(rows[i]);
+        }
+        emptying.Commit();
+        EXPECT_LE(pagesOf(0) * 2, before[0]);
+        EXPECT_LE(pagesOf(1) * 3, before[1]);
+        EXPECT_EQ(FaultsOf(*table), "");
+    }
+    EXPECT_TRUE(CheckFile(file).empty());
+}
+
 TEST(Delete, RowsGoWhoseTextsHaveAnOrderThatIsNotKnown) {
     SKIP_WITHOUT_CORPUS();
     const TempFolder folder;

@@ -174,6 +174,47 @@ TEST(IndexTree, RandomChangesOfLongKeysKeepADeepTreeInOrder) {
     EXPECT_EQ(ReadUsageMap(tree.Pages(), tree.Index().map).size(), 1u);
 }
 
+/// Takes out all entries but one in eight, in no order, and returns the number of pages of the tree.
+std::size_t PagesAfterMostAreGone(Tree& tree, Entries& expected) {
+    std::vector<ByteString> going(expected.begin(), expected.end());
+    std::shuffle(going.begin(), going.end(), std::mt19937(20261121));
+    going.resize(going.size() / 8 * 7);
+    for (const ByteString& entry : going) {
+        tree.Remove(entry);
+        expected.erase(entry);
+    }
+    tree.ExpectHolds(expected);
+    return ReadUsageMap(tree.Pages(), tree.Index().map).size();
+}
+
+TEST(IndexTree, LeavesThatFitOnOnePageAreJoined) {
+    Tree tree;
+    Entries expected;
+    for (std::uint32_t i = 0; i < 8000; ++i) {
+        const ByteString entry = MakeEntry(std::to_string(1000000 + i), i);
+        tree.Insert(entry);
+        expected.insert(entry);
+    }
+    const std::size_t full = ReadUsageMap(tree.Pages(), tree.Index().map).size();
+    EXPECT_LE(PagesAfterMostAreGone(tree, expected) * 3, full);
+}
+
+TEST(IndexTree, NodesThatFitOnOnePageAreJoined) {
+    Tree tree;
+    Entries expected;
+    for (std::uint32_t i = 0; i < 4000; ++i) {
+        const std::string scattered = std::to_string(1000000 + i * 7919 % 4000);
+        const ByteString entry = MakeEntry(scattered + std::string(200 + i % 100, 'M'), i);
+        tree.Insert(entry);
+        expected.insert(entry);
+    }
+    tree.ExpectHolds(expected);
+    ASSERT_GE(tree.Height(), 4);
+    const std::size_t full = ReadUsageMap(tree.Pages(), tree.Index().map).size();
+    EXPECT_LE(PagesAfterMostAreGone(tree, expected) * 3, full);
+    EXPECT_EQ(tree.Height(), 3);
+}
+
 TEST(IndexTree, EqualKeysAreOrderedByRow) {
     Tree tree;
     Entries expected;

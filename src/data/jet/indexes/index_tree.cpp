@@ -201,7 +201,7 @@ bool IndexTree::TryRemove(const IndexSpot& spot) {
     {
         const IndexView leaf = View(spot.leaf);
         const bool last = leaf.Behind(spot.before) == leaf.End();
-        if ((last && !spot.path.empty()) || !IndexPageEditor::CanRemove(leaf, spot.before)) {
+        if ((last && !spot.path.empty()) || MayJoin(spot) || !IndexPageEditor::CanRemove(leaf, spot.before)) {
             return false;
         }
     }
@@ -218,9 +218,11 @@ void IndexTree::RemoveAnyhow(const ByteString& entry) {
     }
     leaf.items.erase(At(leaf.items, position));
     if (leaf.items.empty() && !path.empty()) {
-        DropLeaf(path, leaf);
-    } else {
-        SaveLeaf(path, std::move(leaf), false);
+        return DropLeaf(path, leaf);
+    }
+    Store(leaf);
+    if (!path.empty() && !TryJoin(path, path.size() - 1)) {
+        ReplaceChild(path, path.size() - 1, {{leaf.number, leaf.items.back().entry}});
     }
 }
 
@@ -346,9 +348,90 @@ void IndexTree::SaveNode(const Path& path, std::size_t depth, IndexNode node, bo
     if (!aboveLeaves) {
         RelinkChildren(node);
     }
-    if (depth > 0 && lastChanged) {
+    if (depth > 0 && !TryJoin(path, depth - 1) && lastChanged) {
         ReplaceChild(path, depth - 1, {{node.number, LastBelow(node.number)}});
     }
+}
+
+// Neighbours are looked at only by a page that is half empty: of two that fit on one page one always is.
+bool IndexTree::IsHalfEmpty(std::size_t used) const {
+    const Format& format = pages_.Layout();
+    return used * 2 <= format.pageSize - format.index.entries;
+}
+
+// A neighbour may hang below another node, or need another prefix: Joined() knows for certain.
+bool IndexTree::MayJoin(const IndexSpot& spot) const {
+    const IndexView leaf = View(spot.leaf);
+    const std::size_t used = leaf.End() - (leaf.Behind(spot.before) - spot.before);
+    if (spot.path.empty() || !IsHalfEmpty(used)) {
+        return false;
+    }
+    const auto hasRoom = [&](std::uint32_t neighbour) {
+        return neighbour != 0 && View(neighbour).Room() >= used;
+    };
+    return hasRoom(leaf.Previous()) || hasRoom(leaf.Next());
+}
+
+bool IndexTree::TryJoin(const Path& path, std::size_t depth) {
+    const IndexNode parent = Load(path[depth].node);
+    const std::size_t position = path[depth].position;
+    if (!IsHalfEmpty(View(parent.Child(position)).End())) {
+        return false;
+    }
+    for (std::size_t left = position - std::min<std::size_t>(position, 1);
+         left <= position && left + 1 < parent.ChildCount(); ++left) {
+        const IndexView first = View(parent.Child(left));
+        if (View(parent.Child(left + 1)).End() > first.Room()) {
+            continue;
+        }
+        if (const auto joined = Joined(Load(first.Number()), Load(parent.Child(left + 1)))) {
+            StoreJoined(path, depth, left, *joined);
+            return true;
+        }
+    }
+    return false;
+}
+
+// The left page with what is on the right one as well; none when that is too much, or when other programs
+// have chained the pages in a way of their own.
+std::optional<IndexNode> IndexTree::Joined(IndexNode left, const IndexNode& right) const {
+    const bool chained = left.next == right.number && right.previous == left.number;
+    if (left.leaf != right.leaf || !chained) {
+        return std::nullopt;
+    }
+    if (left.tail != 0) {
+        left.items.push_back({LastBelow(left.number), left.tail});
+    }
+    left.items.insert(left.items.end(), right.items.begin(), right.items.end());
+    left.next = right.next;
+    left.tail = right.tail;
+    if (!left.leaf && left.tail == 0 && IsAboveLeaves(left)) {
+        left.tail = left.items.back().child;
+        left.items.pop_back();
+    }
+    return left.Fits(pages_.Layout()) ? std::optional(std::move(left)) : std::nullopt;
+}
+
+// What stood for the right page in the parent now stands for the left one.
+void IndexTree::StoreJoined(const Path& path, std::size_t depth, std::size_t left, const IndexNode& joined) {
+    IndexNode parent = Load(path[depth].node);
+    const bool last = left + 2 == parent.ChildCount();
+    const std::uint32_t right = parent.Child(left + 1);
+    Store(joined);
+    if (joined.next != 0) {
+        Relink(joined.next, joined.number, std::nullopt);
+    }
+    if (!joined.leaf && !IsAboveLeaves(joined)) {
+        RelinkChildren(joined);
+    }
+    DropPage(right);
+    if (left + 1 < parent.items.size()) {
+        parent.items[left + 1] = {LastBelow(joined.number), joined.number};
+    } else {
+        parent.tail = joined.number;
+    }
+    parent.items.erase(At(parent.items, left));
+    SaveNode(path, depth, std::move(parent), last);
 }
 
 bool IndexTree::IsAboveLeaves(const IndexNode& node) const {

@@ -24,7 +24,7 @@ struct IndexSpot {
 
 /// One tree within a transaction. The root's page number never changes; leaves are chained from left to
 /// right; a node right above the leaves keeps its last child as its tail, other nodes have an item for each
-/// child.
+/// child. A page that is half empty after a removal is joined with a neighbour when both fit on one.
 class IndexTree {
  public:
     IndexTree(Transaction& pages, PageAllocator& allocator, std::uint32_t table, const RealIndex& index)
@@ -97,6 +97,14 @@ class IndexTree {
     /// Puts new children in the place of the one that the path took at a depth, upwards to the root.
     void ReplaceChild(const Path& path, std::size_t depth, const Children& children);
     void SaveNode(const Path& path, std::size_t depth, IndexNode node, bool lastChanged);
+    [[nodiscard]] bool IsHalfEmpty(std::size_t used) const;
+    /// Whether a leaf, once the entry at the place is out, may be joined with a neighbour.
+    [[nodiscard]] bool MayJoin(const IndexSpot& spot) const;
+    /// Joins the child that the path took at a depth with a neighbour below the same node when both fit on
+    /// one page, and tells the nodes above. The child must be stored; false when nothing was done.
+    [[nodiscard]] bool TryJoin(const Path& path, std::size_t depth);
+    [[nodiscard]] std::optional<IndexNode> Joined(IndexNode left, const IndexNode& right) const;
+    void StoreJoined(const Path& path, std::size_t depth, std::size_t left, const IndexNode& joined);
     [[nodiscard]] Children Split(IndexNode node, bool appended);
     void SplitRoot(IndexNode root, bool appended);
     void CollapseRoot(IndexNode root);

@@ -84,6 +84,28 @@ TEST(Collation, CompareAgreesWithTheKeysForAllPairsOfManyTexts) {
     }
 }
 
+// By a published rule; no file of the original engine with such texts in an index is at hand.
+TEST(Collation, HalvesOfCharactersBeyondTheFirst65536FollowTheirRule) {
+    const std::pair<char16_t, const char*> keys[] = {
+        {0xD800, "B002013F00"}, {0xDBFF, "B401013F00"}, {0xDC00, "B4F8013F00"}, {0xDC07, "B4FF013F00"},
+        {0xDC08, "B502013F00"}, {0xDD05, "B5FF013F00"}, {0xDD06, "B602013F00"}, {0xDE03, "B6FF013F00"},
+        {0xDE04, "B702013F00"}, {0xDF01, "B7FF013F00"}, {0xDF02, "B802013F00"}, {0xDFFF, "B8FF013F00"}};
+    for (const auto& [unit, key] : keys) {
+        EXPECT_EQ(HexKey(Text(1, unit)), key);
+    }
+    EXPECT_EQ(HexKey(u"a\U0001F600"), "4AB03FB6FC01023F3F00");
+    EXPECT_TRUE(HasSortKey(u"a\U0001F600"));
+}
+
+TEST(Collation, WritingSystemsWithoutATableHaveNoKey) {
+    using namespace std::string_view_literals;
+    // Armenian, Hebrew, Arabic, Thai, Greek with accents of old, an arrow, kana, Chinese, Hangul, private
+    // use.
+    for (const char16_t unit : u"\u0531\u05D0\u0627\u0E01\u1F00\u21A0\u3042\u4E2D\uAC00\uE000"sv) {
+        EXPECT_FALSE(HasSortKey(Text{u'a', unit})) << static_cast<unsigned>(unit);
+    }
+}
+
 TEST(Collation, UnitsOutsideTheTablesComeLastAndAreTold) {
     EXPECT_TRUE(HasSortKey(u"Citroën C4 – 1,6 l € Мир"));
     EXPECT_FALSE(HasSortKey(u"\u4E2D"));

@@ -239,6 +239,21 @@ TEST_F(InterruptedChangeTest, KeepTellsTheNewNameInFrench) {
     EXPECT_FALSE(HasJournal());
 }
 
+// The letters have no place together in any code page of one byte.
+TEST_F(InterruptedChangeTest, PathsAreToldInUtf8WhateverTheirLetters) {
+    const fs::path folder = folder_.Path() / u"été Ω";
+    fs::create_directory(folder);
+    const fs::path file = folder / u"données Ω.mdb";
+    fs::rename(file_, file);
+    file_ = Argument(file);
+    DieAtPage(3);
+    EXPECT_THAT(Mdb({"recover", file_}).out, HasSubstr("\njournal: " + file_ + ".qjournal\n"));
+    const Outcome keep = Mdb({"recover", file_, "--keep"});
+    EXPECT_EQ(keep.exitCode, 0) << keep.err;
+    EXPECT_THAT(keep.out, HasSubstr("the journal is now \"" + file_ + ".qjournal"));
+    EXPECT_FALSE(HasJournal());
+}
+
 TEST_F(InterruptedChangeTest, OptionsThatExcludeEachOtherTouchNothing) {
     DieAtPage(3);
     EXPECT_EQ(Mdb({"recover", file_, "--rollback", "--keep"}).exitCode, 2);

@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <map>
+#include <regex>
 #include <sstream>
 
 #include "command.h"
@@ -64,35 +66,25 @@ TEST(ManualTest, ThePageIsSetWithoutWarnings) {
     EXPECT_EQ(TextOf(warnings), "");
 }
 
-TEST(ManualTest, ErrorsOfTheEngineHaveEnglishTexts) {
-    using namespace basic::error;
-    for (const int number : {kDuplicateKey,
-                             kFileMissing,
-                             kDiskFullDatabase,
-                             kReadOnly,
-                             kBadPassword,
-                             kBadPath,
-                             kFileInUse,
-                             kCannotOpenFile,
-                             kNullInPrimaryKey,
-                             kTooFewParameters,
-                             kSyntaxError,
-                             kNoSuchTable,
-                             kTextTooLong,
-                             kRecordDeleted,
-                             kTypeConversion,
-                             kLockedHere,
-                             kRecordChanged,
-                             kRecordLocked,
-                             kOperationNotSupported,
-                             kNotADatabase,
-                             kNullRequired,
-                             kEmptyText,
-                             kOpenExclusive,
-                             kDataTypeMismatch,
-                             kRecordTooLarge,
-                             kTableInUse}) {
-        EXPECT_TRUE(HasEnglishText(number)) << number;
+/// The numbers of the errors that a header declares, by their names.
+std::map<std::string, int> ErrorsOf(const fs::path& header) {
+    const std::string text = TextOf(fs::path(QUARDELE_SOURCE_DIR) / header);
+    const std::regex constant("constexpr int (k\\w+) = (\\d+);");
+    std::map<std::string, int> errors;
+    for (std::sregex_iterator found(text.begin(), text.end(), constant); found != std::sregex_iterator();
+         ++found) {
+        errors[found->str(1)] = std::stoi(found->str(2));
+    }
+    return errors;
+}
+
+TEST(ManualTest, EveryErrorThatIsDeclaredHasAnEnglishText) {
+    std::map<std::string, int> errors = ErrorsOf("src/basic/include/basic/runtime_error.h");
+    errors.merge(ErrorsOf("src/data/sql/sql_error.h"));
+    EXPECT_EQ(errors["kNotADatabase"], basic::error::kNotADatabase);
+    EXPECT_EQ(errors["kSubqueryRows"], 3354);
+    for (const auto& [name, number] : errors) {
+        EXPECT_TRUE(HasEnglishText(number)) << name << ' ' << number;
     }
 }
 

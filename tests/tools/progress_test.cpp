@@ -4,13 +4,16 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
+#include <fstream>
 #include <string>
 #include <thread>
 
-#include <gtest/gtest.h>
+#include "child_process.h"
+#include "mdb_program.h"
 
 namespace quardele::mdb::test {
 namespace {
@@ -51,6 +54,8 @@ class Terminal {
     int before_;
 };
 
+class ProgressOfCommand : public MdbTest {};
+
 TEST(ProgressTest, AfterHalfASecondTheTerminalShowsPercentsAndGetsItsLineBack) {
     using namespace std::chrono_literals;
     const Terminal terminal;
@@ -86,6 +91,33 @@ TEST(ProgressTest, WithoutATerminalNothingIsShown) {
     EXPECT_EQ(read(ends[0], &unit, 1), 0);
     close(ends[0]);
     EXPECT_EQ(terminal.Shown(), "");
+}
+
+// Rows come slowly, so that the command is not done before half a second is over.
+TEST_F(ProgressOfCommand, AnImportCountsItsRowsOnTheTerminal) {
+    using namespace std::chrono_literals;
+    Exec("CREATE TABLE T (n LONG)");
+    const std::string rows = PathOf("rows");
+    ASSERT_EQ(mkfifo(rows.c_str(), 0600), 0);
+    const Terminal terminal;
+    quardele::test::Process import(QUARDELE_MDB, {"import", file_, "T", rows});
+    std::string shown;
+    {
+        std::ofstream feed(rows, std::ios::binary);
+        feed << "n\n";
+        for (int batch = 0; batch < 200 && shown.empty(); ++batch) {
+            for (int row = 0; row < 2000; ++row) {
+                feed << row << '\n';
+            }
+            feed.flush();
+            std::this_thread::sleep_for(50ms);
+            shown = terminal.Shown();
+        }
+    }
+    EXPECT_THAT(shown, testing::MatchesRegex("\r\033\\[K[0-9]+"));
+    EXPECT_THAT(import.ReadOutput(), testing::EndsWith("00 rows\n"));
+    EXPECT_EQ(import.Wait(), 0);
+    EXPECT_THAT(terminal.Shown(), testing::EndsWith("\r\033[K"));
 }
 
 }  // namespace

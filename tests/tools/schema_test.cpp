@@ -93,9 +93,48 @@ TEST_F(SchemaTest, RelationshipsAreToldWithTheirCascades) {
     const std::string file = CorpusFile("indexV2000.mdb").string();
     const std::string schema = Mdb({"schema", file}).out;
     EXPECT_THAT(schema, HasSubstr("-- ALTER TABLE [Table1] ADD CONSTRAINT [Table2Table1] FOREIGN KEY "
-                                  "([otherfk1]) REFERENCES [Table2] ([id])"));
+                                  "([otherfk1]) REFERENCES [Table2] ([id]) ON DELETE CASCADE;\n"));
+    EXPECT_THAT(schema, HasSubstr("[Table3Table1] FOREIGN KEY ([otherfk2]) REFERENCES [Table3] ([id]) ON "
+                                  "UPDATE CASCADE;\n"));
     EXPECT_THAT(Mdb({"schema", file, "Table1"}).out, HasSubstr("[Table2Table1] FOREIGN KEY"));
     EXPECT_THAT(Mdb({"schema", file, "Table2"}).out, Not(HasSubstr("FOREIGN KEY")));
+}
+
+TEST_F(SchemaTest, ARelationshipOfTwoColumnsThatCascadesBothWaysAndIsNotEnforcedIsOneComment) {
+    Exec("CREATE TABLE Jobs (a LONG, b LONG); CREATE TABLE Cars (c LONG, d LONG)");
+    constexpr std::int32_t kBothCascadesNotEnforced = 0x1102;
+    {
+        const auto database = jet::Database::Open(file_);
+        const auto list = database->OpenTable(u"MSysRelationships");
+        // The second pair of columns first.
+        for (const std::int32_t pair : {1, 0}) {
+            const auto at = [&list](jet::TextView column) { return list->FindColumn(column); };
+            const std::vector<jet::ColumnChange> row = {
+                {at(u"szRelationship"), jet::Text(u"CarsJobs")},
+                {at(u"grbit"), kBothCascadesNotEnforced},
+                {at(u"ccolumn"), std::int32_t{2}},
+                {at(u"icolumn"), pair},
+                {at(u"szObject"), jet::Text(u"Jobs")},
+                {at(u"szColumn"), jet::Text(pair == 0 ? u"a" : u"b")},
+                {at(u"szReferencedObject"), jet::Text(u"Cars")},
+                {at(u"szReferencedColumn"), jet::Text(pair == 0 ? u"c" : u"d")}};
+            list->Insert(row);
+        }
+    }
+    EXPECT_THAT(Mdb({"schema", file_}).out,
+                testing::EndsWith(
+                    "\n-- ALTER TABLE [Jobs] ADD CONSTRAINT [CarsJobs] FOREIGN KEY ([a], [b]) REFERENCES "
+                    "[Cars] ([c], [d]) ON UPDATE CASCADE ON DELETE CASCADE NOT ENFORCED;\n"));
+}
+
+TEST_F(SchemaTest, ValidationRulesAndTheirTextsAreTold) {
+    SKIP_WITHOUT_CORPUS();
+    const std::string schema = Mdb({"schema", CorpusFile("nwind.mdb").string(), "Order Details"}).out;
+    EXPECT_THAT(schema,
+                HasSubstr("\n-- Order Details.Quantity: ValidationRule = >0\n"
+                          "-- Order Details.Quantity: ValidationText = Quantity must be greater than 0\n"));
+    EXPECT_THAT(schema, HasSubstr("\n-- Order Details.Discount: ValidationRule = Between 0 And 1\n"));
+    EXPECT_EQ(SchemaAfter(schema), WithoutComments(schema));
 }
 
 TEST_F(SchemaTest, TheStatementsOfRealFilesMakeTheSameTables) {

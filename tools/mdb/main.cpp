@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <new>
 #include <span>
 
 #include "command.h"
@@ -88,7 +89,9 @@ int main(int argc, char** argv) {
         return exitCode;
     } catch (const Failure& failure) {
         return Complain(failure.In(language), language);
-    } catch (const std::exception&) {
+    } catch (const std::bad_alloc&) {
         return Complain(kNoMemory.In(language), language);
+    } catch (const std::exception& error) {
+        return Complain(error.what(), language);
     }
 }

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "platform.h"
+#include "utf8_text.h"
 
 namespace quardele::mdb {
 
@@ -24,8 +25,7 @@ std::vector<std::string> ProgramArguments(int, char**) {
     const std::unique_ptr<wchar_t*, LocalFreer> arguments(::CommandLineToArgvW(::GetCommandLineW(), &count));
     std::vector<std::string> result;
     for (int i = 1; i < count; ++i) {
-        const std::u8string utf8 = std::filesystem::path(arguments.get()[i]).u8string();
-        result.emplace_back(utf8.begin(), utf8.end());
+        result.push_back(Utf8Of(arguments.get()[i]));
     }
     return result;
 }

@@ -9,6 +9,7 @@
 #include "commands.h"
 #include "failure.h"
 #include "platform.h"
+#include "utf8_text.h"
 
 namespace quardele::mdb {
 
@@ -134,7 +135,7 @@ void ShowJournal(const jet::Recovery& recovery, Session& session) {
     constexpr Message kJournal{"journal : |1\n", "journal: |1\n"};
     constexpr Message kPages{"pages du fichier avant : |1, maintenant : |2\n",
                              "pages of the file before: |1, now: |2\n"};
-    session.out << Say(session.language, kJournal, {recovery.JournalFile().string()});
+    session.out << Say(session.language, kJournal, {Utf8Of(recovery.JournalFile())});
     session.out << Say(session.language, kPages,
                        {std::to_string(recovery.PagesBefore()), std::to_string(recovery.PagesNow())});
     for (std::size_t i = 0; i < recovery.PageCount(); ++i) {
@@ -167,7 +168,7 @@ int RunRecover(const Arguments& arguments, Session& session) {
         recovery.ClearUnended();
         session.out << kCleared.In(session.language);
     } else if (arguments.Has(kKeep)) {
-        session.out << Say(session.language, kKept, {recovery.KeepFile().string()});
+        session.out << Say(session.language, kKept, {Utf8Of(recovery.KeepFile())});
     } else {
         ShowJournal(recovery, session);
     }

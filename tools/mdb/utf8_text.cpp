@@ -13,4 +13,9 @@ basic::Text TextOf(const std::string& utf8) {
     return text;
 }
 
+std::string Utf8Of(const std::filesystem::path& path) {
+    const std::u8string utf8 = path.u8string();
+    return {utf8.begin(), utf8.end()};
+}
+
 }  // namespace quardele::mdb

@@ -2,6 +2,7 @@
 //   quardele-demo make DIR [scale]
 //   quardele-demo tour DIR [--images DIR] [scale]
 // scale: --vehicles N --customers N --visits N --jobs N --seed N --today YYYY-MM-DD
+// The same scale, seed and day make the same data; the day is the current one unless --today gives it.
 #include <filesystem>
 #include <iostream>
 

@@ -23,7 +23,9 @@ ScaleOptions::ScaleOptions(QCommandLineParser& parser)
       visits_(Counting("visits", "nombre de visites périodiques")),
       jobs_(Counting("jobs", "nombre d'affaires")),
       seed_(Counting("seed", "un autre nombre fait d'autres données")),
-      today_(QStringLiteral("today"), QStringLiteral("le jour des données, au lieu d'aujourd'hui"),
+      today_(QStringLiteral("today"),
+             QStringLiteral("le jour des données, au lieu d'aujourd'hui ; deux appels ne donnent les mêmes "
+                            "données que pour le même jour"),
              QStringLiteral("AAAA-MM-JJ")) {
     parser.addOptions({vehicles_, customers_, visits_, jobs_, seed_, today_});
 }

@@ -62,8 +62,5 @@ void SetUpApplication(QApplication& application) {
 void DoEvents() {
     QCoreApplication::processEvents();
 }
-void Beep() {
-    QApplication::beep();
-}
 
 }  // namespace quardele::forms

@@ -5,6 +5,8 @@
 #include <forms/controls.h>
 #include <forms/twips.h>
 
+#include "focus_events.h"
+
 namespace quardele::forms {
 namespace {
 
@@ -22,10 +24,13 @@ TabControl::TabControl(QWidget* parent) : QTabWidget(parent) {
     connect(this, &QTabWidget::currentChanged, this, &TabControl::TabChanged);
 }
 
+/// A control that goes off screen with its page keeps the focus as far as the program can tell, until a
+/// handler moves it: when that sets the tab back at once the control was not left, and no check of it runs.
 void TabControl::SetTab(int tab) {
+    const FocusEvents::Hold hold(window());
     QWidget* page = currentWidget();
     if (tab != currentIndex() && page != nullptr && page->isAncestorOf(page->window()->focusWidget())) {
-        // The control with the focus is about to go off screen; Qt would pick one of the new page by itself.
+        // Qt would pick a control of the new page by itself.
         tabBar()->setFocus();
     }
     setCurrentIndex(tab);

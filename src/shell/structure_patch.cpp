@@ -26,6 +26,7 @@ dao::Field NoteField(TextView name) {
     field.type = dao::FieldType::Text;
     field.size = kColumnSize;
     field.allowZeroLength = true;
+    field.defaultValue = Text();
     return field;
 }
 

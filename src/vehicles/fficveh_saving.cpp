@@ -5,7 +5,6 @@
 #include <forms/grid.h>
 #include <forms/msg_box.h>
 #include <forms/strings.h>
-#include <services/translation.h>
 #include <vehicles/fficveh.h>
 
 #include "ui_fficveh.h"
@@ -13,17 +12,22 @@
 
 namespace quardele::vehicles {
 
-using services::TRAD;
-
 namespace {
 
 constexpr int kWholeRow = -1;
 constexpr int kSaveRows = 15;
 
+/// In the words of the runtime, which no translation reaches.
 void TellFailure(const QString& prefix, const basic::RuntimeError& error) {
-    forms::MsgBox(TRAD(prefix) + QString::number(error.Number()) + QStringLiteral(" : ") +
+    forms::MsgBox(prefix + QString::number(error.Number()) + QStringLiteral(" : ") +
                       forms::ToQString(error.Description()),
                   forms::BoxButtons::Ok, forms::BoxIcon::Critical);
+}
+
+void FlagWholeRow(forms::Grid& grid, int row, bool changed) {
+    grid.SetRow(row);
+    grid.SetCol(kWholeRow);
+    grid.SetChangedFlag(changed);
 }
 
 QString NormalDate(const QString& text) {
@@ -43,8 +47,6 @@ void FFICVEH::Cmd_Update_Click() {
     try {
         SaveVehicle();
         SaveVisits();
-        // A cancel reloads the visits: from now on those of this registration.
-        AskForVisits();
         NewEntry = false;
     } catch (const basic::RuntimeError& error) {
         TellFailure(QStringLiteral("Cmd_Update Err. "), error);
@@ -76,6 +78,9 @@ void FFICVEH::SaveVisits() {
         } else if (row == visits.MaxRows()) {
             visits.SetMaxRows(row - 1);
             break;
+        } else {
+            // What was typed beside the missing type of work is not to reach the table.
+            FlagWholeRow(visits, row, false);
         }
     }
     visits.Action(kSaveRows);
@@ -92,8 +97,7 @@ void FFICVEH::FlagVisit(int row) {
     }
     visits.SetCol(kVisitLinkColumn);
     visits.SetText(ui_->CTX_IMMAT->Text());
-    visits.SetCol(kWholeRow);
-    visits.SetChangedFlag(true);
+    FlagWholeRow(visits, row, true);
 }
 
 // Cancelling.
@@ -127,6 +131,8 @@ void FFICVEH::CancelVisits() {
         visits.CancelUpdate();
     }
     ui_->DBG_DETAIL->SetMaxRows(0);
+    // The record on screen may be another one than when the visits were read: a new one, saved since.
+    AskForVisits();
     ui_->DBD_DETAIL->Refresh();
     ui_->DBG_DETAIL->SetChangeMade(false);
 }

@@ -1,6 +1,7 @@
 // The visits of a vehicle: a grid that is typed into in place, and the picker of work types in front of it.
 #include <basic/conversion.h>
 #include <basic/date.h>
+#include <basic/text.h>
 #include <forms/data_control.h>
 #include <forms/events.h>
 #include <forms/grid.h>
@@ -97,9 +98,11 @@ void FFICVEH::DBG_DETAIL_DataFill(int col, int row) {
 void FFICVEH::DBG_DETAIL_KeyDown(int keyCode, int shift) {
     const forms::Grid& visits = *ui_->DBG_DETAIL;
     const bool inLastDate = visits.ActiveCol() == kVisitDateColumn && visits.ActiveRow() == visits.MaxRows();
+    // Alt+F4 is the desktop's: it closes the program.
+    const bool withAlt = (shift & kShiftAlt) != 0;
     if (keyCode == kKeyEnter && inLastDate) {
         OpenNextVisit();
-    } else if (keyCode == kKeyF4 && shift == 0 && visits.ActiveCol() == kVisitTypeColumn) {
+    } else if (keyCode == kKeyF4 && !withAlt && visits.ActiveCol() == kVisitTypeColumn) {
         OpenWorkTypes();
     }
 }
@@ -157,17 +160,17 @@ void FFICVEH::CheckPeriod(int row) {
 /// An unknown code holds the cursor; the picker opens on the nearest one.
 bool FFICVEH::IsKnownWorkType(int row) {
     forms::Grid& visits = *ui_->DBG_DETAIL;
-    const QString code = TextAt(visits, kVisitTypeColumn, row).trimmed();
-    if (code.isEmpty()) {
+    const basic::Text code = basic::Trim(forms::ToText(TextAt(visits, kVisitTypeColumn, row)));
+    if (code.empty()) {
         return true;
     }
     dao::Recordset& workTypes = ui_->DBD_TTYP->Opened();
-    workTypes.FindFirst(forms::ToText(QStringLiteral("TTYP_CODE='%1'").arg(code)));
+    workTypes.FindFirst(u"TTYP_CODE='" + code + u"'");
     if (!workTypes.NoMatch()) {
         return true;
     }
     visits.SetActiveCell(kVisitTypeColumn, row);
-    workTypes.FindFirst(forms::ToText(QStringLiteral("TTYP_CODE>='%1'").arg(code)));
+    workTypes.FindFirst(u"TTYP_CODE>='" + code + u"'");
     OpenWorkTypes();
     return false;
 }
@@ -185,7 +188,11 @@ void FFICVEH::CloseWorkTypes() {
     forms::SetFocus(ui_->DBG_DETAIL);
 }
 
+/// The heading is no choice: without a type of work there is nothing else to point at.
 void FFICVEH::DBG_TypTrav_DblClick(int /*col*/, int row) {
+    if (row < 1) {
+        return;
+    }
     forms::Grid& visits = *ui_->DBG_DETAIL;
     const QString code = TextAt(*ui_->DBG_TypTrav, kCodeColumn, row);
     visits.SetRow(visits.ActiveRow());

@@ -8,4 +8,7 @@ inline constexpr int kKeyEscape = 27;
 inline constexpr int kKeyF4 = 115;
 inline constexpr int kKeyF8 = 119;
 
+/// Bit of the shift state that comes with a key.
+inline constexpr int kShiftAlt = 4;
+
 }  // namespace quardele::vehicles

@@ -5,6 +5,7 @@
 #include <forms/events.h>
 #include <forms/form.h>
 #include <forms/msg_box.h>
+#include <forms/runtime.h>
 #include <support/boxes.h>
 
 #include "forms_test.h"
@@ -17,6 +18,7 @@ class TABS : public Form {
  public:
     TabControl* tabs;
     Button* tool;
+    TextBox* entry;
 
     TABS() : Form(QStringLiteral("TABS"), FormKind::Dialog) {
         Surface()->resize(400, 300);
@@ -30,6 +32,8 @@ class TABS : public Form {
         tool->setObjectName(QStringLiteral("Cmd_Images"));
         tool->setGeometry(360, 1, 28, 28);
         tool->setProperty("inStrip", true);
+        entry = new TextBox(tabs->widget(1));
+        entry->setObjectName(QStringLiteral("CTX_IMMAT"));
     }
 };
 
@@ -78,6 +82,33 @@ class TabControlTest : public QObject {
         tabs_->SetTab(0);
         QCOMPARE(journal.Take(), QStringLiteral("reload box"));
         QCOMPARE(tabs_->Tab(), 1);
+    }
+
+    void AControlIsNotLeftByATabThatComesBackAtOnce() {
+        tabs_->SetTab(1);
+        SetFocus(form_->entry);
+        test::Journal journal;
+        On(form_->entry, &TextBox::LostFocus, this, [&] { journal(QStringLiteral("lost")); });
+        On(tabs_, &TabControl::Click, this, [&](int previous) {
+            if (tabs_->Tab() == 0) {
+                tabs_->SetTab(previous);
+            } else {
+                SetFocus(form_->entry);
+            }
+        });
+        tabs_->SetTab(0);
+        QCOMPARE(journal.Take(), QString());
+        QCOMPARE(Screen::ActiveControl(), form_->entry);
+    }
+
+    void AControlThatGoesWithItsTabIsLeft() {
+        tabs_->SetTab(1);
+        SetFocus(form_->entry);
+        test::Journal journal;
+        On(form_->entry, &TextBox::LostFocus, this, [&] { journal(QStringLiteral("lost")); });
+        tabs_->SetTab(0);
+        QCOMPARE(journal.Take(), QStringLiteral("lost"));
+        QCOMPARE(Screen::ActiveControl(), tabs_);
     }
 
     void ClickingATabIsAChangeOfTab() {

@@ -1,4 +1,7 @@
 // The structure patch at start-up: which columns it misses, what it tells, and that the process ends.
+#include <fstream>
+#include <sstream>
+
 #include <QTest>
 
 #include <child_process.h>
@@ -24,6 +27,12 @@ QString MessageWith(const QString& journal) {
            QStringLiteral("\n\nL'application doit être redémarrée...");
 }
 
+std::string BytesOf(const std::filesystem::path& file) {
+    std::ostringstream bytes;
+    bytes << std::ifstream(file, std::ios::binary).rdbuf();
+    return bytes.str();
+}
+
 }  // namespace
 
 class StructurePatchTest : public QObject {
@@ -37,6 +46,7 @@ class StructurePatchTest : public QObject {
     void TheColumnsAreInTheTableForEveryProgram();
     void TheSampleOfAWorkshopIsBroughtUpToDate();
     void ATableThatSomebodyHasOpenStaysAsItIs();
+    void WhileAnotherWorkstationIsInItNothingChangesAndTheNextStartTriesAgain_data();
     void WhileAnotherWorkstationIsInItNothingChangesAndTheNextStartTriesAgain();
     void AColumnThatCannotBeAddedIsTriedAtEachStart();
     void OneMissingColumnIsOneLine();
@@ -93,10 +103,13 @@ void StructurePatchTest::TheColumnsAreInTheTableForEveryProgram() {
     tests::StopProgram();
     const auto rows =
         dao::DBEngine::Instance().Workspaces(0).OpenDatabase(u"C:\\QUARDELE\\DATA\\talmeon.mdb");
-    const dao::Field note = rows->TableDefNamed(u"TVEH").FieldNamed(u"TVEH_Note2");
-    QCOMPARE(note.Type(), dao::FieldType::Text);
-    QCOMPARE(note.Size(), 100);
-    QVERIFY(note.allowZeroLength);
+    for (const basic::TextView name : {u"TVEH_Note1", u"TVEH_Note2"}) {
+        const dao::Field note = rows->TableDefNamed(u"TVEH").FieldNamed(name);
+        QCOMPARE(note.Type(), dao::FieldType::Text);
+        QCOMPARE(note.Size(), 100);
+        QVERIFY(note.allowZeroLength);
+        QCOMPARE(note.defaultValue, basic::Text());
+    }
 }
 
 void StructurePatchTest::TheSampleOfAWorkshopIsBroughtUpToDate() {
@@ -147,14 +160,30 @@ void StructurePatchTest::ATableThatSomebodyHasOpenStaysAsItIs() {
     QCOMPARE(database->TableDefNamed(u"TVEH").Fields().size(), rows->Fields().size());
 }
 
+void StructurePatchTest::WhileAnotherWorkstationIsInItNothingChangesAndTheNextStartTriesAgain_data() {
+    QTest::addColumn<QStringList>("held");
+    QTest::newRow("in the vehicles") << QStringList{"TVEH", "KG-361-VP", "TVEH_MARQUE"};
+    QTest::newRow("in another table") << QStringList{"TTYP", "VID", "TTYP_LIBELLE"};
+}
+
 void StructurePatchTest::WhileAnotherWorkstationIsInItNothingChangesAndTheNextStartTriesAgain() {
     const support::Installation installation;
     const std::filesystem::path file = installation.File("DATA/talmeon.mdb");
     std::filesystem::copy_file(QUARDELE_INSTALLATION_DIR "/before-notes/talmeon.mdb", file,
                                std::filesystem::copy_options::overwrite_existing);
+    const auto before = support::Installation::ExportTable(file, "TVEH");
+    if (before.empty()) {
+        QSKIP("mdb-export is not installed");
+    }
     const std::vector<QString> told = {MessageWith(kFirstLine + kSecondLine)};
+    QFETCH(const QStringList, held);
     {
-        test::Process other(QUARDELE_OTHER_PROCESS, {file.string(), "TTYP", "VID", "TTYP_LIBELLE", "?"});
+        std::vector<std::string> arguments = {file.string()};
+        for (const QString& word : held) {
+            arguments.push_back(word.toStdString());
+        }
+        arguments.emplace_back("?");
+        test::Process other(QUARDELE_OTHER_PROCESS, arguments);
         QVERIFY(other.WaitForSign());
         const Start refused = StartProgram();
         QCOMPARE(refused.boxes, told);
@@ -162,10 +191,12 @@ void StructurePatchTest::WhileAnotherWorkstationIsInItNothingChangesAndTheNextSt
         tests::StopProgram();
         QCOMPARE(other.Wait(), 0);
     }
+    QCOMPARE(support::Installation::ExportTable(file, "TVEH"), before);
     const Start patched = StartProgram();
     QCOMPARE(patched.boxes, told);
     QVERIFY(patched.ended);
     tests::StopProgram();
+    QCOMPARE(support::Installation::ExportTable(file, "TVEH")[0], before[0] + ",TVEH_Note1,TVEH_Note2");
     const Start usual = StartProgram();
     QCOMPARE(usual.boxes, std::vector<QString>{});
     QVERIFY(!usual.ended);
@@ -191,8 +222,16 @@ void StructurePatchTest::OneMissingColumnIsOneLine() {
 
 void StructurePatchTest::AColumnInOtherCaseIsMissing() {
     const support::Installation installation;
-    tests::ReplaceInFile(installation.File("DATA/talmeon.mdb"), u"TVEH_Note2", u"tveh_note2");
-    QCOMPARE(StartProgram().boxes, std::vector<QString>{MessageWith(kSecondLine)});
+    const std::filesystem::path file = installation.File("DATA/talmeon.mdb");
+    tests::ReplaceInFile(file, u"TVEH_Note2", u"tveh_note2");
+    const std::string before = BytesOf(file);
+    for (int start = 1; start <= 3; ++start) {
+        const Start told = StartProgram();
+        QCOMPARE(told.boxes, std::vector<QString>{MessageWith(kSecondLine)});
+        QVERIFY(told.ended);
+        tests::StopProgram();
+        QVERIFY(BytesOf(file) == before);
+    }
 }
 
 void StructurePatchTest::WithoutADataDatabaseTheJournalIsEmpty() {

@@ -176,12 +176,8 @@ void FormLayoutTest::TheTabOrderIsTheReadingOrder() {
             break;
         }
         reached.append(name);
-        // Tab moves between the cells of the visits; Ctrl+Tab leaves a grid.
-        if (name == QStringLiteral("DBG_DETAIL")) {
-            forms::SetFocus(UserBox(1));
-        } else {
-            PressKey(Qt::Key_Tab);
-        }
+        // Out of the visits too: between their cells it is Enter and the arrows that move.
+        PressKey(Qt::Key_Tab);
     }
     const QStringList expected{
         "CTX_IMMAT",    "CTX_MARQUE",  "CTX_ComplIdent", "CTX_CODCLI",     "DBG_DETAIL",     "CTX_USER_1",

@@ -1,9 +1,12 @@
 // Load, first activation, closing of the vehicle form.
+#include <algorithm>
+
 #include <QAction>
 
 #include <forms/strings.h>
 
 #include "child_forms.h"
+#include "stored_rows.h"
 #include "vehicle_form_fixture.h"
 
 using namespace quardele;
@@ -23,6 +26,7 @@ class FormLifeTest : public QObject {
     void ASecondActivationResetsNothing();
     void QuitUnloadsTheFormAndHidesItsPanel();
     void QuitHoldsBackOnAPendingChange();
+    void WhatNothingActsOnStandsOnTheFormUnseen();
     void ClosingTheWindowAsksNothing();
     void EndingTheProgramLosesAPendingChange();
     void AFormOpenedAgainStartsAnew();
@@ -135,7 +139,18 @@ void FormLifeTest::QuitHoldsBackOnAPendingChange() {
     QCOMPARE(Box("CTX_MARQUE")->Text(), QStringLiteral("RENAULT"));
 }
 
+void FormLifeTest::WhatNothingActsOnStandsOnTheFormUnseen() {
+    RunningProgram program;
+    program.OpenVehicles();
+    for (const char* name : {"ImageList_Liste", "fpBln1"}) {
+        const std::vector<QWidget*> controls = Form().Controls();
+        QVERIFY2(std::count(controls.begin(), controls.end(), Control<QWidget>(name)) == 1, name);
+        QVERIFY2(!Shown(Control<QWidget>(name)), name);
+    }
+}
+
 void FormLifeTest::ClosingTheWindowAsksNothing() {
+    SKIP_WITHOUT_INDEPENDENT_READER();
     RunningProgram program;
     program.OpenVehicles();
     OpenRecordOf(QStringLiteral("KG-361-VP"));
@@ -145,6 +160,10 @@ void FormLifeTest::ClosingTheWindowAsksNothing() {
     QVERIFY(boxes.Shown().empty());
     QVERIFY(!forms::IsLoaded<vehicles::FFICVEH>());
     QVERIFY(!MainWindow().PIC_STATUS->Panels(2).Visible());
+    const std::vector<StoredRow> stored =
+        StoredRows(program.DataFile(), "TVEH", QStringLiteral("TVEH_IMMAT"), QStringLiteral("KG-361-VP"));
+    QCOMPARE(stored.size(), std::size_t{1});
+    QCOMPARE(stored[0].at(QStringLiteral("TVEH_MARQUE")), QStringLiteral("TOYOTA"));
 }
 
 void FormLifeTest::EndingTheProgramLosesAPendingChange() {

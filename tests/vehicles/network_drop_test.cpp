@@ -48,7 +48,8 @@ class NetworkDropTest : public QObject {
                                                 const QString& registration) const {
         return StoredRows(program_->DataFile(), table, QString::fromLatin1(column), registration);
     }
-    /// Presses the button that saves while the file is out of reach; gives the texts of the boxes.
+    /// Presses the button that saves while the file is out of reach; gives the texts of the boxes. The row
+    /// cannot be locked then, which is all that the engine can tell.
     [[nodiscard]] QString SaveWithoutTheFile() const;
 
     std::unique_ptr<RunningProgram> program_;
@@ -71,7 +72,7 @@ QString NetworkDropTest::SaveWithoutTheFile() const {
 void NetworkDropTest::ASaveIsToldAndWorksOnceTheFileIsBack() {
     TypeOver(Box("CTX_MARQUE"), QStringLiteral("RENAULT"));
     const QString told = SaveWithoutTheFile();
-    QVERIFY2(told.startsWith(QStringLiteral("Cmd_Update Err. ")), qPrintable(told));
+    QVERIFY2(told.startsWith(QStringLiteral("Cmd_Update Err. 3260 : ")), qPrintable(told));
     QCOMPARE(Box("CTX_MARQUE")->Text(), QStringLiteral("RENAULT"));
     QVERIFY(Box("CTX_MARQUE")->DataChanged());
     QCOMPARE(Stored("TVEH", "TVEH_IMMAT", kToyota).at(0).at(QStringLiteral("TVEH_MARQUE")),
@@ -90,7 +91,7 @@ void NetworkDropTest::ANewVehicleWithVisitsIsToldAndWorksOnceTheFileIsBack() {
     TypeOver(Box("CTX_IMMAT"), registration);
     SetVisit(1, 1, QStringLiteral("CT"));
     const QString told = SaveWithoutTheFile();
-    QVERIFY2(told.startsWith(QStringLiteral("Cmd_Update Err. ")), qPrintable(told));
+    QVERIFY2(told.startsWith(QStringLiteral("Cmd_Update Err. 3260 : ")), qPrintable(told));
     QCOMPARE(Box("CTX_IMMAT")->Text(), registration);
     QCOMPARE(Cell("DBG_DETAIL", 1, 1), QStringLiteral("CT"));
     QVERIFY(Stored("TVEH", "TVEH_IMMAT", registration).empty());
@@ -105,7 +106,7 @@ void NetworkDropTest::ANewVehicleWithVisitsIsToldAndWorksOnceTheFileIsBack() {
 void NetworkDropTest::TypedVisitsStayOnScreen() {
     SetVisit(kPeriod, 1, QStringLiteral("36"));
     const QString told = SaveWithoutTheFile();
-    QVERIFY2(told.startsWith(QStringLiteral("Cmd_Update Err. ")), qPrintable(told));
+    QVERIFY2(told.startsWith(QStringLiteral("Cmd_Update Err. 3260 : ")), qPrintable(told));
     QVERIFY(Grid("DBG_DETAIL")->ChangeMade());
     QCOMPARE(Cell("DBG_DETAIL", kPeriod, 1), QStringLiteral("36"));
 

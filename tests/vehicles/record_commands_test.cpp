@@ -1,9 +1,11 @@
 // The commands on a vehicle's record: a new one, delete, refresh; and the test of a new registration.
+#include <forms/beeps.h>
 #include <forms/strings.h>
 
 #include "other_operator.h"
 #include "stored_rows.h"
 #include "vehicle_form_fixture.h"
+#include "write_protection.h"
 
 using namespace quardele;
 using namespace quardele::tests;
@@ -56,6 +58,7 @@ class RecordCommandsTest : public QObject {
 
     void ATakenRegistrationIsRefusedInANewRecord();
     void AButtonPressedOverATakenRegistrationDoesNothing();
+    void OverATakenRegistrationF8ShowsTheGuardOnly();
     void ATakenRegistrationIsNotNoticedInAnExistingRecord();
     void AFreeOrEmptyRegistrationIsNotRefused();
 
@@ -66,12 +69,16 @@ class RecordCommandsTest : public QObject {
     void ADeleteThatIsNotConfirmedDoesNothing();
     void DeleteHoldsBackOnAPendingChange();
     void DeletingWithoutAVehicleIsAnUnhandledError();
+    void DeletingALockedVehicleIsAnUnhandledError();
+    void DeletingInAFileThatTurnedReadOnlyIsAnUnhandledError();
 
     void RefreshShowsWhatOthersHaveWritten();
     void EveryCommandSaysWhatItDoes();
 
  private:
     void DeleteAllBut(const QString& registration) const;
+    /// A confirmed delete ends the program with this error, and the vehicle is still in the file.
+    void CompareDeleteEndsWith(const QString& error) const;
 
     std::unique_ptr<RunningProgram> program_;
 };
@@ -80,6 +87,18 @@ void RecordCommandsTest::DeleteAllBut(const QString& registration) const {
     ExecuteElsewhere(program_->DataFile(),
                      QStringLiteral("delete from TVEH where TVEH_IMMAT <> '%1'").arg(registration));
     Press("CMD_REFRESH");
+}
+
+void RecordCommandsTest::CompareDeleteEndsWith(const QString& error) const {
+    support::BoxAnswerer boxes;
+    const int endsBefore = forms::CatchEndOfProcess(true);
+    Press("Cmd_Delete");
+    QCOMPARE(boxes.Shown().size(), std::size_t{2});
+    const QString& text = boxes.Shown().back().text;
+    QVERIFY2(text.startsWith(error), qPrintable(text));
+    QCOMPARE(forms::CatchEndOfProcess(true), endsBefore + 1);
+    QCOMPARE(StoredRows(program_->DataFile(), "TVEH", QStringLiteral("TVEH_IMMAT"), kToyota).size(),
+             std::size_t{1});
 }
 
 void RecordCommandsTest::init() {
@@ -183,8 +202,10 @@ void RecordCommandsTest::ATakenRegistrationIsRefusedInANewRecord() {
         focusUnderTheBox = forms::Screen::ActiveControl();
         textUnderTheBox = Box("CTX_IMMAT")->Text();
     });
+    const int beepsBefore = forms::BeepsSoFar();
     PressKey(Qt::Key_Return);
     CompareOnlyBox(boxes, kTaken, kNoIcon);
+    QCOMPARE(forms::BeepsSoFar(), beepsBefore + 1);
     QCOMPARE(focusUnderTheBox, Box("CTX_IMMAT"));
     QCOMPARE(textUnderTheBox, kToyota);
     QCOMPARE(Box("CTX_IMMAT")->Text(), QString());
@@ -217,13 +238,30 @@ void RecordCommandsTest::ATakenRegistrationIsNotNoticedInAnExistingRecord() {
 void RecordCommandsTest::AFreeOrEmptyRegistrationIsNotRefused() {
     PressKey(Qt::Key_N, Qt::ControlModifier);
     support::BoxAnswerer boxes;
+    const int beepsBefore = forms::BeepsSoFar();
     PressKey(Qt::Key_Return);
     QCOMPARE(forms::Screen::ActiveControl(), Box("CTX_MARQUE"));
     TypeOver(Box("CTX_IMMAT"), kNew);
     PressKey(Qt::Key_Return);
     QCOMPARE(forms::Screen::ActiveControl(), Box("CTX_MARQUE"));
     CompareBoxes(boxes, {});
+    QCOMPARE(forms::BeepsSoFar(), beepsBefore);
     QCOMPARE(Box("CTX_IMMAT")->Text(), kNew);
+}
+
+/// The key sets the tab, which comes back at once: the box has not been left.
+void RecordCommandsTest::OverATakenRegistrationF8ShowsTheGuardOnly() {
+    PressKey(Qt::Key_N, Qt::ControlModifier);
+    QTest::keyClicks(Box("CTX_IMMAT"), kToyota);
+    support::BoxAnswerer boxes;
+    PressKey(Qt::Key_F8);
+    CompareBoxes(boxes, {QStringLiteral("Enregistrez ou annulez d'abord votre saisie")});
+    QCOMPARE(Tabs()->Tab(), kRecordTab);
+    QCOMPARE(forms::Screen::ActiveControl(), Box("CTX_IMMAT"));
+    QCOMPARE(Box("CTX_IMMAT")->Text(), kToyota);
+    PressKey(Qt::Key_Tab);
+    QCOMPARE(boxes.Shown().size(), std::size_t{2});
+    QCOMPARE(boxes.Shown().back().text, kTaken);
 }
 
 // Deleting.
@@ -307,6 +345,20 @@ void RecordCommandsTest::DeletingWithoutAVehicleIsAnUnhandledError() {
     QCOMPARE(boxes.Shown().size(), std::size_t{2});
     QVERIFY(boxes.Shown().back().text.contains(QStringLiteral("3021")));
     QCOMPARE(forms::CatchEndOfProcess(true), endsBefore + 1);
+}
+
+void RecordCommandsTest::DeletingALockedVehicleIsAnUnhandledError() {
+    SKIP_WITHOUT_INDEPENDENT_READER();
+    OpenRecordOf(kToyota);
+    const RowHeldElsewhere held(QStringLiteral("TVEH"), QStringLiteral("TVEH_IMMAT = '%1'").arg(kToyota));
+    CompareDeleteEndsWith(QStringLiteral("Erreur d'exécution 3260"));
+}
+
+void RecordCommandsTest::DeletingInAFileThatTurnedReadOnlyIsAnUnhandledError() {
+    SKIP_WITHOUT_INDEPENDENT_READER();
+    OpenRecordOf(kToyota);
+    const WriteProtection readOnly(program_->DataFile().parent_path());
+    CompareDeleteEndsWith(QStringLiteral("Erreur d'exécution 3260"));
 }
 
 // Refresh, tool tips.

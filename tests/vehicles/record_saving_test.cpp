@@ -1,4 +1,6 @@
 // Saving and cancelling a vehicle's record together with its visits, and what is in the file afterwards.
+#include <QSignalSpy>
+
 #include <forms/strings.h>
 
 #include "other_operator.h"
@@ -46,6 +48,18 @@ bool IsFlagged(int row) {
     return false;
 }
 
+/// From the last of the three visits, by Enter in its date.
+void OpenNextVisit() {
+    TypeVisit(kDate, 3, QStringLiteral("30/08/2025"));
+    QCOMPARE(Grid("DBG_DETAIL")->MaxRows(), 4);
+}
+
+void TypeIntoOpenCell(const QString& text) {
+    QTest::keyClicks(QApplication::focusWidget(), text);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QCoreApplication::processEvents();
+}
+
 }  // namespace
 
 class RecordSavingTest : public QObject {
@@ -62,6 +76,7 @@ class RecordSavingTest : public QObject {
     void ANewVehicleIsSavedWithItsVisits();
     void ANewVehicleIsCurrentAfterItsSave();
     void AnUnknownCustomerWarnsOnceAndIsSaved();
+    void APressWhoseReleaseGoesToTheWarningSavesOnce();
     void VisitsFollowAChangedRegistration();
     void ADateIsWrittenBackAsTheTextOfItsDate();
     void AnEmptyVisitAtTheEndGoes();
@@ -80,13 +95,19 @@ class RecordSavingTest : public QObject {
     void CancellingShowsTheStoredValuesAgain();
     void CancellingAfterAFailedSaveGivesUpTheEntry();
     void CancellingAfterANewRecordWasSavedKeepsItsVisits();
+    void CancellingAfterANewRecordsVisitFailedKeepsThePreviousVisits();
     void CancellingWithAnUnknownCustomerGoesToItsCode();
     void CancellingWithoutAVehicleFails();
     void CancellingALockedRecordFails();
+    void CancellingALockedVisitFailsBehindTheRecord();
+    void CancellingWritesNothingAndWorksInAFileThatTurnedReadOnly();
+    void FailuresAreToldInPlainWordsUnderATranslation();
 
  private:
     [[nodiscard]] std::vector<StoredRow> Vehicle(const QString& registration) const;
     [[nodiscard]] std::vector<StoredRow> Visits(const QString& registration) const;
+    /// Types of work of the vehicle's visits, and of visits without one, in their order in the alphabet.
+    [[nodiscard]] QString StoredCodes() const;
 
     std::unique_ptr<RunningProgram> program_;
 };
@@ -104,6 +125,15 @@ std::vector<StoredRow> RecordSavingTest::Vehicle(const QString& registration) co
 
 std::vector<StoredRow> RecordSavingTest::Visits(const QString& registration) const {
     return StoredRows(program_->DataFile(), "TVEH_DETAIL", QStringLiteral("TVEH_DETAIL_Immat"), registration);
+}
+
+QString RecordSavingTest::StoredCodes() const {
+    QStringList codes;
+    for (const StoredRow& visit : Visits(kToyota)) {
+        codes.append(visit.at(QStringLiteral("TVEH_DETAIL_TypTrav")));
+    }
+    codes.sort();
+    return codes.join(u' ');
 }
 
 // Saving.
@@ -207,6 +237,21 @@ void RecordSavingTest::AnUnknownCustomerWarnsOnceAndIsSaved() {
     QCOMPARE(boxes.Shown().size(), std::size_t{1});
 }
 
+/// The box stands under the pointer by the time the mouse button comes up.
+void RecordSavingTest::APressWhoseReleaseGoesToTheWarningSavesOnce() {
+    TypeOver(Box("CTX_CODCLI"), QStringLiteral("ZZZ"));
+    forms::Button* const save = Button("Cmd_Update");
+    const QSignalSpy clicks(save, &forms::Button::Click);
+    support::BoxAnswerer boxes;
+    QTest::mousePress(save, Qt::LeftButton);
+    QCoreApplication::processEvents();
+    CompareBoxes(boxes, {QStringLiteral("Ce code client est inconnu dans la table des Clients !")});
+    QVERIFY(!save->isDown());
+    QCOMPARE(clicks.size(), 1);
+    QCOMPARE(forms::Screen::ActiveControl(), save);
+    QCOMPARE(Vehicle(kToyota).at(0).at(QStringLiteral("TVEH_CODCLI")), QStringLiteral("ZZZ"));
+}
+
 void RecordSavingTest::VisitsFollowAChangedRegistration() {
     TypeOver(Box("CTX_IMMAT"), kNew);
     support::BoxAnswerer boxes;
@@ -232,29 +277,34 @@ void RecordSavingTest::ADateIsWrittenBackAsTheTextOfItsDate() {
 
 void RecordSavingTest::AnEmptyVisitAtTheEndGoes() {
     support::BoxAnswerer boxes;
-    SetVisit(kPeriod, 4, QStringLiteral("12"));
+    OpenNextVisit();
+    TypeVisit(kPeriod, 4, QStringLiteral("12"));
     Press("Cmd_Update");
     CompareBoxes(boxes, {});
     QCOMPARE(Grid("DBG_DETAIL")->MaxRows(), 3);
-    QCOMPARE(Visits(kToyota).size(), std::size_t{3});
+    QCOMPARE(StoredCodes(), QStringLiteral("CT LIM VID"));
 }
 
 void RecordSavingTest::AnEmptyVisitBetweenOthersStays() {
-    SetVisit(kPeriod, 4, QStringLiteral("12"));
-    Grid("DBG_DETAIL")->SetRow(4);
-    Grid("DBG_DETAIL")->SetCol(kPeriod);
-    Grid("DBG_DETAIL")->SetChangedFlag(false);
-    SetVisit(kType, 5, QStringLiteral("BAT"));
+    OpenNextVisit();
+    TypeVisit(kPeriod, 4, QStringLiteral("12"));
+    TypeVisit(kDate, 4, QStringLiteral("05/02/2026"));
+    TypeIntoOpenCell(QStringLiteral("BAT"));
+    TypeIntoOpenCell(QStringLiteral("48"));
+    QVERIFY(IsFlagged(4));
     support::BoxAnswerer boxes;
-    Press("Cmd_Update");
-    CompareBoxes(boxes, {});
-    QCOMPARE(Grid("DBG_DETAIL")->MaxRows(), 5);
-    QCOMPARE(Cell("DBG_DETAIL", kType, 4), QString());
-    QCOMPARE(Cell("DBG_DETAIL", kPeriod, 4), QStringLiteral("12"));
-    QCOMPARE(Cell("DBG_DETAIL", kLink, 4), QString());
-    const std::vector<StoredRow> visits = Visits(kToyota);
-    QCOMPARE(visits.size(), std::size_t{4});
-    QCOMPARE(visits.back().at(QStringLiteral("TVEH_DETAIL_TypTrav")), QStringLiteral("BAT"));
+    // The second time there is nothing left of it to save either.
+    for (int time = 1; time <= 2; ++time) {
+        Press("Cmd_Update");
+        CompareBoxes(boxes, {});
+        QCOMPARE(Grid("DBG_DETAIL")->MaxRows(), 5);
+        QVERIFY(!IsFlagged(4));
+        QCOMPARE(Cell("DBG_DETAIL", kType, 4), QString());
+        QCOMPARE(Cell("DBG_DETAIL", kPeriod, 4), QStringLiteral("12"));
+        QCOMPARE(Cell("DBG_DETAIL", kDate, 4), QStringLiteral("05/02/2026"));
+        QCOMPARE(Cell("DBG_DETAIL", kType, 5), QStringLiteral("BAT"));
+        QCOMPARE(StoredCodes(), QStringLiteral("BAT CT LIM VID"));
+    }
 }
 
 void RecordSavingTest::VisitsThatOthersDeletedAreAFailure() {
@@ -335,7 +385,7 @@ void RecordSavingTest::ALockedRecordFailsAndSavesLater() {
 void RecordSavingTest::ALockedVisitFailsBehindTheRecord() {
     TypeOver(Box("CTX_MARQUE"), QStringLiteral("RENAULT"));
     QCOMPARE(Cell("DBG_DETAIL", kType, 2), QStringLiteral("LIM"));
-    SetVisit(kPeriod, 2, QStringLiteral("36"));
+    TypeVisit(kPeriod, 2, QStringLiteral("36"));
     support::BoxAnswerer boxes;
     {
         const RowHeldElsewhere held(
@@ -360,7 +410,7 @@ void RecordSavingTest::AFileThatTurnedReadOnlyFailsAndSavesLater() {
         const WriteProtection readOnly(program_->DataFile().parent_path());
         Press("Cmd_Update");
     }
-    CompareFailure(boxes, QStringLiteral("Cmd_Update Err. "));
+    CompareFailure(boxes, QStringLiteral("Cmd_Update Err. 3260 : "));
     QCOMPARE(Box("CTX_MARQUE")->Text(), QStringLiteral("RENAULT"));
     QVERIFY(Box("CTX_MARQUE")->DataChanged());
     QCOMPARE(Vehicle(kToyota).at(0).at(QStringLiteral("TVEH_MARQUE")), QStringLiteral("TOYOTA"));
@@ -408,8 +458,10 @@ void RecordSavingTest::CancellingShowsTheStoredValuesAgain() {
     const QString name = Box("CTX_RSCLI")->Text();
     TypeOver(Box("CTX_MARQUE"), QStringLiteral("RENAULT"));
     TypeOver(Box("CTX_CODCLI"), QStringLiteral("C0000"));
-    SetVisit(kPeriod, 1, QStringLiteral("99"));
-    SetVisit(kType, 4, QStringLiteral("BAT"));
+    TypeVisit(kPeriod, 1, QStringLiteral("99"));
+    OpenNextVisit();
+    TypeIntoOpenCell(QStringLiteral("BAT"));
+    QCOMPARE(Grid("DBG_DETAIL")->MaxRows(), 4);
     support::BoxAnswerer boxes;
     Press("Cmd_Annul");
     CompareBoxes(boxes, {});
@@ -445,6 +497,29 @@ void RecordSavingTest::CancellingAfterANewRecordWasSavedKeepsItsVisits() {
     QCOMPARE(Box("CTX_IMMAT")->Text(), kNew);
     QCOMPARE(Grid("DBG_DETAIL")->MaxRows(), 1);
     QCOMPARE(Cell("DBG_DETAIL", kType, 1), QStringLiteral("BAT"));
+}
+
+void RecordSavingTest::CancellingAfterANewRecordsVisitFailedKeepsThePreviousVisits() {
+    const std::vector<StoredRow> before = Visits(kToyota);
+    support::BoxAnswerer boxes;
+    Press("Cmd_ADD");
+    TypeOver(Box("CTX_IMMAT"), kNew);
+    forms::SetFocus(Grid("DBG_DETAIL"));
+    TypeVisit(kType, 1, QStringLiteral("CT"));
+    TypeVisit(kDate, 1, QStringLiteral("03/02/2026"));
+    TypeVisit(kType, 2, QStringLiteral("CT"));
+    Press("Cmd_Update");
+    CompareFailure(boxes, QStringLiteral("Cmd_Update Err. 3022 : "));
+    QCOMPARE(Vehicle(kNew).size(), std::size_t{1});
+
+    Press("Cmd_Annul");
+    QCOMPARE(Box("CTX_IMMAT")->Text(), kNew);
+    QCOMPARE(Grid("DBG_DETAIL")->MaxRows(), 1);
+    QCOMPARE(Cell("DBG_DETAIL", kLink, 1), kNew);
+    Press("Cmd_Update");
+    QCOMPARE(boxes.Shown().size(), std::size_t{1});
+    QVERIFY(Visits(kToyota) == before);
+    QCOMPARE(Visits(kNew).size(), std::size_t{1});
 }
 
 void RecordSavingTest::CancellingWithAnUnknownCustomerGoesToItsCode() {
@@ -484,6 +559,59 @@ void RecordSavingTest::CancellingALockedRecordFails() {
     Press("Cmd_Annul");
     QCOMPARE(boxes.Shown().size(), std::size_t{1});
     QCOMPARE(Box("CTX_MARQUE")->Text(), QStringLiteral("TOYOTA"));
+}
+
+void RecordSavingTest::CancellingALockedVisitFailsBehindTheRecord() {
+    TypeOver(Box("CTX_MARQUE"), QStringLiteral("RENAULT"));
+    TypeVisit(kPeriod, 1, QStringLiteral("99"));
+    support::BoxAnswerer boxes;
+    {
+        const RowHeldElsewhere held(
+            QStringLiteral("TVEH_DETAIL"),
+            QStringLiteral("TVEH_DETAIL_Immat = '%1' and TVEH_DETAIL_TypTrav = 'CT'").arg(kToyota));
+        Press("Cmd_Annul");
+        CompareFailure(boxes, QStringLiteral("Cmd_Annul Err. 3260 : "));
+        QCOMPARE(VehicleMode(), dao::EditMode::None);
+        QCOMPARE(Box("CTX_MARQUE")->Text(), QStringLiteral("TOYOTA"));
+        QVERIFY(Grid("DBG_DETAIL")->ChangeMade());
+        QCOMPARE(Cell("DBG_DETAIL", kPeriod, 1), QStringLiteral("99"));
+    }
+    Press("Cmd_Annul");
+    QCOMPARE(boxes.Shown().size(), std::size_t{1});
+    QVERIFY(!Grid("DBG_DETAIL")->ChangeMade());
+    QCOMPARE(Cell("DBG_DETAIL", kPeriod, 1), QStringLiteral("24"));
+}
+
+void RecordSavingTest::CancellingWritesNothingAndWorksInAFileThatTurnedReadOnly() {
+    TypeOver(Box("CTX_MARQUE"), QStringLiteral("RENAULT"));
+    support::BoxAnswerer boxes;
+    {
+        const WriteProtection readOnly(program_->DataFile().parent_path());
+        Press("Cmd_Annul");
+    }
+    CompareBoxes(boxes, {});
+    QCOMPARE(Box("CTX_MARQUE")->Text(), QStringLiteral("TOYOTA"));
+    QVERIFY(!Box("CTX_MARQUE")->DataChanged());
+    QCOMPARE(VehicleMode(), dao::EditMode::None);
+}
+
+void RecordSavingTest::FailuresAreToldInPlainWordsUnderATranslation() {
+    RaiseTranslation({{u"Cmd_Update Err. ", u"Chyba "},
+                      {u"Cmd_Annul Err. ", u"Chyba "},
+                      {u"Enregistrez ou annulez d'abord votre saisie", u"Nejprve uložte"}});
+    TypeOver(Box("CTX_MARQUE"), QStringLiteral("RENAULT"));
+    support::BoxAnswerer boxes;
+    PressKey(Qt::Key_F8);
+    CompareBoxes(boxes, {QStringLiteral("Nejprve uložte")});
+    const RowHeldElsewhere held(QStringLiteral("TVEH"), QStringLiteral("TVEH_IMMAT = '%1'").arg(kToyota));
+    Press("Cmd_Update");
+    Press("Cmd_Annul");
+    QCOMPARE(boxes.Shown().size(), std::size_t{3});
+    for (const auto& [shown, start] : {std::pair(1, QStringLiteral("Cmd_Update Err. 3260 : ")),
+                                       std::pair(2, QStringLiteral("Cmd_Annul Err. 3260 : "))}) {
+        const QString& text = boxes.Shown().at(static_cast<std::size_t>(shown)).text;
+        QVERIFY2(text.startsWith(start), qPrintable(text));
+    }
 }
 
 int main(int argc, char* argv[]) {

@@ -73,10 +73,20 @@ void RecordTest::EnterMovesThroughTheRecord() {
 }
 
 void RecordTest::EnterStaysInTheNotes() {
-    auto* const note = Control<forms::MemoBox>("CTX_Note1");
-    forms::SetFocus(note);
-    PressKey(Qt::Key_Return);
-    QCOMPARE(forms::Screen::ActiveControl(), note);
+    for (const char* name : {"CTX_Note1", "CTX_Note2"}) {
+        auto* const note = Control<forms::MemoBox>(name);
+        forms::SetFocus(note);
+        QTest::keyClicks(note, QStringLiteral("un"));
+        PressKey(Qt::Key_Return);
+        QCOMPARE(forms::Screen::ActiveControl(), note);
+        // Unlike the other boxes it is not selected when it is entered: what was typed stays.
+        forms::SetFocus(Box("CTX_IMMAT"));
+        forms::SetFocus(note);
+        QVERIFY(!note->textCursor().hasSelection());
+        QTest::keyClicks(note, QStringLiteral("deux"));
+        QVERIFY(note->toPlainText().contains(QStringLiteral("un")));
+        QVERIFY(note->toPlainText().contains(QStringLiteral("deux")));
+    }
 }
 
 void RecordTest::ABoxIsSelectedWhenItIsEntered() {

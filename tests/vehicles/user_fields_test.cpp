@@ -121,6 +121,18 @@ void UserFieldsTest::WithoutLabelsTheListKeepsItsFourColumns() {
     for (int number = 1; number <= kNamedUserFields; ++number) {
         QVERIFY(ColumnHidden(number));
         QVERIFY(UserBox(number)->isHidden());
+        QVERIFY(UserLabel(number)->isHidden());
+        if (number >= 3) {
+            QVERIFY(SearchBox(number)->isHidden());
+            QVERIFY(SearchLabel(number)->isHidden());
+        }
+    }
+    for (int number = kNamedUserFields + 1; number <= kUserFields; ++number) {
+        QVERIFY(!UserBox(number)->isHidden());
+        QVERIFY(!UserLabel(number)->isHidden());
+        QVERIFY(!SearchBox(number)->isHidden());
+        QVERIFY(!SearchLabel(number)->isHidden());
+        QCOMPARE(SearchLabel(number)->Caption(), QString());
     }
     for (int column = 1; column <= kColumnsBeforeUserFields; ++column) {
         QVERIFY(!Grid("DBG_Liste")->isColumnHidden(column - 1));

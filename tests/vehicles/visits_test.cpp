@@ -105,6 +105,8 @@ class VisitsTest : public QObject {
     void cleanup() { program_.reset(); }
 
     // The grid.
+    void TheColumnsAreAsDesigned_data();
+    void TheColumnsAreAsDesigned();
     void AnEmptyGridOpensABlankRowWhenItGetsTheFocus();
     void AGridWithVisitsStaysAsItIsWhenItGetsTheFocus();
     void PermanentEditModeStaysForTheNextVehicles();
@@ -128,6 +130,7 @@ class VisitsTest : public QObject {
     void AnEmptyDateBecomesToday();
     void ADateOutsideTheRangeIsRefused();
     void AKnownCodeIsLeftInAnyCaseAndWithBlanks();
+    void ABlankThatDoesNotBreakIsPartOfACode();
     void AnEmptyCodeIsNotChecked();
     void AnApostropheInACodeIsTheUnhandledError();
 
@@ -138,6 +141,7 @@ class VisitsTest : public QObject {
     void ADoubleClickChoosesTheCodeOfItsRow();
     void EnterChoosesTheActiveCode();
     void AChoiceAloneIsNoChange();
+    void WithoutTypesOfWorkThereIsNothingToChoose();
     void TheButtonClosesThePickerAsEscapeDoes();
 
     // In the file.
@@ -174,6 +178,44 @@ void VisitsTest::OpenWithoutVisits(const QString& registration) {
 }
 
 // The grid.
+
+void VisitsTest::TheColumnsAreAsDesigned_data() {
+    QTest::addColumn<QString>("grid");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("heading");
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("design");
+    const auto add = [](const char* grid, int column, const char* heading, const char* field,
+                        const char* design) {
+        QTest::newRow(heading) << QString::fromLatin1(grid) << column << QString::fromUtf8(heading)
+                               << QString::fromLatin1(field) << QString::fromLatin1(design);
+    };
+    add("DBG_DETAIL", 1, "Type de travaux", "TVEH_DETAIL_TypTrav", "13.87|text");
+    add("DBG_DETAIL", 2, "Périodicité", "TVEH_DETAIL_Period", "8.75|number|||-99999999..200");
+    add("DBG_DETAIL", 3, "Dernière visite", "TVEH_DETAIL_DatVis", "9.25|date|||1990-01-01..2100-12-31");
+    add("DBG_DETAIL", 4, "Immat", "TVEH_DETAIL_Immat", "0|text");
+    add("DBG_DETAIL", 5, "Prochaine visite", "", "10.12|date|locked||1990-01-01..2100-12-31");
+    add("DBG_TypTrav", 1, "Code", "TTYP_CODE", "");
+    add("DBG_TypTrav", 2, "Libellé", "TTYP_LIBELLE", "");
+}
+
+void VisitsTest::TheColumnsAreAsDesigned() {
+    QFETCH(const QString, grid);
+    QFETCH(const int, column);
+    QFETCH(const QString, heading);
+    QFETCH(const QString, field);
+    QFETCH(const QString, design);
+    forms::Grid* const columns = Grid(qPrintable(grid));
+    QCOMPARE(columns->MaxCols(), grid == QStringLiteral("DBG_DETAIL") ? 5 : 2);
+    QCOMPARE(Cell(qPrintable(grid), column, 0), heading);
+    QString line = columns->property("columns").toStringList().at(column - 1);
+    while (line.endsWith(u'|')) {
+        line.chop(1);
+    }
+    const QString expected = heading + u'|' + field + u'|' + design;
+    QVERIFY2(design.isEmpty() ? line.startsWith(expected) : line == expected, qPrintable(line));
+    QCOMPARE(columns->isColumnHidden(column - 1), heading == QStringLiteral("Immat"));
+}
 
 void VisitsTest::AnEmptyGridOpensABlankRowWhenItGetsTheFocus() {
     OpenWithoutVisits(kToyota);
@@ -369,6 +411,16 @@ void VisitsTest::AKnownCodeIsLeftInAnyCaseAndWithBlanks() {
     QCOMPARE(Visit(kType, 1), QStringLiteral(" fre"));
 }
 
+void VisitsTest::ABlankThatDoesNotBreakIsPartOfACode() {
+    ClickCell(Visits(), kType, 1);
+    Type(QStringLiteral("FRE"));
+    QKeyEvent blank(QEvent::KeyPress, Qt::Key_nobreakspace, Qt::NoModifier, QString(QChar::Nbsp));
+    QApplication::sendEvent(QApplication::focusWidget(), &blank);
+    Key(Qt::Key_Return);
+    QCOMPARE(Visit(kType, 1), QStringLiteral("FRE") + QChar(QChar::Nbsp));
+    QVERIFY(PickerIsShown());
+}
+
 void VisitsTest::AnEmptyCodeIsNotChecked() {
     ClickCell(Visits(), kDate, 3);
     Key(Qt::Key_Return);
@@ -418,11 +470,17 @@ void VisitsTest::F4OpensThePickerInTheFirstColumnOnly() {
     Key(Qt::Key_F4);
     QVERIFY(!PickerIsShown());
     ClickCell(Visits(), kType, 1);
-    Key(Qt::Key_F4, Qt::ShiftModifier);
+    // The desktop's key for the end of the program.
+    Key(Qt::Key_F4, Qt::AltModifier);
     QVERIFY(!PickerIsShown());
-    Key(Qt::Key_F4);
-    QVERIFY(PickerIsShown());
-    QCOMPARE(forms::Screen::ActiveControl(), Picker());
+    // Ctrl+F4 closes the child window before the grid can see it.
+    for (const Qt::KeyboardModifier modifier : {Qt::NoModifier, Qt::ShiftModifier}) {
+        Key(Qt::Key_F4, modifier);
+        QVERIFY(PickerIsShown());
+        QCOMPARE(forms::Screen::ActiveControl(), Picker());
+        Key(Qt::Key_Escape);
+        QVERIFY(!PickerIsShown());
+    }
 }
 
 void VisitsTest::ADoubleClickChoosesTheCodeOfItsRow() {
@@ -454,6 +512,20 @@ void VisitsTest::AChoiceAloneIsNoChange() {
     Key(Qt::Key_Return);
     QVERIFY(!Visits()->ChangeMade());
     QVERIFY(!IsFlagged(kType, 1));
+}
+
+void VisitsTest::WithoutTypesOfWorkThereIsNothingToChoose() {
+    ExecuteElsewhere(program_->DataFile(), QStringLiteral("delete from TTYP"));
+    Data("DBD_TTYP")->Refresh();
+    QCOMPARE(Picker()->MaxRows(), 0);
+    const QString code = Visit(kType, 1);
+    ClickCell(Visits(), kType, 1);
+    Key(Qt::Key_F4);
+    Key(Qt::Key_Return);
+    QCOMPARE(Visit(kType, 1), code);
+    Key(Qt::Key_Escape);
+    QVERIFY(!PickerIsShown());
+    QCOMPARE(Visit(kType, 1), code);
 }
 
 void VisitsTest::TheButtonClosesThePickerAsEscapeDoes() {
@@ -542,8 +614,16 @@ void VisitsTest::ATypedVisitHoldsTheOperatorOnTheRecord() {
     Key(Qt::Key_F8);
     CompareBoxes(boxes, {QStringLiteral("Enregistrez ou annulez d'abord votre saisie")});
     QCOMPARE(Tabs()->Tab(), kRecordTab);
-    // Going back to the record has read the visits again.
+    // Going back to the record has read the visits again; the entry is pending all the same.
     QCOMPARE(Visit(kPeriod, 1), QStringLiteral("24"));
+    QVERIFY(Visits()->ChangeMade());
+    PressKey(Qt::Key_F8);
+    QCOMPARE(boxes.Shown().size(), std::size_t{2});
+    QCOMPARE(Tabs()->Tab(), kRecordTab);
+    Press("Cmd_Annul");
+    PressKey(Qt::Key_F8);
+    QCOMPARE(boxes.Shown().size(), std::size_t{2});
+    QCOMPARE(Tabs()->Tab(), kListTab);
 }
 
 void VisitsTest::CancellingDropsTypedVisits() {

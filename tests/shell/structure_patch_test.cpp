@@ -162,7 +162,7 @@ void StructurePatchTest::ATableThatSomebodyHasOpenStaysAsItIs() {
 
 void StructurePatchTest::WhileAnotherWorkstationIsInItNothingChangesAndTheNextStartTriesAgain_data() {
     QTest::addColumn<QStringList>("held");
-    QTest::newRow("in the vehicles") << QStringList{"TVEH", "KG-361-VP", "TVEH_MARQUE"};
+    QTest::newRow("in the vehicles") << QStringList{"TVEH", "4428 TG 79", "TVEH_MARQUE"};
     QTest::newRow("in another table") << QStringList{"TTYP", "VID", "TTYP_LIBELLE"};
 }
 

@@ -115,8 +115,9 @@ class FocusTest : public QObject {
         SetFocus(inside);
         journal_.Take();
         On(tabs, &TabControl::Click, this, [this](int) { journal_(QStringLiteral("Click")); });
+        // The program sets the tab: its Click comes first, since that may yet set the tab back.
         tabs->SetTab(1);
-        QCOMPARE(journal_.Take(), QStringLiteral("I- T+ Click"));
+        QCOMPARE(journal_.Take(), QStringLiteral("Click I- T+"));
     }
 
  private:

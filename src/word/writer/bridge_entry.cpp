@@ -1,4 +1,5 @@
 // The plug-in's side of the border: handles for objects, and no exception beyond this file.
+#include <csignal>
 #include <utility>
 #include <vector>
 
@@ -123,6 +124,8 @@ extern "C" __attribute__((visibility("default"))) const automation::abi::Bridge*
     if (host->version != automation::abi::kVersion) {
         return nullptr;
     }
+    // An office that is gone is an error that handlers tell: its pipe must not end the program.
+    (void)std::signal(SIGPIPE, SIG_IGN);
     word::writer::SetHost(host);
     return &kBridge;
 }

@@ -28,10 +28,7 @@ class ExpressionReader {
                 left = std::move(next);
             } else if (const OperatorSpelling* found = NextOperator(least)) {
                 reader_.Take();
-                left =
-                    QuantifierFollows(found->op)
-                        ? Quantified(found->op, std::move(left))
-                        : MakeExpression(Binary{found->op, std::move(left), Binding(found->precedence + 1)});
+                left = WithOperator(*found, std::move(left));
             } else if (least <= kAnd && reader_.TakeWord(u"AND")) {
                 left = Joined(true, std::move(left), Binding(kAnd + 1));
             } else if (least <= kOr && reader_.TakeWord(u"OR")) {
@@ -40,6 +37,15 @@ class ExpressionReader {
                 return left;
             }
         }
+    }
+
+    /// What an operator makes of its left operand and of what follows it.
+    ExpressionPtr WithOperator(const OperatorSpelling& spelling, ExpressionPtr left) {
+        if (QuantifierFollows(spelling.op)) {
+            return Quantified(spelling.op, std::move(left));
+        }
+        ExpressionPtr right = Binding(spelling.precedence + 1);
+        return MakeExpression(Binary{spelling.op, std::move(left), std::move(right)});
     }
 
     [[nodiscard]] const OperatorSpelling* NextOperator(int least) const {

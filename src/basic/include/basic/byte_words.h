@@ -38,7 +38,9 @@ template <class Predicate>
 [[nodiscard]] bool AnyWord(std::string_view text, Predicate predicate) {
     if (text.size() < kBytesPerWord) {
         std::uint64_t word = Repeated('a');
-        std::memcpy(&word, text.data(), text.size());
+        if (!text.empty()) {
+            std::memcpy(&word, text.data(), text.size());
+        }
         return predicate(word);
     }
     const std::size_t last = text.size() - kBytesPerWord;

@@ -96,6 +96,10 @@ bool IndexNode::Fits(const Format& format, std::size_t first, std::size_t last) 
 
 void IndexNode::Store(Transaction& pages, std::uint32_t table) const {
     const Format& format = pages.Layout();
+    if (!Fits(format, 0, items.size())) {
+        // Entries of a damaged page may have less in common than the page leaves out of each.
+        ThrowDamaged(number, u"entrées d'index trop longues pour leur page");
+    }
     const std::size_t prefix = items.empty() ? 0 : PrefixToUse(*this, format, 0, items.size());
     const auto page = pages.Write(number).Mutable();
     std::fill(page.begin(), page.end(), std::uint8_t{0});

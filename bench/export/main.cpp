@@ -2,7 +2,6 @@
 // read the same text file and write an Excel 97-2003 file. Prints a comparison in French.
 //   quardele-bench-export [--runs N]
 #include <cstdlib>
-#include <exception>
 #include <fstream>
 #include <iostream>
 #include <string>
@@ -10,6 +9,7 @@
 #include <basic/date.h>
 #include <workbook/workbook.h>
 
+#include "program.h"
 #include "race.h"
 #include "report.h"
 #include "temporary_folder.h"
@@ -96,13 +96,6 @@ void Export(const fs::path& list, const fs::path& file) {
     book.Write(out);
 }
 
-int RunsOf(const std::vector<std::string>& words) {
-    if (words.empty()) {
-        return 5;
-    }
-    return words.size() == 2 && words[0] == "--runs" ? std::atoi(words[1].c_str()) : 0;
-}
-
 void Compare(int runs) {
     const TemporaryFolder folder;
     const fs::path list = folder.Path() / "liste.csv";
@@ -124,16 +117,8 @@ void Compare(int runs) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    const int runs = RunsOf({argv + 1, argv + argc});
-    if (runs <= 0) {
-        std::cerr << "Utilisation : quardele-bench-export [--runs N]\n";
-        return EXIT_FAILURE;
-    }
-    try {
-        Compare(runs);
-    } catch (const std::exception& error) {
-        std::cerr << error.what() << '\n';
-        return EXIT_FAILURE;
-    }
-    return EXIT_SUCCESS;
+    int runs = 5;
+    Options options("quardele-bench-export [--runs N]");
+    options.Number("--runs", runs);
+    return RunProgram(argc, argv, options, [&] { Compare(runs); });
 }

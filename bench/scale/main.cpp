@@ -1,23 +1,17 @@
 // Benchmarks of the data engine on the files of a large workshop. Prints a comparison in French.
 //   quardele-bench-scale [--runs N] [--vehicles N] [--visits N] [DATABASE]
 // DATABASE is a data database; when it is not given, one is made of so many vehicles and visits.
-#include <cstdlib>
-#include <exception>
 #include <iostream>
-#include <optional>
-
-#include <workshop/installation.h>
 
 #include "benchmarks.h"
+#include "made_installation.h"
+#include "program.h"
 #include "temporary_folder.h"
 
 namespace fs = std::filesystem;
 using namespace quardele::bench;
 
 namespace {
-
-/// 20 November 2026.
-constexpr quardele::basic::Date kToday{46346};
 
 struct Arguments {
     int runs = 5;
@@ -26,49 +20,15 @@ struct Arguments {
     fs::path database;  ///< empty: to be made
 };
 
-constexpr const char* kUsage =
-    "Utilisation : quardele-bench-scale [--runs N] [--vehicles N] [--visits N] [BASE]\n";
-
-/// The number that an option sets, if it is one that does.
-int* NumberOf(const std::string& option, Arguments& arguments) {
-    if (option == "--runs") {
-        return &arguments.runs;
-    }
-    if (option == "--vehicles") {
-        return &arguments.vehicles;
-    }
-    return option == "--visits" ? &arguments.visits : nullptr;
-}
-
-std::optional<Arguments> Parse(const std::vector<std::string>& words) {
-    Arguments arguments;
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        if (int* const number = NumberOf(words[i], arguments); number != nullptr && i + 1 < words.size()) {
-            *number = std::atoi(words[++i].c_str());  // NOLINT(cert-err34-c): 0 is refused below
-        } else if (words[i].starts_with("-") || i + 1 != words.size()) {
-            return {};
-        } else {
-            arguments.database = words[i];
-        }
-    }
-    const bool possible = arguments.runs > 0 && arguments.vehicles > 0 && arguments.visits > 0;
-    return possible ? std::optional(arguments) : std::nullopt;
-}
-
-fs::path MadeIn(const fs::path& folder, const Arguments& arguments) {
-    auto scale = quardele::workshop::ScaleFor(arguments.vehicles, kToday);
-    scale.visits = arguments.visits;
-    quardele::workshop::MakeInstallation(folder, scale);
-    return folder / "DATA" / "talmeon.mdb";
-}
-
 void MeasureAll(const Arguments& arguments) {
     const TemporaryFolder folder;
     fs::path database = arguments.database;
     Report report(std::cout);
     if (database.empty()) {
         report.Section("Base d'un grand atelier", "");
-        const Duration time = TimeOf([&] { database = MadeIn(folder.Path() / "QUARDELE", arguments); });
+        const Duration time = TimeOf([&] {
+            database = MadeDatabase(folder.Path() / "QUARDELE", arguments.vehicles, arguments.visits);
+        });
         report.Tell("création de toute l'installation", TimeText(time));
         report.Tell("taille de la base de données", MemoryText(fs::file_size(database)));
     }
@@ -81,16 +41,11 @@ void MeasureAll(const Arguments& arguments) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    const std::optional<Arguments> arguments = Parse({argv + 1, argv + argc});
-    if (!arguments) {
-        std::cerr << kUsage;
-        return 2;
-    }
-    try {
-        MeasureAll(*arguments);
-    } catch (const std::exception& error) {
-        std::cerr << error.what() << '\n';
-        return 1;
-    }
-    return 0;
+    Arguments arguments;
+    Options options("quardele-bench-scale [--runs N] [--vehicles N] [--visits N] [BASE]");
+    options.Number("--runs", arguments.runs)
+        .Number("--vehicles", arguments.vehicles)
+        .Number("--visits", arguments.visits)
+        .Operand(arguments.database);
+    return RunProgram(argc, argv, options, [&] { MeasureAll(arguments); });
 }

@@ -46,6 +46,9 @@ class GridPrintTest : public QObject {
     Q_OBJECT
 
  private slots:
+    void initTestCase() {
+        QVERIFY2(QPrinterInfo::availablePrinterNames().isEmpty(), "there is a printer nevertheless");
+    }
     void init() {
         start_ = QDir::currentPath();
         folder_ = std::make_unique<QTemporaryDir>();
@@ -68,8 +71,8 @@ class GridPrintTest : public QObject {
     }
 
     void WithoutAPrinterTheOperatorIsAskedForAFileNamedAfterTheGrid() {
-        if (!IsReady()) {
-            QSKIP("there is a printer, or no pdftotext");
+        if (!HasPdftotext()) {
+            QSKIP("pdftotext is not installed");
         }
         QString offered;
         Print([&](QFileDialog& dialog) {
@@ -87,16 +90,13 @@ class GridPrintTest : public QObject {
     }
 
     void NothingIsWrittenWhenTheOperatorDeclines() {
-        if (!IsReady()) {
-            QSKIP("there is a printer, or no pdftotext");
-        }
         Print([](QFileDialog& dialog) { dialog.reject(); });
         QVERIFY(QDir(folder_->path()).entryList(QDir::Files).isEmpty());
     }
 
     void HiddenRowsAndColumnsAreNotPrinted() {
-        if (!IsReady()) {
-            QSKIP("there is a printer, or no pdftotext");
+        if (!HasPdftotext()) {
+            QSKIP("pdftotext is not installed");
         }
         grid_->SetRow(5);
         grid_->SetRowHidden(true);
@@ -132,9 +132,8 @@ class GridPrintTest : public QObject {
     }
 
  private:
-    static bool IsReady() {
-        return QPrinterInfo::availablePrinterNames().isEmpty() &&
-               !QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty();
+    static bool HasPdftotext() {
+        return !QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty();
     }
 
     static void Accept(QFileDialog& dialog) {
@@ -172,6 +171,8 @@ class GridPrintTest : public QObject {
 }  // namespace quardele::forms
 
 int main(int argc, char* argv[]) {
+    // Printers of this machine are none of the tests' business: nobody answers there.
+    qputenv("CUPS_SERVER", "127.0.0.1:9");
     return quardele::forms::test::Run<quardele::forms::GridPrintTest>(argc, argv);
 }
 

@@ -1,7 +1,8 @@
 // Word's members as LibreOffice Writer answers them.
+#include <unistd.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -378,6 +379,14 @@ TEST_F(Writer, RefusesToSaveInAFolderThatMayNotBeWritten) {
     fs::create_directory(session_->File("closed"));
     fs::permissions(session_->File("closed"), fs::perms::owner_read | fs::perms::owner_exec);
     EXPECT_EQ(NumberOf([&] { SaveAs(session_->WindowsFile("closed") + u"\\X.RVE"); }), 5152);
+}
+
+TEST_F(Writer, TellsASaveThatTheSystemRefuses) {
+    New("full.dot");
+    // Not even the administrator makes a file there.
+    fs::create_directory_symlink("/proc", session_->File("closed"));
+    EXPECT_NE(NumberOf([&] { SaveAs(session_->WindowsFile("closed") + u"\\X.RVE"); }), 0);
+    EXPECT_FALSE(fs::exists(session_->File("closed") / "X.RVE"));
 }
 
 TEST_F(Writer, MarksTheFileAsOpenUntilTheDocumentIsClosed) {

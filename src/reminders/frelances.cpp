@@ -6,6 +6,7 @@
 #include <forms/runtime.h>
 #include <forms/strings.h>
 #include <listtools/grid_tools.h>
+#include <services/calendar_settings.h>
 #include <shell/form_support.h>
 #include <shell/main_window.h>
 #include <shell/session.h>
@@ -157,7 +158,7 @@ void FRELANCES::CTX_DATEREL_KeyDown(int& keyCode, int shift) {
     if (keyCode == kKeyEnter) {
         ListDueVisits();
     } else if (keyCode == kKeyF4 && (shift & kWindowModifiers) == 0) {
-        shell::TheSession().calendarOpen = true;
+        services::Calendar().calendarOpen = true;
         keyCode = 0;
     }
 }

@@ -12,6 +12,7 @@
 #include <forms/strings.h>
 #include <forms/twips.h>
 #include <reminders/frelances.h>
+#include <services/calendar_settings.h>
 #include <services/translation.h>
 #include <shell/main_window.h>
 #include <shell/session.h>
@@ -409,31 +410,31 @@ class ReminderListTest : public QObject {
         FRELANCES& form = Form();
         QTest::keyClick(form.CTX_DATEREL, Qt::Key_F5);
         QCOMPARE(form.DBG_RELANCES->MaxRows(), 0);
-        QVERIFY(!shell::TheSession().calendarOpen);
+        QVERIFY(!services::Calendar().calendarOpen);
     }
 
     void F4AsksForTheCalendarAndQueriesNothing() {
         FRELANCES& form = Form();
         QTest::keyClick(form.CTX_DATEREL, Qt::Key_F4);
-        QVERIFY(shell::TheSession().calendarOpen);
+        QVERIFY(services::Calendar().calendarOpen);
         QCOMPARE(form.DBG_RELANCES->MaxRows(), 0);
     }
 
     void F4WithShiftAsksForTheCalendarToo() {
         FRELANCES& form = Form();
         QTest::keyClick(form.CTX_DATEREL, Qt::Key_F4, Qt::ShiftModifier);
-        QVERIFY(shell::TheSession().calendarOpen);
+        QVERIFY(services::Calendar().calendarOpen);
     }
 
     void F4WithAltIsLeftToTheProgramsWindow() {
         QTest::keyClick(Form().CTX_DATEREL, Qt::Key_F4, Qt::AltModifier);
-        QVERIFY(!shell::TheSession().calendarOpen);
+        QVERIFY(!services::Calendar().calendarOpen);
     }
 
     void F4WithCtrlClosesTheForm() {
         QTest::keyClick(Form().CTX_DATEREL, Qt::Key_F4, Qt::ControlModifier);
         QVERIFY(!forms::IsLoaded<FRELANCES>());
-        QVERIFY(!shell::TheSession().calendarOpen);
+        QVERIFY(!services::Calendar().calendarOpen);
     }
 
     void CalendarButtonGivesTheFocusToTheDateAndSendsItF4() {
@@ -441,7 +442,7 @@ class ReminderListTest : public QObject {
         FRELANCES& form = Form();
         Press(form.Cmd_Cal_DateRef);
         QVERIFY(form.CTX_DATEREL->hasFocus());
-        QTRY_VERIFY(shell::TheSession().calendarOpen);
+        QTRY_VERIFY(services::Calendar().calendarOpen);
     }
 
     // The site column.

@@ -5,6 +5,7 @@
 
 #include <forms/runtime.h>
 #include <forms/strings.h>
+#include <services/calendar_settings.h>
 #include <shell/main_window.h>
 #include <shell/session.h>
 
@@ -15,6 +16,7 @@ using shell::MDIMENU_VEH;
 
 Workshop::Workshop() {
     shell::TheSession() = shell::Session();
+    services::Calendar() = services::CalendarSettings();
     shell::TheMenuForms().reminders = []() -> forms::Form& { return forms::Instance<FRELANCES>(); };
     endsBefore_ = forms::CatchEndOfProcess(true);
     forms::Instance<MDIMENU_VEH>().Show();
@@ -32,6 +34,7 @@ Workshop::~Workshop() {
     forms::CatchEndOfProcess(false);
     forms::Screen::SetMousePointer(0);
     shell::TheSession() = shell::Session();
+    services::Calendar() = services::CalendarSettings();
 }
 
 FRELANCES& Workshop::Reminders() {

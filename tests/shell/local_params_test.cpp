@@ -5,6 +5,7 @@
 #include <basic/runtime_error.h>
 #include <forms/runtime.h>
 #include <forms/strings.h>
+#include <services/calendar_settings.h>
 #include <shell/session.h>
 #include <support/boxes.h>
 #include <support/installation.h>
@@ -50,6 +51,7 @@ class LocalParamsTest : public QObject {
 
 void LocalParamsTest::init() {
     shell::TheSession() = {};
+    services::Calendar() = {};
 }
 
 void LocalParamsTest::ReadsTheInstallation() {
@@ -58,7 +60,7 @@ void LocalParamsTest::ReadsTheInstallation() {
     QCOMPARE(shell::TheSession().MIRE_ACTIVE, false);
     QCOMPARE(shell::TheSession().PARAM_DEVCAL, QStringLiteral("EUR"));
     QCOMPARE(shell::TheSession().PARAM_SITE, QStringLiteral("PARIS"));
-    QCOMPARE(shell::TheSession().PARAM_CALENDRIER, 1);
+    QCOMPARE(services::Calendar().PARAM_CALENDRIER, 1);
 }
 
 void LocalParamsTest::WithoutAFileTheDefaultsStand() {
@@ -68,14 +70,16 @@ void LocalParamsTest::WithoutAFileTheDefaultsStand() {
     shell::Init_Params_Locaux();
     QVERIFY(boxes.Shown().empty());
     QCOMPARE(shell::TheSession().MIRE_ACTIVE, true);
-    QCOMPARE(shell::TheSession().PARAM_CALENDRIER, 0);
+    QCOMPARE(services::Calendar().PARAM_CALENDRIER, 0);
 }
 
 void LocalParamsTest::AnEmptyLineEndsTheReading_data() {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<bool>("pictureOff");
+    QTest::newRow("empty file") << QByteArray() << false;
     QTest::newRow("first line") << QByteArray("\r\nMIRE=OFF\r\n") << false;
     QTest::newRow("line of blanks") << QByteArray("SITE=A\r\n   \r\nMIRE=OFF\r\n") << false;
+    QTest::newRow("line of a tab") << QByteArray("\t\r\nMIRE=OFF\r\n") << true;
     QTest::newRow("behind the key") << QByteArray("MIRE=OFF\r\n\r\nSITE=A\r\n") << true;
     QTest::newRow("no end of line") << QByteArray("SITE=A\r\nMIRE=OFF") << true;
 }
@@ -99,6 +103,12 @@ void LocalParamsTest::TheCalendarIsTheLastLineRead_data() {
     QTest::newRow("longer key") << QByteArray("CALENDRIERX=1\r\n") << 1;
     QTest::newRow("no value") << QByteArray("CALENDRIER=\r\n") << 0;
     QTest::newRow("no equal sign") << QByteArray("CALENDRIER\r\n") << 0;
+    QTest::newRow("line before it") << QByteArray("CALENDRIER=2\r\nCALENDRIER=3\r\n") << 3;
+    QTest::newRow("undone by a key that is ignored") << QByteArray("CALENDRIER=1\r\nSITE=\r\n") << 0;
+    QTest::newRow("blanks inside the key") << QByteArray("C A L E N D R I E R = 1 0\r\n") << 10;
+    QTest::newRow("end of a Mac line") << QByteArray("SITE=A\rCALENDRIER=1\r") << 1;
+    QTest::newRow("end of a Unix line") << QByteArray("SITE=A\nCALENDRIER=1\n") << 1;
+    QTest::newRow("lowest") << QByteArray("CALENDRIER=-32768\r\n") << -32768;
     QTest::newRow("half to even") << QByteArray("CALENDRIER=2,5\r\n") << 2;
 }
 
@@ -108,7 +118,7 @@ void LocalParamsTest::TheCalendarIsTheLastLineRead() {
     const support::Installation installation;
     Write(installation, content);
     shell::Init_Params_Locaux();
-    QCOMPARE(int{shell::TheSession().PARAM_CALENDRIER}, calendar);
+    QCOMPARE(int{services::Calendar().PARAM_CALENDRIER}, calendar);
 }
 
 void LocalParamsTest::AnyValueThatEndsInOffSwitchesThePictureOff_data() {
@@ -118,6 +128,9 @@ void LocalParamsTest::AnyValueThatEndsInOffSwitchesThePictureOff_data() {
     QTest::newRow("blanks") << QByteArray("MIRE = OFF") << false;
     QTest::newRow("small letters") << QByteArray("mire=off") << false;
     QTest::newRow("ends in OFF") << QByteArray("Mire=turn Off") << false;
+    QTest::newRow("behind a quote") << QByteArray("MIRE =\"off") << false;
+    QTest::newRow("not at the end") << QByteArray("MIRE=OFF.") << true;
+    QTest::newRow("key behind blanks") << QByteArray("   MIRE=OFF   ") << false;
     QTest::newRow("ON") << QByteArray("MIRE=ON") << true;
     QTest::newRow("two blanks") << QByteArray("MIRE  =OFF") << true;
     QTest::newRow("other module") << QByteArray("MIREVEH=OFF") << true;
@@ -137,6 +150,11 @@ void LocalParamsTest::APictureStandsInDoubleQuotes_data() {
     QTest::addColumn<QString>("picture");
     QTest::newRow("quoted") << QByteArray("MIREVEH=\"C:\\Images\\mire.bmp\"") << "C:\\Images\\mire.bmp";
     QTest::newRow("blanks kept") << QByteArray("mireveh =\" deux mots \"") << " deux mots ";
+    QTest::newRow("text before the quotes") << QByteArray("MIREVEH=voir \"a.bmp\"") << "a.bmp";
+    QTest::newRow("quotes inside") << QByteArray("MIREVEH=\"a\" \"b\"") << "a\" \"b";
+    QTest::newRow("nothing between quotes") << QByteArray("MIREVEH=\"\"") << "";
+    QTest::newRow("ignored after a good one") << QByteArray("MIREVEH=\"a\"\r\nMIREVEH=b") << "a";
+    QTest::newRow("emptied after a good one") << QByteArray("MIREVEH=\"a\"\r\nMIREVEH=\"\"") << "";
     QTest::newRow("no quotes") << QByteArray("MIREVEH=C:\\mire.bmp") << "";
     QTest::newRow("one quote at the end") << QByteArray("MIREVEH=C:\\mire.bmp\"") << "";
     QTest::newRow("one quote inside") << QByteArray("MIREVEH=\"C:\\mire.bmp") << "";
@@ -159,6 +177,8 @@ void LocalParamsTest::ASiteNameLosesItsBlanks_data() {
     QTest::newRow("inner blank") << QByteArray("SITE=PAR IS") << "PARIS";
     QTest::newRow("blanks around the sign") << QByteArray("Site  =  Lyon") << "Lyon";
     QTest::newRow("no value") << QByteArray("SITE=") << "";
+    QTest::newRow("no value after a good one") << QByteArray("SITE=A\r\nSITE=") << "A";
+    QTest::newRow("second equal sign") << QByteArray("SITE=A=B") << "A=B";
 }
 
 void LocalParamsTest::ASiteNameLosesItsBlanks() {
@@ -183,6 +203,7 @@ void LocalParamsTest::ACurrencyWithoutValueLeavesTheOneBefore_data() {
     QTest::addColumn<QString>("currency");
     QTest::newRow("nothing behind the sign") << QByteArray("DEVCAL=EUR\r\nDEVCAL=\r\n") << "EUR";
     QTest::newRow("trimmed") << QByteArray("devcal =  EUR \r\n") << "EUR";
+    QTest::newRow("blanks inside") << QByteArray("DEVCAL=F F\r\n") << "F F";
     QTest::newRow("two blanks before the sign") << QByteArray("DEVCAL  =EUR\r\n") << "";
 }
 

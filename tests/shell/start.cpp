@@ -6,6 +6,7 @@
 #include <basic/conversion.h>
 #include <dao/dao.h>
 #include <forms/runtime.h>
+#include <services/calendar_settings.h>
 #include <services/translation.h>
 #include <shell/main_window.h>
 #include <shell/session.h>
@@ -55,6 +56,7 @@ void StopProgram() {
     }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     shell::TheSession() = {};
+    services::Calendar() = {};
     services::Translation() = {};
 }
 

@@ -9,6 +9,7 @@
 #include <forms/runtime.h>
 #include <forms/strings.h>
 #include <forms/twips.h>
+#include <services/calendar_settings.h>
 #include <services/translation.h>
 #include <shell/main_window.h>
 #include <shell/session.h>
@@ -142,7 +143,7 @@ void StartTest::TheSessionKnowsItsFolders() {
     QCOMPARE(services::Translation().CHEMIN_TRAD, QStringLiteral("C:\\QUARDELE\\DATA\\"));
     QCOMPARE(services::Translation().NOM_BD_TRAD, QStringLiteral("BDTRAD.MDB"));
     QCOMPARE(services::Translation().TranslationOn, false);
-    QCOMPARE(shell::TheSession().PARAM_CALENDRIER, 1);
+    QCOMPARE(services::Calendar().PARAM_CALENDRIER, 1);
 }
 
 void StartTest::TheCaptionCarriesVersionAndFolder_data() {

@@ -1,7 +1,6 @@
 // Values that live from start to end of the process; module-level state, one of each. UI thread only.
 #pragma once
 
-#include <cstdint>
 #include <memory>
 
 #include <QString>
@@ -34,16 +33,13 @@ struct Session {
     int WorkAreaHeight = 0;
     /// Number of this module once the change log was asked for; 0 before.
     int NUMAPPLI_COURANT = 0;
-    /// Local parameters.
+    /// Local parameters; the calendar's is in services/calendar_settings.h.
     bool MIRE_ACTIVE = true;
     QString MIRE_VEH;
     QString PARAM_DEVCAL;
     QString PARAM_SITE;
-    std::int16_t PARAM_CALENDRIER = 0;
     /// A hook of the letters: sends F10 to Word's window. Nothing sets it.
     bool B_MENU_WORD = false;
-    /// Set when a calendar was asked for; nothing reads it.
-    bool calendarOpen = false;
 };
 
 [[nodiscard]] Session& TheSession();

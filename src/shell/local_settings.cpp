@@ -1,0 +1,120 @@
+#include "local_settings.h"
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include <basic/conversion.h>
+
+namespace quardele::shell {
+
+namespace {
+
+using basic::Text;
+using basic::TextView;
+
+/// Where the Western code page 1252 differs from Unicode's first 256 characters: its bytes 0x80 to 0x9F. The
+/// five that it leaves open stand for the control characters of the same number.
+constexpr std::array<char16_t, 32> kWesternExtras = {
+    u'\u20AC', 0x81,      u'\u201A', u'\u0192', u'\u201E', u'\u2026', u'\u2020', u'\u2021',
+    u'\u02C6', u'\u2030', u'\u0160', u'\u2039', u'\u0152', 0x8D,      u'\u017D', 0x8F,
+    0x90,      u'\u2018', u'\u2019', u'\u201C', u'\u201D', u'\u2022', u'\u2013', u'\u2014',
+    u'\u02DC', u'\u2122', u'\u0161', u'\u203A', u'\u0153', 0x9D,      u'\u017E', u'\u0178'};
+
+Text FromWestern(const std::string& bytes) {
+    constexpr unsigned char kFirstExtra = 0x80;
+    Text text;
+    text.reserve(bytes.size());
+    for (const char byte : bytes) {
+        const auto code = static_cast<unsigned char>(byte);
+        const std::size_t extra = static_cast<std::size_t>(code) - kFirstExtra;
+        text.push_back(extra < kWesternExtras.size() ? kWesternExtras[extra] : char16_t{code});
+    }
+    return text;
+}
+
+/// The next line without its end; empty optional at the end of the file.
+std::optional<Text> ReadLine(std::istream& file) {
+    if (file.peek() == std::istream::traits_type::eof()) {
+        return {};
+    }
+    std::string bytes;
+    char byte = 0;
+    while (file.get(byte) && byte != '\r' && byte != '\n') {
+        bytes.push_back(byte);
+    }
+    if (file && byte == '\r' && file.peek() == '\n') {
+        file.ignore();
+    }
+    return FromWestern(bytes);
+}
+
+bool StartsWith(TextView line, TextView key) {
+    return basic::UCase(basic::Left(line, static_cast<std::ptrdiff_t>(key.size()))) == key;
+}
+
+/// Whether the line sets the key, with or without a blank before the equal sign.
+bool Sets(TextView line, TextView key) {
+    return StartsWith(line, Text(key) + u"=") || StartsWith(line, Text(key) + u" =");
+}
+
+/// What stands behind the first equal sign; empty optional when that is missing or ends the line.
+std::optional<Text> BehindEqualSign(TextView line) {
+    const std::size_t sign = line.find(u'=');
+    if (sign == TextView::npos || sign + 1 == line.size()) {
+        return {};
+    }
+    return Text(line.substr(sign + 1));
+}
+
+/// The text between the first double quote and the one that ends the line.
+std::optional<Text> QuotedValue(TextView line) {
+    const std::size_t first = line.find(u'"');
+    if (!line.ends_with(u'"') || first + 1 == line.size()) {
+        return {};
+    }
+    return Text(line.substr(first + 1, line.size() - first - 2));
+}
+
+/// The key decides on each line anew: any line behind it brings the default back.
+void ReadCalendar(TextView lineWithoutBlanks, LocalSettings& settings) {
+    settings.PARAM_CALENDRIER = 0;
+    if (StartsWith(lineWithoutBlanks, u"CALENDRIER")) {
+        if (const std::optional<Text> value = BehindEqualSign(lineWithoutBlanks)) {
+            settings.PARAM_CALENDRIER = basic::CInt(basic::Trim(*value));
+        }
+    }
+}
+
+void ReadSetting(TextView line, LocalSettings& settings) {
+    if (Sets(line, u"MIRE") && basic::UCase(basic::Right(line, 3)) == u"OFF") {
+        settings.MIRE_ACTIVE = false;
+    }
+    if (Sets(line, u"MIREVEH")) {
+        settings.MIRE_VEH = QuotedValue(line).value_or(settings.MIRE_VEH);
+    }
+    if (Sets(line, u"DEVCAL")) {
+        if (const std::optional<Text> value = BehindEqualSign(line)) {
+            settings.PARAM_DEVCAL = basic::Trim(*value);
+        }
+    }
+    const Text dense = basic::Replace(line, u" ", u"");
+    if (Sets(dense, u"SITE")) {
+        settings.PARAM_SITE = BehindEqualSign(dense).value_or(settings.PARAM_SITE);
+    }
+    ReadCalendar(dense, settings);
+}
+
+}  // namespace
+
+void ReadLocalSettings(std::istream& file, LocalSettings& settings) {
+    while (const std::optional<Text> line = ReadLine(file)) {
+        const Text trimmed = basic::Trim(*line);
+        if (trimmed.empty()) {
+            return;
+        }
+        ReadSetting(trimmed, settings);
+    }
+}
+
+}  // namespace quardele::shell

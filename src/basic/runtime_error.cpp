@@ -32,11 +32,14 @@ constexpr Entry kDescriptions[] = {
     {error::kPathNotFound, u"Chemin d'accès introuvable", u"Chemin d'accès introuvable : « |1 »"},
     {error::kObjectNotSet, u"Variable objet non définie"},
     {error::kInvalidNull, u"Utilisation incorrecte de Null"},
+    {error::kInvalidFileFormat, u"Format de fichier incorrect", u"Format de fichier incorrect : « |1 »"},
     {error::kCannotCreateObject, u"Le composant ne peut pas créer l'objet",
      u"Le composant ne peut pas créer l'objet « |1 »"},
     {error::kNoSuchMember, u"Cet objet ne connaît pas cette propriété ou méthode",
      u"Cet objet ne connaît pas la propriété ou la méthode « |1 »"},
     {error::kServerGone, u"Le serveur distant n'existe plus ou ne répond pas"},
+    {error::kInvalidPicture, u"Image incorrecte", u"Image incorrecte : « |1 »"},
+    {error::kPrinterError, u"Erreur d'imprimante"},
 
     // The database engine's.
     {error::kInvalidArgument, u"Argument incorrect."},

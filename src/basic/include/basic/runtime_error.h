@@ -52,9 +52,12 @@ inline constexpr int kPathFileAccess = 75;
 inline constexpr int kPathNotFound = 76;
 inline constexpr int kObjectNotSet = 91;
 inline constexpr int kInvalidNull = 94;
+inline constexpr int kInvalidFileFormat = 321;
 inline constexpr int kCannotCreateObject = 429;
 inline constexpr int kNoSuchMember = 438;
 inline constexpr int kServerGone = 462;
+inline constexpr int kInvalidPicture = 481;
+inline constexpr int kPrinterError = 482;
 // The database engine's.
 inline constexpr int kInvalidArgument = 3001;
 inline constexpr int kInvalidOperation = 3219;

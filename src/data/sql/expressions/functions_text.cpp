@@ -1,11 +1,11 @@
 #include <algorithm>
 
+#include <basic/number_format.h>
 #include <jet/collation.h>
 
 #include "expressions/argument.h"
 #include "expressions/functions.h"
 #include "expressions/named_format.h"
-#include "expressions/number_format.h"
 #include "plan/fold.h"
 #include "sql_error.h"
 
@@ -165,7 +165,7 @@ Variant FormatOf(Arguments a) {
     if (auto named = FormatByName(*a[0], pattern)) {
         return *std::move(named);
     }
-    return FormatValue(*a[0], pattern);
+    return basic::FormatValue(*a[0], pattern);
 }
 
 constexpr auto kTaken = Function::Nulls::Taken;

@@ -8,8 +8,7 @@
 #include <basic/conversion.h>
 #include <basic/date.h>
 #include <basic/locale.h>
-
-#include "expressions/number_format.h"
+#include <basic/number_format.h>
 
 namespace quardele::sql {
 namespace {
@@ -27,7 +26,7 @@ Text DatePattern(const Variant& value, TextView pattern) {
 }
 
 Text NumberPattern(const Variant& value, TextView pattern) {
-    return FormatValue(value, pattern);
+    return basic::FormatValue(value, pattern);
 }
 
 Text GeneralNumber(const Variant& value, TextView /*unused*/) {

@@ -8,9 +8,8 @@
 #include <system_error>
 #include <utility>
 
+#include <basic/date_literal.h>
 #include <basic/decimal.h>
-
-#include "syntax/date_literal.h"
 
 namespace quardele::sql {
 namespace {
@@ -220,7 +219,7 @@ class Lexer {
         if (end == TextView::npos) {
             return Bad(u"date sans # de fin");
         }
-        const auto date = ReadDateLiteral(text_.substr(at_ + 1, end - at_ - 1));
+        const auto date = basic::ReadDateLiteral(text_.substr(at_ + 1, end - at_ - 1));
         if (!date) {
             return Bad(u"date incorrecte");
         }

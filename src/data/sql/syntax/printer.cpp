@@ -6,9 +6,9 @@
 #include <limits>
 
 #include <basic/conversion.h>
+#include <basic/date_literal.h>
 
 #include "expressions/operators.h"
-#include "syntax/date_literal.h"
 #include "syntax/lexer.h"
 
 namespace quardele::sql {
@@ -49,7 +49,7 @@ Text LiteralText(const Variant& value) {
         return QuotedText(value.As<Text>());
     }
     if (value.IsDate()) {
-        return WriteDateLiteral(value.As<basic::Date>());
+        return basic::WriteDateLiteral(value.As<basic::Date>());
     }
     if (value.Is<basic::Decimal>()) {
         return DecimalText(value.As<basic::Decimal>());

@@ -1,15 +1,17 @@
-#include "syntax/date_literal.h"
+#include <basic/date_literal.h>
+
+#include <string>
+
+#include <gtest/gtest.h>
 
 #include <basic/date.h>
 
-#include "sql_fixture.h"
-
-namespace quardele::sql {
+namespace quardele::basic {
 namespace {
 
 std::string Read(TextView text) {
     const auto date = ReadDateLiteral(text);
-    return date ? basic::ToUtf8(WriteDateLiteral(*date)) : "none";
+    return date ? ToUtf8(WriteDateLiteral(*date)) : "none";
 }
 
 TEST(DateLiteralTest, TheMonthComesFirst) {
@@ -41,7 +43,7 @@ TEST(DateLiteralTest, TheYearMayComeFirstAndTheMonthByName) {
 TEST(DateLiteralTest, AMissingYearIsTheCurrentOne) {
     const auto date = ReadDateLiteral(u"12/31");
     ASSERT_TRUE(date);
-    EXPECT_EQ(basic::CivilOf(*date).year, basic::CivilOf(basic::Today()).year);
+    EXPECT_EQ(CivilOf(*date).year, CivilOf(Today()).year);
 }
 
 TEST(DateLiteralTest, ATimeMayFollowOrStandAlone) {
@@ -56,9 +58,9 @@ TEST(DateLiteralTest, OtherTextsAreNoDates) {
     for (const TextView text :
          {u"", u"12", u"2/30/2026", u"12/31/2026 25:00", u"12/31/2026 10", u"a/b/c", u"1/2/3/4", u"12345/1/1",
           u"10:30 xm", u"13:00 pm", u"12/31/2026 10:30 PM x"}) {
-        EXPECT_EQ(Read(text), "none") << basic::ToUtf8(text);
+        EXPECT_EQ(Read(text), "none") << ToUtf8(text);
     }
 }
 
 }  // namespace
-}  // namespace quardele::sql
+}  // namespace quardele::basic

@@ -1,4 +1,4 @@
-#include "expressions/number_format.h"
+#include <basic/number_format.h>
 
 #include <algorithm>
 #include <array>
@@ -10,7 +10,7 @@
 #include <basic/date.h>
 #include <basic/locale.h>
 
-namespace quardele::sql {
+namespace quardele::basic {
 namespace {
 
 constexpr TextView kPlaceholders = u"0#";
@@ -93,7 +93,7 @@ Text NumberPattern(double number, TextView pattern) {
     Text text = number < 0 ? u"-" : u"";
     text += layout.before + WholePart(digits.substr(0, point), layout);
     if (!decimals.empty()) {
-        text += basic::SessionLocale().decimalSeparator + Text(decimals.begin(), decimals.end());
+        text += SessionLocale().decimalSeparator + Text(decimals.begin(), decimals.end());
     }
     return text + layout.behind;
 }
@@ -102,12 +102,12 @@ Text NumberPattern(double number, TextView pattern) {
 
 Text FormatValue(const Variant& value, TextView pattern) {
     if (value.IsNull() || pattern.find_first_of(kPlaceholders) == TextView::npos) {
-        return basic::Format(value, pattern);
+        return Format(value, pattern);
     }
-    if (value.IsText() && !basic::IsNumeric(value)) {
+    if (value.IsText() && !IsNumeric(value)) {
         return value.As<Text>();
     }
-    return NumberPattern(basic::CDbl(value), pattern);
+    return NumberPattern(CDbl(value), pattern);
 }
 
-}  // namespace quardele::sql
+}  // namespace quardele::basic

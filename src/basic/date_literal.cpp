@@ -1,4 +1,4 @@
-#include "syntax/date_literal.h"
+#include <basic/date_literal.h>
 
 #include <array>
 #include <utility>
@@ -6,7 +6,7 @@
 
 #include <basic/date.h>
 
-namespace quardele::sql {
+namespace quardele::basic {
 namespace {
 
 constexpr std::array<TextView, 12> kMonths = {u"january",   u"february", u"march",    u"april",
@@ -32,7 +32,7 @@ class DateReader {
  public:
     explicit DateReader(TextView text) : text_(text) {}
 
-    std::optional<basic::Date> Read() {
+    std::optional<Date> Read() {
         double days = 0;
         SkipBlanks();
         if (!TimeFollows()) {
@@ -50,7 +50,7 @@ class DateReader {
             }
             days = days < 0 ? days - *time : days + *time;
         }
-        return basic::Date{days};
+        return Date{days};
     }
 
  private:
@@ -93,15 +93,15 @@ class DateReader {
     std::optional<Part> MonthName() {
         const TextView word = Word();
         for (std::size_t month = 0; month < kMonths.size(); ++month) {
-            if (basic::EqualNoCase(word, kMonths[month]) ||
-                basic::EqualNoCase(word, kMonths[month].substr(0, kShortMonth))) {
+            if (EqualNoCase(word, kMonths[month]) ||
+                EqualNoCase(word, kMonths[month].substr(0, kShortMonth))) {
                 return Part{static_cast<int>(month) + 1, 0, true};
             }
         }
         return std::nullopt;
     }
 
-    std::optional<basic::Date> Day() {
+    std::optional<Date> Day() {
         std::vector<Part> parts;
         while (at_ < text_.size() && !TimeFollows()) {
             const auto part = IsDigit(Peek()) ? Number() : MonthName();
@@ -116,9 +116,9 @@ class DateReader {
         return Arrange(parts);
     }
 
-    static std::optional<basic::Date> Arrange(std::vector<Part> parts) {
+    static std::optional<Date> Arrange(std::vector<Part> parts) {
         if (parts.size() == 2) {
-            parts.push_back({basic::CivilOf(basic::Today()).year, 4, false});
+            parts.push_back({CivilOf(Today()).year, 4, false});
         }
         if (parts.size() != 3) {
             return std::nullopt;
@@ -136,11 +136,11 @@ class DateReader {
         return DayOf(parts[2], month, parts[1]);
     }
 
-    static std::optional<basic::Date> DayOf(const Part& year, int month, const Part& day) {
-        if (year.named || day.named || !basic::IsValidDay(FullYear(year), month, day.number)) {
+    static std::optional<Date> DayOf(const Part& year, int month, const Part& day) {
+        if (year.named || day.named || !IsValidDay(FullYear(year), month, day.number)) {
             return std::nullopt;
         }
-        return basic::DateOf(FullYear(year), month, day.number);
+        return DateOf(FullYear(year), month, day.number);
     }
 
     std::optional<double> Time() {
@@ -170,8 +170,8 @@ class DateReader {
         if (word.empty()) {
             return hour < 24;
         }
-        const bool afternoon = basic::EqualNoCase(word, u"pm");
-        if ((!afternoon && !basic::EqualNoCase(word, u"am")) || hour > 12) {
+        const bool afternoon = EqualNoCase(word, u"pm");
+        if ((!afternoon && !EqualNoCase(word, u"am")) || hour > 12) {
             return false;
         }
         hour = hour % 12 + (afternoon ? 12 : 0);
@@ -192,13 +192,13 @@ Text Padded(int number, std::size_t width) {
 
 }  // namespace
 
-std::optional<basic::Date> ReadDateLiteral(TextView text) {
+std::optional<Date> ReadDateLiteral(TextView text) {
     return DateReader(text).Read();
 }
 
-Text WriteDateLiteral(basic::Date date) {
-    const basic::CivilDate day = basic::CivilOf(date);
-    const basic::TimeOfDay time = basic::TimeOf(date);
+Text WriteDateLiteral(Date date) {
+    const CivilDate day = CivilOf(date);
+    const TimeOfDay time = TimeOf(date);
     Text literal = u"#" + Padded(day.month, 2) + u"/" + Padded(day.day, 2) + u"/" + Padded(day.year, 4);
     if (time.hour != 0 || time.minute != 0 || time.second != 0) {
         literal +=
@@ -207,4 +207,4 @@ Text WriteDateLiteral(basic::Date date) {
     return literal + u"#";
 }
 
-}  // namespace quardele::sql
+}  // namespace quardele::basic

@@ -1,12 +1,14 @@
 // Each operation of GWORD on Word's double: the members it uses, in their order, its result, and what it does
 // when Word fails.
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <functional>
+#include <iterator>
 #include <optional>
 #include <vector>
 
 #include <QApplication>
+#include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -17,8 +19,22 @@
 #include <support/installation.h>
 #include <word/gword.h>
 
+#include "gword_cases.h"
 #include "memory_rows.h"
 #include "recording_word.h"
+
+namespace quardele::word {
+
+/// What only the class itself sees.
+class GwordInside {
+ public:
+    static Text LitSignet(GWORD& gword, const ObjectPtr& Word, TextView bookmark) {
+        return gword.W_LitSignet(Word, bookmark);
+    }
+    static const Text& ErrorTitle(const GWORD& gword) { return gword.errorTitle_; }
+};
+
+}  // namespace quardele::word
 
 namespace quardele::tests {
 
@@ -29,193 +45,18 @@ using basic::RuntimeError;
 using word::GWORD;
 using Log = std::vector<std::string>;
 
-constexpr char kPageView[] = "ActiveWindow.ActivePane.View.Type = 3";
-constexpr char kSplitRead[] = "ActiveWindow.View.SplitSpecial";
-constexpr char kStoryRead[] = "ActiveWindow.ActivePane.View.SeekView";
-
-/// An operation with fixed arguments.
-using Operation = std::function<bool(GWORD&, const ObjectPtr&)>;
-
-struct Case {
-    const char* name;
-    Operation operation;
-    Log log;
-    bool result;
-    /// The member that fails in the second part of the test, the result then, and the title of the box; a
-    /// null title for a silent failure.
-    const char* failingPath;
-    bool resultOnFailure;
-    const char16_t* boxTitle;
-};
-
 std::vector<Case> Cases() {
-    return {
-        {"W_FenAppAfficher",
-         [](GWORD& w, auto& Word) { return w.W_FenAppAfficher(Word); },
-         {"Visible = True"},
-         true,
-         "Visible",
-         true,
-         nullptr},
-        {"W_FenAppRestauration",
-         [](GWORD& w, auto& Word) { return w.W_FenAppRestauration(Word); },
-         {"WindowState = 0"},
-         false,
-         "WindowState",
-         false,
-         nullptr},
-        {"W_FenDocAgrandissement",
-         [](GWORD& w, auto& Word) { return w.W_FenDocAgrandissement(Word, 1); },
-         {"WindowState = 1"},
-         true,
-         "WindowState",
-         true,
-         nullptr},
-        {"W_FenAppDeplacement",
-         [](GWORD& w, auto& Word) { return w.W_FenAppDeplacement(Word, u"Microsoft Word", 0, 0); },
-         {"Tasks(\"Microsoft Word\").Move(0, 0)"},
-         false,
-         "Tasks.Move",
-         false,
-         nullptr},
-        {"W_FenAppDeplacement without tasks",
-         [](GWORD& w, auto& Word) { return w.W_FenAppDeplacement(Word, u"Microsoft Word", 0, 0); },
-         {"Tasks(\"Microsoft Word\").Move(0, 0)"},
-         false,
-         "Tasks",
-         false,
-         nullptr},
-        {"W_FenAppDimension",
-         [](GWORD& w, auto& Word) { return w.W_FenAppDimension(Word, u"Microsoft Word", 600, 450); },
-         {"Tasks(\"Microsoft Word\").Resize(600, 450)"},
-         false,
-         "Tasks.Resize",
-         false,
-         nullptr},
-        {"W_FichierEnregistrerSous",
-         [](GWORD& w, auto& Word) { return w.W_FichierEnregistrerSous(Word, u"C:\\D\\X.RVE"); },
-         {"ActiveDocument.SaveAs(FileName:=\"C:\\D\\X.RVE\")"},
-         true,
-         "ActiveDocument.SaveAs",
-         true,
-         nullptr},
-        {"W_FichierEnregistrer",
-         [](GWORD& w, auto& Word) { return w.W_FichierEnregistrer(Word, u"X.RVE"); },
-         {"ActiveDocument.Save()"},
-         true,
-         "ActiveDocument.Save",
-         true,
-         u"Erreur Word (FichierEnregistrer)"},
-        {"W_FinLigneTableau",
-         [](GWORD& w, auto& Word) { return w.W_FinLigneTableau(Word); },
-         {"ActiveDocument.Tables.Count", "Selection.EndKey(10, 0)"},
-         false,
-         "Selection.EndKey",
-         false,
-         nullptr},
-        {"W_FinLigneTableau when the tables cannot be counted",
-         [](GWORD& w, auto& Word) { return w.W_FinLigneTableau(Word); },
-         {"ActiveDocument.Tables.Count", "Selection.EndKey(10, 0)"},
-         false,
-         "ActiveDocument.Tables",
-         false,
-         nullptr},
-        {"W_Insertion",
-         [](GWORD& w, auto& Word) { return w.W_Insertion(Word, u"Société Générale"); },
-         {"Selection.TypeText(\"Société Générale\")"},
-         true,
-         "Selection.TypeText",
-         true,
-         u"Erreur Word (Insertion)"},
-        {"W_AffichageEntete",
-         [](GWORD& w, auto& Word) { return w.W_AffichageEntete(Word); },
-         {kSplitRead, kPageView, kStoryRead},
-         false,
-         kStoryRead,
-         false,
-         u"Erreur Word (W_AffichageEntete)"},
-        {"W_AffichageEntete with true",
-         [](GWORD& w, auto& Word) { return w.W_AffichageEntete(Word, true); },
-         {kSplitRead, kPageView, kStoryRead, "ActiveWindow.ActivePane.View.SeekView = 9"},
-         false,
-         kStoryRead,
-         false,
-         u"Erreur Word (W_AffichageEntete)"},
-        {"W_AffichageEntete with false, in the main text",
-         [](GWORD& w, auto& Word) { return w.W_AffichageEntete(Word, false); },
-         {kSplitRead, kPageView, kStoryRead},
-         false,
-         kStoryRead,
-         false,
-         u"Erreur Word (W_AffichageEntete)"},
-        {"W_AffichagePage",
-         [](GWORD& w, auto& Word) {
-             w.W_AffichagePage(Word);
-             return false;
-         },
-         {kSplitRead, kPageView},
-         false,
-         kSplitRead,
-         false,
-         u"Erreur Word (AffichagePage)"},
-        {"W_AffichageRegle",
-         [](GWORD& w, auto& Word) { return w.W_AffichageRegle(Word); },
-         {"ActiveWindow.DisplayRulers"},
-         true,
-         "ActiveWindow.DisplayRulers",
-         false,
-         u"Erreur Word (AffichageRegle)"},
-        {"W_AffichageRegle with false",
-         [](GWORD& w, auto& Word) { return w.W_AffichageRegle(Word, false); },
-         {"ActiveWindow.DisplayRulers = False"},
-         true,
-         "ActiveWindow.DisplayRulers",
-         false,
-         u"Erreur Word (AffichageRegle)"},
-        {"W_DebutDocument",
-         [](GWORD& w, auto& Word) { return w.W_DebutDocument(Word); },
-         {"Selection.HomeKey(6)"},
-         false,
-         "Selection.HomeKey",
-         false,
-         u"Erreur Word (DebutDocument)"},
-        {"W_EditionAtteindre",
-         [](GWORD& w, auto& Word) { return w.W_EditionAtteindre(Word, u"RS"); },
-         {"ActiveDocument.Bookmarks(\"RS\").Select()", kSplitRead, kPageView},
-         true,
-         "ActiveDocument.Bookmarks.Select",
-         false,
-         nullptr},
-        {"W_CelluleSuiv",
-         [](GWORD& w, auto& Word) { return w.W_CelluleSuiv(Word); },
-         {"Selection.MoveRight(12)"},
-         true,
-         "Selection.MoveRight",
-         true,
-         nullptr},
-        {"W_SignetExistant",
-         [](GWORD& w, auto& Word) { return w.W_SignetExistant(Word, u"RS"); },
-         {"ActiveDocument.Bookmarks.Exists(\"RS\")"},
-         true,
-         "ActiveDocument.Bookmarks.Exists",
-         false,
-         u"Erreur Word (SignetExistant)"},
-        {"W_Existe_Signet",
-         [](GWORD& w, auto& Word) { return w.W_Existe_Signet(Word, u"RS"); },
-         {"ActiveDocument.Bookmarks.Exists(\"RS\")", "ActiveDocument.Bookmarks(\"RS\").Select()", kSplitRead,
-          kPageView},
-         true,
-         "ActiveDocument.Bookmarks.Exists",
-         false,
-         u"Erreur Word (SignetExistant)"},
-        {"W_FichierNouveau",
-         [](GWORD& w, auto& Word) { return w.W_FichierNouveau(Word); },
-         {"Documents.Add()", "ActiveWindow.ActivePane.View.ShowAll"},
-         true,
-         "Documents.Add",
-         false,
-         u"Erreur Word (FichierNouveau)"},
-    };
+    std::vector<Case> cases = CasesOfLetters();
+    std::ranges::move(OtherCases(), std::back_inserter(cases));
+    return cases;
+}
+
+/// A result as a Basic programmer would see it, with its kind.
+std::string Told(const basic::Variant& result) {
+    if (result.Is<bool>()) {
+        return result.As<bool>() ? "True" : "False";
+    }
+    return result.IsEmpty() ? "Empty" : '"' + basic::ToUtf8(basic::Joined(result)) + '"';
 }
 
 /// Values in one line, for comparison.
@@ -296,7 +137,7 @@ class GwordTest : public QObject {
         QFETCH(int, number);
         const Case test = Cases()[static_cast<std::size_t>(number)];
         const support::BoxAnswerer boxes;
-        QCOMPARE(test.operation(gword_, application_), test.result);
+        QCOMPARE(Told(test.operation(gword_, application_)), Told(test.result));
         QCOMPARE(word_->TakeLog(), test.log);
         QVERIFY(boxes.Shown().empty());
     }
@@ -307,7 +148,7 @@ class GwordTest : public QObject {
         const Case test = Cases()[static_cast<std::size_t>(number)];
         word_->FailOn(test.failingPath, RuntimeError(4198, u"Échec de la commande."));
         const support::BoxAnswerer boxes;
-        QCOMPARE(test.operation(gword_, application_), test.resultOnFailure);
+        QCOMPARE(Told(test.operation(gword_, application_)), Told(test.resultOnFailure));
         if (test.boxTitle == nullptr) {
             QVERIFY(boxes.Shown().empty());
         } else {
@@ -323,7 +164,7 @@ class GwordTest : public QObject {
         QFETCH(int, number);
         const Case test = Cases()[static_cast<std::size_t>(number)];
         const support::BoxAnswerer boxes;
-        QCOMPARE(test.operation(gword_, nullptr), test.resultOnFailure);
+        QCOMPARE(Told(test.operation(gword_, nullptr)), Told(test.resultOnFailure));
         QCOMPARE(word_->TakeLog(), Log{});
         for (const auto& box : boxes.Shown()) {
             QCOMPARE(box.text, QStringLiteral("Variable objet non définie"));
@@ -453,6 +294,188 @@ class GwordTest : public QObject {
         QCOMPARE(boxes.Shown()[0].text,
                  QStringLiteral("Cette commande n'est pas disponible car aucun document n'est ouvert."));
         QCOMPARE(boxes.Shown()[0].title, QStringLiteral("Erreur Word (FichierNouveau)"));
+    }
+
+    void TurnsToTheNotesByTheKindOfView_data() {
+        QTest::addColumn<int>("view");
+        QTest::addColumn<bool>("split");
+        for (const auto& [view, split] :
+             {std::pair{1, true}, {2, true}, {3, false}, {4, false}, {5, true}, {6, false}}) {
+            QTest::addRow("view %d", view) << view << split;
+        }
+    }
+    void TurnsToTheNotesByTheKindOfView() {
+        QFETCH(int, view);
+        QFETCH(bool, split);
+        word_->Answer("ActiveWindow.ActivePane.View.Type", view);
+        gword_.W_AffichageNotesBasPg(application_);
+        QCOMPARE(word_->TakeLog().back(), std::string(split ? "ActiveWindow.View.SplitSpecial = 7"
+                                                            : "ActiveWindow.View.SeekView = 7"));
+    }
+
+    void TogglesTheFooter_data() {
+        QTest::addColumn<int>("story");
+        QTest::addColumn<int>("next");
+        for (const auto& [story, next] : {std::pair{0, 10}, {1, 10}, {4, 0}, {5, 0}, {9, 10}, {10, 0}}) {
+            QTest::addRow("story %d", story) << story << next;
+        }
+    }
+    void TogglesTheFooter() {
+        QFETCH(int, story);
+        QFETCH(int, next);
+        word_->Answer(kStoryRead, story);
+        QVERIFY(!gword_.W_AffichagePiedPage(application_));
+        QCOMPARE(word_->TakeLog(), (Log{kSplitRead, kPageView, kStoryRead,
+                                        std::string(kStoryRead) + " = " + std::to_string(next)}));
+    }
+
+    void AsksTheApplicationItselfToCloseInAnyModeButTwo_data() {
+        QTest::addColumn<int>("mode");
+        for (const int mode : {0, 1, 3, -1}) {
+            QTest::addRow("mode %d", mode) << mode;
+        }
+    }
+    void AsksTheApplicationItselfToCloseInAnyModeButTwo() {
+        QFETCH(int, mode);
+        QVERIFY(!gword_.W_FichierFermer(application_, mode));
+        QCOMPARE(word_->TakeLog(), Log{"Close(-1)"});
+    }
+
+    void ClosesTheDocumentWithoutSavingInModeTwo() {
+        QVERIFY(!gword_.W_FichierFermer(application_, 2));
+        QCOMPARE(word_->TakeLog(), Log{"ActiveDocument.Close(0)"});
+    }
+
+    void TakesADocumentThatCannotBeClosedForAnOperatorWhoDidIt() {
+        word_->FailOn("ActiveDocument.Close", RuntimeError(4198));
+        const support::BoxAnswerer boxes;
+        QVERIFY(!gword_.W_FichierFermer(application_, 2));
+        QCOMPARE(boxes.Shown().size(), std::size_t{1});
+        QCOMPARE(boxes.Shown()[0].text, QStringLiteral("Evitez de fermer Word vous même avant de quitter"));
+        QCOMPARE(boxes.Shown()[0].title, forms::App::Title());
+    }
+
+    void TellsWhetherADocumentHasChanges() {
+        word_->Answer("ActiveDocument.Saved", false);
+        QVERIFY(gword_.W_EstDocModifie(application_));
+    }
+
+    void SelectsTheTableOfTheSelection() {
+        word_->columnOf = {{"DETAIL", 1}};
+        gword_.W_EditionAtteindre(application_, u"DETAIL");
+        word_->TakeLog();
+        QVERIFY(gword_.W_TableauSelectionnerTableau(application_));
+        QCOMPARE(word_->TakeLog(), (Log{"ActiveDocument.Tables.Count", "Selection.Tables(1).Select()"}));
+    }
+
+    void SelectsNoTableOutsideOfOneOrWithoutAny() {
+        const support::BoxAnswerer boxes;
+        QVERIFY(!gword_.W_TableauSelectionnerTableau(application_));
+        word_->columns = 0;
+        QVERIFY(!gword_.W_TableauSelectionnerTableau(application_));
+        QVERIFY(boxes.Shown().empty());
+    }
+
+    void StaysWhereItIsWithoutATable() {
+        word_->columns = 0;
+        QVERIFY(gword_.W_FinColonneTableau(application_));
+        QVERIFY(!gword_.W_DebutColonneTableau(application_));
+        QVERIFY(!gword_.W_EditionAtteindreTableau(application_));
+        QCOMPARE(word_->TakeLog(), Log(3, "ActiveDocument.Tables.Count"));
+    }
+
+    void FormatsOnlyWhatIsGiven() {
+        word::CharacterFormat format;
+        gword_.W_FormatCaracteres(application_, format);
+        QCOMPARE(word_->TakeLog(), Log{});
+        format.fill(basic::Variant(2));
+        format[15] = u"Arial";
+        format[16] = 1;
+        gword_.W_FormatCaracteres(application_, format);
+        QCOMPARE(word_->TakeLog(), (Log{"Selection.Font.Size = 2", "Selection.Font.Underline = False",
+                                        "Selection.Font.Name = \"Arial\"", "Selection.Font.Bold = True"}));
+    }
+
+    void TheEmptyOperationsDoNothing() {
+        QVERIFY(!gword_.W_PhraseDroite(application_, 1, 1));
+        QCOMPARE(gword_.W_TABLEAU_NBCOL(application_, 1), 0);
+        QVERIFY(!gword_.W_TABLEAU_ADDLIGNE(application_, 1));
+        QVERIFY(!gword_.W_Signet_TrierPar_Pos(application_));
+        QVERIFY(!gword_.W_Signet_TrierPar_Nom(application_));
+        QVERIFY(!gword_.W_Signet_SUPPRIME(application_, u"RS"));
+        QCOMPARE(word_->TakeLog(), Log{});
+    }
+
+    void SomeOperationsAreAnsweredByWordAlone() {
+        QVERIFY(!gword_.W_AtteindreNoteBasPgSuiv(application_));
+        QVERIFY(!gword_.W_DebutLigne(application_));
+        QVERIFY(gword_.W_EditionSignet(application_, u"FIN"));
+        QCOMPARE(Told(gword_.W_SelInfo(application_, 3)), std::string("\"2\""));
+        QCOMPARE(word_->TakeLog(),
+                 (Log{"Selection.GoToNext(4)", "Selection.HomeKey(5, 0)",
+                      "ActiveDocument.Bookmarks.Add(\"FIN\")", "Selection.Information(3)"}));
+    }
+
+    void TheirFailuresReachTheCaller() {
+        const support::BoxAnswerer boxes;
+        word_->FailOn("Selection", RuntimeError(4198));
+        word_->FailOn("ActiveDocument", RuntimeError(4198));
+        word_->FailOn(kStoryRead, RuntimeError(4198));
+        QVERIFY_EXCEPTION_THROWN(gword_.W_AtteindreNoteBasPgSuiv(application_), RuntimeError);
+        QVERIFY_EXCEPTION_THROWN(gword_.W_DebutLigne(application_), RuntimeError);
+        QVERIFY_EXCEPTION_THROWN(gword_.W_EditionSignet(application_, u"FIN"), RuntimeError);
+        QVERIFY_EXCEPTION_THROWN(gword_.W_SelInfo(application_, 3), RuntimeError);
+        QVERIFY_EXCEPTION_THROWN(gword_.W_AffichagePiedPage(application_), RuntimeError);
+        QVERIFY(boxes.Shown().empty());
+    }
+
+    void ChangesTheCurrentFolder() {
+        const QTemporaryDir folder;
+        const QString before = QDir::currentPath();
+        QVERIFY(!gword_.W_ChDir(application_, basic::WindowsPath(folder.path().toStdString())));
+        const QString after = QDir::currentPath();
+        QDir::setCurrent(before);
+        QCOMPARE(after, folder.path());
+        QVERIFY_EXCEPTION_THROWN(gword_.W_ChDir(application_, u"C:\\NULLE PART"), RuntimeError);
+        QCOMPARE(QDir::currentPath(), before);
+    }
+
+    void ReadsNoBookmarkForItsMemberIsMisspelt() {
+        const support::BoxAnswerer boxes;
+        QVERIFY(word::GwordInside::LitSignet(gword_, application_, u"RS").empty());
+        QCOMPARE(word_->TakeLog(), Log{"ActiveDocument.Bookmark(\"RS\")"});
+        QCOMPARE(boxes.Shown().size(), std::size_t{1});
+        QCOMPARE(boxes.Shown()[0].title, QStringLiteral("Erreur Word (LitSignet)"));
+        QCOMPARE(boxes.Shown()[0].text,
+                 QString::fromStdU16String(basic::DescriptionOf(basic::error::kNoSuchMember)));
+    }
+
+    void KeepsTheTitleOfASilentFailure() {
+        const support::BoxAnswerer boxes;
+        word_->FailOn("ActiveWindow", RuntimeError(4198));
+        gword_.W_AffichageNotesBasPg(application_);
+        QCOMPARE(word::GwordInside::ErrorTitle(gword_), basic::Text(u"Erreur Word (AffichageNotesBasPg)"));
+        gword_.W_AffichageEntetePiedPgPrec(application_);
+        QCOMPARE(word::GwordInside::ErrorTitle(gword_),
+                 basic::Text(u"Erreur Word (W_AffichageEntetePiedPgPrec)"));
+        gword_.W_AffichageEntetePiedPgSuiv(application_);
+        QCOMPARE(word::GwordInside::ErrorTitle(gword_),
+                 basic::Text(u"Erreur Word (W_AffichageEntetePiedPgSuiv)"));
+        QVERIFY(boxes.Shown().empty());
+    }
+
+    void ItsMembersAreGivenAndTaken() {
+        const support::Installation installation;
+        const auto base = dao::DBEngine::Instance().Workspaces(0).OpenDatabase(u"c:\\quardele\\SIGNETS.MDB");
+        gword_.LetBASE_SIGNETS(base);
+        QCOMPARE(gword_.BASE_SIGNETS(), base);
+        gword_.SetBASE_SIGNETS(nullptr);
+        QCOMPARE(gword_.BASE_SIGNETS(), nullptr);
+        const auto table = base->OpenRecordset(u"TSIGNETS");
+        gword_.LetTABLE_SIGNETS(table);
+        QCOMPARE(gword_.TABLE_SIGNETS(), table);
+        gword_.SetTABLE_SIGNETS(nullptr);
+        QCOMPARE(gword_.TABLE_SIGNETS(), nullptr);
     }
 
     void OpensTheCatalogueOnceAndItsTableEachTime() {

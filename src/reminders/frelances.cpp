@@ -6,6 +6,7 @@
 #include <forms/runtime.h>
 #include <forms/strings.h>
 #include <listtools/grid_tools.h>
+#include <services/calendar_picker.h>
 #include <services/calendar_settings.h>
 #include <shell/form_support.h>
 #include <shell/main_window.h>
@@ -160,6 +161,7 @@ void FRELANCES::CTX_DATEREL_KeyDown(int& keyCode, int shift) {
     } else if (keyCode == kKeyF4 && (shift & kWindowModifiers) == 0) {
         services::Calendar().calendarOpen = true;
         keyCode = 0;
+        services::OpenCalendar();
     }
 }
 

@@ -4,7 +4,9 @@
 #include <QFile>
 #include <QLabel>
 #include <QSignalSpy>
+#include <QTableView>
 #include <QTest>
+#include <QTimer>
 
 #include <basic/conversion.h>
 #include <basic/date.h>
@@ -102,6 +104,27 @@ QByteArray StockFile() {
     QFile file(QStringLiteral(QUARDELE_INSTALLATION_DIR "/QUARDELE/STOCK/SERVANDA.MDB"));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
+
+/// Waits for the calendar, looks at the flag and presses a key in it.
+class CalendarUser {
+ public:
+    explicit CalendarUser(Qt::Key key) {
+        QObject::connect(&timer_, &QTimer::timeout, &timer_, [this, key] {
+            const auto days = forms::Screen::ActiveForm()->Surface()->findChildren<QTableView*>(
+                QStringLiteral("qt_calendar_calendarview"));
+            if (!days.isEmpty()) {
+                flagWasSet = services::Calendar().calendarOpen;
+                QTest::keyClick(days.front(), key);
+            }
+        });
+        timer_.start();
+    }
+
+    bool flagWasSet = false;
+
+ private:
+    QTimer timer_;
+};
 
 QString Today() {
     return forms::ToQString(basic::CStr(basic::Today()));
@@ -413,17 +436,34 @@ class ReminderListTest : public QObject {
         QVERIFY(!services::Calendar().calendarOpen);
     }
 
-    void F4AsksForTheCalendarAndQueriesNothing() {
+    void F4OpensTheCalendarAndQueriesNothing() {
         FRELANCES& form = Form();
+        CalendarUser user(Qt::Key_Escape);
         QTest::keyClick(form.CTX_DATEREL, Qt::Key_F4);
-        QVERIFY(services::Calendar().calendarOpen);
+        QVERIFY(user.flagWasSet);
+        QVERIFY(!services::Calendar().calendarOpen);
         QCOMPARE(form.DBG_RELANCES->MaxRows(), 0);
+        QCOMPARE(forms::Screen::ActiveControl(), form.CTX_DATEREL);
     }
 
-    void F4WithShiftAsksForTheCalendarToo() {
+    void F4WithShiftOpensTheCalendarToo() {
+        CalendarUser user(Qt::Key_Escape);
+        QTest::keyClick(Form().CTX_DATEREL, Qt::Key_F4, Qt::ShiftModifier);
+        QVERIFY(user.flagWasSet);
+    }
+
+    void APickedDateGoesIntoTheBoxAndTheQueryWaitsForEnter() {
         FRELANCES& form = Form();
-        QTest::keyClick(form.CTX_DATEREL, Qt::Key_F4, Qt::ShiftModifier);
-        QVERIFY(services::Calendar().calendarOpen);
+        services::Calendar().PARAM_CALENDRIER = 1;
+        forms::SetFocus(form.CTX_DATEREL);
+        form.CTX_DATEREL->SetText(kNovember);
+        CalendarUser user(Qt::Key_Return);
+        QTest::keyClick(form.CTX_DATEREL, Qt::Key_F4);
+        QVERIFY(user.flagWasSet);
+        QCOMPARE(form.CTX_DATEREL->Text(), kNovember);
+        QCOMPARE(form.DBG_RELANCES->MaxRows(), 0);
+        QTest::keyClick(form.CTX_DATEREL, Qt::Key_Return);
+        QVERIFY(form.DBG_RELANCES->MaxRows() > 0);
     }
 
     void F4WithAltIsLeftToTheProgramsWindow() {
@@ -440,9 +480,11 @@ class ReminderListTest : public QObject {
     void CalendarButtonGivesTheFocusToTheDateAndSendsItF4() {
         workshop_->ListDueBefore(kNovember);
         FRELANCES& form = Form();
+        CalendarUser user(Qt::Key_Escape);
         Press(form.Cmd_Cal_DateRef);
-        QVERIFY(form.CTX_DATEREL->hasFocus());
-        QTRY_VERIFY(services::Calendar().calendarOpen);
+        QTRY_VERIFY(user.flagWasSet);
+        QCOMPARE(forms::Screen::ActiveControl(), form.CTX_DATEREL);
+        QCOMPARE(form.CTX_DATEREL->Text(), kNovember);
     }
 
     // The site column.

@@ -16,7 +16,7 @@ build=(
 )
 test=(
     libgtest-dev libgmock-dev libsqlite3-dev clang-format groff
-    mdbtools unzip poppler-utils python3
+    mdbtools unzip poppler-utils libxml2-utils python3
     # readers of the workbooks that we write
     python3-xlrd python3-xlwt libreoffice-calc libfreexl-dev catdoc gnumeric
     xvfb xauth xdotool

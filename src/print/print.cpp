@@ -13,9 +13,7 @@ QPageLayout DefaultLayout(const Sheet& sheet) {
             QMarginsF(kMargin, kMargin, kMargin, kMargin), QPageLayout::Millimeter};
 }
 
-bool Print(const Sheet& sheet, QPagedPaintDevice& device) {
-    const QSizeF points = device.pageLayout().paintRect(QPageLayout::Point).size();
-    const SheetPainter pages(sheet, (points * kTwipsPerPoint).toSize());
+bool PaintPages(QPagedPaintDevice& device, int count, const std::function<void(QPainter&, int)>& paint) {
     const QPageRanges wanted = device.pageRanges();
     QPainter painter;
     if (!painter.begin(&device)) {
@@ -23,16 +21,25 @@ bool Print(const Sheet& sheet, QPagedPaintDevice& device) {
     }
     painter.scale(device.logicalDpiX() / kTwipsPerInch, device.logicalDpiY() / kTwipsPerInch);
     bool first = true;
-    for (int page = 1; page <= pages.Count(); ++page) {
+    for (int page = 1; page <= count; ++page) {
         if (!wanted.isEmpty() && !wanted.contains(page)) {
             continue;
         }
         if (!std::exchange(first, false) && !device.newPage()) {
             return false;
         }
-        pages.Paint(painter, page);
+        painter.save();
+        paint(painter, page);
+        painter.restore();
     }
     return painter.end();
+}
+
+bool Print(const Sheet& sheet, QPagedPaintDevice& device) {
+    const QSizeF points = device.pageLayout().paintRect(QPageLayout::Point).size();
+    const SheetPainter pages(sheet, (points * kTwipsPerPoint).toSize());
+    return PaintPages(device, pages.Count(),
+                      [&pages](QPainter& painter, int page) { pages.Paint(painter, page); });
 }
 
 void WritePdf(const Sheet& sheet, QIODevice& out) {

@@ -8,7 +8,7 @@
 #include <QFontMetricsF>
 #include <QGuiApplication>
 
-#include "wrapped_text.h"
+#include <print/wrapped_text.h>
 
 namespace quardele::print {
 namespace {

@@ -1,4 +1,4 @@
-#include "wrapped_text.h"
+#include <print/wrapped_text.h>
 
 namespace quardele::print {
 namespace {

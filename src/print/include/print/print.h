@@ -1,8 +1,11 @@
-// Printing of sheets: one painter for preview, printer and PDF.
+// Printing of sheets and other pages: one painter for preview, printer and PDF.
 #pragma once
+
+#include <functional>
 
 #include <QIODevice>
 #include <QPagedPaintDevice>
+#include <QPainter>
 
 #include <print/sheet.h>
 
@@ -10,6 +13,10 @@ namespace quardele::print {
 
 /// A4 with margins of 10 mm, in the sheet's orientation or else portrait.
 [[nodiscard]] QPageLayout DefaultLayout(const Sheet& sheet);
+
+/// Paints pages 1 to `count`, those of the device's page ranges only where it has some, with one unit of the
+/// painter to a twip. False when the device cannot be painted on.
+bool PaintPages(QPagedPaintDevice& device, int count, const std::function<void(QPainter&, int page)>& paint);
 
 /// Paints the pages of a sheet, those of the device's page ranges only where it has some. The layout of the
 /// device's pages is taken as it is. False when the device cannot be painted on.

@@ -1,0 +1,80 @@
+#include "records.h"
+
+#include <forms/strings.h>
+
+#include "evaluator.h"
+#include "statement_text.h"
+
+namespace quardele::engine {
+
+namespace error = basic::error;
+
+namespace {
+
+CompiledFormula CompiledSelection(const ReportDefinition& report, FormulaSet& formulas) {
+    CompiledFormula selection = formulas.Compile(report.selection, QStringLiteral("formule de sélection"));
+    if (selection.onPage || selection.onTotal || selection.summing) {
+        throw basic::RuntimeError(
+            error::kInvalidArgument,
+            u"La formule de sélection ne peut dépendre ni d'un total ni d'un numéro de page.");
+    }
+    return selection;
+}
+
+std::shared_ptr<dao::Database> OpenOneFile(const engine::Database& database) {
+    const std::shared_ptr<dao::Database> file = database.Open(database.Tables().Item(1));
+    for (const std::shared_ptr<Table>& table : database.Tables()) {
+        if (!basic::EqualNoCase(database.Open(*table)->Name(), file->Name())) {
+            throw basic::RuntimeError(
+                error::kInvalidArgument,
+                forms::ToText(
+                    QStringLiteral("Les tables d'un état se trouvent dans une seule base de données ; la "
+                                   "table « %1 » est dans une autre.")
+                        .arg(table->Name())));
+        }
+    }
+    return file;
+}
+
+Records AllOf(const dao::Recordset& rows, std::size_t columns) {
+    Records records{.columns = columns, .count = rows.RowCount(), .values = {}};
+    records.values.reserve(records.count * columns);
+    for (std::size_t row = 0; row < records.count; ++row) {
+        for (std::size_t column = 0; column < columns; ++column) {
+            records.values.push_back(rows.ValueAt(row, static_cast<int>(column)));
+        }
+    }
+    return records;
+}
+
+Records Selected(const Records& all, const CompiledFormula& selection, const FormulaSet& formulas) {
+    const Evaluator evaluator(formulas, all);
+    Records records{.columns = all.columns, .count = 0, .values = {}};
+    for (std::size_t row = 0; row < all.count; ++row) {
+        if (!evaluator.Holds(selection, {.record = row})) {
+            continue;
+        }
+        for (std::size_t column = 0; column < all.columns; ++column) {
+            records.values.push_back(all.At(row, column));
+        }
+        ++records.count;
+    }
+    return records;
+}
+
+}  // namespace
+
+Records ReadRecords(const ReportDefinition& report, FormulaSet& formulas) {
+    const CompiledFormula selection = CompiledSelection(report, formulas);
+    if (report.database.Tables().Count() == 0) {
+        return {};
+    }
+    const std::shared_ptr<dao::Database> file = OpenOneFile(report.database);
+    const Text statement = StatementText(report, formulas, selection);
+    const std::shared_ptr<dao::Recordset> rows = file->OpenRecordset(statement, dao::RecordsetType::Snapshot);
+    Records records = AllOf(*rows, formulas.Columns().size());
+    rows->Close();
+    return report.selection.trimmed().isEmpty() ? records : Selected(records, selection, formulas);
+}
+
+}  // namespace quardele::engine

@@ -13,6 +13,11 @@ QVersionNumber Version() {
     return QVersionNumber::fromString(QCoreApplication::applicationVersion());
 }
 
+QString& PathForTests() {
+    static QString path;
+    return path;
+}
+
 }  // namespace
 
 int App::Major() {
@@ -29,9 +34,16 @@ QString App::Title() {
 }
 
 QString App::Path() {
+    if (!PathForTests().isEmpty()) {
+        return PathForTests();
+    }
     const QString path =
         ToQString(basic::WindowsPath(QCoreApplication::applicationDirPath().toStdU16String()));
     return path.endsWith(u'\\') ? path.chopped(1) : path;
+}
+
+void App::SetPathForTests(const QString& path) {
+    PathForTests() = path;
 }
 
 QString Command() {

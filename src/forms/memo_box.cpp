@@ -5,6 +5,7 @@
 
 #include <forms/controls.h>
 
+#include "key_press.h"
 #include "palette.h"
 #include "style.h"
 
@@ -45,6 +46,9 @@ qsizetype MemoBox::Room() const {
 }
 
 void MemoBox::keyPressEvent(QKeyEvent* event) {
+    if (TellKeyDown(*this, *event)) {
+        return;
+    }
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool isLetter = !event->text().isEmpty() && event->text().front().isPrint();
     const bool adds = isEnter || (isLetter && !event->modifiers().testFlag(Qt::ControlModifier));

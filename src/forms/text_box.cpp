@@ -4,7 +4,7 @@
 
 #include <forms/controls.h>
 
-#include "key_codes.h"
+#include "key_press.h"
 #include "style.h"
 
 namespace quardele::forms {
@@ -61,12 +61,8 @@ void TextBox::CutToMaxLength() {
 }
 
 void TextBox::keyPressEvent(QKeyEvent* event) {
-    int keyCode = KeyCodeOf(*event);
-    if (keyCode != 0) {
-        emit KeyDown(keyCode, ShiftOf(*event));
-        if (keyCode == 0) {
-            return;
-        }
+    if (TellKeyDown(*this, *event)) {
+        return;
     }
     // Alt with Ctrl is the AltGr of some keyboards, which makes characters; Alt alone does not.
     const Qt::KeyboardModifiers modifiers = event->modifiers();

@@ -4,11 +4,11 @@
 #include <forms/msg_box.h>
 #include <forms/runtime.h>
 #include <listtools/list_tool_context.h>
+#include <listtools/selection.h>
 #include <services/translation.h>
 
 #include "dialog.h"
 #include "pointer.h"
-#include "texts.h"
 #include "ui_fselect.h"
 
 namespace quardele::listtools {
@@ -17,22 +17,10 @@ namespace {
 
 using services::TRAD;
 
-/// A failure does not stop the selection: it is told, and the next statement runs.
-void ReportFailure(const basic::RuntimeError& error) {
-    forms::Screen::SetMousePointer(kNormalPointer);
-    ReportError(QStringLiteral("SELECTION (ERREUR "), error);
-}
-
-/// The statement of the clauses in force.
-QString Statement(const ListToolContext& context) {
-    QString sql = context.SelectPart;
-    if (!context.WherePart.isEmpty()) {
-        sql += QStringLiteral(" Where ") + Trimmed(context.WherePart) + u' ';
-    }
-    if (!context.OrderPart.isEmpty()) {
-        sql += QStringLiteral(" Order by ") + Trimmed(context.OrderPart);
-    }
-    return sql + u';';
+/// The form that the dialog was opened from.
+const forms::Form& Caller() {
+    constexpr int kBehindTheCaller = 2;
+    return forms::Forms::Item(forms::Forms::Count() - kBehindTheCaller);
 }
 
 }  // namespace
@@ -80,7 +68,7 @@ void FSELECT::CTX3_SELECTION_KeyPress(int& character) {
 /// stays open for another try.
 void FSELECT::Cmd_GoSelection_Click() {
     forms::Screen::SetMousePointer(kBusyPointer);
-    basic::ResumeNext statement(ReportFailure);
+    basic::ResumeNext statement(ReportSelectionFailure);
     const std::optional<QString> comparison = ComparisonWord();
     if (!comparison) {
         statement([this] { forms::SetFocus(DBC3_SELECTION); });
@@ -88,7 +76,7 @@ void FSELECT::Cmd_GoSelection_Click() {
     }
     Condition condition = Condition::Ready;
     if (CTX3_SELECTION->Text().isEmpty()) {
-        statement(BringBackStartingFilter);
+        statement([] { BringBackStartingFilter(Caller()); });
     } else {
         statement([&] { condition = AddCondition(*comparison); });
     }
@@ -96,52 +84,14 @@ void FSELECT::Cmd_GoSelection_Click() {
         return;
     }
     if (condition == Condition::Ready) {
-        Refill(statement);
+        const ListToolContext& context = TheListToolContext();
+        Refill(GridOf(context), DataOf(context), statement);
+        ShowRows(GridOf(context), DataOf(context), statement);
     } else {
         forms::MsgBox(TRAD(QStringLiteral("Ce mode de sélection est impossible sur ce type colonne...")));
     }
     Unload();
     forms::Screen::SetMousePointer(kNormalPointer);
-}
-
-void FSELECT::BringBackStartingFilter() {
-    constexpr int kBehindTheCaller = 2;
-    const QString filter = forms::Forms::Item(forms::Forms::Count() - kBehindTheCaller).Tag();
-    TheListToolContext().WherePart = filter == kNoFilter ? QString() : filter;
-}
-
-void FSELECT::Refill(basic::ResumeNext& statement) {
-    const ListToolContext& context = TheListToolContext();
-    forms::Grid& grid = GridOf(context);
-    forms::DataControl& data = DataOf(context);
-    statement([&] { grid.SetReDraw(false); });
-    statement([&] { data.SetRecordSource(Statement(context)); });
-    statement([&] {
-        if (grid.VirtualMode()) {
-            grid.SetVirtualMaxRows(-1);
-        } else {
-            grid.SetMaxRows(0);
-        }
-    });
-    statement([&] { data.Refresh(); });
-    ShowRows(statement);
-}
-
-/// A list without rows is not drawn anew until another selection finds some. Where it is unknown whether
-/// there are rows the statements for a list with rows run.
-void FSELECT::ShowRows(basic::ResumeNext& statement) {
-    const ListToolContext& context = TheListToolContext();
-    forms::Grid& grid = GridOf(context);
-    bool empty = false;
-    statement([&] { empty = DataOf(context).Opened().RecordCount() == 0; });
-    if (empty) {
-        forms::MsgBox(TRAD(QStringLiteral("Sélection vide.")));
-        return;
-    }
-    statement([&] { grid.SetRow(1); });
-    statement([&] { grid.SetCol(context.ActiveCol); });
-    statement([&] { grid.Action(0); });
-    statement([&] { grid.SetReDraw(true); });
 }
 
 }  // namespace quardele::listtools

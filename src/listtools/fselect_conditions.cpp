@@ -11,6 +11,7 @@
 #include <forms/strings.h>
 #include <listtools/fselect.h>
 #include <listtools/list_tool_context.h>
+#include <listtools/selection.h>
 #include <services/translation.h>
 #include <shell/form_support.h>
 
@@ -26,14 +27,6 @@ using forms::CellType;
 /// The entries of the list of comparisons that are looked at one by one.
 constexpr int kStartsWith = 0;
 constexpr int kContains = 5;
-
-/// Makes room for one more condition.
-void JoinToConditions() {
-    QString& where = TheListToolContext().WherePart;
-    if (!where.isEmpty()) {
-        where = Trimmed(where) + QStringLiteral(" and ");
-    }
-}
 
 /// The blank that `condition` starts with takes the place of the one that goes here.
 void Append(const QString& condition) {

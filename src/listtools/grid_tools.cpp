@@ -8,11 +8,11 @@
 #include <listtools/fclasse.h>
 #include <listtools/fselect.h>
 #include <listtools/list_tool_context.h>
+#include <listtools/selection.h>
 #include <services/translation.h>
 #include <shell/form_support.h>
 
 #include "export_list.h"
-#include "texts.h"
 
 namespace quardele::listtools {
 
@@ -53,19 +53,10 @@ class ListHold {
     ListHold& operator=(const ListHold&) = delete;
 };
 
-/// Writes down the filter that a form started with, the first time that a tool is used on it.
-void KeepStartingFilter(const QString& where) {
-    forms::Form& caller = forms::Forms::Item(forms::Forms::Count() - 1);
-    if (!Trimmed(caller.Tag()).isEmpty()) {
-        return;
-    }
-    caller.SetTag(Trimmed(where).isEmpty() ? kNoFilter.toString() : where);
-}
-
 void TakeApart(const forms::DataControl& data) {
     ListToolContext& context = TheListToolContext();
     shell::SplitRecordSource(data.RecordSource(), context.SelectPart, context.WherePart, context.OrderPart);
-    KeepStartingFilter(context.WherePart);
+    KeepStartingFilter(forms::Forms::Item(forms::Forms::Count() - 1));
 }
 
 void PrintList(forms::Grid& grid) {

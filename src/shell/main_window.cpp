@@ -9,6 +9,7 @@
 #include <forms/runtime.h>
 #include <forms/strings.h>
 #include <services/translation.h>
+#include <shell/f_evolution.h>
 #include <shell/session.h>
 
 #include "control_appli.h"
@@ -174,9 +175,7 @@ void MDIMENU_VEH::M_RELANC_Click() {
 
 void MDIMENU_VEH::M_INFOS_Click() {
     TheSession().NUMAPPLI_COURANT = kModuleNumber;
-    if (TheMenuForms().changeLog) {
-        TheMenuForms().changeLog().Show(forms::ShowMode::Modal);
-    }
+    forms::Instance<F_EVOLUTION>().Show(forms::ShowMode::Modal);
 }
 
 void MDIMENU_VEH::M_PARAM_Click() {

@@ -33,6 +33,7 @@ FFICVEH::FFICVEH()
     : Form(QStringLiteral("FFICVEH"), forms::FormKind::MdiChild), ui_(std::make_unique<Ui::FFICVEH>()) {
     ui_->setupUi(Surface());
     Cmd_ToolBar = {Surface(), QStringLiteral("Cmd_ToolBar")};
+    Cmd_ToolBar_Histo = {Surface(), QStringLiteral("Cmd_ToolBar_Histo")};
     CTX_USER = {Surface(), QStringLiteral("CTX_USER")};
     CTL_USER = {Surface(), QStringLiteral("CTL_USER")};
     CTX_USERCHER = {Surface(), QStringLiteral("CTX_USERCHER")};
@@ -44,6 +45,9 @@ FFICVEH::FFICVEH()
     ConnectCommands();
     ConnectSaving();
     ConnectVisits();
+    ConnectHistory();
+    ConnectDateSelection();
+    ConnectQuickSearch();
 }
 
 FFICVEH::~FFICVEH() = default;

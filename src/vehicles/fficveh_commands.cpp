@@ -1,10 +1,11 @@
-// The commands on a vehicle's record that do not save it: a new one, delete, refresh, quit.
+// The commands on a vehicle's record that do not save it: a new one, delete, refresh, documents, quit.
 #include <forms/data_control.h>
 #include <forms/events.h>
 #include <forms/grid.h>
 #include <forms/msg_box.h>
 #include <forms/strings.h>
 #include <services/translation.h>
+#include <shell/document_links.h>
 #include <shell/form_support.h>
 #include <vehicles/fficveh.h>
 
@@ -20,6 +21,7 @@ void FFICVEH::ConnectCommands() {
     forms::On(ui_->Cmd_Delete, &forms::Button::Click, this, [this] { Cmd_Delete_Click(); });
     forms::On(ui_->CMD_REFRESH, &forms::Button::Click, this, [this] { CMD_REFRESH_Click(); });
     forms::On(ui_->Cmd_Quitter, &forms::Button::Click, this, [this] { Cmd_Quitter_Click(); });
+    forms::On(ui_->Cmd_Images, &forms::Button::Click, this, [this] { Cmd_Images_Click(); });
 }
 
 /// Asks for no pending entry: the data control saves what was changed in the record that is left. The name of
@@ -77,6 +79,10 @@ void FFICVEH::Cmd_Quitter_Click() {
         return;
     }
     Unload();
+}
+
+void FFICVEH::Cmd_Images_Click() {
+    shell::OpenDocumentLinks(QStringLiteral("TARVOLE-VEHICULES"), ui_->CTX_IMMAT->Text());
 }
 
 }  // namespace quardele::vehicles

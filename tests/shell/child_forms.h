@@ -39,15 +39,6 @@ class RemindersDouble : public ChildForm {
     RemindersDouble() : ChildForm(QStringLiteral("RELANCES")) {}
 };
 
-/// Stands in for the dialog behind the entry for information.
-class ChangeLogDouble : public forms::Form {
-    Q_OBJECT
- public:
-    ChangeLogDouble() : Form(QStringLiteral("NOUVEAUTES"), forms::FormKind::Dialog) {
-        Surface()->resize(300, 200);
-    }
-};
-
 /// Points the main window's menu at the doubles.
 void WireChildForms();
 

@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include <forms/runtime.h>
+#include <shell/f_evolution.h>
 #include <shell/main_window.h>
 #include <shell/session.h>
 #include <support/boxes.h>
@@ -68,7 +69,6 @@ class MainWindowTest : public QObject {
     void AResizeFitsHiddenChildFormsToo();
     void AResizeLeavesMinimizedAndMaximizedChildForms();
     void AMinimizedWindowLeavesItsChildForms();
-    void InformationsRecordsTheModule();
     void InformationsShowTheChangeLogModally();
     void ParametersShowTheSize();
     void AFailureOfAnyKindIsShownAndEndsTheProcess();
@@ -92,7 +92,6 @@ void MainWindowTest::init() {
 
 void MainWindowTest::cleanup() {
     tests::StopProgram();
-    shell::TheMenuForms().changeLog = nullptr;
     installation_.reset();
 }
 
@@ -220,30 +219,22 @@ void MainWindowTest::AMinimizedWindowLeavesItsChildForms() {
     QCOMPARE(Vehicles().Height(), height);
 }
 
-void MainWindowTest::InformationsRecordsTheModule() {
-    QCOMPARE(shell::TheSession().NUMAPPLI_COURANT, 0);
-    MainWindow().M_INFOS->trigger();
-    QCOMPARE(shell::TheSession().NUMAPPLI_COURANT, 10);
-    QCOMPARE(forms::Forms::Count(), 1);
-}
-
 void MainWindowTest::InformationsShowTheChangeLogModally() {
-    shell::TheMenuForms().changeLog = []() -> forms::Form& {
-        return forms::Instance<tests::ChangeLogDouble>();
-    };
+    QCOMPARE(shell::TheSession().NUMAPPLI_COURANT, 0);
     Qt::WindowModality modality = Qt::NonModal;
-    int module = 0;
+    QString caption;
     QTimer::singleShot(0, this, [&] {
-        auto& changeLog = forms::Instance<tests::ChangeLogDouble>();
+        auto& changeLog = forms::Instance<shell::F_EVOLUTION>();
         modality = changeLog.Window()->windowModality();
-        module = shell::TheSession().NUMAPPLI_COURANT;
-        changeLog.Hide();
+        caption = changeLog.Caption();
+        changeLog.Unload();
     });
-    // Comes back once the dialog is hidden.
+    // Comes back once the dialog is gone.
     MainWindow().M_INFOS->trigger();
     QCOMPARE(modality, Qt::ApplicationModal);
-    QCOMPARE(module, 10);
-    QVERIFY(!forms::Instance<tests::ChangeLogDouble>().Visible());
+    QCOMPARE(shell::TheSession().NUMAPPLI_COURANT, 10);
+    QCOMPARE(caption, QStringLiteral("Evolutions Suivi Véhicules"));
+    QCOMPARE(forms::Forms::Count(), 1);
 }
 
 void MainWindowTest::ParametersShowTheSize() {

@@ -28,10 +28,12 @@ void MakeWritable(const std::filesystem::path& folder) {
 
 }  // namespace
 
-Installation::Installation() : driveC_(FreshFolder() / "drive_c"), before_(std::filesystem::current_path()) {
+Installation::Installation() : Installation(std::filesystem::path(QUARDELE_INSTALLATION_DIR) / "QUARDELE") {}
+
+Installation::Installation(const std::filesystem::path& source)
+    : driveC_(FreshFolder() / "drive_c"), before_(std::filesystem::current_path()) {
     std::filesystem::create_directories(driveC_);
-    std::filesystem::copy(std::filesystem::path(QUARDELE_INSTALLATION_DIR) / "QUARDELE", Root(),
-                          std::filesystem::copy_options::recursive);
+    std::filesystem::copy(source, Root(), std::filesystem::copy_options::recursive);
     MakeWritable(Root());
     std::filesystem::create_directories(Root() / "VEH");
     drives_ = basic::DriveTable::Session();

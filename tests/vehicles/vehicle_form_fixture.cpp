@@ -10,8 +10,15 @@
 namespace quardele::tests {
 
 RunningProgram::RunningProgram() {
-    const Start start = StartProgram();
-    if (start.ended) {
+    Start();
+}
+
+RunningProgram::RunningProgram(const std::filesystem::path& source) : installation_(source) {
+    Start();
+}
+
+void RunningProgram::Start() {
+    if (StartProgram().ended) {
         qFatal("the program ended during start-up");
     }
 }

@@ -32,6 +32,8 @@ inline constexpr int kRecordTab = 1;
 class RunningProgram {
  public:
     RunningProgram();
+    /// On a copy of another installation.
+    explicit RunningProgram(const std::filesystem::path& source);
     ~RunningProgram();
     RunningProgram(const RunningProgram&) = delete;
     RunningProgram& operator=(const RunningProgram&) = delete;
@@ -41,8 +43,11 @@ class RunningProgram {
 
     /// The machine's path of the data file.
     [[nodiscard]] std::filesystem::path DataFile() const { return installation_.File("DATA/talmeon.mdb"); }
+    [[nodiscard]] const support::Installation& Files() const { return installation_; }
 
  private:
+    static void Start();
+
     support::Installation installation_;
 };
 

@@ -78,6 +78,7 @@ class MemoBox : public QPlainTextEdit, public TextEntry {
     void Change();
     void GotFocus();
     void LostFocus();
+    void KeyDown(int& keyCode, int shift);
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -44,6 +44,8 @@ namespace App {
 [[nodiscard]] QString Title();
 /// The program's folder as a Windows path, without a trailing backslash.
 [[nodiscard]] QString Path();
+/// Tests say where the program lies; an empty path brings back the real one.
+void SetPathForTests(const QString& path);
 }  // namespace App
 
 /// The command line behind the program's name.

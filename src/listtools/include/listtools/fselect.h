@@ -5,7 +5,6 @@
 
 #include <QString>
 
-#include <basic/resume_next.h>
 #include <forms/controls.h>
 #include <forms/drop_down.h>
 #include <forms/form.h>
@@ -44,10 +43,6 @@ class FSELECT : public forms::Form {
     [[nodiscard]] Condition AddTickCondition();
     [[nodiscard]] Condition AddNumberCondition(const QString& comparison) const;
     [[nodiscard]] Condition AddTextCondition(const QString& comparison) const;
-
-    static void BringBackStartingFilter();
-    static void Refill(basic::ResumeNext& statement);
-    static void ShowRows(basic::ResumeNext& statement);
 };
 
 }  // namespace quardele::listtools

@@ -21,7 +21,7 @@ struct ListToolContext {
     /// The column's field, never empty while a dialog is open, and its header text.
     QString FieldName;
     QString ColumnTitle;
-    forms::CellType ColumnType = forms::CellType::Edit;
+    forms::CellType ColumnType = forms::CellType::Date;
     /// The three clauses of the data control's RecordSource, in capitals, without their keywords.
     QString SelectPart;
     QString WherePart;

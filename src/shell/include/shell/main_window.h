@@ -19,7 +19,6 @@ namespace quardele::shell {
 struct MenuForms {
     std::function<forms::Form&()> vehicles;
     std::function<forms::Form&()> reminders;
-    std::function<forms::Form&()> changeLog;  ///< shown modally; nothing happens while it is not set
 };
 [[nodiscard]] MenuForms& TheMenuForms();
 

@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <vector>
 
 #include <dao/dao.h>
 #include <forms/controls.h>
@@ -13,7 +15,13 @@ namespace Ui {
 class FFICVEH;
 }
 
+namespace quardele::basic {
+class ResumeNext;
+}
+
 namespace quardele::vehicles {
+
+struct QuickSearchTerm;
 
 /// Child form of the main window. The list moves the current record of DBD_TVEH, and the bound boxes of the
 /// record follow; the customer's name and the visits are read anew each time the record is entered. The
@@ -23,6 +31,12 @@ class FFICVEH : public forms::Form {
  public:
     FFICVEH();
     ~FFICVEH() override;
+
+    /// Opens the search for a vehicle by its user fields, which stands on the list's tab. Nothing calls it in
+    /// this edition, whose list has no button for it.
+    void OpenQuickSearch();
+    /// Opens the search in the list's active column. Nothing calls it either: a right click does the same.
+    void OpenListSearch();
 
  protected:
     void Form_Load() override;
@@ -87,6 +101,7 @@ class FFICVEH : public forms::Form {
     void Cmd_Delete_Click();
     void CMD_REFRESH_Click();
     void Cmd_Quitter_Click();
+    void Cmd_Images_Click();
     void ReloadVehicles();
 
     // Record: saving and cancelling it together with its visits.
@@ -118,6 +133,29 @@ class FFICVEH : public forms::Form {
     void DBG_TypTrav_KeyDown(int keyCode);
     void Cmd_Fermer_TypTrav_Click();
 
+    // History of the vehicle's jobs.
+    void ConnectHistory();
+    void CMD_HistoVis_Click();
+    void Cmd_ToolBar_Histo_Click(int index);
+    void PrintHistory();
+    void DBG_HISTO_Click(int col);
+    void OpenJobDetail();
+    void CloseJobDetail();
+
+    // Selection of jobs by date.
+    void ConnectDateSelection();
+    void OpenDateSelection();
+    void CTX_ChoixDate_LostFocus();
+    void Cmd_SelDate_Select_Click();
+    [[nodiscard]] std::optional<QString> DateComparison() const;
+    [[nodiscard]] bool AddDateCondition(const QString& comparison) const;
+    void ShowSelectedJobs(basic::ResumeNext& statement);
+
+    // Quick search.
+    void ConnectQuickSearch();
+    void Cmd_GoCherche_Click();
+    [[nodiscard]] std::vector<QuickSearchTerm> QuickSearchTerms() const;
+
     // User fields.
     void init_user();
     void ReadUserParameters();
@@ -127,6 +165,7 @@ class FFICVEH : public forms::Form {
 
     std::unique_ptr<Ui::FFICVEH> ui_;
     forms::ControlArray<forms::Button> Cmd_ToolBar;
+    forms::ControlArray<forms::Button> Cmd_ToolBar_Histo;
     forms::ControlArray<forms::TextBox> CTX_USER;
     forms::ControlArray<forms::Label> CTL_USER;
     forms::ControlArray<forms::TextBox> CTX_USERCHER;

@@ -10,12 +10,14 @@
 
 namespace quardele::support {
 
-/// Makes a fresh folder with a copy of the installation that the build makes as drive_c/QUARDELE, points
-/// drive C: of the session's drive table at it and makes C:\QUARDELE\VEH the current folder; all is undone
-/// and removed at the end.
+/// Makes a fresh folder with a copy of an installation as drive_c/QUARDELE, points drive C: of the session's
+/// drive table at it and makes C:\QUARDELE\VEH the current folder; all is undone and removed at the end.
 class Installation {
  public:
+    /// A copy of the one that the build makes.
     Installation();
+    /// A copy of a folder.
+    explicit Installation(const std::filesystem::path& source);
     ~Installation();
     Installation(const Installation&) = delete;
     Installation& operator=(const Installation&) = delete;

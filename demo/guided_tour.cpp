@@ -22,6 +22,11 @@ namespace {
 
 using reminders::FRELANCES;
 
+// Columns of the history and what a date takes in it, without its time.
+constexpr int kDateColumn = 1;
+constexpr int kDateLength = 10;
+
+// Columns of the reminders.
 constexpr int kRegistrationColumn = 2;
 constexpr int kCustomerColumn = 4;
 constexpr int kLetterColumn = 8;
@@ -41,6 +46,7 @@ class Tour {
         ShowVehicles();
         ShowReminders();
         MakeLetters();
+        ShowChangeLog();
         return std::move(result_);
     }
 
@@ -64,6 +70,7 @@ class Tour {
         ShowListTools();
         PressKeys({Qt::Key_Return});
         Show("Fiche d'un véhicule", "fiche");
+        ShowHistory();
         PressKeys({Qt::Key_F8});
         EnterVehicle();
         ChangeAndDeleteVehicle();
@@ -115,6 +122,62 @@ class Tour {
         Settle();
         VehicleControl("DBG_Liste").setFocus();
         Settle();
+    }
+
+    /// The jobs of a vehicle that has some, the text of one of them, and a selection by date.
+    void ShowHistory() {
+        ToVehicleWithJobs();
+        Show("Historique des visites", "historique");
+        ShowJobDetail();
+        Click(VehicleControl("Cmd_ToolBar_Histo_0"));
+        VehicleControl("BXC_ChoixDate").setFocus();
+        PressKeys({Qt::Key_Down, Qt::Key_Return});
+        TypeText(HistoryCell(kDateColumn, Jobs().MaxRows() / 2).left(kDateLength));
+        PressKeys({Qt::Key_Return});
+        Show("Sélection par date", "historique-date");
+        PressKeys({Qt::Key_Return});
+        Show("Affaires choisies", "historique-choisi");
+        PressKeys({Qt::Key_Escape});
+    }
+
+    /// Goes down the list until the history of a vehicle fills some lines.
+    static void ToVehicleWithJobs() {
+        constexpr int kJobs = 6;
+        constexpr int kMostVehicles = 300;
+        for (int vehicle = 0; vehicle < kMostVehicles; ++vehicle) {
+            Click(VehicleControl("CMD_HistoVis"));
+            if (Jobs().MaxRows() >= kJobs) {
+                return;
+            }
+            PressKeys({Qt::Key_Escape, Qt::Key_F8, Qt::Key_Down, Qt::Key_Return});
+        }
+    }
+
+    /// Of the first job that has a text; the history's list has the cursor in its first column afterwards.
+    void ShowJobDetail() {
+        const auto& detail = static_cast<const forms::MemoBox&>(VehicleControl("CTX_DETAILAFF"));
+        for (int row = 1; row < Jobs().MaxRows() && detail.Text().isEmpty(); ++row) {
+            PressKeys({Qt::Key_Down});
+        }
+        PressKeys({Qt::Key_End, Qt::Key_Space});
+        Show("Détail d'une affaire", "historique-detail");
+        PressKeys({Qt::Key_Escape, Qt::Key_Home});
+    }
+
+    static forms::Grid& Jobs() { return static_cast<forms::Grid&>(VehicleControl("DBG_HISTO")); }
+
+    static QString HistoryCell(int column, int row) {
+        Jobs().SetRow(row);
+        Jobs().SetCol(column);
+        return Jobs().Text();
+    }
+
+    void ShowChangeLog() {
+        const ModalWatcher watcher([this](QWidget& dialog) {
+            ShowWidget(dialog, "Évolutions du module", "evolutions");
+            dialog.close();
+        });
+        ClickMenu(mainWindow_, QStringLiteral("M_INFOS"));
     }
 
     /// A new vehicle with two visits, typed from box to box and from cell to cell.

@@ -80,7 +80,9 @@ int main(int argc, char* argv[]) {
         qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
-    QApplication application(argc, argv);
+    // The program takes its command line for the number of a module: it sees none.
+    int onlyTheName = 1;
+    QApplication application(onlyTheName, argv);
     SetUpProgram(application);
 
     QCommandLineParser arguments;
@@ -94,7 +96,7 @@ int main(int argc, char* argv[]) {
                                     QStringLiteral("dossier"));
     arguments.addOption(images);
     const demo::ScaleOptions scale(arguments);
-    arguments.process(application);
+    arguments.process(QStringList(argv, argv + argc));
 
     const QStringList words = arguments.positionalArguments();
     if (words.size() != 2 || (words[0] != u"make" && words[0] != u"tour")) {

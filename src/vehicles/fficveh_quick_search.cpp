@@ -1,5 +1,5 @@
-// The search for a vehicle by the values of its user fields, in a frame in front of the list. Nothing opens it
-// in this edition.
+// The search for a vehicle by the values of its user fields, in a frame in front of the list. Nothing opens
+// it in this edition.
 #include <forms/data_control.h>
 #include <forms/events.h>
 #include <forms/grid.h>

@@ -6,8 +6,7 @@ namespace {
 
 /// When a detail line left, or else another date.
 QString DateOfJob(const QString& otherwise) {
-    return QStringLiteral(
-               "IIf([TAFF_DETAIL_DatSortieEff] Is Not Null,[TAFF_DETAIL_DatSortieEff],[%1])")
+    return QStringLiteral("IIf([TAFF_DETAIL_DatSortieEff] Is Not Null,[TAFF_DETAIL_DatSortieEff],[%1])")
         .arg(otherwise);
 }
 

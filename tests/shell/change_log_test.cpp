@@ -53,8 +53,7 @@ QString LogOfModule10() {
            Heading(1, QStringLiteral("15/06/2020")) +
            Change(QStringLiteral("Ajout des champs Note 1 et Note 2 sur la fiche véhicule.")) +
            Change(QStringLiteral("Filtre par site dans les relances.")) +
-           Heading(0, QStringLiteral("04/03/2019")) +
-           Change(QStringLiteral("Première version du module."));
+           Heading(0, QStringLiteral("04/03/2019")) + Change(QStringLiteral("Première version du module."));
 }
 
 QString LogOfModule2() {
@@ -234,8 +233,7 @@ void ChangeLogTest::AChosenModuleReplacesTheLog() {
              QStringLiteral("SELECT TEVOLUTION.NUMAPPLI, TEVOLUTION.REVISION, TEVOLUTION.DATE, "
                             "TEVOLUTION.DETAIL From TEVOLUTION WHERE TEVOLUTION.NUMAPPLI = 2 "
                             "ORDER BY TEVOLUTION.NUMAPPLI, TEVOLUTION.REVISION DESC;"));
-    QCOMPARE(form.DBD_Modules->RecordSource(),
-             QStringLiteral("SELECT * From TNUMAPPLI ORDER BY NUMAPPLI;"));
+    QCOMPARE(form.DBD_Modules->RecordSource(), QStringLiteral("SELECT * From TNUMAPPLI ORDER BY NUMAPPLI;"));
 }
 
 void ChangeLogTest::ClearingTheChoiceChangesNothing() {

@@ -1,5 +1,5 @@
-// A program that another one starts: writes its arguments, line by line, to "tool.seen" in the current folder,
-// stays until there is a file "tool.go", writes "tool.done" and ends. Gives up after some seconds.
+// A program that another one starts: writes its arguments, line by line, to "tool.seen" in the current
+// folder, stays until there is a file "tool.go", writes "tool.done" and ends. Gives up after some seconds.
 #include <chrono>
 #include <filesystem>
 #include <fstream>

@@ -88,9 +88,21 @@ void MemoBox::paintEvent(QPaintEvent* event) {
     }
 }
 
+void MemoBox::changeEvent(QEvent* event) {
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::ReadOnlyChange) {
+        ShowFace();
+    }
+}
+
 void MemoBox::DataChangedChanged() {
+    ShowFace();
+}
+
+void MemoBox::ShowFace() {
+    const QColor unchanged = isReadOnly() ? colors::kLocked : colors::kEntry;
     QPalette colours = palette();
-    colours.setColor(QPalette::Base, HasPendingChange() ? colors::kPendingFill : colors::kEntry);
+    colours.setColor(QPalette::Base, HasPendingChange() ? colors::kPendingFill : unchanged);
     setPalette(colours);
     viewport()->update();
 }

@@ -74,6 +74,29 @@ class MemoBoxTest : public QObject {
         QVERIFY(!box_->DataChanged());
     }
 
+    void AKeyIsToldBeforeItActsAndMayBeSwallowed() {
+        QList<int> codes;
+        connect(box_, &MemoBox::KeyDown, [&codes](int& keyCode, int) {
+            codes.append(keyCode);
+            if (keyCode == 'B') {
+                keyCode = 0;
+            }
+        });
+        box_->SetText(QString());
+        QTest::keyClicks(box_, QStringLiteral("abc"));
+        QTest::keyClick(box_, Qt::Key_Escape);
+        QCOMPARE(codes, (QList<int>{'A', 'B', 'C', 27}));
+        QCOMPARE(box_->Text(), QStringLiteral("ac"));
+    }
+
+    void ALockedBoxIsGrey() {
+        const QColor toTypeIn = box_->palette().color(QPalette::Base);
+        box_->setReadOnly(true);
+        QVERIFY(box_->palette().color(QPalette::Base) != toTypeIn);
+        box_->setReadOnly(false);
+        QCOMPARE(box_->palette().color(QPalette::Base), toTypeIn);
+    }
+
  private:
     std::unique_ptr<test::Stage> stage_;
     MemoBox* box_ = nullptr;

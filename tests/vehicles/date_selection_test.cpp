@@ -254,9 +254,8 @@ void DateSelectionTest::TheStatementOfAComparison() {
     QFETCH(const QString, word);
     QFETCH(const QStringList, labels);
     SelectDate(entry, QStringLiteral("02/05/2024"));
-    QCOMPARE(Source(),
-             Statement(OwnCondition(kVehicle) + QStringLiteral(" and ") + kDate + word +
-                       QStringLiteral(" #05/02/24#")));
+    QCOMPARE(Source(), Statement(OwnCondition(kVehicle) + QStringLiteral(" and ") + kDate + word +
+                                 QStringLiteral(" #05/02/24#")));
     QCOMPARE(ShownLabels(), labels);
     QVERIFY(!FrameShown());
     QCOMPARE(forms::Screen::MousePointer(), 0);
@@ -280,9 +279,9 @@ void DateSelectionTest::SelectionsAddUp() {
     SelectDate(0, QStringLiteral("01/01/2000"));
     QCOMPARE(ShownLabels(), (QStringList{"2026", "2024"}));
     SelectDate(1, QStringLiteral("01/01/2025"));
-    QCOMPARE(Source(), Statement(OwnCondition(kVehicle) + QStringLiteral(" AND ") + InCapitals(kDate) +
-                                 QStringLiteral("> #01/01/00# and ") + kDate +
-                                 QStringLiteral("< #01/01/25#")));
+    QCOMPARE(Source(),
+             Statement(OwnCondition(kVehicle) + QStringLiteral(" AND ") + InCapitals(kDate) +
+                       QStringLiteral("> #01/01/00# and ") + kDate + QStringLiteral("< #01/01/25#")));
     QCOMPARE(ShownLabels(), QStringList{"2024"});
 }
 
@@ -359,8 +358,8 @@ void DateSelectionTest::NullAndVideHaveABranchThatTheBoxNeverLetsThrough_data() 
 void DateSelectionTest::NullAndVideHaveABranchThatTheBoxNeverLetsThrough() {
     QFETCH(const QString, word);
     SelectAsItStands(2, word);
-    QCOMPARE(Source(), Statement(OwnCondition(kVehicle) + QStringLiteral(" and ") + kDate +
-                                 QStringLiteral("= Null")));
+    QCOMPARE(Source(),
+             Statement(OwnCondition(kVehicle) + QStringLiteral(" and ") + kDate + QStringLiteral("= Null")));
     // Nothing equals Null.
     CompareBoxes(program_->boxes, {QStringLiteral("Sélection vide.")});
 }
@@ -401,12 +400,13 @@ void DateSelectionTest::AnEmptySelectionKeepsTheOldPicture() {
 void DateSelectionTest::AFailureIsToldAndTheRestRuns() {
     Data("DBD_HISTO")->SetRecordSource(QStringLiteral("SELECT * FROM TAFF ORDER BY"));
     SelectDate(0, QStringLiteral("01/01/2025"));
-    // The clauses of the context are those of the last list tool: none. The statement that comes of them is no
-    // SELECT.
+    // The clauses of the context are those of the last list tool: none. The statement that comes of them is
+    // no SELECT.
     const std::vector<support::ShownBox>& boxes = program_->boxes.Shown();
     QVERIFY(boxes.size() >= 2);
     QVERIFY2(boxes[0].text.startsWith(QStringLiteral("SELECTION (ERREUR 5): ")), qPrintable(boxes[0].text));
-    QVERIFY2(boxes[1].text.startsWith(QStringLiteral("SELECTION (ERREUR 3078): ")), qPrintable(boxes[1].text));
+    QVERIFY2(boxes[1].text.startsWith(QStringLiteral("SELECTION (ERREUR 3078): ")),
+             qPrintable(boxes[1].text));
     QVERIFY(!FrameShown());
     QCOMPARE(forms::Screen::MousePointer(), 0);
     QCOMPARE(program_->Ends(), 0);

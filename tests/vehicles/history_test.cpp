@@ -143,18 +143,17 @@ void HistoryTest::init() {
 
 void HistoryTest::TheQueryNamesTheRegistrationTwice() {
     OpenHistoryOf(QStringLiteral("2107 RC 59"));
-    QCOMPARE(
-        Data("DBD_HISTO")->RecordSource(),
-        QStringLiteral("SELECT IIf([TAFF_DETAIL_DatSortieEff] Is Not "
-                       "Null,[TAFF_DETAIL_DatSortieEff],[TAFF_DatLivrPrev]) AS DateVisite, "
-                       "TAFF.TAFF_Numaff, TAFF.TAFF_CodCli, TAFF.TAFF_CM, TAFF.TAFF_LibOpe, "
-                       "TAFF.TAFF_DetailOpe "
-                       "FROM TAFF LEFT JOIN TAFF_DETAIL ON TAFF.TAFF_Numaff = "
-                       "TAFF_DETAIL.TAFF_DETAIL_Numaff "
-                       "WHERE (((TAFF_DETAIL.TAFF_DETAIL_Ident)='2107 RC 59')) OR "
-                       "(([TAFF_Immatr]='2107 RC 59')) "
-                       "ORDER by IIf([TAFF_DETAIL_DatSortieEff] Is Not "
-                       "Null,[TAFF_DETAIL_DatSortieEff],[TAFF_DatSortieEff]) DESC;"));
+    QCOMPARE(Data("DBD_HISTO")->RecordSource(),
+             QStringLiteral("SELECT IIf([TAFF_DETAIL_DatSortieEff] Is Not "
+                            "Null,[TAFF_DETAIL_DatSortieEff],[TAFF_DatLivrPrev]) AS DateVisite, "
+                            "TAFF.TAFF_Numaff, TAFF.TAFF_CodCli, TAFF.TAFF_CM, TAFF.TAFF_LibOpe, "
+                            "TAFF.TAFF_DetailOpe "
+                            "FROM TAFF LEFT JOIN TAFF_DETAIL ON TAFF.TAFF_Numaff = "
+                            "TAFF_DETAIL.TAFF_DETAIL_Numaff "
+                            "WHERE (((TAFF_DETAIL.TAFF_DETAIL_Ident)='2107 RC 59')) OR "
+                            "(([TAFF_Immatr]='2107 RC 59')) "
+                            "ORDER by IIf([TAFF_DETAIL_DatSortieEff] Is Not "
+                            "Null,[TAFF_DETAIL_DatSortieEff],[TAFF_DatSortieEff]) DESC;"));
 }
 
 void HistoryTest::TheJobsOfAVehicleAreListed_data() {
@@ -521,9 +520,8 @@ void HistoryTest::ASortStaysUntilTheNextOpening() {
 void HistoryTest::ThePrintHeaderNamesTheVehicle() {
     OpenHistoryOf(QStringLiteral("2107 RC 59"));
     QVERIFY(PrintIsOffered());
-    QCOMPARE(
-        Grid("DBG_HISTO")->PrintHeader(),
-        QStringLiteral(R"(/c/fb1/fz"14"Immatriculation : 2107 RC 59          Marque : DACIA /n/n)"));
+    QCOMPARE(Grid("DBG_HISTO")->PrintHeader(),
+             QStringLiteral(R"(/c/fb1/fz"14"Immatriculation : 2107 RC 59          Marque : DACIA /n/n)"));
     // The page is the grid's own, not the one that the list tools set.
     QVERIFY(Grid("DBG_HISTO")->PrintOrientation() != 2);
     QCOMPARE(Form().Tag(), QString());

@@ -75,16 +75,36 @@ void QuickSearchTest::TheConditionOfEachType_data() {
     QTest::addColumn<QString>("type");
     QTest::addColumn<QString>("value");
     QTest::addColumn<QString>("condition");
-    QTest::newRow("text") << "T" << "Gazole" << "TVEH_USER9='Gazole'";
-    QTest::newRow("no type") << "" << "Gazole" << "TVEH_USER9='Gazole'";
-    QTest::newRow("apostrophe") << "T" << "l'un" << "TVEH_USER9='l'un'";
-    QTest::newRow("number") << "N" << " 12 CV" << "TVEH_USER9='12'";
-    QTest::newRow("number with a point") << "N" << "1.50" << "TVEH_USER9='1,5'";
-    QTest::newRow("number with a comma") << "N" << "1,50" << "TVEH_USER9='1'";
-    QTest::newRow("no number") << "N" << "CV" << "TVEH_USER9='0'";
-    QTest::newRow("date") << "D" << "3/4/26" << "TVEH_USER9=#04/03/2026#";
-    QTest::newRow("no date") << "D" << "hier" << "TVEH_USER9=#hier#";
-    QTest::newRow("nothing typed") << "N" << "" << "";
+    QTest::newRow("text") << "T"
+                          << "Gazole"
+                          << "TVEH_USER9='Gazole'";
+    QTest::newRow("no type") << ""
+                             << "Gazole"
+                             << "TVEH_USER9='Gazole'";
+    QTest::newRow("apostrophe") << "T"
+                                << "l'un"
+                                << "TVEH_USER9='l'un'";
+    QTest::newRow("number") << "N"
+                            << " 12 CV"
+                            << "TVEH_USER9='12'";
+    QTest::newRow("number with a point") << "N"
+                                         << "1.50"
+                                         << "TVEH_USER9='1,5'";
+    QTest::newRow("number with a comma") << "N"
+                                         << "1,50"
+                                         << "TVEH_USER9='1'";
+    QTest::newRow("no number") << "N"
+                               << "CV"
+                               << "TVEH_USER9='0'";
+    QTest::newRow("date") << "D"
+                          << "3/4/26"
+                          << "TVEH_USER9=#04/03/2026#";
+    QTest::newRow("no date") << "D"
+                             << "hier"
+                             << "TVEH_USER9=#hier#";
+    QTest::newRow("nothing typed") << "N"
+                                   << ""
+                                   << "";
 }
 
 void QuickSearchTest::TheConditionOfEachType() {

@@ -86,9 +86,12 @@ class MemoBox : public QPlainTextEdit, public TextEntry {
     void focusOutEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void insertFromMimeData(const QMimeData* source) override;
+    void changeEvent(QEvent* event) override;
     void DataChangedChanged() override;
 
  private:
+    /// White to type in, grey where it is locked, filled while a change is pending.
+    void ShowFace();
     /// How many units more fit in when the selection is replaced.
     [[nodiscard]] qsizetype Room() const;
 };

@@ -49,9 +49,10 @@ void ReadTable(jet::Database& database, const std::string& name) {
     mdb::Output out(nowhere.get());
     const auto table = database.OpenTable(basic::FromUtf8(name));
     mdb::RowWriter rows(out, mdb::RowFormat::Csv, mdb::NamesOf(table->Columns()));
+    jet::RowCells cells(*table);
     jet::RowScan scan = table->Scan();
     while (const auto row = scan.Next()) {
-        rows.Write(*table, *row);
+        rows.Write(*row, cells.Of(*row));
     }
     rows.Finish();
     out.Flush();

@@ -189,7 +189,7 @@ std::optional<basic::Date> ParseMoment(std::string_view text) {
 
 // What dump writes as a number of days because no text of a date means it.
 bool IsWithoutText(double days) {
-    std::string unused;
+    TextBuffer unused;
     return !AppendMoment(days, unused);
 }
 

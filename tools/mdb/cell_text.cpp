@@ -16,15 +16,15 @@ constexpr std::string_view kUpperHexDigits = "0123456789ABCDEF";
 constexpr double kSecondsPerDay = 86400;
 
 template <class Number>
-void AppendNumber(Number value, std::string& text) {
-    std::array<char, 40> digits;
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-    text.append(digits.data(), end.ptr);
+void AppendNumber(Number value, TextBuffer& text) {
+    constexpr std::size_t kMost = 40;
+    char* const at = text.Room(kMost);
+    text.EndAt(std::to_chars(at, at + kMost, value).ptr);
 }
 
 // Few decimals, as amounts have them. Of at most fifteen digits there is one text for a number and it is the
 // shortest, within these bounds without an exponent as well. False, and nothing appended, for all others.
-bool AppendFewDecimals(double value, std::string& text) {
+bool AppendFewDecimals(double value, TextBuffer& text) {
     constexpr double kLeast = 0.001;
     constexpr double kEnd = 100000;
     constexpr unsigned kUnit = 10000;
@@ -36,24 +36,33 @@ bool AppendFewDecimals(double value, std::string& text) {
     if (static_cast<double>(units) / kUnit != magnitude) {
         return false;
     }
-    std::array<char, 11> digits;  // -99999.9999
-    char* at = digits.data();
+    constexpr std::size_t kMost = 11;  // -99999.9999
+    char* at = text.Room(kMost);
+    char* const end = at + kMost;
     *at = '-';
-    at = std::to_chars(at + (value < 0 ? 1 : 0), digits.data() + digits.size(), units / kUnit).ptr;
+    at = std::to_chars(at + (value < 0 ? 1 : 0), end, units / kUnit).ptr;
     if (unsigned rest = units % kUnit; rest != 0) {
         *at++ = '.';
         for (; rest != 0; rest = rest * 10 % kUnit) {
             *at++ = static_cast<char>('0' + rest * 10 / kUnit);
         }
     }
-    text.append(digits.data(), at);
+    text.EndAt(at);
     return true;
 }
 
-// Two digits at a place that has room for them.
+/// The texts of 0 to 99, two digits each.
+constexpr auto kTwoDigits = [] {
+    std::array<char, 200> digits{};
+    for (std::size_t i = 0; i < digits.size(); i += 2) {
+        digits[i] = static_cast<char>('0' + i / 20);
+        digits[i + 1] = static_cast<char>('0' + i / 2 % 10);
+    }
+    return digits;
+}();
+
 void PutTwo(unsigned value, char* at) {
-    at[0] = static_cast<char>('0' + value / 10);
-    at[1] = static_cast<char>('0' + value % 10);
+    std::copy_n(kTwoDigits.data() + std::size_t{2} * value, 2, at);
 }
 
 struct Day {
@@ -124,28 +133,33 @@ std::optional<ExactTime> ExactTimeOf(double days) {
     return std::nullopt;
 }
 
-void AppendDayAndTime(std::int64_t day, unsigned second, std::string& text) {
+void AppendDayAndTime(std::int64_t day, unsigned second, TextBuffer& text) {
+    constexpr std::string_view kForm = "YYYY-MM-DD 00:00:00";
     const Day date = DayOf(day);
-    char moment[] = "YYYY-MM-DD HH:MM:SS";
-    PutTwo(date.year / 100, moment);
-    PutTwo(date.year % 100, moment + 2);
-    PutTwo(date.month, moment + 5);
-    PutTwo(date.day, moment + 8);
-    PutTwo(second / 3600, moment + 11);
-    PutTwo(second / 60 % 60, moment + 14);
-    PutTwo(second % 60, moment + 17);
-    text.append(moment, sizeof(moment) - 1);
+    char* const at = std::copy(kForm.begin(), kForm.end(), text.Room(kForm.size())) - kForm.size();
+    PutTwo(date.year / 100, at);
+    PutTwo(date.year % 100, at + 2);
+    PutTwo(date.month, at + 5);
+    PutTwo(date.day, at + 8);
+    if (second != 0) {
+        PutTwo(second / 3600, at + 11);
+        PutTwo(second / 60 % 60, at + 14);
+        PutTwo(second % 60, at + 17);
+    }
+    text.EndAt(at + kForm.size());
 }
 
 // Digits with a point before the last `scale` of them.
-void AppendScaled(std::string digits, bool negative, std::size_t scale, std::string& text) {
+void AppendScaled(std::string digits, bool negative, std::size_t scale, TextBuffer& text) {
     if (digits.size() <= scale) {
         digits.insert(0, scale + 1 - digits.size(), '0');
     }
     if (scale > 0) {
         digits.insert(digits.size() - scale, 1, '.');
     }
-    text += negative ? "-" : "";
+    if (negative) {
+        text += '-';
+    }
     text += digits;
 }
 
@@ -168,17 +182,17 @@ std::string DigitsOf(basic::Decimal decimal) {
 
 }  // namespace
 
-void AppendInteger(std::int64_t value, std::string& text) {
+void AppendInteger(std::int64_t value, TextBuffer& text) {
     AppendNumber(value, text);
 }
 
-void AppendDouble(double value, std::string& text) {
+void AppendDouble(double value, TextBuffer& text) {
     if (!AppendFewDecimals(value, text)) {
         AppendNumber(value, text);
     }
 }
 
-void AppendSingle(float value, std::string& text) {
+void AppendSingle(float value, TextBuffer& text) {
     AppendNumber(value, text);
 }
 
@@ -187,7 +201,7 @@ double MomentDays(double day, double seconds) {
     return day < 0 ? day - time : day + time;
 }
 
-bool AppendMoment(double days, std::string& text) {
+bool AppendMoment(double days, TextBuffer& text) {
     // Whole days, the most by far, need no look at the time.
     const bool isMoment = IsMoment(days);
     if (const auto whole = isMoment ? static_cast<std::int64_t>(days) : 0;
@@ -205,19 +219,19 @@ bool AppendMoment(double days, std::string& text) {
     return true;
 }
 
-void AppendAmount(basic::Currency amount, std::string& text) {
+void AppendAmount(basic::Currency amount, TextBuffer& text) {
     const bool negative = amount.tenThousandths < 0;
     const auto bits = static_cast<std::uint64_t>(amount.tenThousandths);
     constexpr std::size_t kDecimals = 4;
     AppendScaled(std::to_string(negative ? ~bits + 1 : bits), negative, kDecimals, text);
 }
 
-void AppendDecimal(const basic::Decimal& decimal, std::string& text) {
+void AppendDecimal(const basic::Decimal& decimal, TextBuffer& text) {
     AppendScaled(DigitsOf(decimal), decimal.negative, decimal.scale, text);
 }
 
 // As people write them: the first three groups are numbers, stored little-endian.
-void AppendGuid(const basic::Guid& guid, std::string& text) {
+void AppendGuid(const basic::Guid& guid, TextBuffer& text) {
     constexpr std::array<std::size_t, 16> kOrder = {3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
     text += '{';
     for (std::size_t i = 0; i < kOrder.size(); ++i) {
@@ -231,7 +245,7 @@ void AppendGuid(const basic::Guid& guid, std::string& text) {
     text += '}';
 }
 
-void AppendHex(std::span<const std::uint8_t> bytes, std::string& text) {
+void AppendHex(std::span<const std::uint8_t> bytes, TextBuffer& text) {
     for (const std::uint8_t byte : bytes) {
         text += kHexDigits[byte >> 4];
         text += kHexDigits[byte & 0x0F];

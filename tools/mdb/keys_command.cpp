@@ -18,7 +18,7 @@ int RunKeys(const Arguments& arguments, Session& session) {
     if (index < 0) {
         throw Failure(kNoIndex, {arguments.Operand(2)});
     }
-    std::string& buffer = session.out.Buffer();
+    TextBuffer& buffer = session.out.Buffer();
     jet::IndexCursor cursor = table->OpenIndex(index);
     for (bool found = cursor.First(); found; found = cursor.Next()) {
         AppendHex(cursor.KeyBytes(), buffer);

@@ -10,16 +10,15 @@ constexpr Message kCannotWrite{"écriture impossible sur la sortie", "cannot wri
 
 }  // namespace
 
-Output::Output(std::FILE* stream) : stream_(stream) {
+Output::Output(std::FILE* stream) : stream_(stream), buffer_(kLarge + kLarge / 4) {
     // Pieces are large already: a second buffer would only be one more copy.
     std::setvbuf(stream, nullptr, _IONBF, 0);
-    buffer_.reserve(kLarge + kLarge / 4);
 }
 
 void Output::Flush() {
-    const std::size_t written = std::fwrite(buffer_.data(), 1, buffer_.size(), stream_);
-    const bool isComplete = written == buffer_.size();
-    buffer_.clear();
+    const std::string_view text = buffer_.View();
+    const bool isComplete = std::fwrite(text.data(), 1, text.size(), stream_) == text.size();
+    buffer_.Clear();
     if (!isComplete) {
         throw Failure(kCannotWrite);
     }

@@ -2,8 +2,9 @@
 #pragma once
 
 #include <cstdio>
-#include <string>
 #include <string_view>
+
+#include "text_buffer.h"
 
 namespace quardele::mdb {
 
@@ -14,13 +15,13 @@ class Output {
     explicit Output(std::FILE* stream);
 
     /// The buffer; append to it and call Flush or FlushIfLarge now and then.
-    [[nodiscard]] std::string& Buffer() { return buffer_; }
+    [[nodiscard]] TextBuffer& Buffer() { return buffer_; }
     Output& operator<<(std::string_view text) {
         buffer_ += text;
         return *this;
     }
     void FlushIfLarge() {
-        if (buffer_.size() >= kLarge) {
+        if (buffer_.Size() >= kLarge) {
             Flush();
         }
     }
@@ -31,7 +32,7 @@ class Output {
     static constexpr std::size_t kLarge = std::size_t{1} << 17;
 
     std::FILE* stream_;
-    std::string buffer_;
+    TextBuffer buffer_;
 };
 
 }  // namespace quardele::mdb

@@ -83,7 +83,7 @@ void ShowLine(const Message& side, std::size_t at, std::span<const std::uint8_t>
     if (bytes.empty()) {
         return;
     }
-    std::string& buffer = session.out.Buffer();
+    TextBuffer& buffer = session.out.Buffer();
     const std::string offset = std::to_string(at);
     buffer += "  " + std::string(offset.size() < 4 ? 4 - offset.size() : 0, ' ') + offset + ' ' +
               side.In(session.language) + "  ";

@@ -24,8 +24,9 @@ int RunDump(const Arguments& arguments, Session& session) {
     RowWriter writer(session.out, FormatOf(arguments), NamesOf(table->Columns()));
     Progress progress(Progress::Beside::Output);
     jet::RowScan scan = table->Scan();
+    jet::RowCells cells(*table);
     for (std::size_t done = 0; const auto row = scan.Next(); ++done) {
-        writer.Write(*table, *row);
+        writer.Write(*row, cells.Of(*row));
         progress.ShowSometimes(done, [&table] { return table->RowCount(); });
     }
     writer.Finish();

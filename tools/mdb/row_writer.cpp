@@ -1,7 +1,6 @@
 #include "row_writer.h"
 
 #include <cmath>
-#include <optional>
 
 #include <basic/byte_words.h>
 
@@ -13,17 +12,18 @@ namespace {
 
 constexpr char kFirstPrintable = 0x20;
 
-// Whether one of eight characters does.
+// Whether one of eight characters does. The comma has the highest code of those that need quotes, and most
+// texts have none below it.
 constexpr bool NeedsQuotes(std::uint64_t word) {
-    return basic::HasByte(word, ',') || basic::HasByte(word, '"') || basic::HasByte(word, '\n') ||
-           basic::HasByte(word, '\r');
+    return basic::HasByteBelow(word, ',' + 1) && (basic::HasByte(word, ',') || basic::HasByte(word, '"') ||
+                                                  basic::HasByte(word, '\n') || basic::HasByte(word, '\r'));
 }
 constexpr bool NeedsEscape(std::uint64_t word) {
     return basic::HasByteBelow(word, kFirstPrintable) || basic::HasByte(word, '"') ||
            basic::HasByte(word, '\\');
 }
 
-void AppendEscaped(std::string_view text, std::string& result) {
+void AppendEscaped(std::string_view text, TextBuffer& result) {
     constexpr std::string_view kHexDigits = "0123456789abcdef";
     for (const char unit : text) {
         const auto code = static_cast<unsigned char>(unit);
@@ -40,7 +40,7 @@ void AppendEscaped(std::string_view text, std::string& result) {
     }
 }
 
-void AppendWithDoubledQuotes(std::string_view text, std::string& result) {
+void AppendWithDoubledQuotes(std::string_view text, TextBuffer& result) {
     for (const char unit : text) {
         if (unit == '"') {
             result += '"';
@@ -54,12 +54,16 @@ void AppendWithDoubledQuotes(std::string_view text, std::string& result) {
 RowWriter::RowWriter(Output& out, RowFormat format, const std::vector<jet::Text>& names)
     : out_(out), buffer_(out.Buffer()), isJson_(format == RowFormat::Json) {
     for (const jet::Text& name : names) {
-        std::string& start = starts_.emplace_back(starts_.empty() ? "" : ",");
+        TextBuffer start;
+        if (!starts_.empty()) {
+            start += ',';
+        }
         if (isJson_) {
             start += '"';
             AppendEscaped(basic::ToUtf8(name), start);
             start += "\":";
         }
+        starts_.emplace_back(start.View());
     }
     if (isJson_) {
         buffer_ += '[';
@@ -91,7 +95,7 @@ void RowWriter::Finish() {
     }
 }
 
-void RowWriter::BeginCell() {
+inline void RowWriter::BeginCell() {
     if (isJson_) {
         buffer_ += starts_[cell_];
     } else if (cell_ > 0) {
@@ -100,50 +104,36 @@ void RowWriter::BeginCell() {
     ++cell_;
 }
 
-void RowWriter::Write(const jet::Table& table, const jet::Row& row) {
-    BeginRow();
-    const std::vector<jet::Column>& columns = table.Columns();
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        BeginCell();
-        WriteStored(row, static_cast<int>(i), columns[i].type);
-    }
-    EndRow();
-}
-
-// The common types go without a Variant.
-void RowWriter::WriteStored(const jet::Row& row, int ordinal, jet::ColumnType type) {
-    switch (type) {
-        case jet::ColumnType::Boolean:
-            return Put(row.NumberAt(ordinal) != 0);
-        case jet::ColumnType::Text:
-        case jet::ColumnType::Memo: {
-            const std::size_t start = buffer_.size();
-            return row.AppendUtf8At(ordinal, buffer_) ? FinishText(start) : PutNull();
-        }
-        case jet::ColumnType::Byte:
-        case jet::ColumnType::Integer:
-        case jet::ColumnType::Long:
-        case jet::ColumnType::Double:
-        case jet::ColumnType::Date:
-            return WriteNumber(row, ordinal, type);
-        default:
+inline void RowWriter::WriteStored(const jet::Row& row, int ordinal, const jet::Cell& cell) {
+    switch (cell.kind) {
+        case jet::Cell::Kind::Null:
+            return PutNull();
+        case jet::Cell::Kind::Truth:
+            return Put(cell.whole != 0);
+        case jet::Cell::Kind::Whole:
+            return Put(cell.whole);
+        case jet::Cell::Kind::Number:
+            return Put(cell.number);
+        case jet::Cell::Kind::Date:
+            return Put(basic::Date{cell.number});
+        case jet::Cell::Kind::Utf8:
+            return Put(cell.text);
+        case jet::Cell::Kind::Memo:
+            memo_.clear();
+            row.AppendUtf8At(ordinal, memo_);
+            return Put(memo_);
+        case jet::Cell::Kind::Other:
             return std::visit([this](const auto& value) { Put(value); }, row.Value(ordinal).Stored());
     }
 }
 
-void RowWriter::WriteNumber(const jet::Row& row, int ordinal, jet::ColumnType type) {
-    const std::optional<double> number = row.Number(ordinal);
-    if (!number) {
-        return PutNull();
+void RowWriter::Write(const jet::Row& row, std::span<const jet::Cell> cells) {
+    BeginRow();
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        BeginCell();
+        WriteStored(row, static_cast<int>(i), cells[i]);
     }
-    switch (type) {
-        case jet::ColumnType::Double:
-            return Put(*number);
-        case jet::ColumnType::Date:
-            return Put(basic::Date{*number});
-        default:
-            return Put(static_cast<std::int32_t>(*number));
-    }
+    EndRow();
 }
 
 void RowWriter::WriteCell(const basic::Variant& value) {
@@ -171,19 +161,21 @@ void RowWriter::Put(std::int32_t value) {
 
 // JSON has no numbers for what is none: there it becomes a text.
 void RowWriter::Put(float value) {
-    const std::size_t start = buffer_.size();
-    AppendSingle(value, buffer_);
-    if (!std::isfinite(value)) {
-        FinishPlain(start);
+    if (std::isfinite(value)) {
+        return AppendSingle(value, buffer_);
     }
+    Quote();
+    AppendSingle(value, buffer_);
+    Quote();
 }
 
 void RowWriter::Put(double value) {
-    const std::size_t start = buffer_.size();
-    AppendDouble(value, buffer_);
-    if (!std::isfinite(value)) {
-        FinishPlain(start);
+    if (std::isfinite(value)) {
+        return AppendDouble(value, buffer_);
     }
+    Quote();
+    AppendDouble(value, buffer_);
+    Quote();
 }
 
 void RowWriter::Put(basic::Currency value) {
@@ -195,56 +187,53 @@ void RowWriter::Put(const basic::Decimal& value) {
 }
 
 void RowWriter::Put(basic::Date value) {
-    const std::size_t start = buffer_.size();
+    Quote();
     AppendMoment(value.days, buffer_);
-    FinishPlain(start);
+    Quote();
 }
 
 void RowWriter::Put(const basic::Guid& value) {
-    const std::size_t start = buffer_.size();
+    Quote();
     AppendGuid(value, buffer_);
-    FinishPlain(start);
+    Quote();
 }
 
 void RowWriter::Put(const basic::Binary& value) {
-    const std::size_t start = buffer_.size();
-    AppendHex(value, buffer_);
-    if (!isJson_ && value.empty()) {
+    if (value.empty()) {
         buffer_ += "\"\"";  // nothing at all would be Null
+        return;
     }
-    FinishPlain(start);
+    Quote();
+    AppendHex(value, buffer_);
+    Quote();
 }
 
 void RowWriter::Put(const basic::Text& value) {
-    const std::size_t start = buffer_.size();
-    buffer_ += basic::ToUtf8(value);
-    FinishText(start);
-}
-
-void RowWriter::FinishPlain(std::size_t start) {
-    if (isJson_) {
-        buffer_.insert(start, 1, '"');
-        buffer_ += '"';
-    }
+    Put(std::string_view(basic::ToUtf8(value)));
 }
 
 // In CSV a text is put between quotes when a reader could mistake it: for Null, for two cells, for two lines.
-void RowWriter::FinishText(std::size_t start) {
-    const std::string_view text = std::string_view(buffer_).substr(start);
+void RowWriter::Put(std::string_view text) {
     const bool isPlain =
         isJson_ ? !basic::AnyWord(text, NeedsEscape) : !text.empty() && !basic::AnyWord(text, NeedsQuotes);
     if (isPlain) {
-        return FinishPlain(start);
+        Quote();
+        buffer_ += text;
+        return Quote();
     }
-    copy_ = text;
-    buffer_.resize(start);
     buffer_ += '"';
     if (isJson_) {
-        AppendEscaped(copy_, buffer_);
+        AppendEscaped(text, buffer_);
     } else {
-        AppendWithDoubledQuotes(copy_, buffer_);
+        AppendWithDoubledQuotes(text, buffer_);
     }
     buffer_ += '"';
+}
+
+void RowWriter::Quote() {
+    if (isJson_) {
+        buffer_ += '"';
+    }
 }
 
 }  // namespace quardele::mdb

@@ -1,12 +1,13 @@
 // Rows on their way out, as comma separated values (RFC 4180) or as JSON objects.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <basic/variant.h>
-#include <jet/table.h>
+#include <jet/row_cells.h>
 
 #include "output.h"
 
@@ -31,8 +32,8 @@ class RowWriter {
     /// `names` are those of the columns.
     RowWriter(Output& out, RowFormat format, const std::vector<jet::Text>& names);
 
-    /// Writes a row of a table with all its columns.
-    void Write(const jet::Table& table, const jet::Row& row);
+    /// Writes a row of a table, all of whose cells were read.
+    void Write(const jet::Row& row, std::span<const jet::Cell> cells);
 
     void BeginRow();
     /// The next cell of the row.
@@ -43,10 +44,9 @@ class RowWriter {
 
  private:
     void BeginCell();
-    void WriteStored(const jet::Row& row, int ordinal, jet::ColumnType type);
-    void WriteNumber(const jet::Row& row, int ordinal, jet::ColumnType type);
+    void WriteStored(const jet::Row& row, int ordinal, const jet::Cell& cell);
 
-    // Each appends a value.
+    // Each appends a value; Quote what stands on both sides of one that is a text in JSON only.
     void Put(basic::Empty) { PutNull(); }
     void Put(basic::Null) { PutNull(); }
     void Put(bool value);
@@ -61,20 +61,17 @@ class RowWriter {
     void Put(const basic::Guid& value);
     void Put(const basic::Text& value);
     void Put(const basic::Binary& value);
+    void Put(std::string_view text);
     void PutNull();
-
-    // Each makes a text of what was appended to the buffer since `start`; the second one of what needs
-    // neither quotes nor escapes in it.
-    void FinishText(std::size_t start);
-    void FinishPlain(std::size_t start);
+    void Quote();
 
     Output& out_;
-    std::string& buffer_;
+    TextBuffer& buffer_;
     bool isJson_;
     std::vector<std::string> starts_;  ///< what stands before each cell
     std::size_t cell_ = 0;
     bool isFirstRow_ = true;
-    std::string copy_;
+    std::string memo_;  ///< the last one
 };
 
 }  // namespace quardele::mdb

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "damage.h"
@@ -32,15 +33,15 @@ class ByteView {
         return bytes_[at];
     }
     [[nodiscard]] std::uint16_t U16(std::size_t at) const {
-        return static_cast<std::uint16_t>(Little(at, 2));
+        return static_cast<std::uint16_t>(Little<2>(at));
     }
     [[nodiscard]] std::uint32_t U24(std::size_t at) const {
-        return static_cast<std::uint32_t>(Little(at, 3));
+        return static_cast<std::uint32_t>(Little<3>(at));
     }
     [[nodiscard]] std::uint32_t U32(std::size_t at) const {
-        return static_cast<std::uint32_t>(Little(at, 4));
+        return static_cast<std::uint32_t>(Little<4>(at));
     }
-    [[nodiscard]] std::uint64_t U64(std::size_t at) const { return Little(at, 8); }
+    [[nodiscard]] std::uint64_t U64(std::size_t at) const { return Little<8>(at); }
     [[nodiscard]] std::int16_t I16(std::size_t at) const { return static_cast<std::int16_t>(U16(at)); }
     [[nodiscard]] std::int32_t I32(std::size_t at) const { return static_cast<std::int32_t>(U32(at)); }
     [[nodiscard]] std::int64_t I64(std::size_t at) const { return static_cast<std::int64_t>(U64(at)); }
@@ -69,13 +70,15 @@ class ByteView {
             ThrowDamaged(page_, u"donnée hors limites");
         }
     }
-    [[nodiscard]] std::uint64_t Little(std::size_t at, std::size_t length) const {
+    /// Written as one expression, which the compiler makes one load of.
+    template <std::size_t length>
+    [[nodiscard]] std::uint64_t Little(std::size_t at) const {
         Check(at, length);
-        std::uint64_t value = 0;
-        for (std::size_t i = length; i-- > 0;) {
-            value = value << 8 | bytes_[at + i];
+        const std::uint8_t* const byte = bytes_.data() + at;
+        return [byte]<std::size_t... i>(std::index_sequence<i...>) {
+            return (... | (std::uint64_t{byte[i]} << (8 * i)));
         }
-        return value;
+        (std::make_index_sequence<length>{});
     }
     [[nodiscard]] std::uint64_t Big(std::size_t at, std::size_t length) const {
         Check(at, length);

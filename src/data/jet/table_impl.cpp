@@ -1,5 +1,7 @@
 #include "table_impl.h"
 
+#include <algorithm>
+
 #include <basic/runtime_error.h>
 
 #include "commit/write_step.h"
@@ -132,14 +134,14 @@ void TableImpl::CheckStructure(const PageSource& pages) const {
 RowScan::RowScan(const TableImpl* table)
     : table_(table), pages_(table->DataPages()), listed_(table->Pages().Generation()) {}
 
-// Looks at a page of the list. It may have left the table since the list was made, with all its rows; in a
-// list that is of now, it would have no business there.
-void RowScan::Look(std::uint32_t number) {
-    PagePtr page = table_->Pages().Read(number);
+// Looks at the first of some pages of the list. It may have left the table since the list was made, with all
+// its rows; in a list that is of now, it would have no business there.
+void RowScan::Look(std::span<const std::uint32_t> pages) {
+    PagePtr page = table_->Pages().ReadFirst(pages);
     const bool ofTable = table_->HasSlot(*page, 0);
     if (!ofTable && listed_ == table_->Pages().Generation() &&
         DataPage(*page, table_->Layout()).Owner() != table_->Def().page) {
-        ThrowDamaged(number, u"page d'une autre table");
+        ThrowDamaged(page->number, u"page d'une autre table");
     }
     slotCount_ = ofTable ? DataPage(*page, table_->Layout()).SlotCount() : 0;
     page_ = std::move(page);
@@ -149,15 +151,18 @@ void RowScan::Look(std::uint32_t number) {
 // Rows that have moved are found through the page as it is now: what others have written since counts.
 void RowScan::LookAgain() {
     if (page_ != nullptr && picture_ != table_->Owner().Cache().PictureNumber()) {
-        Look(page_->number);
+        Look({&page_->number, 1});
     }
 }
 
+// A scan that goes on reads further and further ahead; one that wants a few rows only reads little.
 bool RowScan::Advance() {
     if (nextPage_ == pages_->size()) {
         return false;
     }
-    Look((*pages_)[nextPage_]);
+    const auto rest = std::span(*pages_).subspan(nextPage_);
+    Look(rest.first(std::min(ahead_, rest.size())));
+    ahead_ = std::min(ahead_ * 2, pages_->size());
     ++nextPage_;
     slot_ = 0;
     return true;

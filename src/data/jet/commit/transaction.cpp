@@ -19,6 +19,11 @@ PagePtr Transaction::ReadInside(std::uint32_t number) const {
     return found == changed_.end() ? cache_.Read(number) : found->second;
 }
 
+PagePtr Transaction::ReadFirstInside(std::span<const std::uint32_t> pages) const {
+    const auto found = changed_.find(pages.front());
+    return found == changed_.end() ? cache_.ReadFirst(pages) : found->second;
+}
+
 Page& Transaction::Write(std::uint32_t number) {
     cache_.Touch();
     ++writes_;

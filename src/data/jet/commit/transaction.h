@@ -91,6 +91,7 @@ class Transaction final : public PageSource {
 
  protected:
     [[nodiscard]] PagePtr ReadInside(std::uint32_t number) const override;
+    [[nodiscard]] PagePtr ReadFirstInside(std::span<const std::uint32_t> pages) const override;
 
  private:
     using ChangedPage = std::shared_ptr<Page>;

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <span>
 
 #include "bytes.h"
 #include "format.h"
@@ -36,16 +37,29 @@ class PageSource {
     [[nodiscard]] virtual std::uint64_t Generation() const = 0;
     /// The page with this number. Throws 3343 when it is 0 or lies behind the end: no link may lead there.
     [[nodiscard]] PagePtr Read(std::uint32_t number) const {
-        if (number == kHeaderPage || number >= PageCount()) {
-            ThrowDamaged(number, u"renvoi hors du fichier");
-        }
+        CheckInside(number);
         return ReadInside(number);
+    }
+    /// The first of some pages in ascending order, at least one, that will be asked for one after the other:
+    /// some of the others may be read along with it. Throws like Read.
+    [[nodiscard]] PagePtr ReadFirst(std::span<const std::uint32_t> pages) const {
+        CheckInside(pages.front());
+        return ReadFirstInside(pages);
     }
 
  protected:
     [[nodiscard]] virtual PagePtr ReadInside(std::uint32_t number) const = 0;
+    [[nodiscard]] virtual PagePtr ReadFirstInside(std::span<const std::uint32_t> pages) const {
+        return ReadInside(pages.front());
+    }
 
  private:
+    void CheckInside(std::uint32_t number) const {
+        if (number == kHeaderPage || number >= PageCount()) {
+            ThrowDamaged(number, u"renvoi hors du fichier");
+        }
+    }
+
     const Format& format_;
 };
 

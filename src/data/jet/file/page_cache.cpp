@@ -1,6 +1,8 @@
 #include "file/page_cache.h"
 
 #include <algorithm>
+#include <array>
+#include <numeric>
 
 namespace quardele::jet {
 
@@ -8,10 +10,14 @@ namespace {
 
 /// 40 MiB of pages of 4 KiB: rows in an order that is not theirs come back to the same pages again and again.
 constexpr std::size_t kMostFrames = 10240;
-/// 16 MiB for who goes through the file in order and does not come back.
-constexpr std::size_t kMostFramesInOrder = 4096;
+/// 4 MiB for who goes through the file in order and does not come back: memory that is used anew is at hand.
+constexpr std::size_t kMostFramesInOrder = 1024;
 /// A reader that goes through the file in order gets so many pages with one system call.
 constexpr std::uint32_t kReadAhead = 16;
+/// The same for one who says which pages he wants, the pages between them included.
+constexpr std::uint32_t kLongestRun = 64;
+/// From one of these to the next, if both are to be read at once.
+constexpr std::uint32_t kWidestStep = 5;
 
 }  // namespace
 
@@ -62,18 +68,32 @@ PagePtr PageCache::ReadInside(std::uint32_t number) const {
         return frame.page;
     }
     const std::size_t mostFrames = number == expected_ ? kMostFramesInOrder : kMostFrames;
-    const std::uint32_t run = RunLength(number);
+    std::array<std::uint32_t, kReadAhead> run{};
+    std::iota(run.begin(), run.end(), number);
     expected_ = number + 1;
-    ReadRun(number, run);
+    return Load(std::span(run).first(RunLength(number)), mostFrames);
+}
+
+PagePtr PageCache::ReadFirstInside(std::span<const std::uint32_t> pages) const {
+    return Holds(pages.front()) ? ReadInside(pages.front())
+                                : Load(pages.first(WorthReading(pages)), kMostFramesInOrder);
+}
+
+PagePtr PageCache::Load(std::span<const std::uint32_t> pages, std::size_t mostFrames) const {
+    const std::uint32_t start = pages.front();
+    ReadRun(start, pages.back() - start + 1);
     const std::size_t pageSize = Layout().pageSize;
     PagePtr first;
-    for (std::uint32_t i = 0; i < run; ++i) {
+    for (const std::uint32_t number : pages) {
+        if (Holds(number)) {
+            continue;
+        }
         auto page = std::make_shared_for_overwrite<Page>();
-        page->number = number + i;
+        page->number = number;
         page->size = Layout().pageSize;
-        std::copy_n(readBuffer_.begin() + static_cast<std::ptrdiff_t>(i * pageSize), pageSize,
+        std::copy_n(readBuffer_.begin() + static_cast<std::ptrdiff_t>((number - start) * pageSize), pageSize,
                     page->bytes.begin());
-        if (i == 0) {
+        if (number == start) {
             first = page;
         }
         Insert(std::move(page), mostFrames);
@@ -105,6 +125,22 @@ std::uint32_t PageCache::RunLength(std::uint32_t number) const {
         ++run;
     }
     return run;
+}
+
+// How many pages of a list to read at once. Those of one table lie close together; what lies between them is
+// read along where that takes less time than another call.
+std::size_t PageCache::WorthReading(std::span<const std::uint32_t> pages) const {
+    std::uint32_t last = pages.front();
+    std::size_t count = 1;
+    for (std::size_t i = 1; i < pages.size(); ++i) {
+        const std::uint32_t page = pages[i];
+        if (page >= pageCount_ || page - last > kWidestStep || page - pages.front() >= kLongestRun) {
+            break;
+        }
+        last = page;
+        count = Holds(page) ? count : i + 1;
+    }
+    return count;
 }
 
 void PageCache::Insert(PagePtr page, std::size_t mostFrames) const {

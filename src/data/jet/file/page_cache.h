@@ -43,6 +43,7 @@ class PageCache final : public PageSource {
 
  protected:
     [[nodiscard]] PagePtr ReadInside(std::uint32_t number) const override;
+    [[nodiscard]] PagePtr ReadFirstInside(std::span<const std::uint32_t> pages) const override;
 
  private:
     static constexpr std::uint32_t kNoFrame = UINT32_MAX;
@@ -59,6 +60,9 @@ class PageCache final : public PageSource {
         }
     }
     void TakePicture() const;
+    /// Reads pages in ascending order, and what lies between them, with one system call. Keeps them within a
+    /// number of frames, and returns the first.
+    PagePtr Load(std::span<const std::uint32_t> pages, std::size_t mostFrames) const;
     void ReadRun(std::uint32_t number, std::uint32_t run) const;
     /// Keeps a page within a number of frames.
     void Insert(PagePtr page, std::size_t mostFrames) const;
@@ -68,6 +72,7 @@ class PageCache final : public PageSource {
     }
     void Remember(std::uint32_t number, std::size_t frame) const;
     [[nodiscard]] std::uint32_t RunLength(std::uint32_t number) const;
+    [[nodiscard]] std::size_t WorthReading(std::span<const std::uint32_t> pages) const;
 
     const OsFile& file_;
     PictureTaker* pictures_;

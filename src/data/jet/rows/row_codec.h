@@ -23,7 +23,11 @@ class RowLayout {
 
     [[nodiscard]] bool IsNull(const StoredColumn& column) const;
     /// The stored bytes of a column; empty option when it is null. A Boolean has no bytes: ask IsNull.
-    [[nodiscard]] std::optional<ByteView> Field(const StoredColumn& column) const;
+    [[nodiscard]] std::optional<ByteView> Field(const StoredColumn& column) const {
+        return IsNull(column) ? std::nullopt : std::optional(StoredBytes(column));
+    }
+    /// The same for a column that is not null.
+    [[nodiscard]] ByteView StoredBytes(const StoredColumn& column) const;
     /// All bytes between the column count and the variable data.
     [[nodiscard]] ByteView FixedArea() const;
 
@@ -58,10 +62,7 @@ inline bool RowLayout::IsNull(const StoredColumn& column) const {
     return (row_.U8(shape_.bitmap + column.number / 8u) >> (column.number % 8) & 1) == 0;
 }
 
-inline std::optional<ByteView> RowLayout::Field(const StoredColumn& column) const {
-    if (IsNull(column)) {
-        return std::nullopt;
-    }
+inline ByteView RowLayout::StoredBytes(const StoredColumn& column) const {
     if (column.fixed) {
         const std::size_t length = NaturalSize(column.type).value_or(column.length);
         if (FixedStart() + column.fixedOffset + length > shape_.bitmap) {

@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::uint8_t kCompressedFirst = 0xFF;
 constexpr std::uint8_t kCompressedSecond = 0xFE;
+/// In compressed text: from here on the units have two bytes instead of one, or the other way round.
+constexpr std::uint8_t kSwitch = 0;
 
 /// Windows code page 1252, 0x80 to 0x9F; all other codes are those of Unicode. The five codes without a
 /// character stand for the control character of the same number.
@@ -75,6 +77,20 @@ void AppendCompressed(std::span<const std::uint8_t> bytes, basic::Text& result) 
 [[nodiscard]] bool IsAscii(std::span<const std::uint8_t> bytes) {
     return !basic::AnyWord({reinterpret_cast<const char*>(bytes.data()), bytes.size()},
                            [](std::uint64_t word) { return !IsAscii(word); });
+}
+
+// The bytes of a text of ordinary letters, one byte for each; empty for any other text.
+[[nodiscard]] std::string_view LettersOf(std::span<const std::uint8_t> bytes, const Format& format) {
+    if (format.wideText) {
+        if (!IsCompressed(bytes)) {
+            return {};
+        }
+        bytes = bytes.subspan(2);
+    }
+    const std::string_view letters(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    const bool isOther = basic::AnyWord(
+        letters, [](std::uint64_t word) { return !IsAscii(word) || basic::HasByte(word, kSwitch); });
+    return isOther ? std::string_view() : letters;
 }
 
 // Returns the place behind the one or two bytes.
@@ -166,7 +182,6 @@ void AppendUnits(basic::TextView text, std::vector<std::uint8_t>& bytes) {
 
 // Compressed, with two bytes for every unit; none of them may begin with the byte that ends such a passage.
 [[nodiscard]] std::vector<std::uint8_t> EncodeMarked(basic::TextView text) {
-    constexpr std::uint8_t kSwitch = 0;
     if (std::any_of(text.begin(), text.end(), [](char16_t unit) { return (unit & 0xFF) == kSwitch; })) {
         throw basic::RuntimeError(basic::error::kTypeConversion);
     }
@@ -208,6 +223,16 @@ void AppendUtf8(const ByteView& stored, const Format& format, std::string& utf8)
     if (!isDone) {
         utf8 += basic::ToUtf8(DecodeText(stored, format));
     }
+}
+
+std::string_view Utf8Of(const ByteView& stored, const Format& format, std::string& text) {
+    const std::string_view letters = LettersOf(stored.Span(), format);
+    if (!letters.empty()) {
+        return letters;
+    }
+    text.clear();
+    AppendUtf8(stored, format, text);
+    return text;
 }
 
 basic::Text DecodePlainText(const ByteView& stored) {

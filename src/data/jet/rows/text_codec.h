@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <basic/text.h>
@@ -20,6 +21,9 @@ void DecodeText(const ByteView& stored, const Format& format, basic::Text& resul
 
 /// Appends the text in UTF-8.
 void AppendUtf8(const ByteView& stored, const Format& format, std::string& utf8);
+
+/// The text in UTF-8: where it is stored like that the stored bytes themselves, else put into `text`.
+[[nodiscard]] std::string_view Utf8Of(const ByteView& stored, const Format& format, std::string& text);
 
 /// UTF-16 little-endian as it stands: names, properties.
 [[nodiscard]] basic::Text DecodePlainText(const ByteView& stored);

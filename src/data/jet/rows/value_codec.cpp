@@ -12,13 +12,6 @@ namespace {
 constexpr std::uint8_t kNegative = 0x80;
 constexpr double kCurrencyUnit = 10000;
 
-void CheckSize(const StoredColumn& column, const ByteView& bytes) {
-    const auto size = NaturalSize(column.type);
-    if (size && bytes.Size() != *size) {
-        ThrowDamaged(bytes.Page(), u"valeur de longueur impossible");
-    }
-}
-
 basic::Decimal DecodeDecimal(const StoredColumn& column, const ByteView& bytes) {
     basic::Decimal value;
     value.negative = (bytes.U8(0) & kNegative) != 0;
@@ -38,7 +31,7 @@ basic::Guid DecodeGuid(const ByteView& bytes) {
 }  // namespace
 
 basic::Variant DecodeValue(const StoredColumn& column, const ByteView& bytes, const Format& format) {
-    if (bytes.IsEmpty() && NaturalSize(column.type)) {
+    if (IsMissing(column, bytes)) {
         return basic::Null{};
     }
     CheckSize(column, bytes);

@@ -150,13 +150,14 @@ class RowScan {
     explicit RowScan(const TableImpl* table);
     /// Goes to the next page of the table; false behind the last.
     bool Advance();
-    void Look(std::uint32_t page);
+    void Look(std::span<const std::uint32_t> pages);
     void LookAgain();
 
     const TableImpl* table_;
     std::shared_ptr<const std::vector<std::uint32_t>> pages_;
     std::uint64_t listed_ = 0;  ///< when that was
     std::size_t nextPage_ = 0;
+    std::size_t ahead_ = 1;  ///< how many pages may be read at once
     std::shared_ptr<const Page> page_;
     std::uint64_t picture_ = 0;  ///< that it is from
     int slot_ = 0;

@@ -55,5 +55,34 @@ TEST(PagesRead, ASeekReadsAPageForEachLevelAndTheRow) {
     EXPECT_LE(cache.PagesRead() - before, kMostLevels + 1);
 }
 
+TEST(PagesRead, AScanReadsNoPageTwice) {
+    const TempFolder folder;
+    const fs::path file = MakeWorkshop(folder.Path(), 20'000);
+    const auto database = Database::Open(file, OpenMode::ReadOnly);
+    const auto vehicles = database->OpenTable(u"VEHICLES");
+    const PageCache& cache = vehicles->Impl().Owner().Cache();
+    RowScan scan = vehicles->Scan();
+    const std::uint64_t before = cache.PagesRead();
+    int rows = 0;
+    while (scan.Next()) {
+        ++rows;
+    }
+    EXPECT_EQ(rows, 20'000);
+    EXPECT_GE(cache.PagesRead() - before, vehicles->Impl().DataPages()->size());
+    EXPECT_LE(cache.PagesRead() - before, cache.PageCount());
+}
+
+TEST(PagesRead, AScanThatIsLeftAfterItsFirstRowReadsOnePage) {
+    const TempFolder folder;
+    const fs::path file = MakeWorkshop(folder.Path(), 20'000);
+    const auto database = Database::Open(file, OpenMode::ReadOnly);
+    const auto vehicles = database->OpenTable(u"VEHICLES");
+    const PageCache& cache = vehicles->Impl().Owner().Cache();
+    RowScan scan = vehicles->Scan();
+    const std::uint64_t before = cache.PagesRead();
+    ASSERT_TRUE(scan.Next().has_value());
+    EXPECT_EQ(cache.PagesRead() - before, 1U);
+}
+
 }  // namespace
 }  // namespace quardele::jet::test

@@ -1,5 +1,7 @@
 #include "read_everything.h"
 
+#include <jet/row_cells.h>
+
 #include "support.h"
 
 namespace quardele::jet::test {
@@ -34,9 +36,11 @@ void ReadIndexes(const Table& table) {
 
 void ReadTable(Database& database, const Text& name) {
     const auto table = database.OpenTable(name);
+    RowCells cells(*table);
     Attempt([&] {
         RowScan scan = table->Scan();
         while (const auto row = scan.Next()) {
+            Attempt([&] { static_cast<void>(cells.Of(*row)); });
             for (std::size_t i = 0; i < table->Columns().size(); ++i) {
                 Attempt([&] { static_cast<void>(row->Value(static_cast<int>(i))); });
             }

@@ -75,8 +75,12 @@ PagePtr PageCache::ReadInside(std::uint32_t number) const {
 }
 
 PagePtr PageCache::ReadFirstInside(std::span<const std::uint32_t> pages) const {
-    return Holds(pages.front()) ? ReadInside(pages.front())
-                                : Load(pages.first(WorthReading(pages)), kMostFramesInOrder);
+    if (Holds(pages.front())) {
+        return ReadInside(pages.front());
+    }
+    ++pagesAsked_;
+    expected_ = pages.front() + 1;
+    return Load(pages.first(WorthReading(pages)), kMostFramesInOrder);
 }
 
 PagePtr PageCache::Load(std::span<const std::uint32_t> pages, std::size_t mostFrames) const {

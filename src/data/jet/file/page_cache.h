@@ -60,8 +60,8 @@ class PageCache final : public PageSource {
         }
     }
     void TakePicture() const;
-    /// Reads pages in ascending order, and what lies between them, with one system call. Keeps them within a
-    /// number of frames, and returns the first.
+    /// Reads pages in ascending order, and what lies between them, with one system call. Keeps those that are
+    /// not there yet within a number of frames, and returns the first, which must be one of them.
     PagePtr Load(std::span<const std::uint32_t> pages, std::size_t mostFrames) const;
     void ReadRun(std::uint32_t number, std::uint32_t run) const;
     /// Keeps a page within a number of frames.

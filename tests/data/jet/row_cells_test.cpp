@@ -129,9 +129,9 @@ TEST_F(MadeRowCells, ARowHasACellOfItsKindForEachColumn) {
 
 // Stored in one byte for each letter, in two, in both, with letters that UTF-8 writes otherwise.
 TEST_F(MadeRowCells, TextsAreInUtf8HoweverTheyAreStored) {
-    const std::vector<Text> texts = {u"",          u"a",      u"ab",       u"abc",      u"abcdefgh", u"é",
-                                     u"Citroën",   u"été",    u"12345678é", u"€",        u"abc€",     u"日本語",
-                                     u"a\u0001bc", u"😀 voilà", u"\uFEFFabc", u"\u00FF\u0100"};
+    const std::vector<Text> texts = {
+        u"",          u"a", u"ab",   u"abc",    u"abcdefgh",  u"é",       u"Citroën",   u"été",
+        u"12345678é", u"€", u"abc€", u"日本語", u"a\u0001bc", u"😀 voilà", u"\uFEFFabc", u"\u00FF\u0100"};
     for (const Text& first : texts) {
         for (const Text& second : texts) {
             Add({{0, Variant(first)}, {1, Variant(second)}});

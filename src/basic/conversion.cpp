@@ -216,6 +216,9 @@ double Val(TextView text) {
     constexpr TextView kPassedOver = u" \t\n";
     std::copy_if(text.begin(), text.end(), std::back_inserter(dense),
                  [kPassedOver](char16_t c) { return kPassedOver.find(c) == TextView::npos; });
+    if (const auto number = ReadNumberOfBase(dense)) {
+        return RequireFinite(*number);
+    }
     const auto number = ReadNumber(dense, u'.');
     return number ? RequireFinite(number->Value()) : 0;
 }

@@ -91,7 +91,7 @@ double WrittenNumber::Value() const {
     if (read.ec == std::errc::result_out_of_range) {
         value = MagnitudeOf(*this) > 0 ? std::numeric_limits<double>::infinity() : 0;
     }
-    return negative ? -value : value;
+    return negative && value != 0 ? -value : value;
 }
 
 std::optional<std::int64_t> WrittenNumber::TenThousandths() const {
@@ -116,6 +116,30 @@ std::optional<std::int64_t> WrittenNumber::TenThousandths() const {
         return {};
     }
     return static_cast<std::int64_t>(negative ? 0 - amount : amount);
+}
+
+std::optional<double> ReadNumberOfBase(TextView text) {
+    Scanner scanner(text);
+    if (scanner.Take(u"&") == 0) {
+        return {};
+    }
+    const bool hexadecimal = scanner.Take(u"hH") != 0;
+    if (!hexadecimal && scanner.Take(u"oO") == 0) {
+        return {};
+    }
+    const TextView digits = hexadecimal ? u"0123456789abcdefABCDEF" : u"01234567";
+    std::string written = "0";
+    while (const char16_t digit = scanner.Take(digits)) {
+        written += static_cast<char>(digit);
+    }
+    std::uint32_t number = 0;
+    const auto read =
+        std::from_chars(written.data(), written.data() + written.size(), number, hexadecimal ? 16 : 8);
+    if (read.ec != std::errc()) {
+        return std::numeric_limits<double>::infinity();
+    }
+    const bool isShort = number <= std::numeric_limits<std::uint16_t>::max() && scanner.Take(u"&") == 0;
+    return isShort ? static_cast<std::int16_t>(number) : static_cast<std::int32_t>(number);
 }
 
 std::optional<WrittenNumber> ReadNumber(TextView text, char16_t decimalSeparator) {

@@ -30,4 +30,9 @@ struct WrittenNumber {
 /// Empty when the text does not start with a number.
 [[nodiscard]] std::optional<WrittenNumber> ReadNumber(TextView text, char16_t decimalSeparator);
 
+/// Reads the digits behind &H (base 16) or &O (base 8) as far as they go, case ignored. As many as fit into
+/// 16 bits make a number of 16 bits, more of them one of 32 bits, whose highest bit is its sign; a further
+/// "&" makes it one of 32 bits in any case. Empty when the text does not start so, infinite beyond 32 bits.
+[[nodiscard]] std::optional<double> ReadNumberOfBase(TextView text);
+
 }  // namespace quardele::basic

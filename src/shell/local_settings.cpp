@@ -1,10 +1,11 @@
 #include "local_settings.h"
 
-#include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 
 #include <basic/conversion.h>
+#include <basic/western.h>
 
 namespace quardele::shell {
 
@@ -13,22 +14,11 @@ namespace {
 using basic::Text;
 using basic::TextView;
 
-/// Where the Western code page 1252 differs from Unicode's first 256 characters: its bytes 0x80 to 0x9F. The
-/// five that it leaves open stand for the control characters of the same number.
-constexpr std::array<char16_t, 32> kWesternExtras = {
-    u'\u20AC', 0x81,      u'\u201A', u'\u0192', u'\u201E', u'\u2026', u'\u2020', u'\u2021',
-    u'\u02C6', u'\u2030', u'\u0160', u'\u2039', u'\u0152', 0x8D,      u'\u017D', 0x8F,
-    0x90,      u'\u2018', u'\u2019', u'\u201C', u'\u201D', u'\u2022', u'\u2013', u'\u2014',
-    u'\u02DC', u'\u2122', u'\u0161', u'\u203A', u'\u0153', 0x9D,      u'\u017E', u'\u0178'};
-
 Text FromWestern(const std::string& bytes) {
-    constexpr unsigned char kFirstExtra = 0x80;
     Text text;
     text.reserve(bytes.size());
     for (const char byte : bytes) {
-        const auto code = static_cast<unsigned char>(byte);
-        const std::size_t extra = static_cast<std::size_t>(code) - kFirstExtra;
-        text.push_back(extra < kWesternExtras.size() ? kWesternExtras[extra] : char16_t{code});
+        text.push_back(basic::FromWestern(static_cast<std::uint8_t>(byte)));
     }
     return text;
 }

@@ -240,8 +240,11 @@ INSTANTIATE_TEST_SUITE_P(Texts, ValTest,
                                          NumberCase{u".5x", 0.5}, NumberCase{u"  1 6 15 rue", 1615},
                                          NumberCase{u"-3 mois", -3}, NumberCase{u"1e3", 1000},
                                          NumberCase{u"1e", 1}, NumberCase{u"12 mois", 12},
-                                         NumberCase{u"+7", 7}, NumberCase{u"-", 0},
-                                         NumberCase{u"1.2.3", 1.2}));
+                                         NumberCase{u"&H1F", 31}, NumberCase{u"&h1g", 1},
+                                         NumberCase{u"& O 17", 15}, NumberCase{u"&HFFFF", -1},
+                                         NumberCase{u"&HFFFF&", 65535}, NumberCase{u"&HFFFFFFFF", -1},
+                                         NumberCase{u"&H", 0}, NumberCase{u"&", 0}, NumberCase{u"+7", 7},
+                                         NumberCase{u"-", 0}, NumberCase{u"1.2.3", 1.2}));
 
 TEST(ValTest, UsesThePointInAnyLocale) {
     const LocaleGuard guard;
@@ -251,6 +254,7 @@ TEST(ValTest, UsesThePointInAnyLocale) {
 
 TEST(ValTest, TooLargeANumberOverflows) {
     EXPECT_EQ(ErrorOf([] { (void)Val(u"1e400"); }), 6);
+    EXPECT_EQ(ErrorOf([] { (void)Val(u"&H123456789"); }), 6);
 }
 
 TEST(IsNumericTest, LooksAtTheType) {

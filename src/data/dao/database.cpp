@@ -17,13 +17,21 @@ namespace error = basic::error;
 using basic::RuntimeError;
 
 /// Whether a text that names no table is meant as a statement.
+/// Whether a name goes on with the unit.
+bool IsNamePart(char16_t unit) {
+    const bool letter = (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z');
+    return letter || (unit >= u'0' && unit <= u'9') || unit == u'_' || unit >= 0x80;
+}
+
 bool IsSelect(TextView source) {
     const std::size_t start = source.find_first_not_of(u" \t\r\n(");
     if (start == TextView::npos) {
         return false;
     }
     constexpr TextView kSelect = u"SELECT";
-    return basic::EqualNoCase(source.substr(start, kSelect.size()), kSelect);
+    const TextView statement = source.substr(start);
+    const bool isWord = statement.size() == kSelect.size() || !IsNamePart(statement[kSelect.size()]);
+    return basic::EqualNoCase(statement.substr(0, kSelect.size()), kSelect) && isWord;
 }
 
 std::optional<jet::CatalogEntry> EntryOf(const jet::Database& file, TextView table) {

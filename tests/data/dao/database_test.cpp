@@ -53,6 +53,14 @@ TEST_F(DatabaseTest, MissingFolderRaises3044) {
     EXPECT_EQ(ErrorOf([] { (void)OpenDatabase(u"C:\\QUARDELE\\RIEN\\talmeon.mdb"); }), error::kBadPath);
 }
 
+TEST_F(DatabaseTest, MissingTableWhoseNameStartsLikeAStatementRaises3078) {
+    for (const TextView name : {u"SELECTION", u"select_2026", u"Selecté"}) {
+        EXPECT_EQ(ErrorOf([&] { (void)Data().OpenRecordset(name); }), error::kNoSuchTable)
+            << basic::ToUtf8(name);
+    }
+    EXPECT_EQ(Data().OpenRecordset(u"SELECT[TVEH_IMMAT]FROM TVEH")->Fields().size(), 1U);
+}
+
 TEST_F(DatabaseTest, UnknownDriveAndEmptyPathRaise3044) {
     EXPECT_EQ(ErrorOf([] { (void)OpenDatabase(u"Q:\\talmeon.mdb"); }), error::kBadPath);
     EXPECT_EQ(ErrorOf([] { (void)OpenDatabase(u""); }), error::kBadPath);

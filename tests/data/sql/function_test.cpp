@@ -30,18 +30,20 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"Switch(False, 1)", "Null"}, Case{"Choose(2, 'a', 'b')", "'b'"},
                     Case{"Choose(3, 'a', 'b')", "Null"}, Case{"Choose(1.9, 'a', 'b')", "'a'"}));
 
-INSTANTIATE_TEST_SUITE_P(Texts, FunctionTest,
-                         testing::Values(Case{"Left('abc', 2)", "'ab'"}, Case{"Left('abc', 9)", "'abc'"},
-                                         Case{"Left(Null, 2)", "Null"}, Case{"Left(12345, 2)", "'12'"},
-                                         Case{"Right('abc', 2)", "'bc'"}, Case{"Mid('abcd', 2)", "'bcd'"},
-                                         Case{"Mid('abcd', 2, 2)", "'bc'"}, Case{"Mid('abcd', 9)", "''"},
-                                         Case{"Len('abc ')", "4"}, Case{"Len(Null)", "Null"},
-                                         Case{"Trim('  a b  ')", "'a b'"}, Case{"LTrim('  a ')", "'a '"},
-                                         Case{"RTrim(' a  ')", "' a'"}, Case{"Trim(Null & '')", "''"},
-                                         Case{"UCase('été')", "'ÉTÉ'"}, Case{"LCase('ÉTÉ')", "'été'"},
-                                         Case{"Space(3)", "'   '"}, Case{"String(3, 'xy')", "'xxx'"},
-                                         Case{"String(2, 65)", "'AA'"}, Case{"Chr(65)", "'A'"},
-                                         Case{"Asc('Abc')", "65"}, Case{"Left$('abc', 1)", "'a'"}));
+INSTANTIATE_TEST_SUITE_P(
+    Texts, FunctionTest,
+    testing::Values(Case{"Left('abc', 2)", "'ab'"}, Case{"Left('abc', 9)", "'abc'"},
+                    Case{"Left(Null, 2)", "Null"}, Case{"Left(12345, 2)", "'12'"},
+                    Case{"Right('abc', 2)", "'bc'"}, Case{"Mid('abcd', 2)", "'bcd'"},
+                    Case{"Mid('abcd', 2, 2)", "'bc'"}, Case{"Mid('abcd', 9)", "''"}, Case{"Len('abc ')", "4"},
+                    Case{"Len(Null)", "Null"}, Case{"Trim('  a b  ')", "'a b'"},
+                    Case{"LTrim('  a ')", "'a '"}, Case{"RTrim(' a  ')", "' a'"},
+                    Case{"Trim(Null & '')", "''"}, Case{"UCase('été')", "'ÉTÉ'"},
+                    Case{"LCase('ÉTÉ')", "'été'"}, Case{"Space(3)", "'   '"},
+                    Case{"String(3, 'xy')", "'xxx'"}, Case{"String(2, 65)", "'AA'"}, Case{"Chr(65)", "'A'"},
+                    Case{"Asc('Abc')", "65"}, Case{"Left$('abc', 1)", "'a'"}, Case{"Asc('€')", "128"},
+                    Case{"Asc('é')", "233"}, Case{"Asc('Ω')", "63"}, Case{"Chr(128)", "'€'"},
+                    Case{"Chr(233)", "'é'"}, Case{"String(2, 128)", "'€€'"}, Case{"String(2, 321)", "'AA'"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Searches, FunctionTest,
@@ -66,7 +68,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"CInt('12')", "12"}, Case{"CLng(3.5)", "4"}, Case{"CDbl('1,5')", "1.5"},
                     Case{"CBool(5)", "True"}, Case{"CBool('Faux')", "False"}, Case{"CStr(1.5)", "'1,5'"},
                     Case{"CCur(1.5)", "1.5 EUR"}, Case{"CCur(1.5) + 1", "2.5 EUR"}, Case{"CByte(200)", "200"},
-                    Case{"CSng(0.5)", "0.5"}, Case{"IsNumeric('1,5')", "True"},
+                    Case{"CSng(0.5)", "0.5"}, Case{"Val('&H1F')", "31"}, Case{"Val('&O17')", "15"},
+                    Case{"Fix(-0.5)", "0"}, Case{"Round(-0.4)", "0"}, Case{"Round(-0.001, 2)", "0"},
+                    Case{"CDbl('-0')", "0"}, Case{"-1 * 0.0", "0"}, Case{"IsNumeric('1,5')", "True"},
                     Case{"IsNumeric('abc')", "False"}, Case{"IsNumeric(Null)", "False"}));
 
 INSTANTIATE_TEST_SUITE_P(Dates, FunctionTest,
@@ -107,6 +111,8 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"TimeSerial(10, 30, 0)", "#12/30/1899 10:30:00#"},
         Case{"DateValue('31/12/2026 10:30')", "#12/31/2026#"},
         Case{"TimeValue('31/12/2026 10:30')", "#12/30/1899 10:30:00#"},
+        Case{"CDate('45000')", "#03/15/2023#"}, Case{"CDate('45000,5')", "#03/15/2023 12:00:00#"},
+        Case{"Year('45000')", "2023"}, Case{"IsDate('45000')", "False"},
         Case{"CDate('31/12/2026')", "#12/31/2026#"}, Case{"IsDate('31/12/2026')", "True"},
         Case{"IsDate('abc')", "False"}));
 
@@ -124,9 +130,10 @@ INSTANTIATE_TEST_SUITE_P(Formats, FunctionTest,
 
 TEST(FunctionErrorTest, ArgumentsOutsideTheirRange) {
     for (const char* call :
-         {"Left('abc', -1)", "Mid('abc', 0)", "Space(-1)", "Chr(-1)", "Asc('')", "Sqr(-1)", "String(2, '')",
-          "DateAdd('x', 1, #1/1/2026#)", "DatePart('zz', #1/1/2026#)", "DateSerial(20000, 1, 1)",
-          "Weekday(#1/1/2026#, 9)", "Round(1.5, -1)", "InStr(0, 'a', 'a')", "Space(1000000000)"}) {
+         {"Left('abc', -1)", "Mid('abc', 0)", "Space(-1)", "Chr(-1)", "Chr(300)", "Asc('')", "Sqr(-1)",
+          "String(2, '')", "DateAdd('x', 1, #1/1/2026#)", "DatePart('zz', #1/1/2026#)",
+          "DateSerial(20000, 1, 1)", "Weekday(#1/1/2026#, 9)", "Round(1.5, -1)", "InStr(0, 'a', 'a')",
+          "Space(1000000000)"}) {
         EXPECT_EQ(ErrorOf([call] { static_cast<void>(Eval(call)); }), 5) << call;
     }
 }

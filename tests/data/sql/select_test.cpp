@@ -106,6 +106,16 @@ TEST(TopTest, RowsThatAreEqualToTheLastOneComeToo) {
               (Lines{"10", "10", "10", "10"}));
 }
 
+TEST(TopTest, APercentageWithoutOrderEndsAmongRowsOfValues) {
+    const std::string groups = "NUMAPPLI, Count(*) FROM TEVOLUTION GROUP BY NUMAPPLI";
+    const Lines all = Rows(Changes(), "SELECT " + groups);
+    ASSERT_EQ(all.size(), 2U);
+    EXPECT_EQ(Rows(Changes(), "SELECT TOP 50 PERCENT " + groups), Lines{all.front()});
+    EXPECT_EQ(Rows(Changes(), "SELECT TOP 1 " + groups), Lines{all.front()});
+    EXPECT_EQ(Rows(Stock(), "SELECT TOP 50 PERCENT S.a FROM (SELECT TSITE_CODE AS a FROM TSITE) AS S").size(),
+              3U);
+}
+
 TEST(TopTest, IsAlsoAName) {
     EXPECT_EQ(ErrorOfStatement(Stock(), "SELECT Top FROM TSITE"), 3061);
 }

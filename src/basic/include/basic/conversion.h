@@ -33,7 +33,8 @@ namespace quardele::basic {
 [[nodiscard]] Currency CCur(const Variant& value);
 
 /// The number at the start of a text; stops at the first character that is no part of a number, always uses
-/// the point, ignores blanks; 0 when there is none. Throws RuntimeError 6 for a number beyond all doubles.
+/// the point, ignores blanks; 0 when there is none. &H and &O start numbers of base 16 and 8. Throws
+/// RuntimeError 6 for a number beyond all doubles.
 [[nodiscard]] double Val(TextView text);
 
 /// Whether CDbl would succeed. Dates are not numeric, Empty is.

@@ -6,6 +6,7 @@
 
 #include <basic/byte_words.h>
 #include <basic/runtime_error.h>
+#include <basic/western.h>
 
 namespace quardele::jet {
 
@@ -16,16 +17,9 @@ constexpr std::uint8_t kCompressedSecond = 0xFE;
 /// In compressed text: from here on the units have two bytes instead of one, or the other way round.
 constexpr std::uint8_t kSwitch = 0;
 
-/// Windows code page 1252, 0x80 to 0x9F; all other codes are those of Unicode. The five codes without a
-/// character stand for the control character of the same number.
-constexpr std::array<char16_t, 32> kWindows1252 = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
 void AppendNarrow(std::span<const std::uint8_t> bytes, basic::Text& result) {
     for (const std::uint8_t byte : bytes) {
-        result += byte >= 0x80 && byte < 0xA0 ? kWindows1252[byte - 0x80u] : static_cast<char16_t>(byte);
+        result += basic::FromWestern(byte);
     }
 }
 

@@ -18,23 +18,7 @@ Variant Finite(double number) {
     if (!std::isfinite(number)) {
         throw basic::RuntimeError(error::kOverflow);
     }
-    return number;
-}
-
-std::optional<std::int64_t> WholeOf(const Variant& value) {
-    if (value.Is<std::int32_t>()) {
-        return value.As<std::int32_t>();
-    }
-    if (value.Is<std::int16_t>()) {
-        return value.As<std::int16_t>();
-    }
-    if (value.Is<std::uint8_t>()) {
-        return value.As<std::uint8_t>();
-    }
-    if (value.Is<bool>()) {
-        return value.As<bool>() ? -1 : 0;
-    }
-    return std::nullopt;
+    return WithoutSignOfZero(number);
 }
 
 /// A Long where it fits.
@@ -173,6 +157,22 @@ Variant Power(const Variant& left, const Variant& right) {
 }
 
 }  // namespace
+
+std::optional<std::int64_t> WholeOf(const Variant& value) {
+    if (value.Is<std::int32_t>()) {
+        return value.As<std::int32_t>();
+    }
+    if (value.Is<std::int16_t>()) {
+        return value.As<std::int16_t>();
+    }
+    if (value.Is<std::uint8_t>()) {
+        return value.As<std::uint8_t>();
+    }
+    if (value.Is<bool>()) {
+        return value.As<bool>() ? -1 : 0;
+    }
+    return std::nullopt;
+}
 
 Variant Calculate(BinaryOperator op, const Variant& left, const Variant& right) {
     if (left.IsNull() || right.IsNull()) {

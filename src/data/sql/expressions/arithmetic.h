@@ -1,11 +1,22 @@
 // The operators that calculate.
 #pragma once
 
+#include <cstdint>
+#include <optional>
+
 #include <basic/variant.h>
 
 #include "syntax/ast.h"
 
 namespace quardele::sql {
+
+/// The number; zero never has a sign that would show.
+[[nodiscard]] constexpr double WithoutSignOfZero(double number) {
+    return number + 0.0;
+}
+
+/// The value as a whole number when its type is one of those; truth values are -1 and 0.
+[[nodiscard]] std::optional<std::int64_t> WholeOf(const Variant& value);
 
 /// + - * / \ Mod ^ on two values. Null spreads. Whole numbers give a Long, or a Double beyond its range;
 /// amounts stay amounts; a date and a number give a date; "+" joins two texts; a text beside a number is

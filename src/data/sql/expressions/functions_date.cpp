@@ -1,3 +1,4 @@
+#include <basic/conversion.h>
 #include <basic/date.h>
 
 #include "expressions/argument.h"
@@ -10,17 +11,23 @@ namespace {
 
 using jet::ColumnType;
 
+/// A date, or what a text says; a text of a number alone means so many days, as the number would.
+basic::Date DateArgument(const Variant& value) {
+    const bool days = value.IsText() && !basic::IsDate(value) && basic::IsNumeric(value);
+    return basic::CDate(days ? Variant(basic::CDbl(value)) : value);
+}
+
 Variant DateAddOf(Arguments a) {
-    return basic::DateAdd(TextArgument(*a[0]), basic::CDbl(*a[1]), basic::CDate(*a[2]));
+    return basic::DateAdd(TextArgument(*a[0]), basic::CDbl(*a[1]), DateArgument(*a[2]));
 }
 
 /// DateDiff(interval, from, to [, first day [, first week]]); the first week plays no part.
 Variant DateDiffOf(Arguments a) {
-    return DateDiff(TextArgument(*a[0]), basic::CDate(*a[1]), basic::CDate(*a[2]), LongOr(a, 3, kSunday));
+    return DateDiff(TextArgument(*a[0]), DateArgument(*a[1]), DateArgument(*a[2]), LongOr(a, 3, kSunday));
 }
 
 Variant DatePartOf(Arguments a) {
-    return DatePart(TextArgument(*a[0]), basic::CDate(*a[1]), LongOr(a, 2, kSunday),
+    return DatePart(TextArgument(*a[0]), DateArgument(*a[1]), LongOr(a, 2, kSunday),
                     LongOr(a, 3, kWeekOfNewYear));
 }
 
@@ -35,25 +42,25 @@ Variant TimeSerialOf(Arguments a) {
 }
 
 Variant YearOf(Arguments a) {
-    return std::int32_t{basic::CivilOf(basic::CDate(*a[0])).year};
+    return std::int32_t{basic::CivilOf(DateArgument(*a[0])).year};
 }
 Variant MonthOf(Arguments a) {
-    return std::int32_t{basic::CivilOf(basic::CDate(*a[0])).month};
+    return std::int32_t{basic::CivilOf(DateArgument(*a[0])).month};
 }
 Variant DayOf(Arguments a) {
-    return std::int32_t{basic::CivilOf(basic::CDate(*a[0])).day};
+    return std::int32_t{basic::CivilOf(DateArgument(*a[0])).day};
 }
 Variant HourOf(Arguments a) {
-    return std::int32_t{basic::TimeOf(basic::CDate(*a[0])).hour};
+    return std::int32_t{basic::TimeOf(DateArgument(*a[0])).hour};
 }
 Variant MinuteOf(Arguments a) {
-    return std::int32_t{basic::TimeOf(basic::CDate(*a[0])).minute};
+    return std::int32_t{basic::TimeOf(DateArgument(*a[0])).minute};
 }
 Variant SecondOf(Arguments a) {
-    return std::int32_t{basic::TimeOf(basic::CDate(*a[0])).second};
+    return std::int32_t{basic::TimeOf(DateArgument(*a[0])).second};
 }
 Variant WeekdayOf(Arguments a) {
-    return Weekday(basic::CDate(*a[0]), LongOr(a, 1, kSunday));
+    return Weekday(DateArgument(*a[0]), LongOr(a, 1, kSunday));
 }
 
 Variant TodayOf(Arguments) {
@@ -77,13 +84,13 @@ Variant TimeOfNow(Arguments) {
     return TimePart(basic::Now());
 }
 Variant DateValueOf(Arguments a) {
-    return DayPart(basic::CDate(*a[0]));
+    return DayPart(DateArgument(*a[0]));
 }
 Variant TimeValueOf(Arguments a) {
-    return TimePart(basic::CDate(*a[0]));
+    return TimePart(DateArgument(*a[0]));
 }
 Variant CDateOf(Arguments a) {
-    return basic::CDate(*a[0]);
+    return DateArgument(*a[0]);
 }
 Variant IsDateOf(Arguments a) {
     return basic::IsDate(*a[0]);

@@ -14,7 +14,7 @@ using jet::ColumnType;
 /// Applies a rounding to a number and keeps its type; whole numbers stay as they are.
 Variant Rounded(const Variant& value, double (*round)(double)) {
     if (value.IsDate()) {
-        return basic::Date{round(value.As<basic::Date>().days)};
+        return basic::Date{WithoutSignOfZero(round(value.As<basic::Date>().days))};
     }
     if (value.Is<basic::Currency>()) {
         return basic::CCur(round(basic::CDbl(value)));
@@ -22,7 +22,7 @@ Variant Rounded(const Variant& value, double (*round)(double)) {
     const double number = basic::CDbl(value);
     const bool inexact =
         value.IsText() || value.Is<float>() || value.Is<double>() || value.Is<basic::Decimal>();
-    return inexact ? Variant(round(number)) : value;
+    return inexact ? Variant(WithoutSignOfZero(round(number))) : value;
 }
 
 Variant IntOf(Arguments a) {
@@ -45,7 +45,7 @@ Variant RoundOf(Arguments a) {
     const double scale = std::pow(10.0, decimals);
     const double scaled = number * scale;
     const double result = std::fabs(scaled) < 1e15 ? std::nearbyint(scaled) / scale : number;
-    return a[0]->Is<basic::Currency>() ? Variant(basic::CCur(result)) : Variant(result);
+    return a[0]->Is<basic::Currency>() ? Variant(basic::CCur(result)) : Variant(WithoutSignOfZero(result));
 }
 
 Variant AbsOf(Arguments a) {

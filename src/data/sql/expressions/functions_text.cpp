@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include <basic/number_format.h>
+#include <basic/western.h>
 #include <jet/collation.h>
 
 #include "expressions/argument.h"
@@ -20,6 +21,9 @@ constexpr std::int32_t kTextual = 1;
 
 /// Longest text that a function makes.
 constexpr std::int32_t kLongestText = 1 << 24;
+
+/// The code of "?", which stands for characters without one.
+constexpr std::uint8_t kNotWestern = 0x3F;
 
 std::int32_t CheckedLength(std::int32_t length) {
     if (length < 0 || length > kLongestText) {
@@ -111,11 +115,12 @@ Variant SpaceOf(Arguments a) {
     return basic::Space(CheckedLength(basic::CLng(*a[0])));
 }
 
-/// String(count, character): a character's code or the first unit of a text.
+/// String(count, character): a character's code, of which the lowest eight bits count, or the first unit of a
+/// text.
 Variant StringOf(Arguments a) {
     const auto count = static_cast<std::size_t>(CheckedLength(basic::CLng(*a[0])));
     if (!a[1]->IsText()) {
-        return Text(count, static_cast<char16_t>(basic::CLng(*a[1]) & 0xFF));
+        return Text(count, basic::FromWestern(static_cast<std::uint8_t>(basic::CLng(*a[1]) & 0xFF)));
     }
     const Text& pattern = a[1]->As<Text>();
     if (pattern.empty()) {
@@ -135,10 +140,10 @@ Variant StrCompOf(Arguments a) {
 
 Variant ChrOf(Arguments a) {
     const std::int32_t code = basic::CLng(*a[0]);
-    if (code < 0 || code > 0xFFFF) {
+    if (code < 0 || code > 0xFF) {
         throw basic::RuntimeError(error::kInvalidCall);
     }
-    return Text(1, static_cast<char16_t>(code));
+    return Text(1, basic::FromWestern(static_cast<std::uint8_t>(code)));
 }
 
 Variant AscOf(Arguments a) {
@@ -146,7 +151,7 @@ Variant AscOf(Arguments a) {
     if (text.View().empty()) {
         throw basic::RuntimeError(error::kInvalidCall);
     }
-    return static_cast<std::int32_t>(text.View().front());
+    return std::int32_t{basic::ToWestern(text.View().front()).value_or(kNotWestern)};
 }
 
 Variant CStrOf(Arguments a) {

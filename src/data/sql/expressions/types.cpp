@@ -40,9 +40,13 @@ bool IsExact(ColumnType type) {
     return IsWhole(type) || type == ColumnType::Currency || type == ColumnType::Numeric;
 }
 
-/// Whether two numbers make a decimal: one is, and the other can be one without loss.
-bool IsDecimalResult(ColumnType left, ColumnType right) {
-    return IsExact(left) && IsExact(right) && (left == ColumnType::Numeric || right == ColumnType::Numeric);
+/// The type of what two numbers make that are not both whole: exact when both are.
+ColumnType ExactOrDouble(ColumnType left, ColumnType right) {
+    if (!IsExact(left) || !IsExact(right)) {
+        return ColumnType::Double;
+    }
+    const bool decimal = left == ColumnType::Numeric || right == ColumnType::Numeric;
+    return decimal ? ColumnType::Numeric : ColumnType::Currency;
 }
 
 StaticType SumType(BinaryOperator op, ColumnType left, ColumnType right) {
@@ -108,7 +112,7 @@ StaticType CommonType(StaticType left, StaticType right) {
             if (IsWhole(*left) && IsWhole(*right)) {
                 return ColumnType::Long;
             }
-            return IsDecimalResult(*left, *right) ? ColumnType::Numeric : ColumnType::Double;
+            return ExactOrDouble(*left, *right);
         default:
             return left;
     }
@@ -136,10 +140,7 @@ StaticType ArithmeticType(BinaryOperator op, StaticType left, StaticType right) 
     if (IsWhole(*left) && IsWhole(*right)) {
         return ColumnType::Long;
     }
-    if (IsDecimalResult(*left, *right)) {
-        return ColumnType::Numeric;
-    }
-    return IsExact(*left) && IsExact(*right) ? ColumnType::Currency : ColumnType::Double;
+    return ExactOrDouble(*left, *right);
 }
 
 }  // namespace quardele::sql

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include <basic/conversion.h>
-#include <basic/decimal_arithmetic.h>
 
 #include "expressions/compare.h"
 #include "sql_error.h"
@@ -76,27 +75,12 @@ void Accumulator::Add(const Variant& value) {
     }
     ++count_;
     if (kind_ == AggregateKind::Sum || kind_ == AggregateKind::Avg) {
-        AddNumber(value);
+        sum_.Add(value);
     } else if (kind_ >= AggregateKind::StDev) {
         AddDeviation(value);
     } else if (kind_ != AggregateKind::Count) {
         Keep(value);
     }
-}
-
-void Accumulator::AddNumber(const Variant& value) {
-    if (value.Is<basic::Currency>()) {
-        amounts_ = true;
-        if (__builtin_add_overflow(amount_, value.As<basic::Currency>().tenThousandths, &amount_)) {
-            throw basic::RuntimeError(error::kOverflow);
-        }
-        return;
-    }
-    if (value.Is<basic::Decimal>()) {
-        decimals_ = basic::Sum(decimals_.value_or(basic::Decimal{}), value.As<basic::Decimal>());
-        return;
-    }
-    sum_ += NumberOrFail(value);
 }
 
 /// Keeps the sum of squares about the mean so far, which loses no digits as a sum of squares would.
@@ -119,8 +103,9 @@ Variant Accumulator::Result() const {
         case AggregateKind::Count:
             return count_;
         case AggregateKind::Sum:
+            return count_ == 0 ? Variant(basic::Null()) : sum_.Total();
         case AggregateKind::Avg:
-            return count_ == 0 ? Variant(basic::Null()) : SumOrAverage();
+            return count_ == 0 ? Variant(basic::Null()) : sum_.Average(count_);
         case AggregateKind::StDev:
         case AggregateKind::StDevP:
         case AggregateKind::Var:
@@ -129,19 +114,6 @@ Variant Accumulator::Result() const {
         default:
             return kept_;
     }
-}
-
-/// In the type of the values.
-Variant Accumulator::SumOrAverage() const {
-    const bool average = kind_ == AggregateKind::Avg;
-    if (decimals_) {
-        return average ? basic::Quotient(*decimals_, static_cast<std::uint32_t>(count_)) : *decimals_;
-    }
-    if (!amounts_) {
-        return average ? sum_ / count_ : sum_;
-    }
-    return average ? Variant(basic::CCur(static_cast<double>(amount_) / 10000 / count_))
-                   : Variant(basic::Currency{amount_});
 }
 
 /// Null for fewer values than the formula needs: two for a sample, one for all there are.

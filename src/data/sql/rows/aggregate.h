@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "expressions/types.h"
+#include "rows/number_sum.h"
 #include "syntax/ast.h"
 
 namespace quardele::sql {
@@ -31,20 +32,15 @@ class Accumulator {
     [[nodiscard]] Variant Result() const;
 
  private:
-    void AddNumber(const Variant& value);
     void AddDeviation(const Variant& value);
     void Keep(const Variant& value);
-    [[nodiscard]] Variant SumOrAverage() const;
     [[nodiscard]] Variant Spread() const;
 
     AggregateKind kind_;
     std::int32_t count_ = 0;
-    double sum_ = 0;
-    double mean_ = 0;                         ///< so far, of what Spread looks at
-    double squares_ = 0;                      ///< of the distances from the mean
-    std::optional<basic::Decimal> decimals_;  ///< the sum of decimals
-    std::int64_t amount_ = 0;                 ///< the sum of currency values, in ten-thousandths
-    bool amounts_ = false;
+    NumberSum sum_;
+    double mean_ = 0;     ///< so far, of what Spread looks at
+    double squares_ = 0;  ///< of the distances from the mean
     Variant kept_ = basic::Null();
 };
 

@@ -97,22 +97,32 @@ class ValueRows {
         for (const NodePtr& item : plan_.itemNodes) {
             values_.push_back(item->Value(row));
         }
+        if (!IsSorted()) {
+            return !HasEnough(plan_, ++size_);
+        }
         if (!sorter_.Add(MakeKey(row, first))) {
             values_.resize(first);
-            return true;
         }
-        return !HasEnough(plan_, sorter_.Size()) || plan_.distinct;
+        return true;
     }
 
     ResultRows Finish() {
-        const std::vector<std::uint32_t> order = sorter_.Order();
         ResultRows result;
-        result.size = order.size();
-        result.values = Rearranged(values_, order, plan_.itemNodes.size());
+        if (IsSorted()) {
+            const std::vector<std::uint32_t> order = sorter_.Order();
+            result.size = order.size();
+            result.values = Rearranged(values_, order, plan_.itemNodes.size());
+        } else {
+            result.size = RowsWanted(plan_.top, size_);
+            values_.resize(result.size * plan_.itemNodes.size());
+            result.values = std::move(values_);
+        }
         return result;
     }
 
  private:
+    [[nodiscard]] bool IsSorted() const { return plan_.distinct || !plan_.order.empty(); }
+
     bool IsNew(RowContext& row) {
         rowKey_.clear();
         for (const NodePtr& item : plan_.itemNodes) {
@@ -136,6 +146,7 @@ class ValueRows {
     const SelectPlan& plan_;
     RowContext results_;
     std::vector<Variant> values_;
+    std::size_t size_ = 0;  ///< rows so far, when they stay in the order in which they come
     RowSorter sorter_;
     KeyTable seen_;
     NodeKeys keys_;

@@ -1,113 +1,75 @@
 #include <basic/number_format.h>
 
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <cmath>
-#include <string>
 
 #include <basic/conversion.h>
-#include <basic/date.h>
-#include <basic/locale.h>
+
+#include "date_pattern.h"
+#include "number_pattern.h"
+#include "text_pattern.h"
 
 namespace quardele::basic {
 namespace {
 
-constexpr TextView kPlaceholders = u"0#";
-constexpr std::size_t kMostDecimals = 15;
-constexpr char16_t kThousands = u'\u00A0';
+using Sections = std::vector<PatternUnits>;
 
-/// What a pattern asks for.
-struct Layout {
-    Text before;
-    Text behind;
-    std::size_t wholeDigits = 0;    ///< at least
-    std::size_t leastDecimals = 0;  ///< zeros shown
-    std::size_t mostDecimals = 0;
-    bool thousands = false;
-    bool percent = false;
-};
+constexpr std::size_t kNullSection = 3;
 
-Layout LayoutOf(TextView pattern) {
-    Layout layout;
-    const std::size_t first = pattern.find_first_of(kPlaceholders);
-    const std::size_t last = pattern.find_last_of(kPlaceholders);
-    layout.before = pattern.substr(0, first);
-    layout.behind = pattern.substr(last + 1);
-    layout.percent = pattern.find(u'%') != TextView::npos;
-    bool decimals = false;
-    for (const char16_t unit : pattern.substr(first, last - first + 1)) {
-        if (unit == u'.') {
-            decimals = true;
-        } else if (unit == u',') {
-            layout.thousands = true;
-        } else if (kPlaceholders.find(unit) == TextView::npos) {
-            continue;
-        } else if (!decimals) {
-            layout.wholeDigits += unit == u'0' ? 1 : 0;
-        } else if (layout.mostDecimals < kMostDecimals) {
-            ++layout.mostDecimals;
-            layout.leastDecimals = unit == u'0' ? layout.mostDecimals : layout.leastDecimals;
-        }
-    }
-    return layout;
+template <class Predicate>
+bool Any(const Sections& sections, Predicate predicate) {
+    return std::any_of(sections.begin(), sections.end(), predicate);
 }
 
-/// The digits with a fixed number of decimals, halves away from zero.
-std::string FixedDigits(double number, std::size_t decimals) {
-    const double scale = std::pow(10.0, static_cast<double>(decimals));
-    const double scaled = number * scale;
-    const double rounded = std::fabs(scaled) < 1e15 ? std::round(scaled) / scale : number;
-    std::array<char, 400> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), rounded,
-                                   std::chars_format::fixed, static_cast<int>(decimals));
-    return std::string(digits.data(), end.ptr);
+bool IsForNumbers(const Sections& sections) {
+    return Any(sections, [](const PatternUnits& section) { return HasSign(section, kDigitSigns); });
 }
 
-Text WholePart(std::string digits, const Layout& layout) {
-    if (digits == "0" && layout.wholeDigits == 0) {
-        digits.clear();
-    }
-    if (digits.size() < layout.wholeDigits) {
-        digits.insert(0, layout.wholeDigits - digits.size(), '0');
-    }
-    Text text;
-    for (std::size_t i = 0; i < digits.size(); ++i) {
-        if (layout.thousands && i > 0 && (digits.size() - i) % 3 == 0) {
-            text += kThousands;
-        }
-        text += static_cast<char16_t>(digits[i]);
-    }
-    return text;
+bool IsForTexts(const Sections& sections) {
+    return Any(sections, [](const PatternUnits& section) { return HasSign(section, kTextSigns); });
 }
 
-Text NumberPattern(double number, TextView pattern) {
-    const Layout layout = LayoutOf(pattern);
-    const std::string digits =
-        FixedDigits(std::fabs(number) * (layout.percent ? 100 : 1), layout.mostDecimals);
-    const std::size_t point = std::min(digits.find('.'), digits.size());
-    std::string decimals = point < digits.size() ? digits.substr(point + 1) : std::string();
-    while (decimals.size() > layout.leastDecimals && decimals.back() == '0') {
-        decimals.pop_back();
+Text Number(const Variant& value, const Sections& sections) {
+    if (value.IsNull()) {
+        return kNullSection < sections.size() ? WriteNumber({}, false, sections[kNullSection]) : Text();
     }
-    Text text = number < 0 ? u"-" : u"";
-    text += layout.before + WholePart(digits.substr(0, point), layout);
-    if (!decimals.empty()) {
-        text += SessionLocale().decimalSeparator + Text(decimals.begin(), decimals.end());
+    const double number = CDbl(value);
+    const std::size_t wanted = number < 0 ? 1 : (number == 0 ? 2 : 0);
+    const bool own = wanted < sections.size() && !sections[wanted].empty();
+    const Variant exact = value.IsText() ? Variant(number) : value;
+    return WriteNumber(DigitsOf(exact), number < 0 && !own, sections[own ? wanted : 0]);
+}
+
+Text DateOrItself(const Variant& value, const PatternUnits& section, const WeekRules& rules) {
+    if (value.IsText() && !IsDate(value)) {
+        return value.As<Text>();
     }
-    return text + layout.behind;
+    return WriteDate(CDate(value), section, rules);
+}
+
+Text Characters(const Variant& value, const Sections& sections) {
+    const Text text = Joined(value);
+    const bool second = text.empty() && sections.size() > 1;
+    if (value.IsNull() && !second) {
+        return {};
+    }
+    return WriteText(text, sections[second ? 1 : 0]);
 }
 
 }  // namespace
 
-Text FormatValue(const Variant& value, TextView pattern) {
-    if (value.IsNull() || pattern.find_first_of(kPlaceholders) == TextView::npos) {
-        return Format(value, pattern);
+Text FormatValue(const Variant& value, TextView pattern, const WeekRules& rules) {
+    if (pattern.empty()) {
+        return Joined(value);
     }
-    if (value.IsText() && !IsNumeric(value)) {
-        return value.As<Text>();
+    const Sections sections = SectionsOf(pattern);
+    const bool isNumber = value.IsNull() || value.IsDate() || IsNumeric(value);
+    if (IsForNumbers(sections)) {
+        return isNumber ? Number(value, sections) : Joined(value);
     }
-    return NumberPattern(CDbl(value), pattern);
+    if (HasDatePlace(sections.front())) {
+        return value.IsNull() || value.IsEmpty() ? Text() : DateOrItself(value, sections.front(), rules);
+    }
+    return IsForTexts(sections) || !isNumber ? Characters(value, sections) : Number(value, sections);
 }
 
 }  // namespace quardele::basic

@@ -1,6 +1,7 @@
 #include "keyset_recordset.h"
 
 #include <algorithm>
+#include <iterator>
 #include <ranges>
 #include <utility>
 
@@ -56,8 +57,9 @@ KeysetRecordset::KeysetRecordset(std::shared_ptr<DatabaseImpl> database, Text na
 void KeysetRecordset::Run() {
     rows_ = query_->Run();
     run_ = NextRun();
+    ran_ = rows_.Size();
     visited_ = 0;
-    deleted_ = 0;
+    lost_.clear();
 }
 
 void KeysetRecordset::Requery() {
@@ -73,7 +75,13 @@ void KeysetRecordset::Requery() {
 
 std::size_t KeysetRecordset::RecordCount() const {
     RequireOpen();
-    return visited_ - deleted_;
+    const std::size_t added = rows_.Size() - ran_;
+    const std::size_t counted = std::min(visited_, ran_) + added - lost_.size();
+    return counted == 0 && HasRows() ? 1 : counted;
+}
+
+bool KeysetRecordset::HasRows() const {
+    return lost_.size() < rows_.Size();
 }
 
 std::size_t KeysetRecordset::RowCount() const {
@@ -101,19 +109,34 @@ void KeysetRecordset::SetAbsolutePosition(long position) {
 }
 
 bool KeysetRecordset::GoFirst() {
-    return Land(0);
+    return LandFrom(0);
 }
 
 bool KeysetRecordset::GoLast() {
-    return rows_.Size() > 0 && Land(rows_.Size() - 1);
+    Visit(rows_.Size());
+    return LandBefore(rows_.Size());
 }
 
 bool KeysetRecordset::GoNext() {
-    return Land(row_ + 1);
+    return LandFrom(row_ + 1);
 }
 
 bool KeysetRecordset::GoPrevious() {
-    return row_ > 0 && Land(row_ - 1);
+    return LandBefore(row_);
+}
+
+bool KeysetRecordset::LandFrom(std::size_t row) {
+    while (lost_.contains(row)) {
+        ++row;
+    }
+    return Land(row);
+}
+
+bool KeysetRecordset::LandBefore(std::size_t end) {
+    while (end > 0 && lost_.contains(end - 1)) {
+        --end;
+    }
+    return end > 0 && Land(end - 1);
 }
 
 bool KeysetRecordset::Land(std::size_t row) {
@@ -125,14 +148,19 @@ bool KeysetRecordset::Land(std::size_t row) {
     return true;
 }
 
-void KeysetRecordset::GoTo(const Bookmark& bookmark) {
+void KeysetRecordset::RequireRowOf(const Bookmark& bookmark) const {
     const std::size_t row = PositionOf(bookmark, run_);
-    for (std::size_t table = 0; table < Layout().tables.size(); ++table) {
-        (void)rows_.Key(row, table);  // 3167 when this recordset has deleted it
-    }
-    if (!Land(row)) {
+    if (row >= rows_.Size()) {
         throw RuntimeError(error::kInvalidBookmark);
     }
+    if (lost_.contains(row)) {
+        throw RuntimeError(error::kRecordDeleted);
+    }
+}
+
+void KeysetRecordset::GoTo(const Bookmark& bookmark) {
+    RequireRowOf(bookmark);
+    Land(PositionOf(bookmark, run_));
 }
 
 Bookmark KeysetRecordset::RowBookmark() const {
@@ -151,9 +179,7 @@ std::optional<jet::RowId> KeysetRecordset::RowIn(std::size_t table) const {
 }
 
 Bookmark KeysetRecordset::TakeIn(const RowParts& parts) {
-    const std::size_t row = rows_.Append(Joined(parts));
-    ++visited_;
-    return BookmarkOf(run_, row);
+    return BookmarkOf(run_, rows_.Append(Joined(parts)));
 }
 
 RowParts KeysetRecordset::Joined(const RowParts& parts) const {
@@ -177,7 +203,14 @@ RowParts KeysetRecordset::Joined(const RowParts& parts) const {
 
 void KeysetRecordset::RowLost(std::size_t table) {
     rows_.MarkDeleted(row_, table);
-    ++deleted_;
+    lost_.insert(row_);
+}
+
+std::size_t KeysetRecordset::RowsAhead() const {
+    if (lost_.contains(row_)) {
+        throw RuntimeError(error::kRecordDeleted);
+    }
+    return row_ - static_cast<std::size_t>(std::distance(lost_.begin(), lost_.lower_bound(row_)));
 }
 
 bool KeysetRecordset::AllowsChanges() const {

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 
 #include <sql/query.h>
 
@@ -37,6 +38,7 @@ class KeysetRecordset final : public RecordsetBase {
     bool GoLast() override;
     bool GoNext() override;
     bool GoPrevious() override;
+    void RequireRowOf(const Bookmark& bookmark) const override;
     void GoTo(const Bookmark& bookmark) override;
     [[nodiscard]] Bookmark RowBookmark() const override;
     [[nodiscard]] Variant Stored(int field) const override { return Read(row_, field); }
@@ -44,7 +46,8 @@ class KeysetRecordset final : public RecordsetBase {
     [[nodiscard]] Bookmark TakeIn(const RowParts& parts) override;
     void RowLosing(std::size_t /*table*/) override {}
     void RowLost(std::size_t table) override;
-    [[nodiscard]] std::size_t RowsAhead() const override { return row_; }
+    [[nodiscard]] std::size_t RowsAhead() const override;
+    [[nodiscard]] bool HasRows() const override;
     [[nodiscard]] bool AllowsChanges() const override;
     [[nodiscard]] bool AllowsChangeOf(int field) const override { return rows_.IsUpdatable(field); }
     [[nodiscard]] bool IsOneSide(std::size_t table) const override { return query_->IsOneSide(table); }
@@ -53,6 +56,9 @@ class KeysetRecordset final : public RecordsetBase {
  private:
     void Run();
     bool Land(std::size_t row);
+    // The nearest row that this recordset has not deleted: from `row` on, and in front of `end`.
+    bool LandFrom(std::size_t row);
+    bool LandBefore(std::size_t end);
     [[nodiscard]] Variant Read(std::size_t row, int field) const;
     /// Drops what was read from the file before the last change.
     void Freshen() const;
@@ -72,9 +78,10 @@ class KeysetRecordset final : public RecordsetBase {
     mutable sql::RowSet rows_;
     std::uint64_t run_ = 0;  ///< number of the rows, for their bookmarks
     std::size_t row_ = 0;
-    std::size_t visited_ = 0;  ///< rows counted from the first that a move or a search has come to
-    std::size_t deleted_ = 0;  ///< rows of those that this recordset has deleted
-    Text conditionText_;       ///< of the condition prepared last
+    std::size_t ran_ = 0;         ///< rows that the run has found; those behind them were added
+    std::size_t visited_ = 0;     ///< rows counted from the first that a move or a search has come to
+    std::set<std::size_t> lost_;  ///< rows that this recordset has deleted
+    Text conditionText_;          ///< of the condition prepared last
     std::optional<sql::Condition> condition_;
     mutable std::uint64_t readVersion_ = 0;  ///< of the file when rows were last read
 };

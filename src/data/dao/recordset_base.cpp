@@ -96,6 +96,8 @@ void RecordsetBase::Move(long rows) {
     Leave();
     if (Walk(rows)) {
         Arrive(Place::Row);
+    } else if (!HasRows()) {
+        Arrive(Place::Empty);
     } else {
         Arrive(rows > 0 ? Place::Behind : Place::Before);
     }
@@ -151,6 +153,7 @@ Bookmark RecordsetBase::CurrentBookmark() const {
 
 void RecordsetBase::SetBookmark(const Bookmark& bookmark) {
     RequireOpen();
+    RequireRowOf(bookmark);  // before the row is left
     Leave();
     GoTo(bookmark);
     Arrive(Place::Row);

@@ -102,6 +102,8 @@ class RecordsetBase : public Recordset {
     virtual bool GoNext() = 0;
     virtual bool GoPrevious() = 0;
     /// Throws 3159 for a bookmark that is none of this recordset's, 3167 when its row is known to be gone.
+    virtual void RequireRowOf(const Bookmark& bookmark) const = 0;
+    /// Throws the same.
     virtual void GoTo(const Bookmark& bookmark) = 0;
     [[nodiscard]] virtual Bookmark RowBookmark() const = 0;
     /// The row's stored value of a field; throws 3167 when the row is gone.
@@ -115,7 +117,9 @@ class RecordsetBase : public Recordset {
     virtual void RowLosing(std::size_t table) = 0;
     /// After that: the row stays where it is, but nothing can be read from it.
     virtual void RowLost(std::size_t table) = 0;
-    /// How many rows lie in front of the row.
+    /// Whether there are any rows.
+    [[nodiscard]] virtual bool HasRows() const = 0;
+    /// How many rows lie in front of the row; throws 3167 when it is gone.
     [[nodiscard]] virtual std::size_t RowsAhead() const = 0;
     /// Whether records of this recordset may be changed at all.
     [[nodiscard]] virtual bool AllowsChanges() const = 0;

@@ -94,9 +94,13 @@ void TableRecordset::Seek(TextView comparison, std::initializer_list<Variant> ke
     if (keys.size() == 0 || keys.size() > index_->Definition().columns.size()) {
         throw RuntimeError(error::kInvalidArgument);
     }
-    Leave();
     File().Refresh();
-    const auto found = index_->Seek(op, keys);
+    auto found = index_->Seek(op, keys);  // bad keys are told before the row is left
+    const std::uint64_t version = Version();
+    Leave();
+    if (Version() != version) {
+        found = index_->Seek(op, keys);
+    }
     SetNoMatch(!found || !Land(*found));
     Arrive(NoMatch() ? Place::Nowhere : Place::Row);
 }
@@ -128,10 +132,18 @@ bool TableRecordset::GoPrevious() {
     return LandBefore(order_->Before(at_));
 }
 
-void TableRecordset::GoTo(const Bookmark& bookmark) {
-    if (!Land(RowIdOf(bookmark, run_))) {
+void TableRecordset::RequireRowOf(const Bookmark& bookmark) const {
+    if (!Source().Fetch(RowIdOf(bookmark, run_))) {
         throw RuntimeError(error::kRecordDeleted);
     }
+}
+
+void TableRecordset::GoTo(const Bookmark& bookmark) {
+    RequireRowOf(bookmark);
+    Land(RowIdOf(bookmark, run_));
+    // Once somebody else has deleted the row, nothing would tell where it was.
+    TellOrder();
+    order_->GoTo(at_);
 }
 
 Bookmark TableRecordset::RowBookmark() const {
@@ -175,6 +187,10 @@ void TableRecordset::RowLost(std::size_t /*table*/) {
     lost_ = true;
 }
 
+bool TableRecordset::HasRows() const {
+    return Source().RowCount() > 0;
+}
+
 bool TableRecordset::AllowsChangeOf(int /*field*/) const {
     return true;
 }
@@ -183,6 +199,7 @@ std::size_t TableRecordset::RowsAhead() const {
     if (lost_ || !Source().Fetch(at_)) {
         throw RuntimeError(error::kRecordDeleted);
     }
+    TellOrder();
     std::size_t count = 0;
     for (auto row = order_->Before(at_); row; row = order_->Before(*row)) {
         ++count;
@@ -196,7 +213,7 @@ void TableRecordset::Release() {
     order_.reset();
 }
 
-void TableRecordset::TellOrder() {
+void TableRecordset::TellOrder() const {
     if (orderVersion_ != Version()) {
         order_->RowsChanged();
         orderVersion_ = Version();

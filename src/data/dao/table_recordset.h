@@ -28,6 +28,7 @@ class TableRecordset final : public RecordsetBase {
     bool GoLast() override;
     bool GoNext() override;
     bool GoPrevious() override;
+    void RequireRowOf(const Bookmark& bookmark) const override;
     void GoTo(const Bookmark& bookmark) override;
     [[nodiscard]] Bookmark RowBookmark() const override;
     [[nodiscard]] Variant Stored(int field) const override;
@@ -36,6 +37,7 @@ class TableRecordset final : public RecordsetBase {
     void RowLosing(std::size_t table) override;
     void RowLost(std::size_t table) override;
     [[nodiscard]] std::size_t RowsAhead() const override;
+    [[nodiscard]] bool HasRows() const override;
     [[nodiscard]] bool AllowsChanges() const override { return true; }
     [[nodiscard]] bool AllowsChangeOf(int field) const override;
     void Release() override;
@@ -50,13 +52,13 @@ class TableRecordset final : public RecordsetBase {
     bool LandBehind(std::optional<jet::RowId> row);
     bool LandBefore(std::optional<jet::RowId> row);
     /// Lets the order know of changes since the last walk.
-    void TellOrder();
+    void TellOrder() const;
 
     std::uint64_t run_;  ///< number of this recordset, for its bookmarks
     Text indexName_;
     std::unique_ptr<RowOrder> order_;
     IndexOrder* index_ = nullptr;  ///< the order when it is an index's
-    std::uint64_t orderVersion_ = 0;
+    mutable std::uint64_t orderVersion_ = 0;
     jet::RowId at_;
     bool lost_ = false;                    ///< the row at hand was deleted by this recordset
     mutable std::optional<jet::Row> row_;  ///< the row at hand as it was read last

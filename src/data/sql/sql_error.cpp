@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include <basic/conversion.h>
 
@@ -10,13 +11,6 @@ namespace {
 
 /// Longer pieces of a statement are cut in descriptions, which operators read in a message box.
 constexpr std::size_t kLongestQuote = 120;
-
-Text Quoted(TextView text) {
-    Text quoted = u"« ";
-    quoted += text.substr(0, kLongestQuote);
-    quoted += text.size() > kLongestQuote ? u" … »" : u" »";
-    return quoted;
-}
 
 struct Description {
     int number;
@@ -59,6 +53,28 @@ constexpr Place kSyntaxPlaces[] = {
     {error::kSyntaxInDefinition, u"dans l'instruction de définition de données"},
 };
 
+/// What calculating and comparing fail with.
+constexpr int kCalculationErrors[] = {error::kInvalidCall,  error::kOverflow,    error::kDivisionByZero,
+                                      error::kTypeMismatch, error::kInvalidNull, error::kDataTypeMismatch};
+
+/// So many unknown names are told.
+constexpr std::size_t kMostNames = 5;
+
+/// The names in the order of their capitals.
+Text DescriptionOfMissing(const UnknownNames& names) {
+    Text description =
+        basic::Describe(error::kTooFewParameters, basic::NumberText(static_cast<double>(names.size())));
+    description.pop_back();
+    std::size_t told = 0;
+    for (const auto& [capitals, name] : names) {
+        if (told == kMostNames) {
+            return description + u" …";
+        }
+        description += (told++ == 0 ? u" : " : u", ") + Quoted(name);
+    }
+    return description + u".";
+}
+
 Text SyntaxPlace(int number) {
     const auto* found = std::find_if(std::begin(kSyntaxPlaces), std::end(kSyntaxPlaces),
                                      [number](const Place& place) { return place.number == number; });
@@ -66,6 +82,13 @@ Text SyntaxPlace(int number) {
 }
 
 }  // namespace
+
+Text Quoted(TextView text) {
+    Text quoted = u"« ";
+    quoted += text.substr(0, kLongestQuote);
+    quoted += text.size() > kLongestQuote ? u" … »" : u" »";
+    return quoted;
+}
 
 void FailNaming(int number, TextView name) {
     const auto* found = std::find_if(std::begin(kDescriptions), std::end(kDescriptions),
@@ -87,12 +110,22 @@ void FailSyntax(int number, TextView reason, TextView expression, TextView stop)
     throw basic::RuntimeError(number, description);
 }
 
-void FailTooComplex() {
-    throw basic::RuntimeError(error::kTooComplex, u"La requête est trop complexe.");
+void FailTooComplex(TextView what) {
+    throw basic::RuntimeError(error::kTooComplex, u"La requête est trop complexe : " + Text(what) + u".");
 }
 
-void FailMissingParameters(std::size_t count) {
-    FailNaming(error::kTooFewParameters, basic::NumberText(static_cast<double>(count)));
+void FailIn(const basic::RuntimeError& failure, TextView expression) {
+    const auto* found =
+        std::find(std::begin(kCalculationErrors), std::end(kCalculationErrors), failure.Number());
+    if (found == std::end(kCalculationErrors) || failure.Description() != basic::DescriptionOf(*found)) {
+        throw;
+    }
+    const Text what = failure.Number() == error::kDataTypeMismatch ? u"Types de données incompatibles"
+                                                                   : failure.Description();
+    throw basic::RuntimeError(failure.Number(), what + u" dans l'expression " + Quoted(expression) + u".");
 }
+
+MissingParameters::MissingParameters(UnknownNames names)
+    : RuntimeError(error::kTooFewParameters, DescriptionOfMissing(names)), names_(std::move(names)) {}
 
 }  // namespace quardele::sql

@@ -1,6 +1,8 @@
 // The errors of statements: numbers that only this room raises, and descriptions that name the place.
 #pragma once
 
+#include <map>
+
 #include <basic/runtime_error.h>
 #include <basic/text.h>
 
@@ -43,6 +45,9 @@ inline constexpr int kSubqueryRows = 3354;
 inline constexpr int kTooComplex = 3360;
 }  // namespace error
 
+/// A name or a piece of a statement between quotation marks, cut where it is too long for a message box.
+[[nodiscard]] Text Quoted(TextView text);
+
 /// Throws the number with its general description and the place it concerns.
 [[noreturn]] void FailNaming(int number, TextView name);
 
@@ -50,10 +55,25 @@ inline constexpr int kTooComplex = 3360;
 /// word or sign where reading stopped (empty at the end of the text).
 [[noreturn]] void FailSyntax(int number, TextView reason, TextView expression, TextView stop);
 
-/// Throws 3360.
-[[noreturn]] void FailTooComplex();
+/// Throws 3360, naming what there is too much of.
+[[noreturn]] void FailTooComplex(TextView what);
 
-/// Throws 3061 with the number of values that would be needed.
-[[noreturn]] void FailMissingParameters(std::size_t count);
+/// Throws the failure on, inside a handler of it. One of calculating or comparing that names nothing yet
+/// names the expression.
+[[noreturn]] void FailIn(const basic::RuntimeError& failure, TextView expression);
+
+/// Names that nothing knows, by their capitals, as they are written.
+using UnknownNames = std::map<Text, Text>;
+
+/// Error 3061: the names count as parameters for which no values are given.
+class MissingParameters : public basic::RuntimeError {
+ public:
+    explicit MissingParameters(UnknownNames names);
+
+    [[nodiscard]] const UnknownNames& Names() const { return names_; }
+
+ private:
+    UnknownNames names_;
+};
 
 }  // namespace quardele::sql

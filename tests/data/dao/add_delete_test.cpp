@@ -289,7 +289,7 @@ TEST_F(AddDeleteTest, TheDeletedRecordStaysCurrentUntilTheNextMove) {
     EXPECT_EQ(table->RecordCount(), 10U);
 }
 
-TEST_F(AddDeleteTest, ADynasetKeepsThePlaceOfADeletedRecord) {
+TEST_F(AddDeleteTest, ADynasetLeavesOutTheRecordsItHasDeleted) {
     const auto rows = OpenDynaset(u"TTYP");
     rows->MoveNext();
     const Bookmark gone = rows->CurrentBookmark();
@@ -300,11 +300,89 @@ TEST_F(AddDeleteTest, ADynasetKeepsThePlaceOfADeletedRecord) {
     EXPECT_EQ(rows->RowCount(), 12U);
     EXPECT_EQ(ErrorOf([&] { (void)rows->ValueAt(1, 0); }), error::kRecordDeleted);
     rows->MovePrevious();
-    EXPECT_EQ(ErrorOf([&] { (void)rows->Value(0); }), error::kRecordDeleted);
+    EXPECT_EQ(rows->AbsolutePosition(), 0);
+    rows->MoveNext();
+    EXPECT_EQ(rows->AbsolutePosition(), 2);
     rows->FindFirst(u"TTYP_CODE >= 'CLI'");
     EXPECT_EQ(rows->Value(u"TTYP_CODE"), Variant(u"CT"));
     rows->Requery();
     EXPECT_EQ(rows->RowCount(), 11U);
+}
+
+TEST_F(AddDeleteTest, ADynasetStartsAndEndsBesideTheRecordsItHasDeleted) {
+    const auto rows = OpenDynaset(u"TTYP");
+    rows->Delete();
+    EXPECT_EQ(rows->RecordCount(), 1U) << "there are more records, not visited yet";
+    rows->MoveFirst();
+    EXPECT_EQ(rows->AbsolutePosition(), 1);
+    rows->MovePrevious();
+    EXPECT_TRUE(rows->Bof());
+    rows->MoveLast();
+    rows->Delete();
+    rows->MoveLast();
+    EXPECT_EQ(rows->AbsolutePosition(), 10);
+    EXPECT_EQ(rows->RecordCount(), 10U);
+    rows->MoveNext();
+    EXPECT_TRUE(rows->Eof());
+}
+
+TEST_F(AddDeleteTest, WithoutItsLastRecordADynasetIsEmpty) {
+    const auto rows = OpenDynaset(u"SELECT * FROM TTYP WHERE TTYP_CODE = 'CT'");
+    rows->Delete();
+    EXPECT_FALSE(rows->Bof());
+    EXPECT_FALSE(rows->Eof());
+    rows->MoveNext();
+    EXPECT_TRUE(rows->Bof());
+    EXPECT_TRUE(rows->Eof());
+    EXPECT_EQ(rows->RecordCount(), 0U);
+    EXPECT_EQ(ErrorOf([&] { rows->MoveFirst(); }), error::kNoCurrentRecord);
+    EXPECT_EQ(ErrorOf([&] { rows->MovePrevious(); }), error::kNoCurrentRecord);
+}
+
+TEST_F(AddDeleteTest, RecordsDeletedByOthersStayAsPlaces) {
+    const auto rows = OpenDynaset(u"TTYP");
+    const auto others = OpenDynaset(u"TTYP");
+    others->MoveNext();
+    others->Delete();
+    rows->MoveNext();
+    EXPECT_EQ(ErrorOf([&] { (void)rows->Value(0); }), error::kRecordDeleted);
+    rows->MoveNext();
+    EXPECT_EQ(rows->AbsolutePosition(), 2);
+}
+
+TEST_F(AddDeleteTest, PercentPositionCountsWhatIsLeft) {
+    const auto rows = OpenDynaset(u"TTYP");
+    rows->MoveLast();
+    rows->MoveFirst();
+    rows->Delete();
+    EXPECT_EQ(ErrorOf([&] { (void)rows->PercentPosition(); }), error::kRecordDeleted);
+    rows->MoveNext();
+    EXPECT_FLOAT_EQ(rows->PercentPosition(), 0);
+    rows->MoveNext();
+    rows->Delete();
+    rows->MoveLast();
+    EXPECT_FLOAT_EQ(rows->PercentPosition(), 90);
+}
+
+TEST_F(AddDeleteTest, PercentPositionOfATableCountsAddedRecords) {
+    const auto rows = OpenTable(u"TTYP");
+    rows->SetIndex(u"PrimaryKey");
+    rows->MoveLast();
+    EXPECT_GT(rows->PercentPosition(), 90);
+    Add(*rows);
+    rows->MoveLast();
+    EXPECT_FLOAT_EQ(rows->PercentPosition(), 100.0F * 12 / 13);
+}
+
+TEST_F(AddDeleteTest, AnAddedRecordCountsAsTheWalkGoesOn) {
+    const auto rows = OpenDynaset(u"TTYP");
+    EXPECT_EQ(rows->RecordCount(), 1U);
+    Add(*rows);
+    EXPECT_EQ(rows->RecordCount(), 2U);
+    rows->MoveNext();
+    EXPECT_EQ(rows->RecordCount(), 3U);
+    rows->MoveLast();
+    EXPECT_EQ(rows->RecordCount(), 13U);
 }
 
 TEST_F(AddDeleteTest, AfterARequeryNoRecordIsTheOneWrittenLast) {
@@ -315,28 +393,38 @@ TEST_F(AddDeleteTest, AfterARequeryNoRecordIsTheOneWrittenLast) {
     EXPECT_EQ(ErrorOf([&] { (void)rows->LastModified(); }), error::kNoCurrentRecord);
 }
 
+/// A page gives the place of a deleted record to another one when it has no fresh place left.
 TEST_F(AddDeleteTest, ANewRecordInThePlaceOfADeletedOneIsAnotherOne) {
     const auto catalogue = OpenDatabase(kBookmarks);
     const auto table = catalogue->OpenRecordset(u"TSIGNETS", RecordsetType::Table);
     const auto dynaset = catalogue->OpenRecordset(u"TSIGNETS", RecordsetType::Dynaset);
-    const auto add = [](Recordset& rows, TextView name) {
+    const auto add = [](Recordset& rows) {
         rows.AddNew();
         rows.SetValue(u"SIGNETS_Appli", std::int16_t{1});
         rows.SetValue(u"SIGNETS_nomdot", u"F");
-        rows.SetValue(u"SIGNETS_nomsignet", Text(name));
+        rows.SetValue(u"SIGNETS_nomsignet", u"un");
         rows.Update();
+        rows.SetBookmark(rows.LastModified());
     };
-    for (const auto& rows : {table, dynaset}) {
-        add(*rows, u"un");
-        rows->SetBookmark(rows->LastModified());
-        rows->Delete();
-        add(*rows, u"deux");
-        EXPECT_EQ(ErrorOf([&] { (void)rows->Value(2); }), error::kRecordDeleted);
-        rows->SetBookmark(rows->LastModified());
-        EXPECT_EQ(rows->Value(u"SIGNETS_nomsignet"), Variant(u"deux"));
-        rows->Delete();
-    }
-    EXPECT_EQ(ErrorOf([&] { (void)dynaset->ValueAt(0, 2); }), error::kRecordDeleted);
+    add(*dynaset);
+    const long position = dynaset->AbsolutePosition();
+    dynaset->Delete();
+    add(*table);
+    const Bookmark first = table->CurrentBookmark();
+    table->Delete();
+    constexpr int kPlacesOfAPage = 255;
+    int added = 0;
+    do {
+        add(*table);
+        if (table->CurrentBookmark() != first) {
+            table->Delete();
+        }
+    } while (table->CurrentBookmark() != first && ++added < kPlacesOfAPage);
+    ASSERT_EQ(table->CurrentBookmark(), first) << "no place was given anew";
+    EXPECT_EQ(table->Value(u"SIGNETS_nomsignet"), Variant(u"un"));
+    EXPECT_EQ(ErrorOf([&] { (void)dynaset->Value(2); }), error::kRecordDeleted);
+    EXPECT_EQ(ErrorOf([&] { (void)dynaset->ValueAt(static_cast<std::size_t>(position), 2); }),
+              error::kRecordDeleted);
 }
 
 TEST_F(AddDeleteTest, DeleteDropsAPendingEdit) {

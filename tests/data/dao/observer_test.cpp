@@ -112,6 +112,23 @@ TEST_F(ObserverTest, FindLeavesFirstAndArrivesOnAHitOnly) {
     EXPECT_THAT(recorder_.Take(), IsEmpty());
 }
 
+TEST_F(ObserverTest, ARefusedBookmarkLeavesNoRowAndDropsNoEdit) {
+    const auto rows = OpenObserved(recorder_);
+    const Bookmark gone = rows->CurrentBookmark();
+    const Bookmark foreign = OpenDynaset(u"TTYP")->CurrentBookmark();
+    rows->Delete();
+    rows->MoveNext();
+    rows->Edit();
+    rows->SetValue(u"TTYP_LIBELLE", u"Neuf");
+    recorder_.Take();
+    constexpr int kInvalidBookmark = 3159;
+    EXPECT_EQ(ErrorOf([&] { rows->SetBookmark(foreign); }), kInvalidBookmark);
+    EXPECT_EQ(ErrorOf([&] { rows->SetBookmark(gone); }), error::kRecordDeleted);
+    EXPECT_THAT(recorder_.Take(), IsEmpty());
+    EXPECT_EQ(rows->EditMode(), EditMode::Edit);
+    EXPECT_EQ(rows->Value(u"TTYP_LIBELLE"), Variant(u"Neuf"));
+}
+
 TEST_F(ObserverTest, MissDuringAnEditShowsTheStoredRowAgain) {
     const auto rows = OpenObserved(recorder_);
     rows->Edit();

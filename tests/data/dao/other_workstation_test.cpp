@@ -120,6 +120,23 @@ TEST_F(OtherWorkstationTest, ADeletedRowRaises3167UntilTheNextMove) {
     }
 }
 
+TEST_F(OtherWorkstationTest, TheWalkGoesOnBesideABookmarkedRowThatIsDeleted) {
+    const auto rows = OpenTable(u"TTYP");  // BAT CLI CT DIS EXT FRE HAY LIM PNE REV TAC VID
+    rows->SetIndex(u"PrimaryKey");
+    for (const bool forward : {true, false}) {
+        rows->Seek(u"=", {u"LIM"});
+        const Bookmark bookmark = rows->CurrentBookmark();
+        rows->MoveFirst();
+        rows->SetBookmark(bookmark);
+        ExecuteElsewhere("DELETE FROM TTYP WHERE TTYP_CODE = 'LIM'");
+        DBEngine::Instance().Idle(1);
+        rows->Move(forward ? 1 : -1);
+        EXPECT_EQ(rows->Value(u"TTYP_CODE"), Variant(forward ? u"PNE" : u"HAY"));
+        ExecuteElsewhere("INSERT INTO TTYP (TTYP_CODE, TTYP_LIBELLE) VALUES ('LIM', 'Limites')");
+        DBEngine::Instance().Idle(1);
+    }
+}
+
 TEST_F(OtherWorkstationTest, EditAndDeleteNoticeADeletionWithoutIdle) {
     const auto rows = OpenDynaset(u"TTYP");
     rows->FindFirst(u"TTYP_CODE='DIS'");

@@ -159,6 +159,9 @@ TEST_F(TableRecordsetTest, KeyThatCannotTakeTheTypeRaises3421AndStaysThere) {
     const Variant before = paths->Value(u"TPATH_NUM");
     EXPECT_EQ(ErrorOf([&] { paths->Seek(u"=", {u"deux"}); }), error::kTypeConversion);
     EXPECT_EQ(paths->Value(u"TPATH_NUM"), before);
+    paths->Edit();
+    EXPECT_EQ(ErrorOf([&] { paths->Seek(u"=", {u"deux"}); }), error::kTypeConversion);
+    EXPECT_EQ(paths->EditMode(), EditMode::Edit) << "a refused seek leaves no record";
 }
 
 TEST_F(TableRecordsetTest, SeekThatMissesLeavesNoCurrentRecord) {

@@ -91,9 +91,61 @@ INSTANTIATE_TEST_SUITE_P(Names, StatementErrorTest,
 
 TEST(StatementErrorTextTest, UnknownNamesAreCountedOnce) {
     EXPECT_EQ(DescriptionOf(Stock(), "SELECT * FROM TSITE WHERE a = b OR A = c"),
-              "Trop peu de paramètres. 3 attendu.");
+              "Trop peu de paramètres. 3 attendu : « a », « b », « c ».");
     EXPECT_EQ(DescriptionOf(Stock(), "SELECT * FROM TSITE WHERE x = 1"),
-              "Trop peu de paramètres. 1 attendu.");
+              "Trop peu de paramètres. 1 attendu : « x ».");
+    EXPECT_EQ(DescriptionOf(Stock(), "SELECT a, b, c, d, e, f FROM TSITE"),
+              "Trop peu de paramètres. 6 attendu : « a », « b », « c », « d », « e » …");
+}
+
+TEST(StatementErrorTextTest, UnknownNamesOfAllPartsCount) {
+    EXPECT_EQ(
+        DescriptionOf(Stock(),
+                      "SELECT a FROM TSITE WHERE b = 1 AND TSITE_CODE IN (SELECT c FROM TSITE WHERE A = d)"),
+        "Trop peu de paramètres. 4 attendu : « a », « b », « c », « d ».");
+    EXPECT_EQ(
+        DescriptionOf(Stock(), "SELECT a FROM TSITE UNION SELECT b FROM TSITE UNION SELECT A FROM TSITE"),
+        "Trop peu de paramètres. 2 attendu : « a », « b ».");
+    EXPECT_EQ(DescriptionOf(Stock(), "SELECT 1 FROM (SELECT a FROM TSITE) AS S, (SELECT b FROM TSITE) AS T"),
+              "Trop peu de paramètres. 2 attendu : « a », « b ».");
+    EXPECT_EQ(DescriptionOf(
+                  Stock(), "SELECT (SELECT Max(a) FROM TSITE WHERE EXISTS (SELECT b FROM TSITE)) FROM TSITE"),
+              "Trop peu de paramètres. 2 attendu : « a », « b ».");
+}
+
+TEST(StatementErrorTextTest, FailuresOfCalculatingNameTheExpression) {
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"SELECT Len(TSITE_CODE) / 0 FROM TSITE",
+         "Division par zéro dans l'expression « Len(TSITE_CODE) / 0 »."},
+        {"SELECT 1 FROM TSITE WHERE TSITE_CODE = 'PA' AND CLng(TSITE_LIBELLE) = 1",
+         "Type incompatible dans l'expression « CLng(TSITE_LIBELLE) = 1 »."},
+        {"SELECT 1 FROM TSITE ORDER BY CInt(40000 + Len(TSITE_CODE))",
+         "Dépassement de capacité dans l'expression « CInt(40000 + Len(TSITE_CODE)) »."},
+        {"SELECT Max(CStr(Null)) FROM TSITE",
+         "Utilisation incorrecte de Null dans l'expression « CStr(Null) »."},
+        {"SELECT 1 FROM TSITE WHERE TSITE_CODE < 1 OR False",
+         "Types de données incompatibles dans l'expression « TSITE_CODE < 1 Or False »."},
+        {"SELECT (SELECT Left(S.TSITE_CODE, -1)) FROM TSITE AS S",
+         "Argument ou appel de procédure incorrect dans l'expression « Left(S.TSITE_CODE, -1) »."},
+        {"SELECT X.* FROM TSITE",
+         "Erreur de syntaxe (table absente de la clause FROM) dans la clause SELECT « X.* », près de « X »."},
+    };
+    for (const auto& [statement, text] : cases) {
+        EXPECT_EQ(DescriptionOf(Stock(), statement), text) << statement;
+    }
+}
+
+TEST(StatementErrorTextTest, TooMuchIsNamed) {
+    EXPECT_EQ(DescriptionOf(Stock(), "SELECT * FROM TSITE WHERE " + std::string(70000, ' ')),
+              "La requête est trop complexe : texte de plus de 65 536 caractères.");
+    EXPECT_EQ(DescriptionOf(Stock(), "SELECT " + std::string(400, '(') + "1"),
+              "La requête est trop complexe : trop de parenthèses et d'opérations l'une dans l'autre.");
+    std::string tables = "TSITE AS t0";
+    for (int i = 1; i < 33; ++i) {
+        tables += ", TSITE AS t" + std::to_string(i);
+    }
+    EXPECT_EQ(DescriptionOf(Stock(), "SELECT * FROM " + tables),
+              "La requête est trop complexe : plus de 32 tables dans la clause FROM.");
 }
 
 TEST(StatementErrorTextTest, SyntaxErrorsNameThePlace) {

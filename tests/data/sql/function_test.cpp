@@ -132,8 +132,8 @@ TEST(FunctionErrorTest, ArgumentsOutsideTheirRange) {
     for (const char* call :
          {"Left('abc', -1)", "Mid('abc', 0)", "Space(-1)", "Chr(-1)", "Chr(300)", "Asc('')", "Sqr(-1)",
           "String(2, '')", "DateAdd('x', 1, #1/1/2026#)", "DatePart('zz', #1/1/2026#)",
-          "DateSerial(20000, 1, 1)", "Weekday(#1/1/2026#, 9)", "Round(1.5, -1)", "InStr(0, 'a', 'a')",
-          "Space(1000000000)"}) {
+          "DateSerial(20000, 1, 1)", "Weekday(#1/1/2026#, 9)", "Format(#1/1/2026#, 'ww', 1, 4)",
+          "Round(1.5, -1)", "InStr(0, 'a', 'a')", "Space(1000000000)"}) {
         EXPECT_EQ(ErrorOf([call] { static_cast<void>(Eval(call)); }), 5) << call;
     }
 }

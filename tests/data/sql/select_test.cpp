@@ -247,6 +247,37 @@ TEST(UnionTest, HoldsValuesUnderTheNamesOfTheFirstPart) {
     EXPECT_EQ(Condition(query, u"n = 2.5").FindForward(rows, 0), 2U);
 }
 
+TEST(UnionTest, ANullGoesWithEveryType) {
+    const auto query =
+        Query::Prepare(Changes(), u"SELECT 1, Null FROM TNUMAPPLI UNION SELECT Null, #1/31/2026#");
+    EXPECT_EQ(query->Columns()[0].type, jet::ColumnType::Long);
+    EXPECT_EQ(query->Columns()[1].type, jet::ColumnType::Date);
+}
+
+TEST(UnionTest, TextsAreAsLongAsTheLongestPart) {
+    const auto plain =
+        Query::Prepare(Stock(), u"SELECT TSITE_CODE FROM TSITE UNION SELECT TSITE_LIBELLE FROM TSITE");
+    EXPECT_EQ(plain->Columns()[0].type, jet::ColumnType::Text);
+    EXPECT_EQ(plain->Columns()[0].size, 40);
+    const auto made = Query::Prepare(Stock(), u"SELECT TSITE_CODE FROM TSITE UNION ALL SELECT 'a' & 'b'");
+    EXPECT_EQ(made->Columns()[0].size, 255);
+}
+
+TEST(UnionTest, NumbersBesideTextsAreWrittenAsTexts) {
+    const std::string statement =
+        "SELECT 'a' AS t, 1 AS n UNION ALL SELECT 1.5, 2.5 UNION ALL SELECT #1/31/2026#, True";
+    EXPECT_EQ(Rows(Changes(), statement), (Lines{"'a' 1", "'1,5' 2.5", "'31/01/2026' -1"}));
+    EXPECT_EQ(Query::Prepare(Changes(), basic::FromUtf8(statement))->Columns()[0].type,
+              jet::ColumnType::Text);
+    EXPECT_EQ(Rows(Changes(), "SELECT 'a' UNION SELECT 1 UNION SELECT '1'"), (Lines{"'1'", "'a'"}));
+}
+
+TEST(UnionTest, ExactNumbersStayExact) {
+    EXPECT_EQ(Rows(Changes(), "SELECT 1 UNION ALL SELECT CCur(1.5)"), (Lines{"1 EUR", "1.5 EUR"}));
+    EXPECT_EQ(Rows(Changes(), "SELECT 1 UNION ALL SELECT 12345678901234567890.12"),
+              (Lines{"1", "12345678901234567890,12"}));
+}
+
 TEST(UnionTest, PartsMustHaveTheSameNumberOfColumns) {
     EXPECT_EQ(ErrorOfStatement(Changes(), "SELECT 1 UNION SELECT 1, 2"), 3307);
 }

@@ -32,9 +32,8 @@ namespace quardele::basic {
 /// To an amount, halves of its last decimal rounded to even. Throws 6 outside the range, else like CDbl.
 [[nodiscard]] Currency CCur(const Variant& value);
 
-/// The number at the start of a text; stops at the first character that is no part of a number, always uses
-/// the point, ignores blanks; 0 when there is none. &H and &O start numbers of base 16 and 8. Throws
-/// RuntimeError 6 for a number beyond all doubles.
+/// The number at the start of a text, as far as it goes, of base 16 or 8 behind &H or &O; always uses the
+/// point, ignores blanks; 0 when there is none. Throws RuntimeError 6 for a number beyond all doubles.
 [[nodiscard]] double Val(TextView text);
 
 /// Whether CDbl would succeed. Dates are not numeric, Empty is.

@@ -41,8 +41,8 @@ struct TimeOfDay {
 [[nodiscard]] Date Today();
 [[nodiscard]] Date Now();
 
-/// Formats a value with a date pattern: d dd ddd dddd m mm mmm mmmm yy yyyy h hh n nn s ss; "/" is the
-/// locale's date separator, ":" stays; other characters stay. A text is converted to a date first; a text
+/// Formats a value with a date pattern, see FormatValue of number_format.h: dd mm yyyy hh nn ss ...; "/" is
+/// the locale's date separator, ":" stays; other characters stay. A text is converted to a date first; a text
 /// that is no date comes back as it is. Empty and Null give the empty text.
 [[nodiscard]] Text Format(const Variant& value, TextView pattern);
 [[nodiscard]] Text Format(Date date, TextView pattern);

@@ -11,9 +11,11 @@ namespace quardele::jet {
 
 namespace {
 
+/// Drive tables, which stand for Windows paths elsewhere, know drives and no network folders.
+constexpr bool kKnowsNetworkPaths = std::filesystem::path::preferred_separator == '\\';
+
 [[nodiscard]] std::optional<std::filesystem::path> StoredPath(const Text& windowsPath) {
-    // A network path may take long to answer for and is nobody's wish here: the file beside us is tried.
-    if (windowsPath.starts_with(u"\\\\")) {
+    if (windowsPath.starts_with(u"\\\\") && !kKnowsNetworkPaths) {
         return std::nullopt;
     }
     try {

@@ -9,9 +9,6 @@ namespace quardele::sql {
 namespace {
 
 constexpr int kDaysOfWeek = 7;
-constexpr std::int32_t kMonday = 2;
-constexpr std::int32_t kFourDays = 2;
-constexpr std::int32_t kWholeWeek = 3;
 constexpr std::int64_t kSecondsOfDay = 86400;
 
 enum class Interval { Year, Quarter, Month, DayOfYear, Day, Weekday, Week, Hour, Minute, Second };
@@ -26,14 +23,10 @@ Interval IntervalOf(TextView name) {
     throw basic::RuntimeError(error::kInvalidCall);
 }
 
-std::int64_t DayNumber(basic::Date date) {
-    return static_cast<std::int64_t>(std::trunc(date.days));
-}
-
 std::int64_t SecondNumber(basic::Date date) {
     const basic::TimeOfDay time = basic::TimeOf(date);
     const basic::CivilDate day = basic::CivilOf(date);
-    const std::int64_t days = DayNumber(basic::DateOf(day.year, day.month, day.day));
+    const std::int64_t days = basic::DayNumber(basic::DateOf(day.year, day.month, day.day));
     const int seconds = time.hour * 3600 + time.minute * 60 + time.second;
     return days * kSecondsOfDay + seconds;
 }
@@ -43,32 +36,7 @@ std::int64_t FloorDivided(std::int64_t number, std::int64_t by) {
 }
 
 std::int64_t WeekStart(basic::Date date, std::int32_t firstDay) {
-    return DayNumber(date) - (Weekday(date, firstDay) - 1);
-}
-
-/// The day on which the first week of a year begins.
-std::int64_t FirstWeekStart(int year, std::int32_t firstDay, std::int32_t firstWeek) {
-    const basic::Date newYear = basic::DateOf(year, 1, 1);
-    const std::int32_t daysBefore = Weekday(newYear, firstDay) - 1;
-    const bool nextWeek =
-        (firstWeek == kFourDays && daysBefore > 3) || (firstWeek == kWholeWeek && daysBefore > 0);
-    return DayNumber(newYear) - daysBefore + (nextWeek ? kDaysOfWeek : 0);
-}
-
-std::int32_t WeekOfYear(basic::Date date, std::int32_t firstDay, std::int32_t firstWeek) {
-    if (firstWeek < 0 || firstWeek > kWholeWeek) {
-        throw basic::RuntimeError(error::kInvalidCall);
-    }
-    const std::int32_t rule = firstWeek == 0 ? kFourDays : firstWeek;
-    const int year = basic::CivilOf(date).year;
-    const std::int64_t day = DayNumber(date);
-    std::int64_t start = FirstWeekStart(year, firstDay, rule);
-    if (day < start) {
-        start = FirstWeekStart(year - 1, firstDay, rule);
-    } else if (rule == kFourDays && year < 9999 && day >= FirstWeekStart(year + 1, firstDay, rule)) {
-        return 1;
-    }
-    return static_cast<std::int32_t>((day - start) / kDaysOfWeek) + 1;
+    return basic::DayNumber(date) - (basic::Weekday(date, firstDay) - 1);
 }
 
 std::int64_t Difference(Interval interval, basic::Date from, basic::Date to, std::int32_t firstDay) {
@@ -83,9 +51,9 @@ std::int64_t Difference(Interval interval, basic::Date from, basic::Date to, std
             return (b.year * 12 + b.month) - (a.year * 12 + a.month);
         case Interval::DayOfYear:
         case Interval::Day:
-            return DayNumber(to) - DayNumber(from);
+            return basic::DayNumber(to) - basic::DayNumber(from);
         case Interval::Weekday:
-            return (DayNumber(to) - DayNumber(from)) / kDaysOfWeek;
+            return (basic::DayNumber(to) - basic::DayNumber(from)) / kDaysOfWeek;
         case Interval::Week:
             return (WeekStart(to, firstDay) - WeekStart(from, firstDay)) / kDaysOfWeek;
         case Interval::Hour:
@@ -99,16 +67,6 @@ std::int64_t Difference(Interval interval, basic::Date from, basic::Date to, std
 
 }  // namespace
 
-std::int32_t Weekday(basic::Date date, std::int32_t firstDay) {
-    if (firstDay < 0 || firstDay > kDaysOfWeek) {
-        throw basic::RuntimeError(error::kInvalidCall);
-    }
-    const std::int32_t first = firstDay == 0 ? kMonday : firstDay;
-    // Day 0 of the count, 30 December 1899, was a Saturday: six days behind a Sunday.
-    const std::int64_t fromFirst = DayNumber(date) + kDaysOfWeek - first;
-    return static_cast<std::int32_t>(fromFirst - FloorDivided(fromFirst, kDaysOfWeek) * kDaysOfWeek) + 1;
-}
-
 std::int32_t DateDiff(TextView interval, basic::Date from, basic::Date to, std::int32_t firstDay) {
     const std::int64_t difference = Difference(IntervalOf(interval), from, to, firstDay);
     if (difference < std::numeric_limits<std::int32_t>::min() ||
@@ -118,7 +76,7 @@ std::int32_t DateDiff(TextView interval, basic::Date from, basic::Date to, std::
     return static_cast<std::int32_t>(difference);
 }
 
-std::int32_t DatePart(TextView interval, basic::Date date, std::int32_t firstDay, std::int32_t firstWeek) {
+std::int32_t DatePart(TextView interval, basic::Date date, const basic::WeekRules& rules) {
     const basic::CivilDate day = basic::CivilOf(date);
     const basic::TimeOfDay time = basic::TimeOf(date);
     switch (IntervalOf(interval)) {
@@ -129,13 +87,13 @@ std::int32_t DatePart(TextView interval, basic::Date date, std::int32_t firstDay
         case Interval::Month:
             return day.month;
         case Interval::DayOfYear:
-            return static_cast<std::int32_t>(DayNumber(date) - DayNumber(basic::DateOf(day.year, 1, 1))) + 1;
+            return basic::DayOfYear(date);
         case Interval::Day:
             return day.day;
         case Interval::Weekday:
-            return Weekday(date, firstDay);
+            return basic::Weekday(date, rules.firstDay);
         case Interval::Week:
-            return WeekOfYear(date, firstDay, firstWeek);
+            return basic::WeekOfYear(date, rules);
         case Interval::Hour:
             return time.hour;
         case Interval::Minute:

@@ -23,12 +23,13 @@ Variant DateAddOf(Arguments a) {
 
 /// DateDiff(interval, from, to [, first day [, first week]]); the first week plays no part.
 Variant DateDiffOf(Arguments a) {
-    return DateDiff(TextArgument(*a[0]), DateArgument(*a[1]), DateArgument(*a[2]), LongOr(a, 3, kSunday));
+    return DateDiff(TextArgument(*a[0]), DateArgument(*a[1]), DateArgument(*a[2]),
+                    LongOr(a, 3, basic::kSunday));
 }
 
 Variant DatePartOf(Arguments a) {
-    return DatePart(TextArgument(*a[0]), DateArgument(*a[1]), LongOr(a, 2, kSunday),
-                    LongOr(a, 3, kWeekOfNewYear));
+    return DatePart(TextArgument(*a[0]), DateArgument(*a[1]),
+                    {LongOr(a, 2, basic::kSunday), LongOr(a, 3, basic::kWeekOfNewYear)});
 }
 
 Variant DateSerialOf(Arguments a) {
@@ -60,7 +61,7 @@ Variant SecondOf(Arguments a) {
     return std::int32_t{basic::TimeOf(DateArgument(*a[0])).second};
 }
 Variant WeekdayOf(Arguments a) {
-    return Weekday(DateArgument(*a[0]), LongOr(a, 1, kSunday));
+    return basic::Weekday(DateArgument(*a[0]), LongOr(a, 1, basic::kSunday));
 }
 
 Variant TodayOf(Arguments) {

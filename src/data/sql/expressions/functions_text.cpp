@@ -158,19 +158,17 @@ Variant CStrOf(Arguments a) {
     return basic::CStr(*a[0]);
 }
 
-/// Format(value [, name or pattern]).
+/// Format(value [, name or pattern [, first day of weeks [, first week of years]]]).
 Variant FormatOf(Arguments a) {
     if (a.size() == 1 || a[1]->IsNull()) {
         return basic::Joined(*a[0]);
-    }
-    if (a[0]->IsNull()) {
-        return Text();
     }
     const TextArgument pattern(*a[1]);
     if (auto named = FormatByName(*a[0], pattern)) {
         return *std::move(named);
     }
-    return basic::FormatValue(*a[0], pattern);
+    const basic::WeekRules rules{LongOr(a, 2, basic::kSunday), LongOr(a, 3, basic::kWeekOfNewYear)};
+    return basic::FormatValue(*a[0], pattern, rules);
 }
 
 constexpr auto kTaken = Function::Nulls::Taken;
@@ -184,7 +182,7 @@ constexpr Function kFunctions[] = {
     {u"Replace", 3, 6, ColumnType::Text, ReplaceOf},   {u"Space", 1, 1, ColumnType::Text, SpaceOf},
     {u"String", 2, 2, ColumnType::Text, StringOf},     {u"StrComp", 2, 3, ColumnType::Long, StrCompOf},
     {u"Chr", 1, 1, ColumnType::Text, ChrOf},           {u"Asc", 1, 1, ColumnType::Long, AscOf},
-    {u"CStr", 1, 1, ColumnType::Text, CStrOf, kTaken}, {u"Format", 1, 2, ColumnType::Text, FormatOf, kTaken},
+    {u"CStr", 1, 1, ColumnType::Text, CStrOf, kTaken}, {u"Format", 1, 4, ColumnType::Text, FormatOf, kTaken},
 };
 
 }  // namespace

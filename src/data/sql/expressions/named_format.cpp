@@ -1,8 +1,6 @@
 #include "expressions/named_format.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <iterator>
 
 #include <basic/conversion.h>
@@ -33,23 +31,9 @@ Text GeneralNumber(const Variant& value, TextView /*unused*/) {
     return value.IsDate() ? basic::NumberText(basic::CDbl(value)) : basic::CStr(value);
 }
 
-/// One digit, two decimals and the power of ten.
-Text Scientific(const Variant& value, TextView /*unused*/) {
-    if (!basic::IsNumeric(value)) {
-        return basic::CStr(value);
-    }
-    std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), basic::CDbl(value),
-                                   std::chars_format::scientific, 2)
-                         .ptr;
-    Text text(digits.data(), end);
-    std::replace(text.begin(), text.end(), u'.', basic::SessionLocale().decimalSeparator);
-    return basic::UCase(text);
-}
-
 /// The two words of `words`, separated by "/": for true and for false.
 Text TruthWords(const Variant& value, TextView words) {
-    if (!value.IsNumber() && !basic::IsNumeric(value)) {
+    if (!value.IsDate() && !basic::IsNumeric(value)) {
         return basic::CStr(value);
     }
     const std::size_t middle = words.find(u'/');
@@ -63,22 +47,14 @@ struct NamedFormat {
 };
 
 constexpr NamedFormat kFormats[] = {
-    {u"General Date", GeneralDate, {}},
-    {u"Long Date", DatePattern, u"dddd d mmmm yyyy"},
-    {u"Medium Date", DatePattern, u"dd-mmm-yy"},
-    {u"Short Date", ShortDate, {}},
-    {u"Long Time", DatePattern, u"hh:nn:ss"},
-    {u"Medium Time", DatePattern, u"hh:nn"},
-    {u"Short Time", DatePattern, u"hh:nn"},
-    {u"General Number", GeneralNumber, {}},
-    {u"Currency", NumberPattern, u"#,##0.00 €"},
-    {u"Fixed", NumberPattern, u"0.00"},
-    {u"Standard", NumberPattern, u"#,##0.00"},
-    {u"Percent", NumberPattern, u"0.00%"},
-    {u"Scientific", Scientific, {}},
-    {u"Yes/No", TruthWords, u"Oui/Non"},
-    {u"True/False", TruthWords, u"Vrai/Faux"},
-    {u"On/Off", TruthWords, u"Actif/Inactif"},
+    {u"General Date", GeneralDate, {}},          {u"Long Date", DatePattern, u"dddd d mmmm yyyy"},
+    {u"Medium Date", DatePattern, u"dd-mmm-yy"}, {u"Short Date", ShortDate, {}},
+    {u"Long Time", DatePattern, u"hh:nn:ss"},    {u"Medium Time", DatePattern, u"hh:nn"},
+    {u"Short Time", DatePattern, u"hh:nn"},      {u"General Number", GeneralNumber, {}},
+    {u"Currency", NumberPattern, u"#,##0.00 €"}, {u"Fixed", NumberPattern, u"0.00"},
+    {u"Standard", NumberPattern, u"#,##0.00"},   {u"Percent", NumberPattern, u"0.00%"},
+    {u"Scientific", NumberPattern, u"0.00E+00"}, {u"Yes/No", TruthWords, u"Oui/Non"},
+    {u"True/False", TruthWords, u"Vrai/Faux"},   {u"On/Off", TruthWords, u"Actif/Inactif"},
 };
 
 }  // namespace
@@ -87,7 +63,10 @@ std::optional<Text> FormatByName(const Variant& value, TextView name) {
     const auto* found =
         std::find_if(std::begin(kFormats), std::end(kFormats),
                      [name](const NamedFormat& format) { return basic::EqualNoCase(format.name, name); });
-    return found == std::end(kFormats) ? std::nullopt : std::optional(found->write(value, found->detail));
+    if (found == std::end(kFormats)) {
+        return std::nullopt;
+    }
+    return value.IsNull() ? Text() : found->write(value, found->detail);
 }
 
 }  // namespace quardele::sql

@@ -11,8 +11,8 @@ using basic::Text;
 using basic::TextView;
 using basic::Variant;
 
-/// A value other than Null in the format of that name, in French; empty when there is no such format. A text
-/// that is no date or number stays as it is.
+/// A value in the format of that name, in French; empty when there is no such format. A text
+/// that is no date or number stays as it is, Null is the empty text.
 [[nodiscard]] std::optional<Text> FormatByName(const Variant& value, TextView name);
 
 }  // namespace quardele::sql

@@ -94,7 +94,8 @@ class Subplan {
 
 class ScalarNode final : public Node {
  public:
-    explicit ScalarNode(Subplan subplan) : Node(subplan.TypeOfColumn()), subplan_(std::move(subplan)) {}
+    ScalarNode(Subplan subplan, Text statement)
+        : Node(subplan.TypeOfColumn()), subplan_(std::move(subplan)), statement_(std::move(statement)) {}
 
     Variant Value(RowContext& row) const override { return Known(row); }
     const Variant& Peek(RowContext& row, Variant& scratch) const override {
@@ -104,14 +105,15 @@ class ScalarNode final : public Node {
 
  private:
     [[nodiscard]] const Variant& Known(RowContext& row) const {
-        return subplan_.Result(row, OnlyValue).value;
+        return subplan_.Result(row, [this](ResultRows rows) { return OnlyValue(std::move(rows)); }).value;
     }
 
-    static SubqueryResult OnlyValue(ResultRows rows) {
+    [[nodiscard]] SubqueryResult OnlyValue(ResultRows rows) const {
         if (rows.size > 1) {
             throw basic::RuntimeError(
                 error::kSubqueryRows,
-                u"Une sous-requête qui sert de valeur ne peut donner qu'un seul enregistrement.");
+                u"Une sous-requête qui sert de valeur ne peut donner qu'un seul enregistrement : " +
+                    Quoted(statement_) + u".");
         }
         SubqueryResult result;
         if (rows.size == 1) {
@@ -121,6 +123,7 @@ class ScalarNode final : public Node {
     }
 
     Subplan subplan_;
+    Text statement_;
 };
 
 class ExistsNode final : public Node {
@@ -184,8 +187,9 @@ NodePtr MakeQueryColumn(std::size_t source, std::size_t column, StaticType type)
     return std::make_unique<const QueryColumnNode>(source, column, type);
 }
 
-NodePtr MakeScalarSubquery(std::shared_ptr<const SelectPlan> plan, NodeList parameters) {
-    return std::make_unique<const ScalarNode>(Subplan(std::move(plan), std::move(parameters)));
+NodePtr MakeScalarSubquery(std::shared_ptr<const SelectPlan> plan, NodeList parameters, Text statement) {
+    return std::make_unique<const ScalarNode>(Subplan(std::move(plan), std::move(parameters)),
+                                              std::move(statement));
 }
 
 NodePtr MakeExists(std::shared_ptr<const SelectPlan> plan, NodeList parameters) {

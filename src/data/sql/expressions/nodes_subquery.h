@@ -16,7 +16,8 @@ namespace quardele::sql {
 // A subquery runs once for all rows that give it the same parameters.
 
 /// The one value of a subquery, Null when it has no row. Evaluation throws 3354 when it has several.
-[[nodiscard]] NodePtr MakeScalarSubquery(std::shared_ptr<const SelectPlan> plan, NodeList parameters);
+[[nodiscard]] NodePtr MakeScalarSubquery(std::shared_ptr<const SelectPlan> plan, NodeList parameters,
+                                         Text statement);
 [[nodiscard]] NodePtr MakeExists(std::shared_ptr<const SelectPlan> plan, NodeList parameters);
 /// A comparison with all values of a subquery, or with any. Throws 3464 when the two sides can never compare.
 [[nodiscard]] NodePtr MakeQuantified(BinaryOperator op, bool all, NodePtr operand,

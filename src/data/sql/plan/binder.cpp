@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "sql_error.h"
 #include "syntax/printer.h"
 #include "syntax/token.h"
 
@@ -13,7 +12,7 @@ namespace {
 constexpr std::size_t kMostParts = 100000;
 
 Text FullName(const NameReference& name) {
-    return basic::UCase(name.qualifier.empty() ? name.name : name.qualifier + u"." + name.name);
+    return name.qualifier.empty() ? name.name : name.qualifier + u"." + name.name;
 }
 
 }  // namespace
@@ -44,7 +43,7 @@ void Binder::Restrict(std::size_t first, std::size_t last) {
 
 void Binder::RequireAllKnown() const {
     if (!unknown_.empty()) {
-        FailMissingParameters(unknown_.size());
+        throw MissingParameters(unknown_);
     }
 }
 
@@ -68,7 +67,7 @@ std::optional<NameMeaning> Binder::FindColumn(TextView qualifier, TextView name)
 
 void Binder::Bind(ExpressionPtr& expression, int depth) {
     if (depth > kDeepestTree || ++visited_ > kMostParts) {
-        FailTooComplex();
+        FailTooComplex(u"expression trop longue");
     }
     if (auto* name = expression->As<NameReference>()) {
         BindName(expression, *name, depth);
@@ -78,7 +77,11 @@ void Binder::Bind(ExpressionPtr& expression, int depth) {
         Bind(*part, depth + 1);
     }
     if (auto* subquery = expression->As<Subquery>(); subquery != nullptr && !subquery->plan) {
-        PlanSubquery(*subquery, database_, *this);
+        try {
+            PlanSubquery(*subquery, database_, *this);
+        } catch (const MissingParameters& missing) {
+            unknown_.insert(missing.Names().begin(), missing.Names().end());
+        }
     }
 }
 
@@ -99,7 +102,8 @@ void Binder::BindName(ExpressionPtr& expression, NameReference& name, int depth)
         expression = MakeExpression(Literal{*truth});
         return;
     }
-    unknown_.insert(FullName(name));
+    const Text written = FullName(name);
+    unknown_.emplace(basic::UCase(written), written);
 }
 
 std::optional<NameMeaning> Binder::FindAround(const NameReference& name) const {
@@ -131,7 +135,7 @@ bool Binder::BindToResult(ExpressionPtr& expression, int depth) {
 
 /// The result column of that name; the same column twice counts once.
 const ResultItem* Binder::FindResult(const NameReference& name) const {
-    const Text fullName = name.qualifier.empty() ? name.name : name.qualifier + u"." + name.name;
+    const Text fullName = FullName(name);
     const ResultItem* found = nullptr;
     for (const ResultItem& item : results_) {
         const bool offered = item.aliased || aliases_ == Aliases::AheadOfSources;

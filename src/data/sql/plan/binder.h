@@ -2,13 +2,13 @@
 #pragma once
 
 #include <memory>
-#include <set>
 #include <vector>
 
 #include <jet/database.h>
 
 #include "plan/outer_scope.h"
 #include "plan/source.h"
+#include "sql_error.h"
 #include "syntax/ast.h"
 
 namespace quardele::sql {
@@ -44,7 +44,7 @@ class Binder {
     void BindOrder(ExpressionPtr& expression);
     /// Lets names mean columns of the sources first ... last - 1 only, as in an ON condition.
     void Restrict(std::size_t first, std::size_t last);
-    /// Throws 3061 when there were unknown names: as many values would have to be given.
+    /// Throws MissingParameters when there were unknown names, those of subqueries included.
     void RequireAllKnown() const;
 
     /// The only source column with this name, empty when there is none. Throws 3079.
@@ -68,7 +68,7 @@ class Binder {
     std::size_t lastSource_ = kMostSources;
     Aliases aliases_ = Aliases::None;
     std::vector<const ResultItem*> open_;  ///< aliases that are being replaced
-    std::set<Text> unknown_;
+    UnknownNames unknown_;
     std::size_t visited_ = 0;
 };
 

@@ -18,6 +18,13 @@ using Aliases = Binder::Aliases;
 /// The first number of names that expressions without an alias get.
 constexpr std::size_t kFirstExpressionName = 1000;
 
+[[noreturn]] void FailUnknownStar(TextView table) {
+    if (table.empty()) {
+        FailSyntax(error::kSyntaxInSelect, u"« * » sans table", {}, u"*");
+    }
+    FailSyntax(error::kSyntaxInSelect, u"table absente de la clause FROM", Text(table) + u".*", table);
+}
+
 class SelectBinder {
  public:
     SelectBinder(jet::Database& database, Select select, std::vector<OrderItem> orderBy, OuterScope* outer)
@@ -70,7 +77,7 @@ class SelectBinder {
                 }
             }
             if (!known) {
-                FailSyntax(error::kSyntaxInSelect, u"« * » sans table", {}, u"*");
+                FailUnknownStar(item.starQualifier);
             }
         }
     }

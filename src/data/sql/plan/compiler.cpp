@@ -1,5 +1,7 @@
 #include "plan/compiler.h"
 
+#include <algorithm>
+
 #include "expressions/nodes_subquery.h"
 #include "expressions/operators.h"
 #include "sql_error.h"
@@ -7,6 +9,17 @@
 
 namespace quardele::sql {
 namespace {
+
+/// Whether something in the expression may fail to be worked out for a row.
+bool CanFail(const Expression& expression) {
+    const auto* binary = expression.As<Binary>();
+    const bool fails = expression.As<Call>() != nullptr || expression.As<Unary>() != nullptr ||
+                       expression.As<Subquery>() != nullptr ||
+                       (binary != nullptr && SpellingOf(binary->op).precedence > kConcatenation);
+    const auto parts = PartsOf(expression);
+    return fails ||
+           std::any_of(parts.begin(), parts.end(), [](const Expression* part) { return CanFail(*part); });
+}
 
 class Compiler {
  public:
@@ -98,7 +111,7 @@ class Compiler {
         NodeList parameters = MakeAll(node.parameters);
         switch (node.kind) {
             case Subquery::Kind::Scalar:
-                return MakeScalarSubquery(node.plan, std::move(parameters));
+                return MakeScalarSubquery(node.plan, std::move(parameters), Print(*node.statement));
             case Subquery::Kind::Exists:
                 return MakeExists(node.plan, std::move(parameters));
             case Subquery::Kind::In:
@@ -131,7 +144,12 @@ class Compiler {
 }  // namespace
 
 NodePtr Compile(const Expression& expression, const CompileScope& scope) {
-    return Compiler(expression, scope).Make(expression);
+    try {
+        NodePtr node = Compiler(expression, scope).Make(expression);
+        return CanFail(expression) ? MakePlaced(std::move(node), Print(expression)) : std::move(node);
+    } catch (const basic::RuntimeError& failure) {
+        FailIn(failure, Print(expression));
+    }
 }
 
 }  // namespace quardele::sql

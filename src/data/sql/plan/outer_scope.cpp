@@ -5,15 +5,17 @@
 #include "plan/binder.h"
 #include "plan/statement_plan.h"
 #include "sql_error.h"
+#include "syntax/printer.h"
 
 namespace quardele::sql {
 namespace {
 
-void RequireOneColumn(const SelectPlan& plan) {
+void RequireOneColumn(const SelectPlan& plan, const Statement& statement) {
     if (plan.columns.size() != 1) {
         throw basic::RuntimeError(error::kSubqueryColumns,
                                   u"Une sous-requête qui sert de valeur doit donner un seul champ ; seule "
-                                  u"EXISTS en admet plusieurs.");
+                                  u"EXISTS en admet plusieurs : " +
+                                      Quoted(Print(statement)) + u".");
     }
 }
 
@@ -51,7 +53,7 @@ void PlanSubquery(Subquery& subquery, jet::Database& database, const Binder& aro
     OuterScope outer(around);
     SelectPlan plan = MakeStatementPlan(database, Clone(*subquery.statement), &outer);
     if (subquery.kind != Subquery::Kind::Exists) {
-        RequireOneColumn(plan);
+        RequireOneColumn(plan, *subquery.statement);
         plan.fixedValues = true;
     }
     Trim(plan, subquery.kind);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <basic/conversion.h>
+
 #include "plan/statement_plan.h"
 #include "sql_error.h"
 
@@ -71,11 +73,18 @@ std::vector<Source> OpenSources(jet::Database& database, const std::vector<FromI
         CollectLeaves(item, leaves);
     }
     if (leaves.size() > kMostSources) {
-        FailTooComplex();
+        FailTooComplex(u"plus de " + basic::NumberText(kMostSources) + u" tables dans la clause FROM");
     }
     std::vector<Source> sources;
+    UnknownNames unknown;
     for (const FromItem* leaf : leaves) {
-        Source source = Open(database, *leaf, outer);
+        Source source;
+        try {
+            source = Open(database, *leaf, outer);
+        } catch (const MissingParameters& missing) {
+            unknown.insert(missing.Names().begin(), missing.Names().end());
+            continue;
+        }
         const bool taken = std::any_of(sources.begin(), sources.end(), [&source](const Source& other) {
             return !source.label.empty() && basic::EqualNoCase(other.label, source.label);
         });
@@ -83,6 +92,9 @@ std::vector<Source> OpenSources(jet::Database& database, const std::vector<FromI
             FailNaming(error::kDuplicateSource, source.label);
         }
         sources.push_back(std::move(source));
+    }
+    if (!unknown.empty()) {
+        throw MissingParameters(std::move(unknown));
     }
     return sources;
 }

@@ -2,8 +2,11 @@
 
 #include <utility>
 
+#include <basic/conversion.h>
+
 #include "plan/bound_select.h"
 #include "plan/compiler.h"
+#include "plan/union_columns.h"
 #include "rows/union_producer.h"
 #include "sql_error.h"
 
@@ -17,10 +20,7 @@ SelectPlan PlanOf(jet::Database& database, Select select, std::vector<OrderItem>
 /// The columns of a union have the names of its first part, and the types that all parts have in common.
 void DescribeUnion(const std::vector<SelectPlan>& parts, SelectPlan& plan) {
     for (std::size_t i = 0; i < parts.front().columns.size(); ++i) {
-        StaticType type = parts.front().itemNodes[i]->Type();
-        for (const SelectPlan& part : parts) {
-            type = CommonType(type, part.itemNodes[i]->Type());
-        }
+        const StaticType type = UnionType(parts, i);
         const Text& name = parts.front().columns[i].name;
         const NameMeaning meaning{NameMeaning::Kind::ResultColumn, 0, static_cast<int>(i)};
         plan.items.push_back({name, MakeExpression(NameReference{{}, name, meaning})});
@@ -28,8 +28,17 @@ void DescribeUnion(const std::vector<SelectPlan>& parts, SelectPlan& plan) {
         ResultColumn column;
         column.name = name;
         column.type = type.value_or(jet::ColumnType::Text);
+        column.size = UnionSize(parts, i, column.type);
         plan.columns.push_back(std::move(column));
     }
+}
+
+std::vector<StaticType> TypesOf(const NodeList& nodes) {
+    std::vector<StaticType> types;
+    for (const NodePtr& node : nodes) {
+        types.push_back(node->Type());
+    }
+    return types;
 }
 
 /// The order of a union goes by its result columns.
@@ -49,21 +58,45 @@ void CompileUnionOrder(jet::Database& database, std::vector<OrderItem>& orderBy,
     }
 }
 
-SelectPlan MakeUnionPlan(jet::Database& database, Statement statement, OuterScope* outer) {
+/// `part` counts from 0.
+void RequireAsManyColumns(std::size_t part, std::size_t columns, std::size_t wanted) {
+    const auto number = [](std::size_t count) { return basic::NumberText(static_cast<double>(count)); };
+    if (columns != wanted) {
+        throw basic::RuntimeError(
+            error::kUnionColumns,
+            u"Les requêtes réunies par UNION n'ont pas toutes le même nombre de colonnes : la "
+            u"première en a " +
+                number(wanted) + u", la requête n° " + number(part + 1) + u" en a " + number(columns) + u".");
+    }
+}
+
+std::vector<SelectPlan> PlanParts(jet::Database& database, std::vector<Select> selects, OuterScope* outer) {
     std::vector<SelectPlan> parts;
-    for (Select& select : statement.selects) {
-        parts.push_back(PlanOf(database, std::move(select), {}, outer));
-        if (parts.back().columns.size() != parts.front().columns.size()) {
-            throw basic::RuntimeError(
-                error::kUnionColumns,
-                u"Les requêtes réunies par UNION n'ont pas toutes le même nombre de colonnes.");
+    UnknownNames unknown;
+    for (Select& select : selects) {
+        try {
+            parts.push_back(PlanOf(database, std::move(select), {}, outer));
+        } catch (const MissingParameters& missing) {
+            unknown.insert(missing.Names().begin(), missing.Names().end());
         }
     }
+    if (!unknown.empty()) {
+        throw MissingParameters(std::move(unknown));
+    }
+    for (std::size_t part = 1; part < parts.size(); ++part) {
+        RequireAsManyColumns(part, parts[part].columns.size(), parts.front().columns.size());
+    }
+    return parts;
+}
+
+SelectPlan MakeUnionPlan(jet::Database& database, Statement statement, OuterScope* outer) {
+    std::vector<SelectPlan> parts = PlanParts(database, std::move(statement.selects), outer);
     SelectPlan plan;
     DescribeUnion(parts, plan);
     CompileUnionOrder(database, statement.orderBy, plan);
     plan.distinct = !statement.unionAll.back();
-    plan.plan.rows = std::make_unique<const UnionProducer>(std::move(parts), std::move(statement.unionAll));
+    plan.plan.rows = std::make_unique<const UnionProducer>(std::move(parts), std::move(statement.unionAll),
+                                                           TypesOf(plan.itemNodes));
     return plan;
 }
 

@@ -59,7 +59,8 @@ Variant NumberSum::Average(std::int32_t count) const {
     if (IsDecimal()) {
         return basic::Quotient(DecimalTotal(), static_cast<std::uint32_t>(count));
     }
-    const double average = (IsAmount() ? static_cast<double>(AmountTotal()) / kAmountUnit : DoubleTotal()) / count;
+    const double average =
+        (IsAmount() ? static_cast<double>(AmountTotal()) / kAmountUnit : DoubleTotal()) / count;
     return IsAmount() ? Variant(basic::CCur(average)) : Variant(average);
 }
 

@@ -10,15 +10,15 @@
 
 namespace quardele::sql {
 
-/// Adds up numbers, those of exact types (whole numbers, amounts, decimals) without loss, whatever other types
-/// come among them.
+/// Adds up numbers, those of exact types (whole numbers, amounts, decimals) without loss, whatever other
+/// types come among them.
 class NumberSum {
  public:
     /// Throws 3464 for a value that is no number, 6 beyond the range of amounts and decimals.
     void Add(const Variant& value);
 
-    /// A decimal when there were decimals, an amount when there were amounts, else a double; a double as soon as
-    /// one value was neither exact nor whole. Throws 6 beyond its range.
+    /// A decimal when there were decimals, an amount when there were amounts, else a double; a double as soon
+    /// as one value was neither exact nor whole. Throws 6 beyond its range.
     [[nodiscard]] Variant Total() const;
     /// The total divided by the number of values, in the same type.
     [[nodiscard]] Variant Average(std::int32_t count) const;
@@ -30,7 +30,7 @@ class NumberSum {
     [[nodiscard]] std::int64_t AmountTotal() const;
     [[nodiscard]] double DoubleTotal() const;
 
-    std::int64_t whole_ = 0;  ///< 2^31 values of 32 bits fit
+    std::int64_t whole_ = 0;   ///< 2^31 values of 32 bits fit
     std::int64_t amount_ = 0;  ///< in ten-thousandths
     bool amounts_ = false;
     std::optional<basic::Decimal> decimals_;

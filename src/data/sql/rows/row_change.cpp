@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include <basic/conversion.h>
 #include <jet/table_steps.h>
 #include <sql/default_value.h>
 #include <sql/query.h>
@@ -57,10 +58,11 @@ std::vector<int> TargetColumns(const jet::Table& table, const std::vector<Text>&
 
 void RequireValueCount(std::size_t values, std::size_t columns) {
     if (values != columns) {
-        throw basic::RuntimeError(
-            error::kValueCount,
-            u"Le nombre de valeurs de la requête et le nombre de champs de destination ne "
-            u"sont pas les mêmes.");
+        throw basic::RuntimeError(error::kValueCount, u"Le nombre de valeurs de la requête (" +
+                                                          basic::NumberText(static_cast<double>(values)) +
+                                                          u") et le nombre de champs de destination (" +
+                                                          basic::NumberText(static_cast<double>(columns)) +
+                                                          u") ne sont pas les mêmes.");
     }
 }
 

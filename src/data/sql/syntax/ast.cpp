@@ -119,7 +119,7 @@ ExpressionPtr MakeExpression(Expression::Node node) {
         expression->depth = std::max(expression->depth, part->depth + 1);
     }
     if (expression->depth > kDeepestTree) {
-        FailTooComplex();
+        FailTooComplex(u"trop d'opérations l'une dans l'autre");
     }
     return expression;
 }

@@ -177,7 +177,7 @@ class StatementReader {
             join.on = ReadExpression(reader_);
             const int depth = std::max(join.left->depth, join.right->depth) + 1;
             if (depth > kDeepestTree) {
-                FailTooComplex();
+                FailTooComplex(u"trop de jointures l'une dans l'autre");
             }
             item = FromItem{std::move(join), depth};
         }
@@ -250,8 +250,9 @@ void RequireEnd(TokenReader& reader, int number) {
         return;
     }
     if (closed) {
-        throw basic::RuntimeError(error::kTextAfterStatement,
-                                  u"Caractères trouvés après la fin de l'instruction SQL.");
+        throw basic::RuntimeError(
+            error::kTextAfterStatement,
+            u"Caractères trouvés après la fin de l'instruction SQL : " + Quoted(reader.Rest()) + u".");
     }
     if (reader.Peek().IsSymbol(u")")) {
         reader.FailInExpression(u"parenthèse fermante en trop");

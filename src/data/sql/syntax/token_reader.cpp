@@ -14,7 +14,7 @@ constexpr std::size_t kLongestStatement = 65536;
 
 std::vector<Token> TokensOf(TextView statement) {
     if (statement.size() > kLongestStatement) {
-        FailTooComplex();
+        FailTooComplex(u"texte de plus de 65 536 caractères");
     }
     return Tokenize(statement);
 }
@@ -82,7 +82,7 @@ void TokenReader::Fail(int number, TextView reason) const {
 
 TokenReader::Nesting::Nesting(TokenReader& reader, int levels) : reader_(reader), levels_(levels) {
     if (reader_.depth_ + levels_ > kDeepestTree) {
-        FailTooComplex();
+        FailTooComplex(u"trop de parenthèses et d'opérations l'une dans l'autre");
     }
     reader_.depth_ += levels_;
 }

@@ -25,6 +25,8 @@ class TokenReader {
     Text TakeName(int number);
     [[nodiscard]] bool AtEnd() const { return Peek().kind == TokenKind::End; }
 
+    /// What is not taken yet, as it was written.
+    [[nodiscard]] TextView Rest() const { return statement_.substr(Peek().position); }
     /// What was taken since a position of the statement, as it was written.
     [[nodiscard]] TextView TakenSince(std::size_t position) const;
 

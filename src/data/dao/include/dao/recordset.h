@@ -64,7 +64,7 @@ class Recordset {
     [[nodiscard]] const Field& FieldNamed(TextView name) const;
 
     // The current record.
-    /// Both true on an empty set.
+    /// Both true on an empty set, and on one whose last record was deleted here, from the next move on.
     [[nodiscard]] virtual bool Bof() const = 0;
     [[nodiscard]] virtual bool Eof() const = 0;
     /// Table: exact. Others: rows visited so far, with those added and without those deleted here; exact
@@ -83,15 +83,17 @@ class Recordset {
     [[nodiscard]] virtual long AbsolutePosition() const = 0;
     /// Throws 3001 for a position where there is no row.
     virtual void SetAbsolutePosition(long position) = 0;
-    /// Rows in front of the current record in hundredths of RecordCount, from 0 to less than 100. Table type
-    /// walks there to count them. Throws 3021 without a current record.
+    /// Rows in front of the current record in hundredths of RecordCount, from 0 to less than 100, those
+    /// deleted here not counted. Table type walks there to count them. Throws 3021 without a current record,
+    /// 3167 on a deleted one.
     [[nodiscard]] virtual float PercentPosition() const = 0;
     /// Goes to the row that lies so far in RecordCount, to the last of these for 100. Throws 3001 outside 0
     /// to 100, 3021 on an empty set.
     virtual void SetPercentPosition(float percent) = 0;
     /// Throws 3021 without a current record.
     [[nodiscard]] virtual Bookmark CurrentBookmark() const = 0;
-    /// Throws 3159 for a bookmark of another recordset or from before a Requery, 3167 when its row is gone.
+    /// Throws 3159 for a bookmark of another recordset or from before a Requery, 3167 when its row is gone:
+    /// the record is not left then, and an edit goes on.
     virtual void SetBookmark(const Bookmark& bookmark) = 0;
     /// The record that Update has written last; throws 3021 when there is none since the recordset was opened
     /// or requeried.
@@ -122,8 +124,9 @@ class Recordset {
     virtual void Update() = 0;
     virtual void CancelUpdate() = 0;
     /// Deletes the current record, of a join its row of the "many" side. It stays current: reading it throws
-    /// 3167 until the next move. A dynaset keeps its place empty, where reading throws 3167. Throws as Edit,
-    /// 3200.
+    /// 3167 until the next move. A dynaset leaves it out from then on, while one that somebody else has
+    /// deleted stays as a place where reading throws 3167; AbsolutePosition and ValueAt count both. Throws as
+    /// Edit, 3200.
     virtual void Delete() = 0;
 
     // Finding.

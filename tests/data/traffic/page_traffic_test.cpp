@@ -7,11 +7,10 @@
 #include <workshop/installation.h>
 
 #include "../jet/support.h"
-#include "engine.h"
 #include "open_file.h"
-#include "table_impl.h"
+#include "traffic.h"
 
-namespace quardele {
+namespace quardele::tests {
 namespace {
 
 namespace fs = std::filesystem;
@@ -37,24 +36,6 @@ class PageTrafficTest : public testing::Test {
     [[nodiscard]] static fs::path File() { return folder_->Path() / "QUARDELE" / "DATA" / "talmeon.mdb"; }
     [[nodiscard]] static double FilePages() { return static_cast<double>(fs::file_size(File())) / 4096; }
 
-    struct Traffic {
-        std::uint64_t asked = 0;  ///< pages, those in memory included
-        std::uint64_t read = 0;   ///< pages read from the file, those read ahead included
-    };
-    [[nodiscard]] static Traffic TrafficOf(jet::Database& database) {
-        const jet::PageCache& cache = database.OpenTable(u"TVEH")->Impl().Owner().Cache();
-        return {cache.PagesAsked(), cache.PagesRead()};
-    }
-
-    /// What an action asks for.
-    template <class Action>
-    [[nodiscard]] static Traffic TrafficIn(jet::Database& database, const Action& action) {
-        const Traffic before = TrafficOf(database);
-        action();
-        const Traffic after = TrafficOf(database);
-        return {after.asked - before.asked, after.read - before.read};
-    }
-
     /// What running a statement and reading all of its values asks for.
     [[nodiscard]] static Traffic TrafficOfQuery(const std::shared_ptr<jet::Database>& database,
                                                 TextView statement, std::size_t* rows = nullptr) {
@@ -77,18 +58,6 @@ class PageTrafficTest : public testing::Test {
         const auto query = sql::Query::Prepare(
             database, u"SELECT TOP 1 TAFF_DETAIL_Ident FROM TAFF_DETAIL WHERE TAFF_DETAIL_Id > 3000");
         return query->Run().Value(0, 0).As<Text>();
-    }
-
-    [[nodiscard]] static Text History(const Text& vehicle) {
-        return u"SELECT IIf([TAFF_DETAIL_DatSortieEff] Is Not "
-               u"Null,[TAFF_DETAIL_DatSortieEff],[TAFF_DatLivrPrev]) AS DateVisite, "
-               u"TAFF.TAFF_Numaff, TAFF.TAFF_CodCli, TAFF.TAFF_CM, TAFF.TAFF_LibOpe, TAFF.TAFF_DetailOpe "
-               u"FROM TAFF LEFT JOIN TAFF_DETAIL ON TAFF.TAFF_Numaff = TAFF_DETAIL.TAFF_DETAIL_Numaff "
-               u"WHERE (((TAFF_DETAIL.TAFF_DETAIL_Ident)='" +
-               vehicle + u"')) OR (([TAFF_Immatr]='" + vehicle +
-               u"')) "
-               u"ORDER by IIf([TAFF_DETAIL_DatSortieEff] Is Not "
-               u"Null,[TAFF_DETAIL_DatSortieEff],[TAFF_DatSortieEff]) DESC;";
     }
 
  private:
@@ -173,24 +142,20 @@ TEST_F(PageTrafficTest, AnIndexGivesAnOrderWithoutTheRows) {
     const auto database = jet::Database::Open(File(), jet::OpenMode::ReadOnly);
     const auto query = sql::Query::Prepare(database, u"SELECT * FROM TVEH ORDER BY TVEH_CODCLI");
     const Traffic traffic = TrafficIn(*database, [&] { (void)query->Run(); });
-    const auto table = database->OpenTable(u"TVEH");
-    EXPECT_LT(traffic.read, table->Impl().DataPages()->size());
+    EXPECT_LT(traffic.read, RowPagesOf(*database, u"TVEH"));
 }
 
 TEST_F(PageTrafficTest, TheHistoryOfAVehicleGoesThroughTheIndexesThatThereAre) {
     const jet::test::TempFolder folder;
     const fs::path file = folder.Copy(File());
     const auto database = jet::Database::Open(file);
-    const Text history = History(SomeVehicle(database));
+    const Text history = HistoryOf(SomeVehicle(database));
     std::size_t rows = 0;
-    const auto pagesOf = [&](TextView table) {
-        return database->OpenTable(table)->Impl().DataPages()->size();
-    };
     // Nothing leads from a registration to the detail rows: they are all looked at, but not the jobs.
     const Traffic without = TrafficOfQuery(database, history, &rows);
     EXPECT_GT(rows, 0U);
-    EXPECT_LT(without.asked, pagesOf(u"TAFF_DETAIL") + 150);
-    EXPECT_GT(pagesOf(u"TAFF"), 300U);
+    EXPECT_LT(without.asked, RowPagesOf(*database, u"TAFF_DETAIL") + 150);
+    EXPECT_GT(RowPagesOf(*database, u"TAFF"), 300U);
     (void)sql::Execute(*database, u"CREATE INDEX IDENT ON TAFF_DETAIL (TAFF_DETAIL_Ident)");
     std::size_t rowsThrough = 0;
     const Traffic with =
@@ -200,4 +165,4 @@ TEST_F(PageTrafficTest, TheHistoryOfAVehicleGoesThroughTheIndexesThatThereAre) {
 }
 
 }  // namespace
-}  // namespace quardele
+}  // namespace quardele::tests

@@ -164,9 +164,15 @@ bool Grid::ReDraw() const {
     return d_->redraw;
 }
 
+/// Whatever happens to the rows meanwhile, and whatever stands in front of them: the picture stays.
 void Grid::SetReDraw(bool redraw) {
+    if (redraw) {
+        d_->oldPicture = {};
+    } else if (d_->redraw && isVisible()) {
+        d_->oldPicture = viewport()->grab();
+    }
     d_->redraw = redraw;
-    setUpdatesEnabled(redraw);
+    viewport()->update();
 }
 
 bool Grid::ChangeMade() const {
@@ -179,6 +185,10 @@ void Grid::SetChangeMade(bool changed) {
 // Painting. Rows are loaded before they are painted, never while: their events may do anything.
 
 void Grid::paintEvent(QPaintEvent* event) {
+    if (!d_->redraw) {
+        QPainter(viewport()).drawPixmap(0, 0, d_->oldPicture);
+        return;
+    }
     if (HasUnloadedRowsInView() && !d_->loadRequested) {
         d_->loadRequested = true;
         QMetaObject::invokeMethod(

@@ -3,6 +3,8 @@
 
 #include <map>
 
+#include <QPixmap>
+
 #include <forms/grid.h>
 
 #include "grid_delegate.h"
@@ -41,6 +43,7 @@ class Grid::Private {
     bool editModePermanent = false;
     bool editModeReplace = false;
     bool redraw = true;
+    QPixmap oldPicture;             ///< of the cells, while they are not drawn anew
     int lastColumn = 0;             ///< the cursor's column, kept while there is no row
     bool beforeRow = false;         ///< the cursor stands in front of its row, on column 0
     bool movesRecord = false;       ///< the current record is following the cursor just now

@@ -265,12 +265,18 @@ class GridTest : public QObject {
         QCOMPARE(grid_->ToolTipText(), QStringLiteral("Relances"));
     }
 
-    void ReDrawHoldsPaintingBack() {
+    void WithoutReDrawTheOldPictureStays() {
+        grid_->SetMaxRows(2);
+        Set(1, 1, QStringLiteral("avant"));
+        const QImage before = grid_->viewport()->grab().toImage();
         grid_->SetReDraw(false);
         QVERIFY(!grid_->ReDraw());
-        QVERIFY(!grid_->updatesEnabled());
+        grid_->SetMaxRows(0);
+        grid_->hide();
+        grid_->show();
+        QCOMPARE(grid_->viewport()->grab().toImage(), before);
         grid_->SetReDraw(true);
-        QVERIFY(grid_->updatesEnabled());
+        QVERIFY(grid_->viewport()->grab().toImage() != before);
     }
 
     // Bound.

@@ -97,6 +97,22 @@ std::shared_ptr<jet::Database> SqlDatabase() {
     return database;
 }
 
+std::vector<Bytes> SqlActionSeeds() {
+    std::vector<Bytes> seeds;
+    bool inside = false;
+    for (const std::string& line : PageLines()) {
+        const std::string example = QuotedCell(line);
+        if (line.starts_with("```")) {
+            inside = line == "```action" || line == "```setup";
+        } else if (inside) {
+            seeds.push_back(BytesOf(line));
+        } else if (example.find(' ') != std::string::npos && !example.starts_with("SELECT ")) {
+            seeds.push_back(BytesOf(example));
+        }
+    }
+    return seeds;
+}
+
 std::vector<Bytes> SqlSeeds() {
     std::vector<Bytes> seeds;
     for (const std::string& line : LinesOf("tests/data/sql/statements.txt")) {

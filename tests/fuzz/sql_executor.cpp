@@ -11,7 +11,8 @@ namespace quardele::fuzz {
 
 namespace {
 
-constexpr std::size_t kLongest = 2000;
+/// The longest text that is read as a statement.
+constexpr std::size_t kLongest = 65536;
 /// More tables, functions that make long texts or long numbers in one statement take long without any fault.
 constexpr std::ptrdiff_t kMostTables = 5;
 constexpr std::ptrdiff_t kMostLongTexts = 1;

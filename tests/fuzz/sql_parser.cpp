@@ -14,8 +14,8 @@ namespace quardele::fuzz {
 
 namespace {
 
-/// Longer texts find nothing that shorter ones do not.
-constexpr std::size_t kLongest = 2000;
+/// The longest text that is read as a statement.
+constexpr std::size_t kLongest = 65536;
 
 [[nodiscard]] basic::Text RewriteStatement(basic::TextView text) {
     return sql::Print(sql::ParseStatement(text));

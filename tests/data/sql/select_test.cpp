@@ -254,6 +254,16 @@ TEST(UnionTest, ANullGoesWithEveryType) {
     EXPECT_EQ(query->Columns()[1].type, jet::ColumnType::Date);
 }
 
+TEST(UnionTest, AnUnknownTypeGoesByThatOfTheOtherParts) {
+    const auto query =
+        Query::Prepare(Changes(), u"SELECT 1 - Null - NUMAPPLI FROM TNUMAPPLI UNION SELECT 2.5");
+    EXPECT_EQ(query->Columns()[0].type, jet::ColumnType::Double);
+    EXPECT_EQ(
+        Rows(Changes(),
+             "SELECT 7 UNION ALL SELECT IIf(NUMAPPLI = 2, 'deux', 0) FROM TNUMAPPLI WHERE NUMAPPLI = 2"),
+        (Lines{"7", "'deux'"}));
+}
+
 TEST(UnionTest, TextsAreAsLongAsTheLongestPart) {
     const auto plain =
         Query::Prepare(Stock(), u"SELECT TSITE_CODE FROM TSITE UNION SELECT TSITE_LIBELLE FROM TSITE");

@@ -15,12 +15,15 @@ bool IsNullLiteral(const Node& node) {
 }
 
 bool IsTextOrNumber(StaticType type) {
-    const TypeClass kind = ClassOf(type);
-    return kind == TypeClass::Texts || kind == TypeClass::Numbers || kind == TypeClass::Unknown;
+    return ClassOf(type) == TypeClass::Texts || ClassOf(type) == TypeClass::Numbers;
 }
 
-/// Types that disagree meet in texts, as far as values can be written as such.
+/// Types that disagree meet in texts, as far as values can be written as such. A type that is not known, that
+/// of calculating with Null for one, goes by the other.
 StaticType Met(StaticType left, StaticType right) {
+    if (!left || !right) {
+        return left ? left : right;
+    }
     if (const StaticType common = CommonType(left, right)) {
         return common;
     }

@@ -11,14 +11,16 @@
 namespace quardele::sql {
 namespace {
 
-/// Gives a value the type of its column. Null stays, and so does a number that its column's type does not
-/// hold; dates and numbers stay what they are beside each other.
+/// Gives a value the type of its column. Null stays, and so does what that type does not hold; dates and
+/// numbers stay what they are beside each other.
 void ConvertTo(StaticType type, Variant& value) {
     if (!type || value.IsNull() || value.IsEmpty() || TypeOf(value) == type) {
         return;
     }
     if (ClassOf(type) == TypeClass::Texts) {
         value = value.Is<basic::Binary>() ? value : Variant(basic::CStr(value));
+    } else if (!basic::NumberOf(value)) {
+        return;
     } else if (type == jet::ColumnType::Long) {
         const auto whole = WholeOf(value);
         value = whole ? Variant(static_cast<std::int32_t>(*whole)) : value;

@@ -51,6 +51,12 @@ void ShrinkItems(const Select& select, Selects& smaller) {
     }
 }
 
+void DropOrder(Select& select) {
+    select.order.clear();
+    select.ownOrder = false;
+    select.top = 0;
+}
+
 void ShrinkClauses(const Select& select, Selects& smaller) {
     if (select.united != nullptr) {
         smaller.push_back(select);
@@ -60,7 +66,9 @@ void ShrinkClauses(const Select& select, Selects& smaller) {
     if (!select.order.empty()) {
         smaller.push_back(select);
         smaller.back().order.pop_back();
-        smaller.back().top = smaller.back().order.empty() ? 0 : select.top;
+        if (select.ownOrder || smaller.back().order.empty()) {
+            DropOrder(smaller.back());
+        }
     }
     if (select.top > 0) {
         smaller.push_back(select);
@@ -79,6 +87,9 @@ void ShrinkClauses(const Select& select, Selects& smaller) {
     if (select.distinct) {
         smaller.push_back(select);
         smaller.back().distinct = false;
+        if (select.ownOrder) {
+            DropOrder(smaller.back());
+        }
     }
 }
 

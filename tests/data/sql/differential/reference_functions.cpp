@@ -1,6 +1,8 @@
 #include "reference_functions.h"
 
+#include <algorithm>
 #include <cmath>
+#include <regex>
 
 #include <basic/text.h>
 
@@ -54,6 +56,20 @@ std::u16string Without(std::u16string text, bool front, bool back) {
         text.erase(text.find_last_not_of(u' ') + 1);
     }
     return front ? text.substr(std::min(text.size(), text.find_first_not_of(u' '))) : text;
+}
+
+/// Blanks are no part of a text's number; "D" stands for "E".
+double NumberAtStart(std::string text) {
+    std::erase_if(text, [](char c) { return c == ' ' || c == '\t' || c == '\n'; });
+    const std::regex number(R"(^[+-]?([0-9]+\.?[0-9]*|\.[0-9]+)([EeDd][+-]?[0-9]+)?)");
+    std::smatch found;
+    if (!std::regex_search(text, found, number)) {
+        return 0;
+    }
+    std::string written = found[0];
+    std::replace_if(
+        written.begin(), written.end(), [](char c) { return c == 'd' || c == 'D'; }, 'e');
+    return std::stod(written);
 }
 
 /// Multiples of a power of 1/2, as the French write them. The zero takes the sign away from another zero.
@@ -144,8 +160,24 @@ void AddTextFunctions(bench::SqliteFile& file) {
     AddStrict(file, "f_instr", 3, [](const Values& values) {
         return Result(PositionOf(Text(values[2]), Text(values[1]), Whole(values[0])));
     });
+    AddStrict(file, "f_instr_exact", 3, [](const Values& values) {
+        const auto from = static_cast<std::size_t>(Whole(values[0]) - 1);
+        return Result(static_cast<int>(Text(values[1]).find(Text(values[2]), from) + 1));
+    });
+    AddStrict(file, "f_asc", 1, [](const Values& values) { return Result(int{Text(values[0])[0]}); });
+    AddStrict(file, "f_chr", 1, [](const Values& values) {
+        return Result(std::u16string(1, static_cast<char16_t>(Whole(values[0]))));
+    });
+    AddStrict(file, "f_val", 1,
+              [](const Values& values) -> SqliteValue { return NumberAtStart(Plain(values[0])); });
     AddStrict(file, "f_replace", 3, [](const Values& values) {
         return Result(Replaced(Text(values[0]), Text(values[1]), Text(values[2])));
+    });
+    AddStrict(file, "f_replace_some", 5, [](const Values& values) {
+        const std::u16string text = Text(values[0]);
+        const auto start = static_cast<std::size_t>(Whole(values[3]) - 1);
+        return Result(Replaced(text.substr(std::min(start, text.size())), Text(values[1]), Text(values[2]),
+                               Whole(values[4])));
     });
     AddStrict(file, "f_repeated", 2, [](const Values& values) {
         return Result(std::u16string(static_cast<std::size_t>(Whole(values[0])), Text(values[1])[0]));

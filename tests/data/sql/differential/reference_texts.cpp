@@ -114,17 +114,19 @@ int PositionOf(const std::u16string& what, const std::u16string& text, int from)
     return static_cast<int>(Lower(text).find(Lower(what), start) + 1);
 }
 
-std::u16string Replaced(const std::u16string& text, const std::u16string& what, const std::u16string& with) {
+std::u16string Replaced(const std::u16string& text, const std::u16string& what, const std::u16string& with,
+                        int most) {
     std::u16string result;
     std::size_t at = 0;
-    while (true) {
+    for (int done = 0; done != most; ++done) {
         const std::size_t found = Lower(text).find(Lower(what), at);
         if (found == std::u16string::npos) {
-            return result + text.substr(at);
+            break;
         }
         result += text.substr(at, found - at) + with;
         at = found + what.size();
     }
+    return result + text.substr(at);
 }
 
 }  // namespace quardele::sql::differential

@@ -12,7 +12,8 @@ namespace quardele::sql::differential {
 [[nodiscard]] bool IsLike(std::u16string_view text, std::u16string_view pattern);
 /// The position counted from 1, 0 when it is not there.
 [[nodiscard]] int PositionOf(const std::u16string& what, const std::u16string& text, int from);
+/// The first ones replaced, all for -1.
 [[nodiscard]] std::u16string Replaced(const std::u16string& text, const std::u16string& what,
-                                      const std::u16string& with);
+                                      const std::u16string& with, int most = -1);
 
 }  // namespace quardele::sql::differential

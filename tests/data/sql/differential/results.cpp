@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <stdexcept>
 
@@ -64,7 +65,8 @@ std::vector<Row> KeysOf(const Select& select, const std::vector<Row>& rows) {
 
 /// The first rows, and those that are sorted like the last one of them.
 void TakeTop(const Select& select, std::vector<Row>& rows) {
-    auto count = static_cast<std::size_t>(select.top);
+    const double share = static_cast<double>(rows.size()) * select.top / 100;
+    auto count = static_cast<std::size_t>(select.percent ? std::ceil(share) : select.top);
     if (count == 0 || count >= rows.size()) {
         return;
     }

@@ -32,6 +32,15 @@ std::string Collated(Kind kind) {
     return kind == Kind::Text ? " COLLATE OURS" : "";
 }
 
+/// Of the numbers' rests by 1000: whole, so that nothing is lost.
+std::string Variance() {
+    const std::string number = "f_rest($0, 1000)";
+    const std::string count = "count($0)";
+    const std::string sum = "sum(" + number + ")";
+    return "iif(" + count + " > 1, (" + count + " * sum(" + number + " * " + number + ") - " + sum + " * " +
+           sum + ") / (" + count + " * (" + count + " - 1)), Null)";
+}
+
 }  // namespace
 
 Select StatementMaker::Make() {
@@ -52,6 +61,8 @@ Select StatementMaker::Make() {
     }
     if (random_.Chance(50)) {
         AddOrder(select);
+    } else if (select.united == nullptr && random_.Chance(30)) {
+        AddOwnOrder(select);
     }
     select.anyOfEqualTexts = anyOfEqualTexts_;
     return select;
@@ -116,7 +127,8 @@ StatementMaker::Leaves StatementMaker::Aggregates(const Leaves& known) {
         const Kind kind = AnyValueKind(random_);
         const Expression column = columns.Leaf(kind);
         const std::string collated = Collated(kind);
-        switch (random_.Below(kind == Kind::Number || kind == Kind::Amount ? 6 : 3)) {
+        const int kinds = kind == Kind::Number ? 9 : (kind == Kind::Amount ? 7 : 3);
+        switch (random_.Below(kinds)) {
             case 0:
                 aggregates.push_back(Around(kind, "Min($0)", "min($0" + collated + ")", {column}));
                 break;
@@ -132,6 +144,18 @@ StatementMaker::Leaves StatementMaker::Aggregates(const Leaves& known) {
             case 4:
                 aggregates.push_back(Around(Kind::Inexact, "Sum(IIf($1, $0, 0))", "sum(iif($1, $0, 0))",
                                             {column, columns.Make(Kind::Condition, 1)}));
+                break;
+            case 5:
+                aggregates.push_back(
+                    Around(Kind::Inexact, "Sum(Nz($0, $1))", "sum(coalesce($0, $1))",
+                           {column, columns.Leaf(kind == Kind::Number ? Kind::Amount : Kind::Number)}));
+                break;
+            case 7:
+                aggregates.push_back(Around(Kind::Inexact, "Var($0 Mod 1000)", Variance(), {column}));
+                break;
+            case 8:
+                aggregates.push_back(Around(Kind::Inexact, "StDev($0 Mod 1000)",
+                                            "f_power(" + Variance() + ", 0.5)", {column}));
                 break;
             default:
                 aggregates.push_back(Around(Kind::Inexact, "Avg($0)",
@@ -156,18 +180,41 @@ void StatementMaker::AddOrder(Select& select) {
                                 .spelling = literal ? Order::Spelling::Position : spelling});
     }
     if (select.united == nullptr && random_.Chance(30)) {
-        select.top = random_.Between(1, 8);
+        AddTop(select);
+    }
+}
+
+void StatementMaker::AddTop(Select& select) {
+    select.percent = random_.Chance(40);
+    select.top = select.percent ? random_.Between(1, 100) : random_.Between(1, 8);
+}
+
+/// Distinct rows come in the order of all columns, groups in that of their keys, which are the first columns.
+void StatementMaker::AddOwnOrder(Select& select) {
+    const std::size_t keys = select.distinct ? select.items.size() : select.groups.size();
+    for (std::size_t item = 0; item < keys; ++item) {
+        select.order.push_back({.item = item, .descending = false, .spelling = Order::Spelling::Position});
+    }
+    if (keys > 0) {
+        select.ownOrder = true;
+        AddTop(select);
     }
 }
 
 void StatementMaker::AddUnion(Select& select) {
     Leaves known;
-    Select second = Start(known);
+    Select next = Start(known);
     ExpressionMaker maker(random_, known, SubqueriesIn(known));
     for (const Expression& item : select.items) {
-        second.items.push_back(maker.Make(item.kind, 1));
+        const bool textColumn = item.kind == Kind::Text && item.parts.empty() && item.ours[0] == 'T';
+        next.items.push_back(textColumn && random_.Chance(30)
+                                 ? Around(Kind::Text, "$0", "f_cstr($0)", {maker.Leaf(Kind::Number)})
+                                 : maker.Make(item.kind, 1));
     }
-    select.united = Shared(std::move(second));
+    if (random_.Chance(40)) {
+        AddUnion(next);
+    }
+    select.united = Shared(std::move(next));
     select.unionAll = random_.Chance(50);
     anyOfEqualTexts_ = anyOfEqualTexts_ || !select.unionAll;
 }

@@ -35,6 +35,8 @@ class StatementMaker {
     void AddGroups(Select& select, const Leaves& known);
     [[nodiscard]] Leaves Aggregates(const Leaves& known);
     void AddOrder(Select& select);
+    void AddTop(Select& select);
+    void AddOwnOrder(Select& select);
     void AddUnion(Select& select);
 
     Random& random_;

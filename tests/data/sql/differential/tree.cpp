@@ -82,7 +82,7 @@ std::string Write(const Expression& expression, Side side) {
 std::string Write(const Select& select, Side side) {
     std::string text = select.distinct ? "SELECT DISTINCT " : "SELECT ";
     if (select.top > 0 && side != Side::SQLite) {
-        text += "TOP " + std::to_string(select.top) + " ";
+        text += "TOP " + std::to_string(select.top) + (select.percent ? " PERCENT " : " ");
     }
     text += WriteItems(select, side) + " FROM " +
             Listed(select.from, [side](const From& from) { return Write(from, side); });
@@ -99,7 +99,8 @@ std::string Write(const Select& select, Side side) {
     if (select.united != nullptr) {
         text += (select.unionAll ? " UNION ALL " : " UNION ") + Write(*select.united, side);
     }
-    return select.order.empty() ? text : text + " ORDER BY " + WriteOrder(select, side);
+    const bool ordered = !select.order.empty() && (!select.ownOrder || side == Side::SQLite);
+    return ordered ? text + " ORDER BY " + WriteOrder(select, side) : text;
 }
 
 }  // namespace quardele::sql::differential

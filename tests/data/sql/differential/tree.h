@@ -59,14 +59,16 @@ struct Order {
 /// Its columns are called c0, c1 ...
 struct Select {
     bool distinct = false;
-    int top = 0;  ///< 0: all rows. Only our side writes it: the other has no ties
+    int top = 0;           ///< 0: all rows. Only our side writes it: the other has no ties
+    bool percent = false;  ///< of `top`
     std::vector<Expression> items;
     std::vector<From> from;
     std::optional<Expression> where;
     std::vector<Expression> groups;
     std::optional<Expression> having;
     std::vector<Order> order;
-    std::shared_ptr<const Select> united;  ///< the second part of a UNION
+    bool ownOrder = false;  ///< rows come in this order by themselves: only the other side writes it
+    std::shared_ptr<const Select> united;  ///< the next part of a UNION
     bool unionAll = false;
     /// Of texts that compare as equal, any may stand in the result.
     bool anyOfEqualTexts = false;

@@ -13,6 +13,12 @@ namespace {
 
 constexpr QSize kPicture(20, 20);
 
+/// The key that does what the button does, or where that is found for a button without one; may be empty.
+QString KeyHintOf(const Button& button) {
+    return button.shortcut().isEmpty() ? button.property("keyHint").toString()
+                                       : button.shortcut().toString(QKeySequence::NativeText);
+}
+
 }  // namespace
 
 Button::Button(QWidget* parent) : QPushButton(parent) {
@@ -38,8 +44,7 @@ void Button::SetRimColor(int color) {
 }
 
 void Button::ShowTip(const QPoint& position) {
-    const QString key = shortcut().toString(QKeySequence::NativeText);
-    QToolTip::showText(position, toolTip() + u'\n' + key, this);
+    QToolTip::showText(position, toolTip() + u'\n' + KeyHintOf(*this), this);
 }
 
 bool Button::event(QEvent* event) {
@@ -56,7 +61,7 @@ bool Button::event(QEvent* event) {
             blocked_ = true;
             break;
         case QEvent::ToolTip:
-            if (toolTip().isEmpty() || shortcut().isEmpty()) {
+            if (toolTip().isEmpty() || KeyHintOf(*this).isEmpty()) {
                 break;
             }
             ShowTip(static_cast<QHelpEvent*>(event)->globalPos());

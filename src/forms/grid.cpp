@@ -20,6 +20,7 @@ Grid::Grid(QWidget* parent)
     : QTableView(parent), model_(new GridModel(this)), d_(std::make_unique<Private>()) {
     d_->header = new GridHeader(*model_, this);
     d_->delegate = new GridDelegate(*this, *model_);
+    d_->notice = new GridNotice(viewport());
     setHorizontalHeader(d_->header);
     setModel(model_);
     d_->cursor = new GridSelection(model_, this, [this](const QModelIndex& to) { return MayMove(to); });

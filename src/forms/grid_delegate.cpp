@@ -22,16 +22,15 @@ constexpr int kMargin = 4;
 constexpr int kFarMargin = 1;
 constexpr int kPicture = 14;
 
-/// Narrow columns need all their width: a text keeps its distance from the line that it leans on only.
-QRect TextRect(const QRect& cell, Qt::Alignment alignment) {
-    return cell.adjusted(alignment.testFlag(Qt::AlignLeft) ? kMargin : kFarMargin, 0,
-                         alignment.testFlag(Qt::AlignRight) ? -kMargin : -kFarMargin, 0);
-}
-
 }  // namespace
 
 GridDelegate::GridDelegate(Grid& grid, GridModel& model)
     : QStyledItemDelegate(&grid), grid_(grid), model_(model) {}
+
+QRect GridDelegate::TextRect(const QRect& cell, Qt::Alignment alignment) {
+    return cell.adjusted(alignment.testFlag(Qt::AlignLeft) ? kMargin : kFarMargin, 0,
+                         alignment.testFlag(Qt::AlignRight) ? -kMargin : -kFarMargin, 0);
+}
 
 QRect GridDelegate::TickRect(const QRect& cell) {
     QRect box(0, 0, draw::kTickSize, draw::kTickSize);

@@ -28,6 +28,9 @@ class GridDelegate : public QStyledItemDelegate {
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
 
+    /// Where the text of a cell stands. Narrow columns need all their width: a text keeps its distance from
+    /// the line that it leans on only.
+    [[nodiscard]] static QRect TextRect(const QRect& cell, Qt::Alignment alignment);
     /// Where a tick box stands in its cell.
     [[nodiscard]] static QRect TickRect(const QRect& cell);
     /// Where the face of a button cell stands.

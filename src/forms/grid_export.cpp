@@ -28,6 +28,7 @@ void Log(const QString& logFile, const QString& failure) {
 
 bool Grid::ExportToExcel(const QString& fileName, const QString& sheetName, const QString& logFile) {
     d_->exportFailure.clear();
+    d_->notice->TakeBack();
     try {
         const auto book = WorkbookOf(*this, *model_, sheetName);
         SaveFile(basic::NativePath(ToText(fileName)), fileName, [&](std::ostream& out) { book->Write(out); });
@@ -35,6 +36,7 @@ bool Grid::ExportToExcel(const QString& fileName, const QString& sheetName, cons
     } catch (const basic::RuntimeError& error) {
         d_->exportFailure = ToQString(error.Description());
         qWarning("%s", qUtf8Printable(d_->exportFailure));
+        d_->notice->Tell(d_->exportFailure);
         Log(logFile, d_->exportFailure);
         return false;
     }

@@ -39,13 +39,17 @@ void Grid::keyPressEvent(QKeyEvent* event) {
         QTableView::keyPressEvent(event);  // the open cell had no use for it; it was told there
         return;
     }
+    if (event->key() == Qt::Key_Escape && d_->notice->isVisible()) {
+        d_->notice->TakeBack();
+        return;
+    }
     if (!TellKey(*event)) {
         return;
     }
     const QModelIndex cell = currentIndex();
     if (AsksForMenu(*event)) {
         if (cell.isValid()) {
-            TellRightClick(visualRect(cell).bottomLeft(), cell);
+            TellMenuKey(cell);
         }
         return;
     }
@@ -132,6 +136,12 @@ void Grid::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void Grid::contextMenuEvent(QContextMenuEvent* event) {
     event->accept();  // RightClick comes from the key or the button itself
+}
+
+/// As a right click below the text of a cell, which is brought into view first: what opens stands beside it.
+void Grid::TellMenuKey(const QModelIndex& cell) {
+    scrollTo(cell);
+    TellRightClick(visualRect(cell).intersected(viewport()->rect()).bottomLeft(), cell);
 }
 
 /// Position inside the viewport.

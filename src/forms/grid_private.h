@@ -10,6 +10,7 @@
 #include "grid_delegate.h"
 #include "grid_header.h"
 #include "grid_model.h"
+#include "grid_notice.h"
 #include "grid_selection.h"
 
 namespace quardele::forms {
@@ -31,6 +32,7 @@ class Grid::Private {
     GridHeader* header = nullptr;
     GridSelection* cursor = nullptr;
     GridDelegate* delegate = nullptr;
+    GridNotice* notice = nullptr;
 
     double characterWidth = 8.117;
     /// Texts of the row headers and of the corner, which belong to the program alone.

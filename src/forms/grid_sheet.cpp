@@ -2,7 +2,10 @@
 
 #include <cmath>
 
-#include <QFontInfo>
+#include <QFontMetricsF>
+#include <QRegularExpression>
+
+#include <print/cell_font.h>
 
 #include "cell_marks.h"
 #include "grid_model.h"
@@ -11,9 +14,6 @@
 
 namespace quardele::forms {
 namespace {
-
-/// Height of the text of cells on paper: 9 points. Columns grow or shrink by what that is to the screen's.
-constexpr double kTextTwips = 180;
 
 std::optional<QPageLayout::Orientation> OrientationOf(int setting) {
     switch (setting) {
@@ -37,14 +37,43 @@ std::vector<int> LoadedRows(const Grid& grid, const GridModel& model) {
     return rows;
 }
 
+/// What a pixel of a text on the screen is on paper, in twips.
+double PaperScale(const QFont& screen, const QFont& paper) {
+    const QString letters = QStringLiteral(
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZ abcdefghijklmnopqrstuvwxyz 0123456789 0123456789 /-.,:éèê");
+    return QFontMetricsF(paper).horizontalAdvance(letters) / QFontMetricsF(screen).horizontalAdvance(letters);
+}
+
+/// A text's width on the screen is rounded to whole pixels, down as well.
+constexpr int kRounding = 1;
+
+int PaperWidth(int pixels, Qt::Alignment alignment, double scale) {
+    const int room = GridDelegate::TextRect(QRect(0, 0, pixels, 1), alignment).width() + kRounding;
+    return static_cast<int>(std::ceil(std::max(room, 0) * scale)) + 2 * print::kCellPadding;
+}
+
+/// What the longest word of a heading needs.
+int HeadingWidth(const QString& heading) {
+    static const QRegularExpression blanks(QStringLiteral("\\s+"));
+    const QFontMetricsF metrics(print::CellFont(true));
+    double widest = 0;
+    for (const QString& word : heading.split(blanks)) {
+        widest = std::max(widest, metrics.horizontalAdvance(word));
+    }
+    return static_cast<int>(std::ceil(widest)) + 2 * print::kCellPadding;
+}
+
 std::vector<print::SheetColumn> SheetColumns(const Grid& grid, const GridModel& model,
                                              const std::vector<int>& columns) {
-    const double twips = kTextTwips / QFontInfo(grid.CellFont()).pixelSize();
+    const double scale = PaperScale(grid.CellFont(), print::CellFont());
     std::vector<print::SheetColumn> result;
     for (const int column : columns) {
-        result.push_back({.heading = model.Column(column).heading,
-                          .width = static_cast<int>(std::lround(grid.columnWidth(column) * twips)),
-                          .alignment = model.Column(column).Alignment()});
+        const QString& heading = model.Column(column).heading;
+        const Qt::Alignment alignment = model.Column(column).Alignment();
+        result.push_back(
+            {.heading = heading,
+             .width = std::max(PaperWidth(grid.columnWidth(column), alignment, scale), HeadingWidth(heading)),
+             .alignment = alignment});
     }
     return result;
 }

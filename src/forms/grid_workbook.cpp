@@ -13,6 +13,13 @@ constexpr double kDigitWidth = 7;
 
 enum class Content { Text, Number, Date, Tick, Nothing };
 
+struct Kind {
+    Content content = Content::Text;
+    /// The field has values of that kind: its texts are theirs. A text of another origin is taken for a value
+    /// only when that is shown by the same text: "01000" is no number, and "12/03" has no year.
+    bool stored = false;
+};
+
 Content ContentOfField(const dao::Field* field) {
     if (field == nullptr) {
         return Content::Text;
@@ -46,28 +53,37 @@ Content ContentOf(const GridModel& model, int column) {
     }
 }
 
-workbook::Cell NumberOrText(const basic::Text& text) {
-    return basic::IsNumeric(text) ? workbook::Cell(basic::CDbl(text)) : workbook::Cell(text);
+Kind KindOf(const GridModel& model, int column) {
+    const Content content = ContentOf(model, column);
+    return {.content = content, .stored = content == ContentOfField(model.FieldOf(column))};
 }
 
-workbook::Cell DateOrText(basic::Text text) {
+workbook::Cell NumberOrText(const basic::Text& text, bool stored) {
+    if (!basic::IsNumeric(text)) {
+        return text;
+    }
+    const double number = basic::CDbl(text);
+    return stored || basic::CStr(number) == text ? workbook::Cell(number) : workbook::Cell(text);
+}
+
+workbook::Cell DateOrText(const basic::Text& text, bool stored) {
     const std::optional<basic::Date> date = basic::ParseDate(text);
-    return date ? workbook::Cell(*date) : workbook::Cell(std::move(text));
+    return date && (stored || basic::CStr(*date) == text) ? workbook::Cell(*date) : workbook::Cell(text);
 }
 
-workbook::Cell CellOf(const GridModel& model, int row, int column, Content content) {
-    if (content == Content::Tick) {
+workbook::Cell CellOf(const GridModel& model, int row, int column, const Kind& kind) {
+    if (kind.content == Content::Tick) {
         return basic::Text(model.IsTicked(row, column) ? u"Oui" : u"Non");
     }
-    basic::Text text = ToText(model.Text(row, column));
-    if (content == Content::Nothing || text.empty()) {
+    const basic::Text text = ToText(model.Text(row, column));
+    if (kind.content == Content::Nothing || text.empty()) {
         return {};
     }
-    switch (content) {
+    switch (kind.content) {
         case Content::Number:
-            return NumberOrText(text);
+            return NumberOrText(text, kind.stored);
         case Content::Date:
-            return DateOrText(std::move(text));
+            return DateOrText(text, kind.stored);
         default:
             return text;
     }
@@ -98,9 +114,9 @@ std::vector<int> ShownColumns(const Grid& grid, const GridModel& model) {
 std::unique_ptr<workbook::Workbook> WorkbookOf(const Grid& grid, const GridModel& model,
                                                const QString& sheetName) {
     const std::vector<int> columns = ShownColumns(grid, model);
-    std::vector<Content> contents;
+    std::vector<Kind> kinds;
     for (const int column : columns) {
-        contents.push_back(ContentOf(model, column));
+        kinds.push_back(KindOf(model, column));
     }
     auto book = std::make_unique<workbook::Workbook>(ToText(sheetName), Headings(grid, model, columns));
     std::vector<workbook::Cell> cells(columns.size());
@@ -110,7 +126,7 @@ std::unique_ptr<workbook::Workbook> WorkbookOf(const Grid& grid, const GridModel
         }
         model.Load(row);
         for (std::size_t at = 0; at < columns.size() && row < model.Rows(); ++at) {
-            cells[at] = CellOf(model, row, columns[at], contents[at]);
+            cells[at] = CellOf(model, row, columns[at], kinds[at]);
         }
         if (row < model.Rows()) {  // no event of the row has emptied the grid
             book->AddRow(cells);

@@ -14,7 +14,8 @@ namespace quardele::forms {
 [[nodiscard]] std::vector<int> ShownColumns(const Grid& grid, const GridModel& model);
 
 /// Headings and rows of all that the grid shows, rows that were not loaded yet included: dates and numbers as
-/// such where the column or its field holds them and the text can be read so, ticks as "Oui" and "Non".
+/// such where the column or its field holds them and the text can be read so without saying something else,
+/// ticks as "Oui" and "Non".
 /// Throws RuntimeError 6 when there are too many rows, 5 for a name that no sheet can have, and what loading
 /// throws.
 [[nodiscard]] std::unique_ptr<workbook::Workbook> WorkbookOf(const Grid& grid, const GridModel& model,

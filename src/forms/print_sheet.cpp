@@ -1,19 +1,44 @@
 #include "print_sheet.h"
 
 #include <QPrintPreviewDialog>
-#include <QPrinter>
 #include <QPrinterInfo>
 
+#include <basic/runtime_error.h>
+#include <forms/msg_box.h>
 #include <forms/pdf_offer.h>
+#include <forms/strings.h>
 #include <print/print.h>
 
 namespace quardele::forms {
 namespace {
 
 constexpr QSize kPreviewSize(1000, 720);
+constexpr int kPrinterError = 482;
 
-void Preview(const print::Sheet& sheet, QWidget* parent) {
-    QPrinter printer(QPrinter::HighResolution);
+basic::RuntimeError PrinterError() {
+    return {kPrinterError, u"Erreur d'imprimante : les pages n'ont pas pu être faites."};
+}
+
+void Tell(const basic::RuntimeError& error) {
+    MsgBox(ToQString(error.Description()), BoxButtons::Ok, BoxIcon::Exclamation);
+}
+
+void AskForPdf(const print::Sheet& sheet, QWidget* parent) {
+    const auto write = [&sheet](QIODevice& out) {
+        if (!print::WritePdf(sheet, out)) {
+            throw PrinterError();
+        }
+    };
+    try {
+        OfferPdf(sheet.title, write, parent);
+    } catch (const basic::RuntimeError& error) {
+        Tell(error);
+    }
+}
+
+}  // namespace
+
+void ShowPreview(const print::Sheet& sheet, QPrinter& printer, QWidget* parent) {
     printer.setDocName(sheet.title);
     QPageLayout layout = print::DefaultLayout(sheet);
     layout.setPageSize(printer.pageLayout().pageSize());
@@ -23,19 +48,21 @@ void Preview(const print::Sheet& sheet, QWidget* parent) {
     dialog.setObjectName(QStringLiteral("PrintPreview"));
     dialog.setWindowTitle(QStringLiteral("Aperçu avant impression"));
     dialog.resize(kPreviewSize);
+    bool failed = false;
     QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested,
-                     [&](QPrinter* pages) { print::Print(sheet, *pages); });
+                     [&](QPrinter* pages) { failed = !print::Print(sheet, *pages) || failed; });
     dialog.exec();
+    if (failed) {
+        Tell(PrinterError());
+    }
 }
-
-}  // namespace
 
 void OfferSheet(const print::Sheet& sheet, QWidget* parent) {
     if (QPrinterInfo::availablePrinterNames().isEmpty()) {
-        OfferPdf(
-            sheet.title, [&sheet](QIODevice& out) { print::WritePdf(sheet, out); }, parent);
+        AskForPdf(sheet, parent);
     } else {
-        Preview(sheet, parent);
+        QPrinter printer(QPrinter::HighResolution);
+        ShowPreview(sheet, printer, parent);
     }
 }
 

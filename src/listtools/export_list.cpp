@@ -1,7 +1,5 @@
 #include "export_list.h"
 
-#include <optional>
-
 #include <basic/paths.h>
 #include <forms/msg_box.h>
 #include <forms/runtime.h>
@@ -15,11 +13,6 @@ namespace quardele::listtools {
 namespace {
 
 using services::TRAD;
-
-/// Where the recordset stands; nothing for one without records.
-std::optional<dao::Bookmark> PlaceOf(const dao::Recordset& rows) {
-    return rows.Bof() || rows.Eof() ? std::nullopt : std::optional(rows.CurrentBookmark());
-}
 
 void WriteFile(forms::Grid& grid, const QString& name) {
     const bool protect = grid.Protect();
@@ -49,11 +42,9 @@ bool ExportList(forms::Grid& grid, forms::DataControl* data) {
     if (data == nullptr) {
         return AskAndWrite(grid);
     }
-    const std::optional<dao::Bookmark> place = PlaceOf(data->Opened());
+    const dao::Bookmark place = data->Opened().CurrentBookmark();
     const bool written = AskAndWrite(grid);
-    if (place) {
-        data->Opened().SetBookmark(*place);
-    }
+    data->Opened().SetBookmark(place);
     return written;
 }
 

@@ -1,6 +1,8 @@
 #include <listtools/fcherche.h>
 
 #include <basic/conversion.h>
+#include <basic/date.h>
+#include <basic/locale.h>
 #include <forms/events.h>
 #include <forms/msg_box.h>
 #include <forms/runtime.h>
@@ -156,7 +158,7 @@ void FCHERCHE::CheckDate() {
     }
     try {
         const basic::Date date = basic::CDate(forms::ToText(CTX3_CHERCHE->Text()));
-        CTX3_CHERCHE->SetText(forms::ToQString(basic::CStr(date)));
+        CTX3_CHERCHE->SetText(forms::ToQString(basic::Format(date, basic::SessionLocale().shortDate)));
     } catch (const basic::RuntimeError&) {
         forms::MsgBox(TRAD(QStringLiteral("Saisie d'une date attendue.")));
         forms::SetFocus(CTX3_CHERCHE);

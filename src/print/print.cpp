@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 
+#include "paper_font.h"
 #include "sheet_painter.h"
 
 namespace quardele::print {
@@ -42,11 +43,11 @@ bool Print(const Sheet& sheet, QPagedPaintDevice& device) {
                       [&pages](QPainter& painter, int page) { pages.Paint(painter, page); });
 }
 
-void WritePdf(const Sheet& sheet, QIODevice& out) {
+bool WritePdf(const Sheet& sheet, QIODevice& out) {
     QPdfWriter writer(&out);
     writer.setPageLayout(DefaultLayout(sheet));
     writer.setTitle(sheet.title);
-    Print(sheet, writer);
+    return out.isWritable() && Print(sheet, writer);
 }
 
 }  // namespace quardele::print

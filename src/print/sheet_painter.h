@@ -3,18 +3,15 @@
 
 #include <vector>
 
-#include <QFont>
 #include <QPainter>
 #include <QSize>
 
-#include <print/header_text.h>
 #include <print/pages.h>
 #include <print/sheet.h>
 
-namespace quardele::print {
+#include "header_painter.h"
 
-inline constexpr qreal kTwipsPerPoint = 20;
-inline constexpr qreal kTwipsPerInch = 1440;
+namespace quardele::print {
 
 class SheetPainter {
  public:
@@ -26,19 +23,26 @@ class SheetPainter {
     void Paint(QPainter& painter, int page) const;
 
  private:
-    [[nodiscard]] int HeaderHeight() const;
+    /// Where a column stands on a page.
+    struct PlacedColumn {
+        int column = 0;
+        int left = 0;
+        int width = 0;
+    };
+
     [[nodiscard]] int HeadingHeight() const;
-    void PaintHeader(QPainter& painter, int page) const;
-    void PaintHeaderLine(QPainter& painter, const HeaderLine& line, int top) const;
-    void PaintHeadings(QPainter& painter, const Page& page, const QRect& area) const;
-    void PaintRow(QPainter& painter, const Page& page, int row, const QRect& area) const;
+    [[nodiscard]] std::vector<PlacedColumn> Placed(const Page& page) const;
+    void PaintHeadings(QPainter& painter, const std::vector<PlacedColumn>& columns, const QRect& area) const;
+    void PaintRow(QPainter& painter, const std::vector<PlacedColumn>& columns, int row,
+                  const QRect& area) const;
     void PaintCell(QPainter& painter, int row, int column, const QRect& area) const;
-    void PaintLines(QPainter& painter, const Page& page, const QRect& area) const;
+    void PaintGrid(QPainter& painter, const std::vector<PlacedColumn>& columns, int rows,
+                   const QRect& area) const;
     void PaintFoot(QPainter& painter, int page) const;
-    [[nodiscard]] int WidthOf(const Page& page) const;
 
     const Sheet& sheet_;
     QSize paper_;
+    HeaderPainter header_;
     int rowHeadingWidth_ = 0;
     int headerHeight_ = 0;
     int headingHeight_ = 0;

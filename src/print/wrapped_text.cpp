@@ -39,7 +39,11 @@ QStringList OnLines(const QString& text, const QFontMetricsF& metrics, qreal wid
         lines.back() += u'…';
     }
     for (QString& line : lines) {
+        const bool blank = line.isEmpty();
         line = OnOneLine(line, metrics, width);
+        if (line.isEmpty() && !blank) {
+            return {};
+        }
     }
     return lines;
 }

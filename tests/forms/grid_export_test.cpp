@@ -2,6 +2,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLabel>
 #include <QTemporaryDir>
 
 #include <basic/conversion.h>
@@ -65,7 +66,6 @@ class GridExportTest : public QObject {
         QDir::setCurrent(start_);
     }
 
-    /// Calc reads workbooks of all kinds in the tests of the writer itself; it takes seconds to start.
     void ReadersSeeTheCellsInTheirKinds() {
         data_->SetRecordset(Vehicles(3));
         grid_->SetRow(2);
@@ -79,10 +79,29 @@ class GridExportTest : public QObject {
             {"s:1E1", "d:2026-01-02 00:00:00", "n:1.5", "s:Non", "s:01000", CellInWords(), "s:=A1"},
             {"s:1E2", "d:2026-01-03 00:00:00", "n:2.5", "s:Oui", "s:01000"}};
         for (const WorkbookReader* reader : workbook::test::WorkbookReaders()) {
-            if (reader->Name() != "LibreOffice Calc" && reader->IsHere() && reader->KnowsMoments()) {
+            if (reader->IsHere() && reader->KnowsMoments()) {
                 QVERIFY2(Read(*reader) == reader->AsItTells(wanted), reader->Name().c_str());
             }
         }
+    }
+
+    void TextsInColumnsOfNumbersAndDatesKeepWhatTheySay() {
+        auto rows = std::make_shared<MemoryRows>(std::vector{TextField(u"CP"), TextField(u"JOUR")});
+        for (const auto& [code, day] :
+             std::initializer_list<std::pair<const char16_t*, const char16_t*>>{{u"01000", u"12/03"},
+                                                                                {u"1E5", u"1/2/26"},
+                                                                                {u"+12", u"10:30"},
+                                                                                {u"1 000", u"mars 2026"},
+                                                                                {u"12,5", u"12/03/2026"}}) {
+            rows->Add({basic::Text(code), basic::Text(day)});
+        }
+        grid_->SetColumnLines({QStringLiteral("Code|CP|10|number"), QStringLiteral("Jour|JOUR|10|date")});
+        data_->SetRecordset(rows);
+        QVERIFY(Export());
+        const SheetInWords wanted{{"s:Code", "s:Jour"},       {"s:01000", "s:12/03"},
+                                  {"s:1E5", "s:1/2/26"},      {"s:+12", "s:10:30"},
+                                  {"s:1 000", "s:mars 2026"}, {"n:12.5", "d:2026-03-12 00:00:00"}};
+        QVERIFY(ReadByXlrd() == wanted);
     }
 
     void HiddenColumnsAndRowsAndColumnsWithoutWidthAreLeftOut() {
@@ -155,6 +174,47 @@ class GridExportTest : public QObject {
         QVERIFY(grid_->ExportFailure().contains(QStringLiteral("65 535 lignes")));
         QCOMPARE(Old(), QByteArray("ancien"));
         QCOMPARE(Files(), QStringList{QStringLiteral("LISTE.XLS")});
+        QVERIFY(Notice().isVisible());
+        QCOMPARE(Notice().text(), grid_->ExportFailure());
+    }
+
+    /// No box may say so: the caller has its own, whatever became of the file.
+    void AFailureIsToldInAStripOverTheRowsUntilTheNextExport() {
+        data_->SetRecordset(Vehicles(3));
+        QVERIFY(!Notice().isVisible());
+        QVERIFY(!grid_->ExportToExcel(QStringLiteral("ABSENT\\LISTE.XLS"), QStringLiteral("F"), QString()));
+        QVERIFY(Notice().isVisible());
+        QVERIFY(Notice().text().contains(QStringLiteral("le dossier n'existe pas")));
+        QCOMPARE(Notice().geometry().bottom(), grid_->viewport()->rect().bottom());
+        QVERIFY(Notice().height() >= Notice().fontMetrics().height());
+        QVERIFY(!Notice().hasFocus());
+        QVERIFY(Export());
+        QVERIFY(!Notice().isVisible());
+    }
+
+    void TheStripOfAFailureIsClosedByAClickOrByEscape() {
+        data_->SetRecordset(Vehicles(3));
+        grid_->setFocus();
+        const auto fail = [this] {
+            grid_->ExportToExcel(QStringLiteral("ABSENT\\LISTE.XLS"), QStringLiteral("F"), QString());
+            return Notice().isVisible();
+        };
+        QVERIFY(fail());
+        QTest::mouseClick(&Notice(), Qt::LeftButton);
+        QVERIFY(!Notice().isVisible());
+        QVERIFY(fail());
+        QTest::keyClick(grid_, Qt::Key_Down);
+        QVERIFY(Notice().isVisible());
+        QTest::keyClick(grid_, Qt::Key_Escape);
+        QVERIFY(!Notice().isVisible());
+    }
+
+    void TheStripOfAFailureFollowsTheSizeOfTheGrid() {
+        data_->SetRecordset(Vehicles(3));
+        grid_->ExportToExcel(QStringLiteral("ABSENT\\LISTE.XLS"), QStringLiteral("F"), QString());
+        grid_->resize(300, 150);
+        QCoreApplication::processEvents();
+        QCOMPARE(Notice().geometry().bottomRight(), grid_->viewport()->rect().bottomRight());
     }
 
     void AFullSheetIsWritten() {
@@ -226,6 +286,7 @@ class GridExportTest : public QObject {
     bool Export() {
         return grid_->ExportToExcel(QStringLiteral("LISTE.XLS"), QStringLiteral("Feuille1"), QString());
     }
+    [[nodiscard]] QLabel& Notice() const { return *grid_->findChild<QLabel*>(QStringLiteral("GridNotice")); }
     [[nodiscard]] SheetInWords Read(const WorkbookReader& reader) const {
         const std::filesystem::path folder = folder_->path().toStdString();
         return reader.Read(folder / "LISTE.XLS", folder);

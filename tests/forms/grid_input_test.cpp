@@ -364,6 +364,19 @@ class GridInputTest : public QObject {
         QCOMPARE(told[1], -1);
     }
 
+    void TheMenuKeyBringsACellOutOfViewBackFirst() {
+        grid_->SetMaxRows(200);
+        grid_->SetActiveCell(1, 3);
+        grid_->scrollToBottom();
+        QVERIFY(grid_->rowViewportPosition(2) < 0);
+        QPoint place;
+        On(grid_, &Grid::RightClick, this,
+           [&](int, int, int row, int x, int y) { place = row == 3 ? QPoint(x, y) / 15 : QPoint(); });
+        QTest::keyClick(grid_, Qt::Key_Menu);
+        QVERIFY2(grid_->rect().contains(place) && !place.isNull(), qPrintable(QString::number(place.y())));
+        QVERIFY(grid_->rowViewportPosition(2) >= 0);
+    }
+
     void TheMenuKeysAreARightClickOnTheActiveCell() {
         std::vector<std::pair<int, int>> told;
         On(grid_, &Grid::RightClick, this,

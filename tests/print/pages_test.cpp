@@ -34,7 +34,23 @@ TEST(Pages, ColumnsThatDoNotFitGoOnTheNextPageBesideTheSameRows) {
 
 TEST(Pages, AColumnWiderThanThePageHasAPageOfItsOwn) {
     EXPECT_EQ(ColumnGroups({10, 500, 10}, 100), (std::vector<Range>{{0, 1}, {1, 1}, {2, 1}}));
-    EXPECT_EQ(FittedWidths({10, 500, 10}, 100), (std::vector<int>{10, 100, 10}));
+    EXPECT_EQ(FittedWidths({10, 500, 10}, 100), (std::vector<int>{10, 90, 10}));
+    EXPECT_EQ(FittedWidths({500, 10}, 100), (std::vector<int>{100, 10}));
+}
+
+TEST(Pages, TheFirstColumnIsRepeatedBesideTheColumnsThatDoNotFit) {
+    const auto pages = Paginate({30, 40, 50, 20, 60}, 1, 10, {100, 20});
+    ASSERT_EQ(pages.size(), 3U);
+    EXPECT_EQ(pages[0], (Page{{0, 1}, {0, 2}, false}));
+    EXPECT_EQ(pages[1], (Page{{0, 1}, {2, 2}, true}));
+    EXPECT_EQ(pages[2], (Page{{0, 1}, {4, 1}, true}));
+}
+
+TEST(Pages, AFirstColumnThatLeavesTheOthersLittleRoomIsNotRepeated) {
+    EXPECT_EQ(RepeatedWidth({50, 60}, 100), 50);
+    EXPECT_EQ(RepeatedWidth({51, 60}, 100), 0);
+    EXPECT_EQ(RepeatedWidth({50, 50}, 100), 0) << "all fit";
+    EXPECT_EQ(RepeatedWidth({}, 100), 0);
 }
 
 TEST(Pages, ASheetWithoutRowsHasOnePagePerGroupOfColumns) {
@@ -60,8 +76,9 @@ TEST(Pages, EveryCellStandsOnExactlyOnePage) {
         for (const Page& page : Paginate(widths, rows, 10, room)) {
             ASSERT_LE(page.rows.count * 10, room.height);
             const auto first = widths.begin() + page.columns.first;
+            const int repeated = page.firstColumnToo ? widths.front() : 0;
             ASSERT_TRUE(page.columns.count == 1 ||
-                        std::accumulate(first, first + page.columns.count, 0) <= room.width);
+                        std::accumulate(first, first + page.columns.count, repeated) <= room.width);
             for (int row = 0; row < page.rows.count; ++row) {
                 for (int column = 0; column < page.columns.count; ++column) {
                     ASSERT_TRUE(seen.insert({page.rows.first + row, page.columns.first + column}).second);

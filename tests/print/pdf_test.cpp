@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
-#include <QGuiApplication>
 #include <QPdfWriter>
 #include <QProcess>
 #include <QRegularExpression>
@@ -19,12 +18,6 @@ constexpr int kWide = 2400;
 
 class PdfTest : public testing::Test {
  protected:
-    static void SetUpTestSuite() {
-        static int argc = 1;
-        static char name[] = "print_test";
-        static char* argv[] = {name, nullptr};
-        static const QGuiApplication application(argc, argv);
-    }
     void SetUp() override {
         if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty()) {
             GTEST_SKIP() << "pdftotext is not installed";
@@ -69,6 +62,33 @@ class PdfTest : public testing::Test {
         pages.removeLast();
         return pages;
     }
+    struct Word {
+        QString text;
+        QRectF place;  ///< in points from the top left corner of the paper
+    };
+    /// The words of a page, from 0.
+    [[nodiscard]] QList<Word> Words(int page) const {
+        static const QRegularExpression words(
+            QStringLiteral("xMin=\"(.+)\" yMin=\"(.+)\" xMax=\"(.+)\" yMax=\"(.+)\">(.*)</word>"));
+        const QString all =
+            Output(QStringLiteral("pdftotext"), {QStringLiteral("-bbox"), Path(), QStringLiteral("-")});
+        QList<Word> result;
+        for (const QRegularExpressionMatch& word :
+             words.globalMatch(all.section(QStringLiteral("<page "), page + 1, page + 1))) {
+            const auto at = [&](int part) { return word.captured(part).toDouble(); };
+            result.append({word.captured(5), QRectF(QPointF(at(1), at(2)), QPointF(at(3), at(4)))});
+        }
+        return result;
+    }
+    [[nodiscard]] QRectF PlaceOf(const QString& text, int page = 0) const {
+        for (const Word& word : Words(page)) {
+            if (word.text == text) {
+                return word.place;
+            }
+        }
+        ADD_FAILURE() << text.toStdString() << " is not on page " << page;
+        return {};
+    }
     [[nodiscard]] QString Info() const { return Output(QStringLiteral("pdfinfo"), {Path()}); }
 
     QTemporaryDir folder_;
@@ -101,6 +121,20 @@ TEST_F(PdfTest, PagesAreNumberedAndCounted) {
     }
 }
 
+TEST_F(PdfTest, APageHoldsAsManyRowsAsFitAboveItsFoot) {
+    constexpr int kRows = 500;
+    constexpr qreal kFootGap = 5;
+    Write(SheetOf(3, kRows));
+    const QStringList pages = Pages();
+    const int perPage = static_cast<int>(pages[0].count(QRegularExpression(QStringLiteral("c\\d+x0\\."))));
+    const qreal pitch = PlaceOf(QStringLiteral("c1x0.")).top() - PlaceOf(QStringLiteral("c0x0.")).top();
+    const qreal last = PlaceOf(QStringLiteral("c%1x0.").arg(perPage - 1)).bottom();
+    const qreal foot = PlaceOf(QStringLiteral("Page")).top() - kFootGap;
+    EXPECT_LE(last, foot);
+    EXPECT_GT(last + pitch, foot) << "there was room for another row";
+    EXPECT_EQ(pages.size(), (kRows + perPage - 1) / perPage);
+}
+
 TEST_F(PdfTest, ThePaperIsA4InTheSheetsOrientation) {
     Sheet sheet = SheetOf(3, 3);
     Write(sheet);
@@ -115,14 +149,18 @@ TEST_F(PdfTest, ColumnsThatDoNotFitAreSharedOutOverPages) {
     Write(SheetOf(19, 40, kWide));
     const QStringList pages = Pages();
     const QString text = Text();
-    for (int column = 0; column < 19; ++column) {
+    for (int column = 1; column < 19; ++column) {
         EXPECT_EQ(text.count(QStringLiteral("c39x%1.").arg(column)), 1) << column;
     }
+    // 277 mm hold six columns of 2400 twips: the first page those, three more pages the first one and five.
+    EXPECT_EQ(text.count(QStringLiteral("c39x0.")), 4);
+    EXPECT_TRUE(pages[3].contains(QStringLiteral("Titre0.")));
+    EXPECT_TRUE(pages[3].contains(QStringLiteral("c0x0.")));
     // The pages of the same rows follow each other.
     EXPECT_TRUE(pages[0].contains(QStringLiteral("c0x0.")));
     EXPECT_FALSE(pages[0].contains(QStringLiteral("c0x18.")));
     EXPECT_TRUE(pages[1].contains(QStringLiteral("c0x6.")));
-    EXPECT_EQ(pages.size() % 4, 0);
+    EXPECT_EQ(pages.size(), 2 * 4) << "40 rows need two pages";
 }
 
 TEST_F(PdfTest, ATextThatIsCutSaysSo) {
@@ -174,6 +212,39 @@ TEST_F(PdfTest, AHeaderTooLongForThePageIsCutWithASign) {
     Write(sheet);
     EXPECT_TRUE(Pages().value(0).contains(u'…'));
     EXPECT_FALSE(Text().contains(QStringLiteral("fin")));
+}
+
+TEST_F(PdfTest, TheCentreOfAHeaderGivesWayToWhatStandsBesideIt) {
+    Sheet sheet = SheetOf(2, 1);
+    const QString left = QStringLiteral("gauche ").repeated(12);
+    sheet.header = QStringLiteral("/l") + left + QStringLiteral("G/cMilieu du titre de la page/rD");
+    Write(sheet);
+    EXPECT_LT(PlaceOf(QStringLiteral("G")).right(), PlaceOf(QStringLiteral("Milieu")).left());
+    EXPECT_LT(PlaceOf(QStringLiteral("page")).right(), PlaceOf(QStringLiteral("D")).left());
+}
+
+TEST_F(PdfTest, AHeaderHigherThanHalfThePageEndsWithASignAndLeavesRoomForTheCells) {
+    Sheet sheet = SheetOf(2, 3);
+    for (int line = 0; line < 60; ++line) {
+        sheet.header += QStringLiteral("ligne%1./n").arg(line);
+    }
+    Write(sheet);
+    const QString text = Pages().value(0);
+    EXPECT_TRUE(text.contains(QRegularExpression(QStringLiteral("ligne\\d+\\.…"))));
+    EXPECT_EQ(text.count(u'…'), 1);
+    EXPECT_FALSE(text.contains(QStringLiteral("ligne59.")));
+    EXPECT_TRUE(text.contains(QStringLiteral("c2x1.")));
+    const auto lines = text.count(QStringLiteral("ligne"));
+    EXPECT_LT(PlaceOf(QStringLiteral("ligne%1.…").arg(lines - 1)).bottom(),
+              PlaceOf(QStringLiteral("Titre0.")).top());
+}
+
+TEST_F(PdfTest, APdfThatCannotBeWrittenIsToldApart) {
+    QFile file(Path());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_TRUE(WritePdf(SheetOf(1, 1), file));
+    file.close();
+    EXPECT_FALSE(WritePdf(SheetOf(1, 1), file)) << "the file is closed";
 }
 
 TEST_F(PdfTest, AnEmptySheetIsAPageOfHeadings) {

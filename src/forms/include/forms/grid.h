@@ -150,7 +150,8 @@ class Grid : public QTableView, private RowsView {
     /// those too that nobody has looked at yet; hidden rows and hidden or empty-width columns are left out.
     /// The file name is a Windows path and starts at the current folder when it is relative. The file is
     /// there whole or, where false comes back, as it was before. The reason of a failure goes to the log
-    /// file, unless its name is empty, and to ExportFailure(). Throws nothing.
+    /// file, unless its name is empty, to ExportFailure(), and into a strip over the last rows, which stays
+    /// until the operator closes it or the next export starts. Throws nothing.
     bool ExportToExcel(const QString& fileName, const QString& sheetName, const QString& logFile);
     /// Why the last export failed, in French; empty when it succeeded.
     [[nodiscard]] QString ExportFailure() const;
@@ -288,6 +289,7 @@ class Grid : public QTableView, private RowsView {
     void KeyInEditor(QKeyEvent* event, bool& taken);
     [[nodiscard]] bool KeyLeavesCell(const QKeyEvent& event) const;
     void LeaveOpenCell(QKeyEvent* event);
+    void TellMenuKey(const QModelIndex& cell);
     void TellRightClick(const QPoint& position, const QModelIndex& cell);
     void HeadingPressed(int section, Qt::MouseButton button, const QPoint& position);
     void ApplyWidths();

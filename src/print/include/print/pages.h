@@ -15,6 +15,8 @@ struct Range {
 struct Page {
     Range rows;
     Range columns;
+    /// The sheet's first column stands in front of the others once more.
+    bool firstColumnToo = false;
 
     friend bool operator==(const Page&, const Page&) = default;
 };
@@ -25,9 +27,13 @@ struct Room {
     int height = 0;
 };
 
-/// No column wider than the room: what is wider could not be shown on any page.
+/// What the first column takes on the pages of the others, so that they tell whose lines they are: nothing
+/// where all columns fit side by side, or where it would take more than half of the room.
+[[nodiscard]] int RepeatedWidth(const std::vector<int>& widths, int room);
+/// No column wider than the room that it has: what is wider could not be shown on any page.
 [[nodiscard]] std::vector<int> FittedWidths(std::vector<int> widths, int room);
-/// Columns side by side as far as they fit; a column that does not fit alone has a page of its own.
+/// Columns side by side as far as they fit, beside the repeated one; a column that does not fit alone has a
+/// page of its own.
 [[nodiscard]] std::vector<Range> ColumnGroups(const std::vector<int>& widths, int room);
 /// All pages in the order of printing: the pages of the same rows follow each other, so that they can be laid
 /// side by side. At least one row stands on a page; a sheet without rows or columns has one page.

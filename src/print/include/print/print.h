@@ -19,10 +19,12 @@ namespace quardele::print {
 bool PaintPages(QPagedPaintDevice& device, int count, const std::function<void(QPainter&, int page)>& paint);
 
 /// Paints the pages of a sheet, those of the device's page ranges only where it has some. The layout of the
-/// device's pages is taken as it is. False when the device cannot be painted on.
+/// device's pages is taken as it is. False when the device cannot be painted on or takes no
+/// further page.
 bool Print(const Sheet& sheet, QPagedPaintDevice& device);
 
-/// Writes a PDF. Whether the device has taken all bytes is the device's to tell.
-void WritePdf(const Sheet& sheet, QIODevice& out);
+/// Writes a PDF; false when it could not be made. Whether the device has taken all bytes is the device's to
+/// tell.
+bool WritePdf(const Sheet& sheet, QIODevice& out);
 
 }  // namespace quardele::print

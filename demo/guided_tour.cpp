@@ -5,14 +5,19 @@
 #include <stdexcept>
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QPixmap>
+#include <QTemporaryDir>
 
 #include <reminders/fchxmodl.h>
 #include <reminders/frelances.h>
 #include <vehicles/fficveh.h>
 #include "operator.h"
+#include "pdf_picture.h"
+#include "window_picture.h"
 
 namespace quardele::demo {
 
@@ -56,8 +61,17 @@ class Tour {
     }
 
     void ShowWidget(QWidget& widget, const std::string& title, const std::string& name) {
+        Keep(widget.grab(), title, name);
+    }
+
+    /// A window with its caption.
+    void ShowWindow(QWidget& window, const std::string& title, const std::string& name) {
+        Keep(PictureWithCaption(window), title, name);
+    }
+
+    void Keep(const QPixmap& pixels, const std::string& title, const std::string& name) {
         const fs::path picture = pictures_ / (name + ".png");
-        if (!widget.grab().save(QString::fromStdString(picture.string()))) {
+        if (!pixels.save(QString::fromStdString(picture.string()))) {
             throw std::runtime_error("Impossible d'écrire " + picture.string());
         }
         result_.stages.push_back({title, picture});
@@ -80,21 +94,24 @@ class Tour {
 
     /// The tools of the list on the column of makes; all vehicles are back at the end.
     void ShowListTools() {
-        PressKeys({Qt::Key_Right});
+        constexpr int kMakeColumn = 2;
+        auto& list = dynamic_cast<forms::Grid&>(VehicleControl("DBG_Liste"));
+        ClickCell(list, kMakeColumn, list.ActiveRow());
         const auto tool = [](const char* button) { Click(VehicleControl(button)); };
         InDialog([&] { tool("Cmd_ToolBar_0"); },
                  [this](QWidget& dialog) {
                      PressKeys({Qt::Key_Tab});
                      TypeText(QStringLiteral("REN"));
-                     ShowWidget(dialog, "Sélection", "selection");
+                     ShowWindow(dialog, "Sélection", "selection");
                      PressKeys({Qt::Key_Return, Qt::Key_Return});
                  });
         InDialog([&] { tool("Cmd_ToolBar_2"); },
                  [this](QWidget& dialog) {
-                     ShowWidget(dialog, "Classement", "classement");
+                     ShowWindow(dialog, "Classement", "classement");
                      PressKeys({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return});
                  });
         Show("Véhicules choisis et classés", "liste-choisie");
+        PrintList();
         InDialog([] { PressKeys({Qt::Key_Menu}); },
                  [this](QWidget& dialog) {
                      TypeText(QStringLiteral("RENAULT"));
@@ -102,13 +119,33 @@ class Tour {
                      for (int press = 0; press < 3; ++press) {
                          PressKeys({Qt::Key_Return});
                      }
-                     ShowWidget(dialog, "Recherche", "recherche");
+                     ShowWindow(dialog, "Recherche", "recherche");
                      PressKeys({Qt::Key_Tab, Qt::Key_Return});
                  });
         InDialog([&] { tool("Cmd_ToolBar_0"); },
                  [](QWidget&) {
                      PressKeys({Qt::Key_Tab, Qt::Key_Return, Qt::Key_Return});
                  });
+    }
+
+    /// Prints the list into a file, as the program offers where there is no printer; elsewhere the preview is
+    /// only closed.
+    void PrintList() {
+        const QTemporaryDir folder;
+        const QString pdf = folder.filePath(QStringLiteral("liste.pdf"));
+        InDialog([] { Click(VehicleControl("Cmd_ToolBar_3")); },
+                 [&](QWidget& dialog) {
+                     if (auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
+                         name->setText(pdf);
+                         Click(*dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save));
+                     } else {
+                         dialog.close();
+                     }
+                 });
+        const fs::path picture = pictures_ / "impression-liste.png";
+        if (PictureOfPdf(pdf.toStdString(), picture)) {
+            result_.stages.push_back({"Liste imprimée", picture});
+        }
     }
 
     /// Opens a dialog and works in it.

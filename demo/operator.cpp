@@ -31,6 +31,12 @@ void Click(QWidget& control) {
     Settle();
 }
 
+void ClickCell(const forms::Grid& grid, int col, int row) {
+    const QRect cell = grid.visualRect(grid.model()->index(row - 1, col - 1));
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
+    Settle();
+}
+
 void PressKeys(const std::vector<Qt::Key>& keys) {
     for (const Qt::Key key : keys) {
         if (QWidget* const focus = QApplication::focusWidget()) {

@@ -17,6 +17,8 @@ namespace quardele::demo {
 void ClickMenu(forms::MdiForm& mainWindow, const QString& entry);
 /// Clicks a control in its middle.
 void Click(QWidget& control);
+/// Clicks a cell, counted from 1, which has to be in view.
+void ClickCell(const forms::Grid& grid, int col, int row);
 /// Types keys into the control that has the focus, one after the other.
 void PressKeys(const std::vector<Qt::Key>& keys);
 /// Types where the focus is, character by character: the first one may open a cell that takes the others.

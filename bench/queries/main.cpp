@@ -7,6 +7,7 @@
 #include "comparison.h"
 #include "made_installation.h"
 #include "program.h"
+#include "search.h"
 
 namespace fs = std::filesystem;
 using namespace quardele::bench;
@@ -31,6 +32,7 @@ void MeasureAll(const Arguments& arguments) {
     BothSides sides(database);
     MeasureStatements(report, arguments.runs, sides);
     MeasureList(report, arguments.runs, database);
+    MeasureSearch(report, arguments.runs, sides, database);
 }
 
 }  // namespace

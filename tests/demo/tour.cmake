@@ -9,9 +9,9 @@ list(LENGTH letters count)
 if(NOT count EQUAL 3)
     message(FATAL_ERROR "letters: ${letters}")
 endif()
-foreach(stage demarrage liste fiche historique historique-detail historique-date historique-choisi fiche-types
-        fiche-nouvelle fiche-enregistree fiche-saisie suppression liste-suppression relances relances-cochees modele
-        evolutions)
+foreach(stage demarrage liste selection classement liste-choisie recherche fiche historique historique-detail
+        historique-date historique-choisi fiche-types fiche-nouvelle fiche-enregistree fiche-saisie suppression
+        liste-suppression relances relances-cochees modele evolutions)
     if(NOT EXISTS ${FOLDER}/images/${stage}.png)
         message(FATAL_ERROR "no picture: ${stage}")
     endif()

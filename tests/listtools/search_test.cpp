@@ -2,6 +2,8 @@
 #include <QLabel>
 #include <QRegularExpression>
 
+#include <forms/combo.h>
+
 #include "list_program.h"
 
 using namespace quardele;
@@ -17,6 +19,35 @@ const QString kNotFound = QStringLiteral("Elément non trouvé. Fin de la recher
 const QString kDateExpected = QStringLiteral("Saisie d'une date attendue.");
 const QString kNumberExpected = QStringLiteral("Saisie d'une valeur numérique attendue.");
 
+/// The search on a form that has a list of records besides.
+class SearchWithACombo : public listtools::FCHERCHE {
+ public:
+    SearchWithACombo() : combo(new forms::ListCombo(Surface())) {
+        combo->setObjectName(QStringLiteral("DBC_AUTRE"));
+    }
+
+    forms::ListCombo* combo;
+};
+
+/// What a combo's list is when its window goes.
+class LastRowSource : public QObject {
+ public:
+    explicit LastRowSource(forms::ListCombo& combo) : combo_(combo) { combo.installEventFilter(this); }
+
+    [[nodiscard]] const forms::DataControl* Value() const { return source_; }
+
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        if (event->type() == QEvent::Hide) {
+            source_ = combo_.RowSource();
+        }
+        return false;
+    }
+
+ private:
+    forms::ListCombo& combo_;
+    const forms::DataControl* source_ = combo_.RowSource();
+};
+
 }  // namespace
 
 class SearchTest : public QObject {
@@ -30,6 +61,8 @@ class SearchTest : public QObject {
     void ItOpensWithItsDefaults();
     void TabReachesEveryControlInOrder();
     void EnterGoesToTheNextControl();
+    void EnterOnEachOptionGoesToTheButton();
+    void ClosingItEmptiesTheListsOfItsCombos();
     void AnEmptyValueOnlyGetsTheFocus();
     void ThreePressesFindTwoRowsAndTheEnd();
     void AnotherValueStartsFromTheFirstRow();
@@ -40,6 +73,8 @@ class SearchTest : public QObject {
     void ANumberBoxDoesNotStayEmpty();
     void ATextIsNoNumber();
     void ADateIsWrittenOut();
+    void ATimeOfDayIsLeftOut_data();
+    void ATimeOfDayIsLeftOut();
     void ATextIsNoDateAndKeepsTheFocus();
     void ADateBoxMayStayEmpty();
     void ANumberColumnTakesAnyText();
@@ -103,6 +138,32 @@ void SearchTest::EnterGoesToTheNextControl() {
         PressKey(Qt::Key_Return);
         QCOMPARE(forms::Screen::ActiveControl(), SearchDialog().Cmd_GoCherche);
     });
+}
+
+void SearchTest::EnterOnEachOptionGoesToTheButton() {
+    Open(kMake, [] {
+        listtools::FCHERCHE& dialog = SearchDialog();
+        for (int option = 0; option < 3; ++option) {
+            dialog.FND3_OPTRECH(option)->SetValue(true);
+            forms::SetFocus(dialog.FND3_OPTRECH(option));
+            PressKey(Qt::Key_Return);
+            QCOMPARE(forms::Screen::ActiveControl(), dialog.Cmd_GoCherche);
+        }
+    });
+}
+
+void SearchTest::ClosingItEmptiesTheListsOfItsCombos() {
+    std::unique_ptr<LastRowSource> last;
+    QVERIFY(InDialog([] { forms::Instance<SearchWithACombo>().Show(forms::ShowMode::Modal); },
+                     [&] {
+                         auto& dialog = forms::Instance<SearchWithACombo>();
+                         dialog.combo->SetRowSource(Vehicles().data);
+                         last = std::make_unique<LastRowSource>(*dialog.combo);
+                         QVERIFY(last->Value() != nullptr);
+                         Click(dialog.Cmd_FinCherche);
+                     }));
+    QVERIFY(!forms::IsLoaded<SearchWithACombo>());
+    QVERIFY(last->Value() == nullptr);
 }
 
 void SearchTest::AnEmptyValueOnlyGetsTheFocus() {
@@ -242,6 +303,25 @@ void SearchTest::ADateIsWrittenOut() {
         QTest::keyClicks(SearchDialog().CTX3_CHERCHE, QStringLiteral("5-6-21"));
         PressKey(Qt::Key_Tab);
         QCOMPARE(SearchDialog().CTX3_CHERCHE->Text(), QStringLiteral("05/06/2021"));
+    });
+    QVERIFY(program_->boxes.Shown().empty());
+}
+
+void SearchTest::ATimeOfDayIsLeftOut_data() {
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("behind a date") << QStringLiteral("5/6/21 10:30") << QStringLiteral("05/06/2021");
+    QTest::newRow("alone") << QStringLiteral("10:30") << QStringLiteral("30/12/1899");
+}
+
+/// The box shows the short date, which is what is searched for.
+void SearchTest::ATimeOfDayIsLeftOut() {
+    QFETCH(QString, typed);
+    QFETCH(QString, shown);
+    Open(kDate, [&] {
+        QTest::keyClicks(SearchDialog().CTX3_CHERCHE, typed);
+        PressKey(Qt::Key_Tab);
+        QCOMPARE(SearchDialog().CTX3_CHERCHE->Text(), shown);
     });
     QVERIFY(program_->boxes.Shown().empty());
 }

@@ -114,9 +114,13 @@ void SortTest::EnterOnAnOptionGoesToTheNextControl() {
     GoToColumn(*Vehicles().grid, kMake);
     QVERIFY(InDialog([] { PressTool(Vehicles(), kSortTool); },
                      [] {
-                         PressKey(Qt::Key_Return);
-                         QVERIFY(forms::IsLoaded<listtools::FCLASSE>());
-                         QCOMPARE(forms::Screen::ActiveControl(), SortDialog().CHK_TYPTRI);
+                         for (int option = 0; option < 2; ++option) {
+                             SortDialog().FND3_OPTClasser(option)->SetValue(true);
+                             forms::SetFocus(SortDialog().FND3_OPTClasser(option));
+                             PressKey(Qt::Key_Return);
+                             QVERIFY(forms::IsLoaded<listtools::FCLASSE>());
+                             QCOMPARE(forms::Screen::ActiveControl(), SortDialog().CHK_TYPTRI);
+                         }
                      }));
 }
 

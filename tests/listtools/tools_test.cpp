@@ -1,5 +1,8 @@
 // What the five tools do around their dialogs: the list's description, the starting filter, refusals, print
 // and Excel.
+#include <QLabel>
+
+#include <forms/beeps.h>
 #include <listtools/list_tool_context.h>
 
 #include "list_program.h"
@@ -56,7 +59,9 @@ class ToolsTest : public QObject {
     void TheExportLandsInTheCurrentFolder();
     void TheExportKeepsTheRecordAndTheProtection();
     void TheExportOfAGridWithoutADataControl();
-    void TheExportOfAnEmptyList();
+    void TheExportOfAnEmptyListFails();
+    void ToolsTellThatTheyWereNotDeclined();
+    void WithBothListsOpenTheOneOpenedLastKeepsTheFilter();
     void AFailedExportIsNotToldApart();
 
  private:
@@ -136,7 +141,9 @@ void ToolsTest::AColumnWithoutAFieldIsRefused() {
     list.grid->SetActiveCell(kUnbound, 1);
     const QString before = list.data->RecordSource();
     for (const int tool : {kSelectionTool, kSearchTool, kSortTool}) {
+        const int beeps = forms::BeepsSoFar();
         QVERIFY(!InDialog([&] { PressTool(list, tool); }, [] {}));
+        QCOMPARE(forms::BeepsSoFar(), beeps + 1);
         CompareBoxes(program_->boxes, {kImpossible});
         program_->boxes.TakeTexts();
     }
@@ -304,14 +311,47 @@ void ToolsTest::TheExportOfAGridWithoutADataControl() {
     QVERIFY(std::filesystem::exists(program_->CurrentFolder() / "Noms.XLS"));
 }
 
-/// A list without rows has no record to go back to.
-void ToolsTest::TheExportOfAnEmptyList() {
+/// A list without rows has no record to come back to: nothing is asked, and the failure goes up.
+void ToolsTest::TheExportOfAnEmptyListFails() {
     Vehicles().data->SetRecordSource(QStringLiteral("select * from TVEH where TVEH_IMMAT = '?'"));
     Vehicles().data->Refresh();
+    QCOMPARE(ErrorOf([] { listtools::GridToolAction(kExcelTool, *Vehicles().grid, Vehicles().data); }),
+             basic::error::kNoCurrentRecord);
+    QVERIFY(program_->boxes.Shown().empty());
+    QVERIFY(!std::filesystem::exists(program_->CurrentFolder() / "Liste des véhicules.XLS"));
     PressTool(Vehicles(), kExcelTool);
-    QCOMPARE(program_->boxes.Shown().size(), std::size_t{2});
-    QCOMPARE(program_->Ends(), 0);
-    QVERIFY(std::filesystem::exists(program_->CurrentFolder() / "Liste des véhicules.XLS"));
+    QCOMPARE(program_->Ends(), 1);
+}
+
+void ToolsTest::ToolsTellThatTheyWereNotDeclined() {
+    GoToColumn(*Vehicles().grid, kMake);
+    for (const int tool : {kSelectionTool, kSearchTool, kSortTool, kPrintTool}) {
+        bool result = false;
+        QVERIFY(InDialog([&] { result = listtools::GridToolAction(tool, *Vehicles().grid, Vehicles().data); },
+                         [] {}));
+        QVERIFY(result);
+    }
+    ReplaceColumn(*Vehicles().grid, kMake, QStringLiteral("Marque||8|text|locked"));
+    GoToColumn(*Vehicles().grid, kMake);
+    QVERIFY(listtools::GridToolAction(kSortTool, *Vehicles().grid, Vehicles().data));
+}
+
+/// A tool takes the form that was loaded last for its caller. With the reminders opened behind the vehicles,
+/// their form keeps the filter of whichever list a tool is first used on, and an empty selection on either
+/// list brings that back.
+void ToolsTest::WithBothListsOpenTheOneOpenedLastKeepsTheFilter() {
+    program_->OpenReminders();
+    const auto select = [](const List& list, int column, const QString& value) {
+        GoToColumn(*list.grid, column);
+        QVERIFY(InDialog([&] { listtools::GridToolAction(kSelectionTool, *list.grid, list.data); },
+                         [&] { Select(1, value); }));
+    };
+    select(Vehicles(), kMake, QStringLiteral("DACIA"));
+    QCOMPARE(Form().Tag(), QString());
+    QCOMPARE(Reminders().form->Tag(), QStringLiteral("***"));
+    select(Reminders(), 2, QString());
+    QVERIFY2(!Reminders().data->RecordSource().contains(QStringLiteral(" Where ")),
+             qPrintable(Reminders().data->RecordSource()));
 }
 
 void ToolsTest::AFailedExportIsNotToldApart() {
@@ -319,7 +359,12 @@ void ToolsTest::AFailedExportIsNotToldApart() {
     PressTool(Vehicles(), kExcelTool);
     QCOMPARE(program_->boxes.Shown().size(), std::size_t{2});
     QCOMPARE(program_->boxes.Shown().front().text, kConfirm);
-    QVERIFY(!Vehicles().grid->ExportFailure().isEmpty());
+    QVERIFY(program_->boxes.Shown().back().text.startsWith(QStringLiteral("Votre fichier Excel a été créé")));
+    const QString reason = Vehicles().grid->ExportFailure();
+    QVERIFY(!reason.isEmpty());
+    auto* const strip = Vehicles().grid->findChild<QLabel*>(QStringLiteral("GridNotice"));
+    QVERIFY(strip->isVisible());
+    QCOMPARE(strip->text(), reason);
     QCOMPARE(forms::Screen::MousePointer(), 0);
 }
 

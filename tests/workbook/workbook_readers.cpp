@@ -1,9 +1,11 @@
 #include "workbook_readers.h"
 
 #include <array>
+#include <cctype>
 #include <charconv>
 #include <cstdlib>
 #include <sstream>
+#include <string_view>
 
 #include <freexl.h>
 
@@ -57,14 +59,36 @@ class Xlrd : public WorkbookReader {
     }
 };
 
+/// A blank or an accent that stands in the URL of its profile as it is ends the office with an exception.
+std::string FileUrl(const fs::path& path) {
+    static constexpr std::string_view kDigits = "0123456789ABCDEF";
+    std::string url = "file://";
+    for (const char letter : path.string()) {
+        const auto byte = static_cast<unsigned char>(letter);
+        if (byte < 0x80 &&
+            (std::isalnum(byte) != 0 || letter == '/' || letter == '-' || letter == '_' || letter == '.')) {
+            url += letter;
+        } else {
+            url += {'%', kDigits[byte >> 4U], kDigits[byte & 0xFU]};
+        }
+    }
+    return url;
+}
+
 class Calc : public WorkbookReader {
  public:
     std::string Name() const override { return "LibreOffice Calc"; }
     bool IsHere() const override {
         return Runs("command -v soffice") && Runs("dpkg-query -W libreoffice-calc");
     }
+    /// XML has no control characters; one line end is as good as another.
+    Told Tells(Units kind) const override {
+        const bool other = kind == Units::Null || kind == Units::LineBreaks || kind == Units::Controls ||
+                           kind == Units::NoCharacters;
+        return other ? Told::Otherwise : Told::Rightly;
+    }
     SheetInWords Read(const fs::path& file, const fs::path& folder) const override {
-        (void)jet::test::Output({"soffice", "-env:UserInstallation=file://" + (folder / "profile").string(),
+        (void)jet::test::Output({"soffice", "-env:UserInstallation=" + FileUrl(folder / "profile"),
                                  "--headless", "--convert-to", "fods", "--outdir", folder.string(),
                                  file.string()});
         return ReadByScript("office", folder / file.filename().replace_extension(".fods"));
@@ -75,6 +99,14 @@ class Gnumeric : public WorkbookReader {
  public:
     std::string Name() const override { return "ssconvert"; }
     bool IsHere() const override { return Runs("command -v ssconvert"); }
+    /// As Calc; but U+FFFE and U+FFFF stand in its XML, which is none then.
+    Told Tells(Units kind) const override {
+        if (kind == Units::NoCharacters) {
+            return Told::NotAtAll;
+        }
+        const bool other = kind == Units::Null || kind == Units::LineBreaks || kind == Units::Controls;
+        return other ? Told::Otherwise : Told::Rightly;
+    }
     SheetInWords Read(const fs::path& file, const fs::path& folder) const override {
         const fs::path converted = folder / file.filename().replace_extension(".gnumeric");
         (void)jet::test::Output({"ssconvert", file.string(), converted.string()});
@@ -88,6 +120,8 @@ class FreeXl : public WorkbookReader {
     std::string Name() const override { return "libfreexl"; }
     bool IsHere() const override { return true; }
     bool KnowsLongTexts() const override { return false; }
+    /// Its texts end at U+0000.
+    Told Tells(Units kind) const override { return kind == Units::Null ? Told::Otherwise : Told::Rightly; }
     SheetInWords Read(const fs::path& file, const fs::path& /*folder*/) const override {
         const void* book = nullptr;
         EXPECT_EQ(freexl_open(file.c_str(), &book), FREEXL_OK);
@@ -138,6 +172,14 @@ class Catdoc : public WorkbookReader {
     bool IsHere() const override { return Runs("command -v xls2csv"); }
     bool KnowsMoments() const override { return false; }
     bool KnowsAllLetters() const override { return false; }
+    /// It takes high control characters for letters of Windows, and each half of a pair for itself.
+    Told Tells(Units kind) const override {
+        if (kind == Units::Null) {
+            return Told::NotAtAll;
+        }
+        const bool other = kind == Units::Controls || kind == Units::HighControls || kind == Units::Pairs;
+        return other ? Told::Otherwise : Told::Rightly;
+    }
     SheetInWords Read(const fs::path& file, const fs::path& /*folder*/) const override {
         // All texts in quotes; a form feed follows the last row.
         std::string csv = jet::test::Output({"xls2csv", "-q", "3", "-d", "utf-8", file.string()});

@@ -8,6 +8,13 @@
 
 namespace quardele::workbook::test {
 
+/// Units that texts rarely have.
+enum class Units { Null, LineBreaks, Tabs, Controls, HighControls, Pairs, LoneHalves, NoCharacters };
+
+/// What a reader makes of such units: the text as it was written, another text beside cells that are right,
+/// or no sheet that could be compared.
+enum class Told { Rightly, Otherwise, NotAtAll };
+
 /// One independent reader. Names and presence are of the machine that runs the tests.
 class WorkbookReader {
  public:
@@ -23,6 +30,8 @@ class WorkbookReader {
     [[nodiscard]] virtual bool KnowsMoments() const { return true; }
     /// Whether it reads letters other than those of French without fault of its own.
     [[nodiscard]] virtual bool KnowsAllLetters() const { return true; }
+    /// Halves of pairs are written as U+FFFD.
+    [[nodiscard]] virtual Told Tells(Units /*kind*/) const { return Told::Rightly; }
     /// Whether it reads texts that reach over more than two records.
     [[nodiscard]] virtual bool KnowsLongTexts() const { return true; }
 };

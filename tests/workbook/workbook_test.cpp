@@ -219,6 +219,21 @@ TEST(Workbook, CutsTextsThatExcelCannotHoldWithASignOfIt) {
     EXPECT_EQ(read.at(1).at(0), "s:" + std::string(32766, 'x') + "…");
 }
 
+TEST(Workbook, CutsNoPairOfUnitsApart) {
+    if (!WorkbookReaders().front()->IsHere()) {
+        GTEST_SKIP() << "xlrd is not installed";
+    }
+    const jet::test::TempFolder folder;
+    const Text car = u"\U0001F697";
+    const ModelledSheet sheet{{{.heading = u"A"}},
+                              {{Text(32765, u'x') + car + Text(9, u'y')}, {Text(32764, u'x') + car + u"yz"}}};
+    const std::string bytes = sheet.File();
+    jet::test::WriteBytes(folder.Path() / "liste.xls", {bytes.begin(), bytes.end()});
+    const SheetInWords read = WorkbookReaders().front()->Read(folder.Path() / "liste.xls", folder.Path());
+    EXPECT_EQ(read.at(1).at(0), "s:" + std::string(32765, 'x') + "…");
+    EXPECT_EQ(read.at(2).at(0), "s:" + std::string(32764, 'x') + "\U0001F697…");
+}
+
 /// A text of units by chance, halves of pairs without the other half among them, and what readers must see of
 /// it: U+FFFD in their place.
 struct RoughText {

@@ -261,10 +261,26 @@ class Tour {
         ClickMenu(mainWindow_, QStringLiteral("M_RELANC"));
         auto& form = forms::Instance<FRELANCES>();
         Enter(*form.CTX_DATEREL, reference_);
+        ShowCalendar(form);
         ToFirstFullCustomer(form);
         Show("Visites à échéance", "relances");
         Tick(*form.DBG_RELANCES, kLetterColumn, RowsOfThreeCustomers(form));
         Show("Lignes cochées", "relances-cochees");
+    }
+
+    /// Opened beside the date and left without picking one.
+    void ShowCalendar(FRELANCES& form) {
+        form.CTX_DATEREL->setFocus();
+        {
+            const ModalWatcher watcher([this](QWidget& calendar) {
+                ShowWidget(calendar, "Calendrier", "calendrier");
+                PressKeys({Qt::Key_Escape});
+            });
+            PressKeys({Qt::Key_F4});
+        }
+        // Without a desktop nobody makes the window behind the calendar active again.
+        mainWindow_.Window()->activateWindow();
+        Settle();
     }
 
     /// The rows of a customer with at least two visits are the first to be seen.

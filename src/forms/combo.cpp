@@ -6,6 +6,7 @@
 #include <QTableView>
 
 #include <forms/events.h>
+#include <forms/twips.h>
 
 #include "rows_model.h"
 
@@ -19,6 +20,7 @@ QTableView* MakeList(QWidget* parent) {
     list->horizontalHeader()->hide();
     list->verticalHeader()->hide();
     list->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    list->verticalHeader()->setMinimumSectionSize(1);
     list->verticalHeader()->setDefaultSectionSize(kListRow);
     list->setShowGrid(false);
     list->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -115,14 +117,47 @@ void ListCombo::MakeCurrent(int row) {
     RunHandler([this, row] { rowSource_->Recordset()->SetAbsolutePosition(row); });
 }
 
-void ListCombo::showPopup() {
-    auto* list = qobject_cast<QTableView*>(view());
-    list->resizeColumnsToContents();
-    int width = 2 * list->frameWidth() + 24;
-    for (int column = 0; column < rows_->columnCount(); ++column) {
-        width += list->columnWidth(column);
+QTableView& ListCombo::List() const {
+    return *qobject_cast<QTableView*>(view());
+}
+
+int ListCombo::ColWidth() const {
+    const auto found = colWidths_.find(col_);
+    return found == colWidths_.end() ? 0 : found->second;
+}
+
+void ListCombo::SetColWidth(int twips) {
+    colWidths_[col_] = twips;
+}
+
+int ListCombo::RowHeight() const {
+    return ToTwips(List().verticalHeader()->defaultSectionSize());
+}
+
+void ListCombo::SetRowHeight(int twips) {
+    List().verticalHeader()->setDefaultSectionSize(ToPixels(twips));
+}
+
+void ListCombo::ApplyColWidths() {
+    List().resizeColumnsToContents();
+    for (const auto& [column, width] : colWidths_) {
+        if (width > 0) {
+            List().setColumnWidth(column, ToPixels(width));
+        }
     }
-    list->setMinimumWidth(std::max(width, this->width()));
+}
+
+void ListCombo::showPopup() {
+    QTableView& list = List();
+    ApplyColWidths();
+    int width = 2 * list.frameWidth() + 24;
+    for (int column = 0; column < rows_->columnCount(); ++column) {
+        width += list.columnWidth(column);
+    }
+    if (listWidth_ > 0) {
+        width = ToPixels(listWidth_);
+    }
+    list.setMinimumWidth(std::max(width, this->width()));
     QComboBox::showPopup();
 }
 

@@ -1,5 +1,8 @@
+#include <algorithm>
+
 #include <QPainter>
 
+#include <forms/control_font.h>
 #include <forms/controls.h>
 
 #include "palette.h"
@@ -10,6 +13,9 @@ namespace {
 constexpr int kShadow = 2;
 constexpr int kTitleBand = 24;
 constexpr int kTitleIndent = 8;
+/// The largest text that the band holds. It keeps its height on every screen: blocks of buttons below it keep
+/// their place.
+constexpr double kMostTitlePoints = 12;
 
 }  // namespace
 
@@ -69,6 +75,7 @@ void Frame::PaintFloating(QPainter& painter) const {
     painter.setPen(colors::kEntry);
     QFont bold = font();
     bold.setWeight(QFont::DemiBold);
+    bold.setPointSizeF(std::min(FontSize(this), kMostTitlePoints));
     painter.setFont(bold);
     painter.drawText(band.adjusted(kTitleIndent, 0, -kTitleIndent, 0), Qt::AlignLeft | Qt::AlignVCenter,
                      caption_);

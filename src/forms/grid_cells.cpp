@@ -1,5 +1,9 @@
 // The addressed cell: Row and Col, 0 for headers, -1 for all.
+#include <QHeaderView>
+
 #include <basic/conversion.h>
+#include <basic/runtime_error.h>
+#include <forms/control_font.h>
 #include <forms/grid.h>
 #include <forms/strings.h>
 
@@ -171,10 +175,25 @@ void Grid::SetFontBold(bool bold) {
     SetLook([&](CellLook& look) { look.bold = bold; });
 }
 
+double Grid::FontSize() const {
+    if (col_ != kHeader) {
+        throw basic::RuntimeError(basic::error::kNoSuchMember);
+    }
+    const auto found = d_->rowHeaderFontSizes.find(row_);
+    return found == d_->rowHeaderFontSizes.end() ? forms::FontSize(this) : found->second;
+}
+
+void Grid::SetFontSize(double points) {
+    if (col_ != kHeader) {
+        throw basic::RuntimeError(basic::error::kNoSuchMember);
+    }
+    d_->rowHeaderFontSizes[row_] = points;
+}
+
 // Columns and rows.
 
 bool Grid::ColHidden() const {
-    return col_ >= 1 && isColumnHidden(col_ - 1);
+    return col_ == kHeader ? !RowHeader() : isColumnHidden(col_ - 1);
 }
 
 void Grid::SetColHidden(bool hidden) {
@@ -201,6 +220,9 @@ void Grid::SetRowHidden(bool hidden) {
 }
 
 double Grid::ColWidth() const {
+    if (col_ == kHeader) {
+        return verticalHeader()->width() / d_->characterWidth;
+    }
     return col_ >= 1 && col_ <= MaxCols() ? model_->Column(col_ - 1).width : 0;
 }
 

@@ -37,6 +37,7 @@ class Grid::Private {
     double characterWidth = 8.117;
     /// Texts of the row headers and of the corner, which belong to the program alone.
     std::map<int, QString> rowHeaderTexts;
+    std::map<int, double> rowHeaderFontSizes;
 
     PrintSettings print;
     QString exportFailure;

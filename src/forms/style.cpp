@@ -310,7 +310,7 @@ QRect Style::subElementRect(SubElement element, const QStyleOption* option, cons
     const auto* tabs = qobject_cast<const TabControl*>(widget);
     if (tabs != nullptr) {
         const QRect whole = tabs->rect();
-        const QRect page = whole.adjusted(0, TabControl::kStripPixels, 0, 0);
+        const QRect page = whole.adjusted(0, tabs->StripPixels(), 0, 0);
         if (element == SE_TabWidgetTabPane || element == SE_TabWidgetTabContents) {
             return page;
         }
@@ -321,9 +321,10 @@ QRect Style::subElementRect(SubElement element, const QStyleOption* option, cons
 QSize Style::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                               const QWidget* widget) const {
     QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
-    if (type == CT_TabBarTab && widget != nullptr &&
-        qobject_cast<const TabControl*>(widget->parentWidget()) != nullptr) {
-        result.setHeight(TabControl::kStripPixels - 2);
+    const auto* const tabs =
+        qobject_cast<const TabControl*>(widget == nullptr ? nullptr : widget->parentWidget());
+    if (type == CT_TabBarTab && tabs != nullptr) {
+        result.setHeight(tabs->StripPixels() - 2);
         result.setWidth(result.width() + 8);
     }
     return result;

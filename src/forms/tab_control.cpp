@@ -1,3 +1,4 @@
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QTabBar>
@@ -37,7 +38,15 @@ void TabControl::SetTab(int tab) {
 }
 
 int TabControl::TabHeight() const {
-    return ToTwips(kStripPixels);
+    return ToTwips(stripPixels_);
+}
+
+void TabControl::SetTabHeight(int twips) {
+    stripPixels_ = ToPixels(twips);
+    // The style tells the heights; Qt asks it again when it is another one.
+    QEvent changed(QEvent::StyleChange);
+    QCoreApplication::sendEvent(tabBar(), &changed);
+    QCoreApplication::sendEvent(this, &changed);
 }
 
 void TabControl::PlaceInStrip(QWidget* control, int page) {

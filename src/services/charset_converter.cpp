@@ -37,7 +37,11 @@ bool HoldsBytes(const QString& text) {
 }  // namespace
 
 CharsetConverter& CharsetConverter::Instance() {
-    static CharsetConverter converter;
+    static CharsetConverter converter = [] {
+        CharsetConverter made;
+        made.SetSourceCharset(QStringLiteral("utf-8"));
+        return made;
+    }();
     return converter;
 }
 

@@ -2,13 +2,12 @@
 #include <functional>
 
 #include <QAction>
-#include <QComboBox>
 #include <QMainWindow>
 #include <QMenuBar>
-#include <QRadioButton>
 
 #include <basic/resume_next.h>
 #include <forms/control.h>
+#include <forms/control_kind.h>
 #include <forms/controls.h>
 #include <forms/grid.h>
 #include <services/charset_converter.h>
@@ -17,6 +16,8 @@
 namespace quardele::services {
 
 namespace {
+
+using forms::ControlKind;
 
 /// One text of a control and how to write it. One that cannot be written leaves the others their turn.
 void TranslateText(const QString& text, const std::function<void(const QString&)>& write) {
@@ -36,9 +37,23 @@ void TranslateTag(QWidget* control) {
     TranslateText(forms::Tag(control), [control](const QString& text) { forms::SetTag(control, text); });
 }
 
-void TranslateButton(QAbstractButton* button) {
+void TranslateCaption(forms::Label* label) {
+    TranslateText(label->Caption(), [label](const QString& text) { label->SetCaption(text); });
+}
+
+void TranslateCaption(QAbstractButton* button) {
     TranslateText(button->text(), [button](const QString& text) { button->setText(text); });
-    TranslateTag(button);
+}
+
+void TranslateCellTag(forms::Button* button) {
+    TranslateText(button->CellTag(), [button](const QString& text) { button->SetCellTag(text); });
+}
+
+/// A frame's caption takes the translation as it is stored.
+void TranslateCaption(forms::Frame* frame) {
+    if (!frame->Caption().isEmpty()) {
+        frame->SetCaption(TRAD(frame->Caption(), Plain));
+    }
 }
 
 void TranslateTabs(forms::TabControl* tabs) {
@@ -69,29 +84,45 @@ void SetTranslationFont(QWidget* control) {
 
 void TranslateControl(QWidget* control) {
     SetTranslationFont(control);
-    if (auto* label = qobject_cast<forms::Label*>(control)) {
-        TranslateText(label->Caption(), [label](const QString& text) { label->SetCaption(text); });
-        TranslateToolTip(label);
-        TranslateTag(label);
-    } else if (auto* checkBox = qobject_cast<forms::CheckBox*>(control)) {
-        TranslateButton(checkBox);
-    } else if (qobject_cast<forms::Button*>(control) != nullptr ||
-               qobject_cast<QRadioButton*>(control) != nullptr) {
-        TranslateButton(qobject_cast<QAbstractButton*>(control));
-        TranslateToolTip(control);
-    } else if (qobject_cast<QComboBox*>(control) != nullptr ||
-               qobject_cast<forms::TextBox*>(control) != nullptr ||
-               qobject_cast<forms::MemoBox*>(control) != nullptr) {
-        TranslateToolTip(control);
-        TranslateTag(control);
-    } else if (auto* frame = qobject_cast<forms::Frame*>(control)) {
-        if (!frame->Caption().isEmpty()) {
-            frame->SetCaption(TRAD(frame->Caption(), Plain));
-        }
-    } else if (auto* tabs = qobject_cast<forms::TabControl*>(control)) {
-        TranslateTabs(tabs);
-    } else if (auto* grid = qobject_cast<forms::Grid*>(control)) {
-        TranslateGrid(grid);
+    switch (forms::KindOf(control)) {
+        case ControlKind::Label:
+            TranslateCaption(qobject_cast<forms::Label*>(control));
+            TranslateToolTip(control);
+            TranslateTag(control);
+            break;
+        case ControlKind::CommandButton:
+        case ControlKind::OptionButton:
+            TranslateCaption(qobject_cast<QAbstractButton*>(control));
+            TranslateToolTip(control);
+            TranslateTag(control);
+            break;
+        case ControlKind::PictureButton:
+            TranslateCaption(qobject_cast<QAbstractButton*>(control));
+            TranslateToolTip(control);
+            TranslateTag(control);
+            TranslateCellTag(qobject_cast<forms::Button*>(control));
+            break;
+        case ControlKind::CheckBox:
+            TranslateCaption(qobject_cast<QAbstractButton*>(control));
+            TranslateTag(control);
+            break;
+        case ControlKind::Combo:
+        case ControlKind::TextBox:
+        case ControlKind::MemoBox:
+            TranslateToolTip(control);
+            TranslateTag(control);
+            break;
+        case ControlKind::Frame:
+            TranslateCaption(qobject_cast<forms::Frame*>(control));
+            break;
+        case ControlKind::Tab:
+            TranslateTabs(qobject_cast<forms::TabControl*>(control));
+            break;
+        case ControlKind::Grid:
+            TranslateGrid(qobject_cast<forms::Grid*>(control));
+            break;
+        default:
+            break;
     }
 }
 

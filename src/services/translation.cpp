@@ -16,6 +16,11 @@ using basic::TextView;
 constexpr std::ptrdiff_t kKeyLength = 20;
 constexpr auto kTargetCharset = u"windows-1250";
 
+/// Case does not count; Null equals nothing.
+bool IsText(const basic::Variant& value, TextView text) {
+    return !value.IsNull() && basic::UCase(basic::Joined(value)) == basic::UCase(text);
+}
+
 /// Puts the table on the row of a text, given trimmed. Rows that share the key stand together; the whole text
 /// tells them apart, in any case, so that one row serves "OUI" and "Oui".
 bool FindRow(dao::Recordset& table, TextView trimmed) {
@@ -25,13 +30,13 @@ bool FindRow(dao::Recordset& table, TextView trimmed) {
     if (table.NoMatch()) {
         return false;
     }
-    while (basic::UCase(basic::Joined(table.Value(u"T_VALEUR"))) != basic::UCase(trimmed)) {
+    while (!IsText(table.Value(u"T_VALEUR"), trimmed)) {
         table.MoveNext();
         if (table.Eof()) {
             return false;
         }
-        const Text rowKey = basic::Joined(table.Value(u"T_ABREGE"));
-        if (basic::UCase(rowKey) != basic::UCase(key) && key < rowKey) {
+        const basic::Variant rowKey = table.Value(u"T_ABREGE");
+        if (!IsText(rowKey, key) && key < basic::Joined(rowKey)) {
             return false;
         }
     }
@@ -63,9 +68,7 @@ QString Translate(const QString& text, bool plain) {
         if (const std::optional<QString> translated = Translated(text)) {
             result = *translated;
             if (!plain) {
-                CharsetConverter& converter = CharsetConverter::Instance();
-                converter.SetSourceCharset(QStringLiteral("utf-8"));
-                result = converter.Convert(result, QString::fromUtf16(kTargetCharset));
+                result = CharsetConverter::Instance().Convert(result, QString::fromUtf16(kTargetCharset));
             }
         }
     } catch (const basic::RuntimeError& error) {

@@ -8,6 +8,7 @@
 #include <forms/msg_box.h>
 #include <forms/runtime.h>
 #include <forms/strings.h>
+#include <services/screen_adaptation.h>
 #include <services/translation.h>
 #include <shell/f_evolution.h>
 #include <shell/session.h>
@@ -115,15 +116,16 @@ void MDIMENU_VEH::Form_Load() {
 
 void MDIMENU_VEH::PlaceOnScreen(basic::ResumeNext& statement) {
     Session& session = TheSession();
-    statement([&] { session.ScreenWidth = forms::Screen::Width(); });
-    statement([&] { session.ScreenHeight = forms::Screen::Height(); });
+    services::ScreenSize& screen = services::ScreenAtStart();
+    statement([&] { screen.ScreenWidth = forms::Screen::Width(); });
+    statement([&] { screen.ScreenHeight = forms::Screen::Height(); });
     statement([&] {
-        SetWidth(session.ScreenWidth == kSmallScreenWidth ? session.ScreenWidth
-                                                          : session.ScreenWidth - kFreeWidth);
+        SetWidth(screen.ScreenWidth == kSmallScreenWidth ? screen.ScreenWidth
+                                                         : screen.ScreenWidth - kFreeWidth);
     });
     // The designed height, which the next statement changes.
-    statement([&] { session.WorkAreaTop = session.ScreenHeight == kSmallScreenHeight ? 0 : Height() + 1; });
-    statement([&] { SetHeight(session.ScreenHeight - kFreeHeight); });
+    statement([&] { session.WorkAreaTop = screen.ScreenHeight == kSmallScreenHeight ? 0 : Height() + 1; });
+    statement([&] { SetHeight(screen.ScreenHeight - kFreeHeight); });
     statement([&] { SetTop(0); });
     statement([&] { SetLeft(0); });
     statement([&] { session.MDI_HAUTEUR = Height(); });

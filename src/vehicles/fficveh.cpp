@@ -66,7 +66,7 @@ void FFICVEH::HideWhatStartsHidden() {
 
 void FFICVEH::Form_Load() {
     FirstActivate = true;
-    ScreenResult = services::AdjustForm(*this, true);
+    ScreenResult = services::AdjustForm(*this, services::kFitToMainWindow);
     const auto& mainWindow = forms::Instance<shell::MDIMENU_VEH>();
     SetHeight(mainWindow.Height() - mainWindow.PIC_STATUS->Height() - kFreeOfMainWindow);
     LayOut();

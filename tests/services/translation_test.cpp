@@ -1,11 +1,21 @@
 // Translation of texts and forms, with the switch off as in this edition and raised as in a translated one.
+#include <QAction>
 #include <QHeaderView>
 #include <QMainWindow>
+#include <QMenuBar>
+#include <QPushButton>
 #include <QTest>
 
+#include <basic/runtime_error.h>
+#include <forms/combo.h>
 #include <forms/controls.h>
+#include <forms/drop_down.h>
 #include <forms/grid.h>
+#include <forms/mdi_form.h>
+#include <forms/option_button.h>
 #include <forms/runtime.h>
+#include <forms/strings.h>
+#include <services/charset_converter.h>
 #include <services/translation.h>
 #include <support/boxes.h>
 #include <support/installation.h>
@@ -33,24 +43,77 @@ class TranslatedForm : public forms::Form {
         box->SetText(kEmptySelection);
         box->setToolTip(kEmptySelection);
         forms::SetTag(box, kEmptySelection);
+        button->SetCellTag(kEmptySelection);
+        plainButton = new QPushButton(kEmptySelection, Surface());
+        plainButton->setToolTip(kEmptySelection);
+        option = new forms::OptionButton(Surface());
+        option->setText(kEmptySelection);
+        option->setToolTip(kEmptySelection);
+        check = new forms::CheckBox(Surface());
+        check->setText(kEmptySelection);
+        check->setToolTip(kEmptySelection);
+        list = new forms::DropDown(Surface());
+        list->addItem(kEmptySelection);
+        list->setToolTip(kEmptySelection);
+        columns = new forms::ListCombo(Surface());
+        columns->setToolTip(kEmptySelection);
+        picture = new forms::PictureBox(Surface());
+        picture->setToolTip(kEmptySelection);
         frame = new forms::Frame(Surface());
         frame->SetCaption(kEmptySelection);
+        frame->setToolTip(kEmptySelection);
         tabs = new forms::TabControl(Surface());
         tabs->addTab(new QWidget, QStringLiteral("Confirmation"));
         grid = new forms::Grid(Surface());
         grid->SetColumnLines({QStringLiteral("Confirmation||10|text"), QStringLiteral("Code||10|text")});
-        for (QWidget* control : std::initializer_list<QWidget*>{label, button, box, frame, tabs, grid}) {
+        grid->SetToolTipText(kEmptySelection);
+        grid->SetMaxRows(1);
+        for (QWidget* control : std::initializer_list<QWidget*>{
+                 label, button, plainButton, option, check, list, columns, picture, box, frame, tabs, grid}) {
             control->setObjectName(QString::fromLatin1(control->metaObject()->className()));
+        }
+        for (QWidget* control : std::initializer_list<QWidget*>{label, button, plainButton, option, check,
+                                                                list, frame, picture, grid}) {
+            forms::SetTag(control, kEmptySelection);
         }
         SetTag(kEmptySelection);
     }
 
     forms::Label* label;
     forms::Button* button;
+    QPushButton* plainButton;
+    forms::OptionButton* option;
+    forms::CheckBox* check;
+    forms::DropDown* list;
+    forms::ListCombo* columns;
+    forms::PictureBox* picture;
     forms::TextBox* box;
     forms::Frame* frame;
     forms::TabControl* tabs;
     forms::Grid* grid;
+};
+
+/// A main window with a menu.
+class TranslatedMain : public forms::MdiForm {
+    Q_OBJECT
+ public:
+    TranslatedMain() : MdiForm(QStringLiteral("PRINCIPALE")) {
+        Window()->setWindowTitle(QStringLiteral("Confirmation"));
+        entry = MainWindow()->menuBar()->addAction(kEmptySelection);
+        separator = MainWindow()->menuBar()->addSeparator();
+        separator->setText(QStringLiteral("-"));
+        AdoptLayout();
+    }
+
+    QAction* entry;
+    QAction* separator;
+};
+
+/// A row of the translation table.
+struct TableRow {
+    basic::Variant key;
+    basic::Variant text;
+    basic::Text translation;
 };
 
 QString Heading(forms::Grid& grid, int column) {
@@ -77,15 +140,27 @@ class TranslationTest : public QObject {
     void CaseDoesNotMatter();
     void TextsThatShareTheirFirstTwentyCharactersAreToldApart();
     void ALongTextIsFoundByItsWhole();
+    void TheKeyIsTheFirstTwentyCharacters();
+    void RowsThatShareAKeyAreReadUntilTheTextIsFound();
+    void BehindTheLastRowTheTextComesBack();
+    void ARowOfALaterKeyEndsTheSearch();
+    void ARowWithoutATextIsReadOver();
+    void BytesOfUtf8BecomeCharacters();
+    void AFailedConversionLeavesTheTranslationAsItIsStored();
     void PlainLeavesTheTranslationAsItIsStored();
     void AFailureIsShownAndGivesTheTextBack();
     void WithTheSwitchOffAFormStaysFrench();
     void AFormIsTranslatedControlByControl();
     void AFormTakesTheFontOfTheTranslation();
+    void WhatTheKindsDoNotNameStaysFrench();
+    void AnEmptyTextIsNotLookedUp();
+    void AMenuIsTranslatedButForItsLines();
 
  private:
     void RaiseSwitch();
     void SetTranslation(basic::TextView text, basic::TextView translation);
+    /// The switch raised on a table of these rows alone.
+    void RaiseSwitchOn(const std::vector<TableRow>& rows);
     std::unique_ptr<support::Installation> installation_;
 };
 
@@ -97,7 +172,11 @@ void TranslationTest::cleanup() {
     if (forms::IsLoaded<TranslatedForm>()) {
         forms::Instance<TranslatedForm>().Unload();
     }
+    if (forms::IsLoaded<TranslatedMain>()) {
+        forms::Instance<TranslatedMain>().Unload();
+    }
     services::Translation() = {};
+    services::CharsetConverter::Instance().SetSourceCharset(QStringLiteral("utf-8"));
     installation_.reset();
 }
 
@@ -109,6 +188,21 @@ void TranslationTest::RaiseSwitch() {
     settings.TranslationTable = database->OpenRecordset(u"TTRAD", dao::RecordsetType::Table);
     settings.TranslationTable->SetIndex(u"T_ABREGE");
     settings.TranslationOn = true;
+}
+
+void TranslationTest::RaiseSwitchOn(const std::vector<TableRow>& rows) {
+    RaiseSwitch();
+    dao::Recordset& table = *services::Translation().TranslationTable;
+    for (table.MoveFirst(); !table.Eof(); table.MoveNext()) {
+        table.Delete();
+    }
+    for (const TableRow& row : rows) {
+        table.AddNew();
+        table.SetValue(u"T_ABREGE", row.key);
+        table.SetValue(u"T_VALEUR", row.text);
+        table.SetValue(u"t_trad", row.translation);
+        table.Update();
+    }
 }
 
 void TranslationTest::SetTranslation(basic::TextView text, basic::TextView translation) {
@@ -164,14 +258,7 @@ void TranslationTest::BlanksAroundATextStay() {
 
 /// Its blanks stand before and behind the translation, each time all of them.
 void TranslationTest::ATextOfBlanksIsLookedUpAsTheEmptyText() {
-    RaiseSwitch();
-    dao::Recordset& table = *services::Translation().TranslationTable;
-    table.Seek(u">=", {basic::Text()});
-    QVERIFY(!table.NoMatch());
-    table.Edit();
-    table.SetValue(u"T_VALEUR", basic::Null{});
-    table.SetValue(u"t_trad", basic::Text(u"nic"));
-    table.Update();
+    RaiseSwitchOn({{basic::Text(), basic::Text(), u"nic"}, {u"Code", u"Code", u"Kód"}});
     QCOMPARE(TRAD(QStringLiteral("  ")), QStringLiteral("  nic  "));
     QCOMPARE(TRAD(QString()), QStringLiteral("nic"));
 }
@@ -192,6 +279,66 @@ void TranslationTest::TextsThatShareTheirFirstTwentyCharactersAreToldApart() {
 void TranslationTest::ALongTextIsFoundByItsWhole() {
     RaiseSwitch();
     QCOMPARE(TRAD(QStringLiteral("Aucune relance à effectuer")), QStringLiteral("Žádné upomínky"));
+}
+
+void TranslationTest::TheKeyIsTheFirstTwentyCharacters() {
+    RaiseSwitchOn({{u"12345678901234567890", u"123456789012345678901", u"dlouhý"},
+                   {u"1234567890123456789", u"1234567890123456789", u"krátký"}});
+    QCOMPARE(TRAD(QStringLiteral(" 123456789012345678901")), QStringLiteral(" dlouhý"));
+}
+
+void TranslationTest::RowsThatShareAKeyAreReadUntilTheTextIsFound() {
+    RaiseSwitchOn({{u"Enregistrez ou annul", u"Enregistrez ou annulez A", u"a"},
+                   {u"Enregistrez ou annul", u"Enregistrez ou annulez B", u"b"},
+                   {u"Enregistrez ou annul", u"Enregistrez ou annulez C", u"c"}});
+    QCOMPARE(TRAD(QStringLiteral("Enregistrez ou annulez C")), QStringLiteral("c"));
+    QCOMPARE(TRAD(QStringLiteral("enregistrez ou annulez b")), QStringLiteral("b"));
+}
+
+void TranslationTest::BehindTheLastRowTheTextComesBack() {
+    const QString text = QStringLiteral("Enregistrez ou annulez D");
+    RaiseSwitchOn({{u"Enregistrez ou annul", u"Enregistrez ou annulez A", u"a"},
+                   {u"Enregistrez ou annul", u"Enregistrez ou annulez B", u"b"}});
+    support::BoxAnswerer boxes;
+    QCOMPARE(TRAD(text), text);
+    QVERIFY(boxes.Shown().empty());
+}
+
+/// Even where the text stands further on, under a key that is not its own.
+void TranslationTest::ARowOfALaterKeyEndsTheSearch() {
+    RaiseSwitchOn({{u"Code", u"Code postal", u"PSČ"}, {u"Date", u"Code", u"Kód"}});
+    QCOMPARE(TRAD(QStringLiteral("Code")), QStringLiteral("Code"));
+    // A row of the same key whose text is another one does not.
+    RaiseSwitchOn({{u"Code", u"Code postal", u"PSČ"}, {u"Code", u"Code", u"Kód"}});
+    QCOMPARE(TRAD(QStringLiteral("Code")), QStringLiteral("Kód"));
+}
+
+void TranslationTest::ARowWithoutATextIsReadOver() {
+    RaiseSwitchOn({{u"Code", basic::Null{}, u"nic"}, {u"Code", u"Code", u"Kód"}});
+    QCOMPARE(TRAD(QStringLiteral("Code")), QStringLiteral("Kód"));
+    RaiseSwitchOn({{basic::Null{}, basic::Null{}, u"nic"}});
+    QCOMPARE(TRAD(QStringLiteral("  ")), QStringLiteral("  "));
+}
+
+void TranslationTest::BytesOfUtf8BecomeCharacters() {
+    const QString bytes = QString::fromLatin1(QStringLiteral("Výběr").toUtf8());
+    RaiseSwitchOn({{u"Code", u"Code", forms::ToText(bytes)}});
+    QCOMPARE(TRAD(QStringLiteral("Code ")), QStringLiteral("Výběr "));
+    QCOMPARE(TRAD(QStringLiteral("Code"), services::Plain), bytes);
+}
+
+void TranslationTest::AFailedConversionLeavesTheTranslationAsItIsStored() {
+    RaiseSwitch();
+    services::CharsetConverter::Instance().SetSourceCharset(QStringLiteral("no-such-charset"));
+    SetTranslation(u"Confirmation", u"Potvrdit");
+    support::BoxAnswerer boxes;
+    QCOMPARE(TRAD(QStringLiteral(" Confirmation")), QStringLiteral(" Potvrdit"));
+    QCOMPARE(boxes.TakeTexts(),
+             std::vector<QString>{QStringLiteral("Proc. TRAD : ") +
+                                  forms::ToQString(basic::DescriptionOf(basic::error::kInvalidCall))});
+    // The translation of a form sets the converter right.
+    services::TranslateForm(forms::Instance<TranslatedForm>());
+    QCOMPARE(services::CharsetConverter::Instance().SourceCharset(), QStringLiteral("utf-8"));
 }
 
 void TranslationTest::PlainLeavesTheTranslationAsItIsStored() {
@@ -226,6 +373,18 @@ void TranslationTest::AFormIsTranslatedControlByControl() {
     QCOMPARE(form.label->Caption(), kEmptySelectionCzech);
     QCOMPARE(form.button->text(), QStringLiteral("Potvrzení"));
     QCOMPARE(form.button->toolTip(), QStringLiteral("Potvrzení"));
+    QCOMPARE(form.button->CellTag(), kEmptySelectionCzech);
+    QCOMPARE(form.plainButton->text(), kEmptySelectionCzech);
+    QCOMPARE(form.plainButton->toolTip(), kEmptySelectionCzech);
+    QCOMPARE(form.option->text(), kEmptySelectionCzech);
+    QCOMPARE(form.option->toolTip(), kEmptySelectionCzech);
+    QCOMPARE(form.check->text(), kEmptySelectionCzech);
+    QCOMPARE(form.list->toolTip(), kEmptySelectionCzech);
+    QCOMPARE(form.grid->ToolTipText(), kEmptySelectionCzech);
+    for (const QWidget* control : std::initializer_list<const QWidget*>{
+             form.label, form.button, form.plainButton, form.option, form.check, form.list, form.box}) {
+        QCOMPARE(forms::Tag(control), kEmptySelectionCzech);
+    }
     QCOMPARE(form.box->toolTip(), kEmptySelectionCzech);
     QCOMPARE(forms::Tag(form.box), kEmptySelectionCzech);
     QCOMPARE(form.frame->Caption(), kEmptySelectionCzech);
@@ -247,6 +406,50 @@ void TranslationTest::AFormTakesTheFontOfTheTranslation() {
              form.label, form.button, form.box, form.frame, form.tabs, &grid, grid.horizontalHeader()}) {
         QCOMPARE(control->font().family(), QStringLiteral("DejaVu Serif"));
     }
+}
+
+void TranslationTest::WhatTheKindsDoNotNameStaysFrench() {
+    auto& form = forms::Instance<TranslatedForm>();
+    form.grid->SetRow(1);
+    form.grid->SetCol(1);
+    form.grid->SetText(kEmptySelection);
+    RaiseSwitch();
+    services::TranslateForm(form);
+    QCOMPARE(form.check->toolTip(), kEmptySelection);
+    QCOMPARE(form.frame->toolTip(), kEmptySelection);
+    QCOMPARE(form.columns->toolTip(), kEmptySelection);
+    QCOMPARE(form.picture->toolTip(), kEmptySelection);
+    QCOMPARE(form.list->itemText(0), kEmptySelection);
+    for (const QWidget* control :
+         std::initializer_list<const QWidget*>{form.frame, form.picture, form.grid}) {
+        QCOMPARE(forms::Tag(control), kEmptySelection);
+    }
+    form.grid->SetRow(1);
+    form.grid->SetCol(1);
+    QCOMPARE(form.grid->Text(), kEmptySelection);
+}
+
+void TranslationTest::AnEmptyTextIsNotLookedUp() {
+    auto& form = forms::Instance<TranslatedForm>();
+    form.label->SetCaption(QString());
+    form.frame->SetCaption(QString());
+    form.label->setToolTip(QString());
+    RaiseSwitchOn({{basic::Text(), basic::Text(), u"nic"}});
+    services::TranslateForm(form);
+    QCOMPARE(form.label->Caption(), QString());
+    QCOMPARE(form.label->toolTip(), QString());
+    QCOMPARE(form.frame->Caption(), QString());
+}
+
+void TranslationTest::AMenuIsTranslatedButForItsLines() {
+    auto& form = forms::Instance<TranslatedMain>();
+    RaiseSwitchOn({{u"-", u"-", u"nic"},
+                   {u"Confirmation", u"Confirmation", u"Potvrzení"},
+                   {u"Sélection vide.", u"Sélection vide.", u"Výběr je prázdný."}});
+    services::TranslateForm(form);
+    QCOMPARE(form.Caption(), QStringLiteral("Potvrzení"));
+    QCOMPARE(form.entry->text(), kEmptySelectionCzech);
+    QCOMPARE(form.separator->text(), QStringLiteral("-"));
 }
 
 int main(int argc, char* argv[]) {

@@ -10,6 +10,7 @@
 #include <forms/strings.h>
 #include <forms/twips.h>
 #include <services/calendar_settings.h>
+#include <services/screen_adaptation.h>
 #include <services/translation.h>
 #include <shell/main_window.h>
 #include <shell/session.h>
@@ -219,8 +220,8 @@ void StartTest::TheWindowTakesTheScreen() {
     forms::Screen::SetSizeForTests(screenWidth, screenHeight);
     StartProgram();
     const shell::Session& session = shell::TheSession();
-    QCOMPARE(session.ScreenWidth, screenWidth);
-    QCOMPARE(session.ScreenHeight, screenHeight);
+    QCOMPARE(services::ScreenAtStart().ScreenWidth, screenWidth);
+    QCOMPARE(services::ScreenAtStart().ScreenHeight, screenHeight);
     // A window is whole pixels.
     QVERIFY(std::abs(session.MDI_LARGEUR - width) < 15);
     QVERIFY(std::abs(session.MDI_HAUTEUR - height) < 15);

@@ -3,6 +3,9 @@
 #include <QHeaderView>
 #include <QTabBar>
 
+#include <forms/control_font.h>
+#include <forms/control_kind.h>
+
 #include "vehicle_form_fixture.h"
 
 using namespace quardele;
@@ -81,9 +84,63 @@ QString ControlsThatReachOut() {
     return found;
 }
 
+/// What stands in front of the others on purpose.
+bool Floats(const QWidget& control) {
+    const auto* const frame = qobject_cast<const forms::Frame*>(&control);
+    return frame != nullptr && frame->IsFloating();
+}
+
+bool CanOverlap(const QWidget& one, const QWidget& other) {
+    const bool parked = one.x() < 0 || other.x() < 0;
+    return one.isVisible() && other.isVisible() && !parked && !Floats(one) && !Floats(other) &&
+           one.parentWidget() == other.parentWidget() && forms::KindOf(&one) != forms::ControlKind::TabPage &&
+           forms::KindOf(&other) != forms::ControlKind::TabPage;
+}
+
+/// Pairs of controls on screen now that stand on each other. A label, whose text does not fill its height,
+/// may reach some pixels under its neighbours.
+QString ControlsThatOverlap() {
+    constexpr int kLabelRoom = 3;
+    const auto placeOf = [](const QWidget& control) {
+        const bool label = qobject_cast<const forms::Label*>(&control) != nullptr;
+        return label ? control.geometry().adjusted(0, kLabelRoom, 0, -kLabelRoom) : control.geometry();
+    };
+    QString found;
+    const std::vector<QWidget*> controls = Form().Controls();
+    for (auto one = controls.begin(); one != controls.end(); ++one) {
+        for (auto other = one + 1; other != controls.end(); ++other) {
+            if (CanOverlap(**one, **other) && placeOf(**one).intersects(placeOf(**other))) {
+                found += (*one)->objectName() + u'/' + (*other)->objectName() + u' ';
+            }
+        }
+    }
+    return found;
+}
+
+/// Boxes of one line on screen now that are too low for their text.
+QString BoxesTooLow() {
+    QString found;
+    for (const forms::TextBox* box : Form().Surface()->findChildren<forms::TextBox*>()) {
+        if (box->isVisible() && box->fontMetrics().height() > box->height()) {
+            found += box->objectName() + u' ';
+        }
+    }
+    return found;
+}
+
 void CompareReadable() {
     QCOMPARE(UnreadableTexts(), QString());
     QCOMPARE(ControlsThatReachOut(), QString());
+    QCOMPARE(ControlsThatOverlap(), QString());
+    QCOMPARE(BoxesTooLow(), QString());
+}
+
+/// The scaling factor of the form on a screen.
+double FactorOn(int screenHeight) {
+    constexpr int kStoredHeight = 11500;
+    constexpr int kFreeHeight = 500;
+    const double factor = static_cast<double>(15 * screenHeight - kFreeHeight) / kStoredHeight;
+    return screenHeight > 768 ? factor : 1;
 }
 
 }  // namespace
@@ -101,6 +158,8 @@ class FormLayoutTest : public QObject {
     void AMinimizedFormIsNot();
     void TheButtonsStayAtTheBottom();
     void TheTabOrderIsTheReadingOrder();
+    void TheRecordGrowsWithTheScreen_data();
+    void TheRecordGrowsWithTheScreen();
     void EveryTextIsReadable_data();
     void EveryTextIsReadable();
 };
@@ -188,12 +247,48 @@ void FormLayoutTest::TheTabOrderIsTheReadingOrder() {
     QCOMPARE(reached, expected);
 }
 
+void FormLayoutTest::TheRecordGrowsWithTheScreen_data() {
+    EveryTextIsReadable_data();
+}
+
+/// The factor, to a pixel, on one control of each kind; what is out of sight stays there.
+void FormLayoutTest::TheRecordGrowsWithTheScreen() {
+    QFETCH(const int, width);
+    QFETCH(const int, height);
+    forms::Screen::SetSizeForTests(15 * width, 15 * height);
+    RunningProgram program;
+    program.OpenVehicles();
+    const double factor = FactorOn(height);
+    const auto near = [factor](int actual, double designed) {
+        return std::abs(actual - designed * factor) <= 1.5;
+    };
+    const forms::TextBox* const box = Box("CTX_MARQUE");
+    QVERIFY(near(box->x(), 128) && near(box->width(), 332) && near(box->height(), 20));
+    // Its lower edge stays where the scaling of its top has put it.
+    QVERIFY(std::abs(box->y() - (32 * factor - 20 * (factor - 1))) <= 1.5);
+    QVERIFY(std::abs(forms::FontSize(box) - 9 * factor) < 0.1);
+    const auto* const label = Control<forms::Label>("CTL_MARQUE");
+    QVERIFY(near(label->y(), 30) && near(label->height(), 20));
+    const auto* const notes = Control<forms::MemoBox>("CTX_Note1");
+    QVERIFY(near(notes->y(), 242) && near(notes->height(), 76));
+    QCOMPARE(Button("Cmd_ADD")->size(), QSize(32, 32));
+    QCOMPARE(forms::Height(Control<QWidget>("Pic_Boutons_1")), 32 * 15);
+    QVERIFY(near(Tabs()->StripPixels(), 32));
+    QCOMPARE(UserBox(16)->x(), -5000);
+    QCOMPARE(UserLabel(22)->x(), -5000);
+}
+
 void FormLayoutTest::EveryTextIsReadable_data() {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
     QTest::newRow("800 x 600") << 800 << 600;
+    QTest::newRow("1024 x 768") << 1024 << 768;
     QTest::newRow("1366 x 768") << 1366 << 768;
+    QTest::newRow("1280 x 1024") << 1280 << 1024;
+    QTest::newRow("1440 x 900") << 1440 << 900;
     QTest::newRow("1920 x 1080") << 1920 << 1080;
+    QTest::newRow("1920 x 1200") << 1920 << 1200;
+    QTest::newRow("2560 x 1440") << 2560 << 1440;
 }
 
 void FormLayoutTest::EveryTextIsReadable() {

@@ -1,9 +1,13 @@
 // A drop-down list over the rows of a data control, with several columns.
 #pragma once
 
+#include <map>
+
 #include <QComboBox>
 
 #include <forms/data_control.h>
+
+class QTableView;
 
 namespace quardele::forms {
 
@@ -33,6 +37,19 @@ class ListCombo : public QComboBox, private RowsView {
     [[nodiscard]] QStringList ListFields() const { return listFields_; }
     void SetListFields(const QStringList& fields);
 
+    // The list that drops down: columns addressed by Col from 0, sizes in twips.
+    [[nodiscard]] int Columns() const { return static_cast<int>(listFields_.size()); }
+    [[nodiscard]] int Col() const { return col_; }
+    void SetCol(int column) { col_ = column; }
+    /// Of the column Col(); 0 for as wide as its texts.
+    [[nodiscard]] int ColWidth() const;
+    void SetColWidth(int twips);
+    /// 0 for as wide as its columns.
+    [[nodiscard]] int ListWidth() const { return listWidth_; }
+    void SetListWidth(int twips) { listWidth_ = twips; }
+    [[nodiscard]] int RowHeight() const;
+    void SetRowHeight(int twips);
+
     void showPopup() override;
 
  signals:
@@ -53,10 +70,15 @@ class ListCombo : public QComboBox, private RowsView {
     void RowChosen(int row);
     void MakeCurrent(int row);
     void ShowRows();
+    [[nodiscard]] QTableView& List() const;
+    void ApplyColWidths();
 
     DataControl* rowSource_ = nullptr;
     QString dataSourceName_;
     QStringList listFields_;
+    std::map<int, int> colWidths_;
+    int col_ = 0;
+    int listWidth_ = 0;
     RowsModel* rows_;
 };
 

@@ -126,6 +126,7 @@ class Button : public QPushButton {
     Q_OBJECT
     /// The form's main action.
     Q_PROPERTY(bool main READ IsMain WRITE SetMain)
+    Q_PROPERTY(QString cellTag READ CellTag WRITE SetCellTag)
 
  public:
     explicit Button(QWidget* parent = nullptr);
@@ -136,6 +137,9 @@ class Button : public QPushButton {
     void SetFaceColor(int color);
     [[nodiscard]] int RimColor() const { return rimColor_; }
     void SetRimColor(int color);
+    /// Free text, as the Tag, for what shows the button in a cell.
+    [[nodiscard]] QString CellTag() const { return cellTag_; }
+    void SetCellTag(const QString& tag) { cellTag_ = tag; }
 
  signals:
     void Click();
@@ -150,6 +154,7 @@ class Button : public QPushButton {
     [[nodiscard]] bool KeptFocus() const;
     void ShowTip(const QPoint& position);
 
+    QString cellTag_;
     int faceColor_ = -1;
     int rimColor_ = -1;
     bool awaitsPress_ = false;  ///< the mouse has given the focus; its press comes next
@@ -221,14 +226,17 @@ class PictureBox : public QFrame {
 class TabControl : public QTabWidget {
     Q_OBJECT
  public:
-    /// Pages begin so far below the control's top.
+    /// Pages begin so far below the control's top unless SetTabHeight says otherwise.
     static constexpr int kStripPixels = 32;
 
     explicit TabControl(QWidget* parent = nullptr);
     [[nodiscard]] int Tab() const { return currentIndex(); }
     void SetTab(int tab);
-    /// Height of the tab strip in twips.
+    /// Height of the tab strip in twips. Its texts keep their size.
     [[nodiscard]] int TabHeight() const;
+    void SetTabHeight(int twips);
+    /// The same in pixels.
+    [[nodiscard]] int StripPixels() const { return stripPixels_; }
     [[nodiscard]] QString TabCaption(int tab) const { return tabText(tab); }
     void SetTabCaption(int tab, const QString& caption) { setTabText(tab, caption); }
     /// Moves a control of a page into the tab strip, where it stays visible while its page is. Its geometry
@@ -251,6 +259,7 @@ class TabControl : public QTabWidget {
     void TabChanged(int tab);
 
     int current_ = -1;
+    int stripPixels_ = kStripPixels;
     std::vector<StripControl> strip_;
 };
 

@@ -98,6 +98,10 @@ class Grid : public QTableView, private RowsView {
     void SetFontItalic(bool italic);
     [[nodiscard]] bool FontBold() const;
     void SetFontBold(bool bold);
+    /// In points, of row headers and the corner above them; the texts of other cells take their size from the
+    /// grid, and asking for theirs, or giving it, throws RuntimeError 438.
+    [[nodiscard]] double FontSize() const;
+    void SetFontSize(double points);
     /// Whether the cell was changed and must be saved.
     [[nodiscard]] bool ChangedFlag() const;
     void SetChangedFlag(bool changed);

@@ -23,9 +23,7 @@ struct Session {
     bool SITES_DISPO = false;
     /// The one instance of the Word vocabulary.
     std::unique_ptr<word::GWORD> OBJ_WORD;
-    /// Twips.
-    int ScreenWidth = 0;
-    int ScreenHeight = 0;
+    /// The main window's size at start; twips. The screen's is in services/screen_adaptation.h.
     int MDI_LARGEUR = 0;
     int MDI_HAUTEUR = 0;
     /// Dialogs place themselves with these (twips); WorkAreaHeight stays 0.

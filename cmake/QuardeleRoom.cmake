@@ -26,6 +26,12 @@ function(quardele_find_googletest)
     endif()
 endfunction()
 
+# In seconds. Under wine everything takes longer.
+set(QUARDELE_TEST_TIMEOUT 600)
+if(CMAKE_CROSSCOMPILING)
+    set(QUARDELE_TEST_TIMEOUT 3600)
+endif()
+
 # A test program run by ctest:
 #
 #   quardele_test(<name> SOURCES <files> LINKS <targets> [QT] [LABELS <labels>] [INTERNALS <room>...])
@@ -59,7 +65,7 @@ function(quardele_test name)
         add_test(NAME ${name} COMMAND ${name})
         set_tests_properties(${name} PROPERTIES ENVIRONMENT "${leak_options}")
     endif()
-    set_tests_properties(${name} PROPERTIES TIMEOUT 600 LABELS "${ARG_LABELS}")
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${QUARDELE_TEST_TIMEOUT} LABELS "${ARG_LABELS}")
 endfunction()
 
 # A test of ctest that shows as skipped where something is missing that other tests compare with: their cases
@@ -85,5 +91,5 @@ endfunction()
 function(quardele_possible name)
     cmake_parse_arguments(ARG "" "TEST;FILTER" "LABELS" ${ARGN})
     add_test(NAME ${name} COMMAND ${ARG_TEST} --gtest_filter=${ARG_FILTER})
-    set_tests_properties(${name} PROPERTIES TIMEOUT 600 LABELS "${ARG_LABELS}" SKIP_REGULAR_EXPRESSION "SKIPPED")
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${QUARDELE_TEST_TIMEOUT} LABELS "${ARG_LABELS}" SKIP_REGULAR_EXPRESSION "SKIPPED")
 endfunction()

@@ -12,4 +12,19 @@ if [ "${1:-}" = --server ]; then
     shift
     exec wineserver "$@"
 fi
-exec wine "$@"
+
+# On a busy machine wine may fail to start a program, and says so itself. Then it is tried again, and only then: a
+# program that has begun is never run twice.
+errors=$(mktemp)
+trap 'rm -f "$errors"' EXIT
+for attempt in 1 2 3; do
+    status=0
+    wine "$@" 2>"$errors" || status=$?
+    cat "$errors" >&2
+    if [ "$status" -eq 0 ] || ! grep -qE '^wine: (could not|cannot|failed to) ' "$errors"; then
+        exit "$status"
+    fi
+    echo "wine n'a pas lancé $1 (essai $attempt)." >&2
+    sleep 1
+done
+exit "$status"

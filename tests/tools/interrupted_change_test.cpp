@@ -85,19 +85,20 @@ class InterruptedChangeTest : public MdbTest {
 
     /// Lets a process die before it writes the n-th page of the change.
     void DieAtPage(int page) const {
-        ASSERT_EQ(kDieInChange.Run({Argument(file_), std::to_string(page)}), kKilled);
+        ASSERT_EQ(kDieInChange.Run({file_, std::to_string(page)}), kKilled);
         ASSERT_TRUE(HasJournal());
     }
-    [[nodiscard]] bool HasJournal() const { return jet::HasJournal(file_); }
+    [[nodiscard]] fs::path Path() const { return quardele::test::PathOf(file_); }
+    [[nodiscard]] bool HasJournal() const { return jet::HasJournal(Path()); }
 
     /// Overwrites a byte of the first page of the change, as a program would that knows of no journal.
     void WriteAsSomebodyElse() const {
         const std::string output = Mdb({"recover", file_}).out;
         const auto page = std::stoul(output.substr(output.find("\npage ") + 6));
-        auto bytes = jet::test::ReadBytes(file_);
+        auto bytes = jet::test::ReadBytes(Path());
         std::uint8_t& last = bytes.at((page + 1) * 4096 - 1);
         last = static_cast<std::uint8_t>(~last);
-        jet::test::WriteBytes(file_, bytes);
+        jet::test::WriteBytes(Path(), bytes);
     }
 
     /// What a call of mdb recover with these options prints; fails the test when it fails.
@@ -108,12 +109,12 @@ class InterruptedChangeTest : public MdbTest {
         return done.out;
     }
     void ExpectRefused(const std::string& option) const {
-        const auto bytes = jet::test::ReadBytes(file_);
+        const auto bytes = jet::test::ReadBytes(Path());
         const Outcome refused = Mdb({"recover", file_, option});
         EXPECT_EQ(refused.exitCode, 1);
         EXPECT_EQ(refused.out, "");
         EXPECT_THAT(refused.err, HasSubstr("mdb: error 3219: this cannot be done in this state"));
-        EXPECT_EQ(jet::test::ReadBytes(file_), bytes);
+        EXPECT_EQ(jet::test::ReadBytes(Path()), bytes);
         EXPECT_TRUE(HasJournal());
     }
     void ExpectSound() const {
@@ -132,12 +133,12 @@ class InterruptedChangeTest : public MdbTest {
 
 TEST_F(InterruptedChangeTest, BothSidesOfEachPageAreShownAndTheFileItself) {
     DieAtPage(3);
-    const auto bytes = jet::test::ReadBytes(file_);
+    const auto bytes = jet::test::ReadBytes(Path());
     const std::string output = Recover({});
     EXPECT_THAT(output, testing::StartsWith(
                             "some pages are old, some are new: opening the file will put the old ones back\n"
                             "journal: " +
-                            jet::JournalPath(jet::OneName(file_)).string() + "\n"));
+                            Argument(jet::JournalPath(jet::OneName(Path()))) + "\n"));
     const std::string count = std::to_string(bytes.size() / 4096);
     EXPECT_THAT(output, HasSubstr("pages of the file before: " + count + ", now: " + count + "\n"));
     const auto pages = PagesShown(output);
@@ -152,7 +153,7 @@ TEST_F(InterruptedChangeTest, BothSidesOfEachPageAreShownAndTheFileItself) {
         EXPECT_EQ(sides["now"], isWritten ? sides["after"] : sides["before"]);
     }
     // Looking changes nothing.
-    EXPECT_EQ(jet::test::ReadBytes(file_), bytes);
+    EXPECT_EQ(jet::test::ReadBytes(Path()), bytes);
     EXPECT_TRUE(HasJournal());
 }
 
@@ -200,13 +201,13 @@ TEST_F(InterruptedChangeTest, WhatSomebodyElseHasWrittenIsLostOnlyByForce) {
 TEST_F(InterruptedChangeTest, ForceIsRefusedWhileSomebodyIsInTheFile) {
     DieAtPage(3);
     WriteAsSomebodyElse();
-    const auto bytes = jet::test::ReadBytes(file_);
+    const auto bytes = jet::test::ReadBytes(Path());
     jet::LockFile other;
-    ASSERT_EQ(other.Enter(file_), jet::LockFile::Entry::Entered);
+    ASSERT_EQ(other.Enter(Path()), jet::LockFile::Entry::Entered);
     const Outcome refused = Mdb({"recover", file_, "--rollback", "--force"});
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_THAT(refused.err, HasSubstr("mdb: error 3045: the file is in use"));
-    EXPECT_EQ(jet::test::ReadBytes(file_), bytes);
+    EXPECT_EQ(jet::test::ReadBytes(Path()), bytes);
     EXPECT_TRUE(HasJournal());
     other.Leave();
     EXPECT_EQ(Recover({"--rollback", "--force"}), "the old pages are back\n");
@@ -215,15 +216,15 @@ TEST_F(InterruptedChangeTest, ForceIsRefusedWhileSomebodyIsInTheFile) {
 
 TEST_F(InterruptedChangeTest, KeepLeavesTheFileAndGivesTheJournalAnotherName) {
     DieAtPage(3);
-    const auto bytes = jet::test::ReadBytes(file_);
-    const auto journal = jet::test::ReadBytes(jet::JournalPath(file_));
+    const auto bytes = jet::test::ReadBytes(Path());
+    const auto journal = jet::test::ReadBytes(jet::JournalPath(Path()));
     const std::string output = Recover({"--keep"});
     const auto quote = output.find('"');
     ASSERT_NE(quote, std::string::npos) << output;
     const fs::path aside = output.substr(quote + 1, output.rfind('"') - quote - 1);
     EXPECT_EQ(output, "the file stays as it is, the journal is now \"" + aside.string() + "\"\n");
     EXPECT_EQ(jet::test::ReadBytes(aside), journal);
-    EXPECT_EQ(jet::test::ReadBytes(file_), bytes);
+    EXPECT_EQ(jet::test::ReadBytes(Path()), bytes);
     EXPECT_FALSE(HasJournal());
     // Some rows are as after the change, the others as before it; rows keep their lengths, so all is sound.
     const std::string rows = Dump("NAMES");
@@ -244,7 +245,7 @@ TEST_F(InterruptedChangeTest, PathsAreToldInUtf8WhateverTheirLetters) {
     const fs::path folder = folder_.Path() / u"été Ω";
     fs::create_directory(folder);
     const fs::path file = folder / u"données Ω.mdb";
-    fs::rename(file_, file);
+    fs::rename(Path(), file);
     file_ = Argument(file);
     DieAtPage(3);
     EXPECT_THAT(Mdb({"recover", file_}).out, HasSubstr("\njournal: " + file_ + ".qjournal\n"));
@@ -269,9 +270,9 @@ TEST_F(InterruptedChangeTest, WhoeverReadsNextUndoesItFirst) {
 
 TEST_F(InterruptedChangeTest, ASymbolicLinkLeadsToTheSameJournal) {
     DieAtPage(3);
-    const fs::path link = fs::path(file_).parent_path() / "lien.mdb";
+    const fs::path link = Path().parent_path() / "lien.mdb";
     std::error_code failure;
-    fs::create_symlink(file_, link, failure);
+    fs::create_symlink(Path(), link, failure);
     if (failure) {
         GTEST_SKIP() << "no symbolic links here";
     }

@@ -6,6 +6,8 @@
 #include <new>
 #include <span>
 
+#include <basic/program_arguments.h>
+
 #include "command.h"
 #include "error_text.h"
 #include "failure.h"
@@ -84,7 +86,7 @@ int main(int argc, char** argv) {
     try {
         Output out(stdout);
         Session session{language, out};
-        const int exitCode = Run(ProgramArguments(argc, argv), session);
+        const int exitCode = Run(quardele::basic::ProgramArguments(argc, argv), session);
         out.Flush();
         return exitCode;
     } catch (const Failure& failure) {

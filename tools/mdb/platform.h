@@ -4,12 +4,9 @@
 #include <cstdio>
 #include <filesystem>
 #include <string>
-#include <vector>
 
 namespace quardele::mdb {
 
-/// The arguments behind the program's name, in UTF-8.
-[[nodiscard]] std::vector<std::string> ProgramArguments(int argc, char** argv);
 /// A path given in UTF-8.
 [[nodiscard]] std::filesystem::path PathOf(const std::string& utf8);
 /// Null when the file cannot be opened.

@@ -4,10 +4,6 @@
 
 namespace quardele::mdb {
 
-std::vector<std::string> ProgramArguments(int argc, char** argv) {
-    return {argv + (argc > 0 ? 1 : 0), argv + argc};
-}
-
 std::filesystem::path PathOf(const std::string& utf8) {
     return {utf8};
 }

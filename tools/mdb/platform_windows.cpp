@@ -2,40 +2,19 @@
 
 #include <fcntl.h>
 #include <io.h>
-#include <shellapi.h>
 
-#include <memory>
+#include <basic/system_path.h>
 
 #include "platform.h"
-#include "utf8_text.h"
 
 namespace quardele::mdb {
-
-namespace {
-
-struct LocalFreer {
-    void operator()(wchar_t** arguments) const { ::LocalFree(arguments); }
-};
-
-}  // namespace
-
-// The narrow arguments are in the system's code page, where many names have no place.
-std::vector<std::string> ProgramArguments(int, char**) {
-    int count = 0;
-    const std::unique_ptr<wchar_t*, LocalFreer> arguments(::CommandLineToArgvW(::GetCommandLineW(), &count));
-    std::vector<std::string> result;
-    for (int i = 1; i < count; ++i) {
-        result.push_back(Utf8Of(arguments.get()[i]));
-    }
-    return result;
-}
 
 std::filesystem::path PathOf(const std::string& utf8) {
     return {std::u8string(utf8.begin(), utf8.end())};
 }
 
 std::FILE* OpenForReading(const std::filesystem::path& path) {
-    return ::_wfopen(path.c_str(), L"rb");
+    return ::_wfopen(quardele::basic::SystemPath(path).c_str(), L"rb");
 }
 
 void UseBinaryStreams() {

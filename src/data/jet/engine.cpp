@@ -7,6 +7,7 @@
 
 #include "commit/write_step.h"
 #include "file/file_header.h"
+#include "file/file_names.h"
 #include "file/one_name.h"
 #include "locks/lock_bytes.h"
 
@@ -40,12 +41,11 @@ void Engine::TakeFirstPicture() {
 }
 
 void Engine::OpenFile() {
-    std::error_code failure;
     const std::filesystem::path folder = path_.has_parent_path() ? path_.parent_path() : ".";
-    if (!std::filesystem::is_directory(folder, failure)) {
+    if (WhatHasName(folder) != Named::Folder) {
         Throw(basic::error::kBadPath, path_);
     }
-    if (std::filesystem::is_directory(path_, failure)) {
+    if (WhatHasName(path_) == Named::Folder) {
         Throw(basic::error::kCannotOpenFile, path_);
     }
     // A change needs room for its journal beside the file.

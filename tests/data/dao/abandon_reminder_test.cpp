@@ -25,7 +25,7 @@ class AbandonReminderTest : public DaoTest {
 
 TEST_F(AbandonReminderTest, IsSeenByAnIndependentProgramAndChangesNothingElse) {
     SKIP_WITHOUT_MDB_EXPORT();
-    const auto file = Installed().File("DATA/talmeon.mdb");
+    const auto file = Installed().File(kData);
     std::string expected = jet::test::MdbExport(file, "TVEH_DETAIL");
     const auto list = OpenDynaset(DueBefore(u"12/31/2026"));
     Abandon(*list, u"CF-974-BL", u"TAC");

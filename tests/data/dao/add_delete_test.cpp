@@ -78,7 +78,7 @@ TEST_F(AddDeleteTest, AnIndependentProgramReadsTheNewRecord) {
     rows->Update();
     EXPECT_EQ(rows->EditMode(), EditMode::None);
     SKIP_WITHOUT_MDB_EXPORT();
-    const std::string table = jet::test::MdbExport(Installed().File("DATA/talmeon.mdb"), "TVEH");
+    const std::string table = jet::test::MdbExport(Installed().File(kData), "TVEH");
     EXPECT_THAT(table, testing::HasSubstr("\n\"ZZ-999-ZZ\",,\"ŠKODA\","));
     EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 1502);
 }
@@ -162,7 +162,7 @@ TEST_F(AddDeleteTest, ATableWithoutIndexShowsNewRecordsAtItsEnd) {
 }
 
 TEST_F(AddDeleteTest, AnEmptyTableTakesItsFirstRecord) {
-    const auto rows = OpenDatabase(kBookmarks)->OpenRecordset(u"TSIGNETS", RecordsetType::Table);
+    const auto rows = OpenAnew(kBookmarks)->OpenRecordset(u"TSIGNETS", RecordsetType::Table);
     rows->SetIndex(u"PrimaryKey");
     rows->AddNew();
     rows->SetValue(u"SIGNETS_Appli", std::int16_t{10});
@@ -395,7 +395,7 @@ TEST_F(AddDeleteTest, AfterARequeryNoRecordIsTheOneWrittenLast) {
 
 /// A page gives the place of a deleted record to another one when it has no fresh place left.
 TEST_F(AddDeleteTest, ANewRecordInThePlaceOfADeletedOneIsAnotherOne) {
-    const auto catalogue = OpenDatabase(kBookmarks);
+    const auto catalogue = OpenAnew(kBookmarks);
     const auto table = catalogue->OpenRecordset(u"TSIGNETS", RecordsetType::Table);
     const auto dynaset = catalogue->OpenRecordset(u"TSIGNETS", RecordsetType::Dynaset);
     const auto add = [](Recordset& rows) {

@@ -31,8 +31,7 @@ TEST_F(AppendFieldTest, RowsHaveNullInItAndTakeValues) {
     rows->Update();
     EXPECT_EQ(OpenDynaset(u"SELECT * FROM TTYP WHERE TTYP_Note = 'vu'")->RowCount(), 1U);
     SKIP_WITHOUT_MDB_EXPORT();
-    const auto lines =
-        jet::test::ParseCsv(jet::test::MdbExport(Installed().File("DATA/talmeon.mdb"), "TTYP"));
+    const auto lines = jet::test::ParseCsv(jet::test::MdbExport(Installed().File(kData), "TTYP"));
     EXPECT_EQ(lines[0], (jet::test::CsvLine{"TTYP_CODE", "TTYP_LIBELLE", "TTYP_Note"}));
     EXPECT_EQ(lines[1], (jet::test::CsvLine{"CT", "Contrôle technique", "vu"}));
     EXPECT_EQ(lines.size(), 13U);
@@ -77,8 +76,7 @@ TEST_F(AppendFieldTest, ANameThatExistsInAnotherCaseRaises3191) {
 
 // Which tables another workstation has open cannot be told.
 TEST_F(AppendFieldTest, AnotherWorkstationInTheFileRaises3211) {
-    test::Process other(QUARDELE_OTHER_PROCESS,
-                        {Installed().File("DATA/talmeon.mdb").string(), "TTYP", "VID", "TTYP_LIBELLE", "?"});
+    test::Process other = StartElsewhere({"TTYP", "VID", "TTYP_LIBELLE", "?"});
     ASSERT_TRUE(other.WaitForSign());
     TableDef table = Data().TableDefNamed(u"TTYP");
     const std::size_t before = table.Fields().size();
@@ -91,7 +89,7 @@ TEST_F(AppendFieldTest, AnotherWorkstationInTheFileRaises3211) {
 
 TEST_F(AppendFieldTest, ATableThatARecordsetHasOpenRaises3211) {
     auto rows = OpenDynaset(u"SELECT TTYP_CODE FROM TTYP");
-    TableDef table = OpenDatabase(kData)->TableDefNamed(u"TTYP");
+    TableDef table = OpenAnew(kData)->TableDefNamed(u"TTYP");
     EXPECT_EQ(ErrorOf([&] { table.AppendField(NewField(u"TTYP_Note")); }), error::kTableInUse);
     EXPECT_EQ(table.Fields().size(), 2U);
     rows.reset();
@@ -100,7 +98,7 @@ TEST_F(AppendFieldTest, ATableThatARecordsetHasOpenRaises3211) {
 }
 
 TEST_F(AppendFieldTest, AReadOnlyFileRaises3027) {
-    const auto database = OpenDatabase(kData, true);
+    const auto database = OpenAnew(kData, true);
     EXPECT_EQ(ErrorOf([&] { database->TableDefNamed(u"TTYP").AppendField(NewField(u"TTYP_Note")); }),
               error::kReadOnly);
 }

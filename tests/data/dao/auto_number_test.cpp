@@ -15,7 +15,7 @@ class AutoNumberTest : public DaoTest {
         Run(u"INSERT INTO TNUM (NOM) VALUES ('deux')");
     }
     void Run(TextView statement) const {
-        const auto file = OpenFile::Open(Installed().File("DATA/talmeon.mdb"), jet::OpenMode::Shared);
+        const auto file = OpenFile::Open(Installed().File(kData), jet::OpenMode::Shared);
         sql::Execute(*file->Database(), statement);
     }
     [[nodiscard]] Variant NumberOf(TextView name) {
@@ -100,7 +100,7 @@ TEST_F(AutoNumberTest, OfAJoinIsGivenWithItsRow) {
 }
 
 TEST_F(AutoNumberTest, AFileThatIsOnlyReadGivesNone) {
-    const auto rows = OpenDatabase(kData, true)->OpenRecordset(u"TNUM", RecordsetType::Table);
+    const auto rows = OpenAnew(kData, true)->OpenRecordset(u"TNUM", RecordsetType::Table);
     EXPECT_EQ(ErrorOf([&] { rows->AddNew(); }), error::kReadOnly);
     EXPECT_EQ(rows->EditMode(), EditMode::None);
 }

@@ -72,7 +72,7 @@ TEST_F(ClosingTest, WhateverIsAskedOfAClosedRecordsetRaises3420) {
 }
 
 TEST_F(ClosingTest, AClosedDatabaseRaises3420AndHasClosedItsRecordsets) {
-    const auto database = OpenDatabase(kData);
+    const auto database = OpenAnew(kData);
     const auto table = database->OpenRecordset(u"TTYP", RecordsetType::Table);
     const auto dynaset = database->OpenRecordset(u"TTYP", RecordsetType::Dynaset);
     const auto elsewhere = OpenDynaset(u"TTYP");
@@ -87,7 +87,7 @@ TEST_F(ClosingTest, AClosedDatabaseRaises3420AndHasClosedItsRecordsets) {
 }
 
 TEST_F(ClosingTest, ClosingTheDatabaseDropsAnEditAndItsLock) {
-    const auto database = OpenDatabase(kData);
+    const auto database = OpenAnew(kData);
     const auto rows = database->OpenRecordset(u"TTYP", RecordsetType::Dynaset);
     rows->Edit();
     rows->SetValue(u"TTYP_LIBELLE", u"X");
@@ -99,18 +99,18 @@ TEST_F(ClosingTest, ClosingTheDatabaseDropsAnEditAndItsLock) {
 }
 
 TEST_F(ClosingTest, AClosedDatabaseGivesTheFileBackAlthoughItsObjectsAreHeld) {
-    const auto database = OpenDatabase(kData);
+    const auto database = OpenAnew(kData);
     const auto table = database->OpenRecordset(u"TTYP", RecordsetType::Table);
     table->SetIndex(u"PrimaryKey");
     const auto dynaset = database->OpenRecordset(u"TTYP", RecordsetType::Dynaset);
     dynaset->FindFirst(u"TTYP_CODE='CT'");
     database->Close();
-    const auto alone = DBEngine::Instance().Workspaces(0).OpenDatabase(kData, true);
+    const auto alone = DBEngine::Instance().Workspaces(0).OpenDatabase(Installed().WindowsFile(kData), true);
     EXPECT_TRUE(alone->Updatable());
 }
 
 TEST_F(ClosingTest, ARecordsetThatIsClosedOrGoneIsNotClosedAgainByItsDatabase) {
-    const auto database = OpenDatabase(kData);
+    const auto database = OpenAnew(kData);
     auto gone = database->OpenRecordset(u"TTYP");
     const auto closed = database->OpenRecordset(u"TTYP");
     gone.reset();

@@ -20,7 +20,7 @@ class CorpusTest : public DaoTest {
     }
     [[nodiscard]] std::shared_ptr<Database> OpenInstalled(const std::string& name) const {
         Install(name);
-        return OpenDatabase(u"C:\\QUARDELE\\DATA\\" + basic::FromUtf8(name));
+        return OpenAnew("DATA/" + name);
     }
     [[nodiscard]] std::vector<Text> IndexNames(const std::string& name, TextView table) const {
         std::vector<Text> names;
@@ -126,7 +126,7 @@ TEST_F(CorpusTest, ChangesOfALinkedTableAreSeenAfterIdleAndItsRowsAreLocked) {
     Install("linkee2.mdb");
     const auto linked = OpenInstalled("linked.mdb")->OpenRecordset(u"table2");
     EXPECT_EQ(linked->Value(u"filed2"), Variant(u"ciao brutto"));
-    const auto direct = OpenDatabase(u"C:\\QUARDELE\\DATA\\linkee2.mdb")->OpenRecordset(u"table2");
+    const auto direct = OpenAnew("DATA/linkee2.mdb")->OpenRecordset(u"table2");
     const auto write = [&direct](TextView text) {
         direct->Edit();
         direct->SetValue(u"filed2", Text(text));
@@ -163,9 +163,7 @@ TEST_F(CorpusTest, ALinkedTableShowsWhatAnotherWorkstationWritesToItsFile) {
 TEST_F(CorpusTest, RecordsOfALinkedTableComeAndGoInItsFile) {
     Install("linkee2.mdb");
     const auto rows = OpenInstalled("linked.mdb")->OpenRecordset(u"table2");
-    const auto count = [] {
-        return OpenDatabase(u"C:\\QUARDELE\\DATA\\linkee2.mdb")->OpenRecordset(u"table2")->RecordCount();
-    };
+    const auto count = [&] { return OpenAnew("DATA/linkee2.mdb")->OpenRecordset(u"table2")->RecordCount(); };
     EXPECT_TRUE(rows->Updatable());
     rows->AddNew();
     rows->SetValue(u"filed2", u"nuovo");
@@ -188,7 +186,7 @@ TEST_F(CorpusTest, LinkWhoseFileIsMissingRaises3011AndNamesIt) {
 
 TEST_F(CorpusTest, FileWithAPasswordRaises3031) {
     Install("password.mdb");
-    EXPECT_EQ(ErrorOf([&] { (void)OpenDatabase(u"C:\\QUARDELE\\DATA\\password.mdb"); }), error::kBadPassword);
+    EXPECT_EQ(ErrorOf([&] { (void)OpenAnew("DATA/password.mdb"); }), error::kBadPassword);
 }
 
 TEST_F(CorpusTest, Access97FileOpensReadOnly) {

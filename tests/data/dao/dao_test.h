@@ -91,15 +91,19 @@ inline Text DueBefore(TextView date) {
 /// Tests on a copy of the installation.
 class DaoTest : public testing::Test {
  protected:
-    static constexpr TextView kData = u"C:\\QUARDELE\\DATA\\talmeon.mdb";
-    static constexpr TextView kPaths = u"C:\\QUARDELE\\dbpath.mdb";
-    static constexpr TextView kBookmarks = u"C:\\QUARDELE\\SIGNETS.MDB";
+    // Files of the installation.
+    static constexpr const char* kData = "DATA/talmeon.mdb";
+    static constexpr const char* kPaths = "dbpath.mdb";
+    static constexpr const char* kBookmarks = "SIGNETS.MDB";
 
     [[nodiscard]] const SampleCopy& Installed() const { return installation_; }
+    [[nodiscard]] std::shared_ptr<Database> OpenAnew(const std::string& file, bool readOnly = false) const {
+        return OpenDatabase(Installed().WindowsFile(file), readOnly);
+    }
     /// The data database, opened at the first call.
     [[nodiscard]] Database& Data() {
         if (data_ == nullptr) {
-            data_ = OpenDatabase(kData);
+            data_ = OpenAnew(kData);
         }
         return *data_;
     }
@@ -109,12 +113,11 @@ class DaoTest : public testing::Test {
     [[nodiscard]] std::shared_ptr<Recordset> OpenDynaset(TextView source) {
         return Data().OpenRecordset(source, RecordsetType::Dynaset);
     }
-    /// Another workstation changes a file of the installation: an action statement in a process of its own.
-    void ExecuteElsewhere(const std::string& statement, const std::string& file = "DATA/talmeon.mdb") const {
-        test::Process process(QUARDELE_OTHER_PROCESS, {Installed().File(file).string(), statement});
-        const std::string failure = process.ReadOutput();
-        ASSERT_EQ(process.Wait(), 0) << failure;
-    }
+    /// Another workstation: a process of its own that gets the file and these arguments.
+    [[nodiscard]] test::Process StartElsewhere(const std::vector<std::string>& arguments,
+                                               const std::string& file = kData) const;
+    /// Another workstation changes a file of the installation by an action statement.
+    void ExecuteElsewhere(const std::string& statement, const std::string& file = kData) const;
 
  private:
     SampleCopy installation_;

@@ -15,8 +15,8 @@ class EditTest : public DaoTest {
         return OpenDynaset(u"SELECT * FROM TVEH WHERE TVEH_IMMAT='" + Text(registration) + u"'");
     }
     /// What another opening of the file reads.
-    [[nodiscard]] static Variant StoredValue(TextView registration, TextView field) {
-        const auto rows = OpenDatabase(kData)->OpenRecordset(u"TVEH", RecordsetType::Table);
+    [[nodiscard]] Variant StoredValue(TextView registration, TextView field) const {
+        const auto rows = OpenAnew(kData)->OpenRecordset(u"TVEH", RecordsetType::Table);
         rows->SetIndex(u"PrimaryKey");
         rows->Seek(u"=", {Text(registration)});
         return rows->NoMatch() ? Variant() : rows->Value(field);
@@ -289,7 +289,7 @@ TEST_F(EditTest, AnIndependentProgramReadsWhatUpdateWrote) {
     rows->SetValue(u"TVEH_Note1", u"clé n° 12");
     rows->Update();
     SKIP_WITHOUT_MDB_EXPORT();
-    const std::string table = jet::test::MdbExport(Installed().File("DATA/talmeon.mdb"), "TVEH");
+    const std::string table = jet::test::MdbExport(Installed().File(kData), "TVEH");
     EXPECT_THAT(table, testing::ContainsRegex("\n\"FQ-453-HQ\",\"C0328\",\"ŠKODA\",[^\n]*,\"clé n° 12\""));
     EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 1501);
 }

@@ -19,8 +19,7 @@ class EngineSettingsTest : public DaoTest {
     }
     /// What another process gets that writes to the data database; empty when it could.
     [[nodiscard]] std::string ElsewhereError() const {
-        test::Process process(QUARDELE_OTHER_PROCESS, {Installed().File("DATA/talmeon.mdb").string(), "TTYP",
-                                                       "VID", "TTYP_LIBELLE", "Vidange"});
+        test::Process process = StartElsewhere({"TTYP", "VID", "TTYP_LIBELLE", "Vidange"});
         std::string error = process.ReadOutput();
         EXPECT_EQ(process.Wait() == 0, error.empty());
         return error;
@@ -47,7 +46,7 @@ TEST_F(EngineSettingsTest, WithoutItOthersComeIn) {
 TEST_F(EngineSettingsTest, WithItNobodyElseDoesUntilTheProgramIsDone) {
     EngineSettings::Session().alone = true;
     {
-        const auto database = OpenDatabase(kData);
+        const auto database = OpenAnew(kData);
         EXPECT_THAT(ElsewhereError(), testing::StartsWith("3356"));
     }
     EXPECT_EQ(ElsewhereError(), "");
@@ -55,18 +54,17 @@ TEST_F(EngineSettingsTest, WithItNobodyElseDoesUntilTheProgramIsDone) {
 
 TEST_F(EngineSettingsTest, WithItTheProgramIsKeptOutByOthers) {
     EngineSettings::Session().alone = true;
-    test::Process other(QUARDELE_OTHER_PROCESS,
-                        {Installed().File("DATA/talmeon.mdb").string(), "TTYP", "VID", "TTYP_LIBELLE", "?"});
+    test::Process other = StartElsewhere({"TTYP", "VID", "TTYP_LIBELLE", "?"});
     ASSERT_TRUE(other.WaitForSign());
-    EXPECT_EQ(ErrorOf([] { (void)OpenDatabase(kData); }), error::kFileInUse);
+    EXPECT_EQ(ErrorOf([&] { (void)OpenAnew(kData); }), error::kFileInUse);
     other.Wait();
-    EXPECT_EQ(ErrorOf([] { (void)OpenDatabase(kData); }), 0);
+    EXPECT_EQ(ErrorOf([&] { (void)OpenAnew(kData); }), 0);
 }
 
 TEST_F(EngineSettingsTest, DatabasesOfTheProgramStillShareTheFile) {
     EngineSettings::Session().alone = true;
     const auto rows = OpenTable(u"TTYP");
-    const auto elsewhere = OpenDatabase(kData)->OpenRecordset(u"TTYP", RecordsetType::Dynaset);
+    const auto elsewhere = OpenAnew(kData)->OpenRecordset(u"TTYP", RecordsetType::Dynaset);
     elsewhere->FindFirst(u"TTYP_CODE='VID'");
     elsewhere->Edit();
     elsewhere->SetValue(u"TTYP_LIBELLE", u"Vidange");

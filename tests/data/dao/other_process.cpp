@@ -12,6 +12,7 @@
 #include <vector>
 
 #include <basic/paths.h>
+#include <basic/program_arguments.h>
 #include <basic/runtime_error.h>
 #include <dao/dao.h>
 #include <jet/database.h>
@@ -43,20 +44,22 @@ void Write(const std::vector<basic::Text>& arguments, const std::filesystem::pat
 }  // namespace
 
 int main(int count, char** values) {
-    if (count != 3 && count != 6 && count != 7) {
+    const std::vector<std::string> words = basic::ProgramArguments(count, values);
+    if (words.size() != 2 && words.size() != 5 && words.size() != 6) {
         std::cerr << "usage: dao_other_process FILE TABLE KEY [KEY] FIELD VALUE\n"
                      "       dao_other_process FILE STATEMENT\n";
         return EXIT_FAILURE;
     }
     try {
+        const std::filesystem::path file = std::u8string(words[0].begin(), words[0].end());
         std::vector<basic::Text> arguments;
-        for (int i = 2; i < count; ++i) {
-            arguments.push_back(basic::FromUtf8(values[i]));
+        for (std::size_t i = 1; i < words.size(); ++i) {
+            arguments.push_back(basic::FromUtf8(words[i]));
         }
         if (arguments.size() == 1) {
-            sql::Execute(*jet::Database::Open(values[1]), arguments.front());
+            sql::Execute(*jet::Database::Open(file), arguments.front());
         } else {
-            Write(arguments, values[1]);
+            Write(arguments, file);
         }
     } catch (const basic::RuntimeError& error) {
         std::cout << error.what() << '\n';

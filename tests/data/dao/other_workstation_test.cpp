@@ -150,8 +150,7 @@ TEST_F(OtherWorkstationTest, WhatEditHasLockedCannotBeDeletedOrChangedElsewhere)
     rows->Edit();
     for (const std::string statement : {"DELETE FROM TTYP WHERE TTYP_CODE = 'DIS'",
                                         "UPDATE TTYP SET TTYP_LIBELLE = 'x' WHERE TTYP_CODE = 'DIS'"}) {
-        test::Process other(QUARDELE_OTHER_PROCESS,
-                            {Installed().File("DATA/talmeon.mdb").string(), statement});
+        test::Process other = StartElsewhere({statement});
         EXPECT_EQ(other.ReadOutput().substr(0, 5), "3260:") << statement;
         EXPECT_NE(other.Wait(), 0);
     }

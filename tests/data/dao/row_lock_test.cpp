@@ -17,19 +17,18 @@ class RowLockTest : public DaoTest {
         return OpenDynaset(u"SELECT * FROM TTYP WHERE TTYP_CODE='" + Text(code) + u"'");
     }
     /// Another process that writes the label of a work type, or with "?" edits it until its input ends.
-    [[nodiscard]] test::Process StartElsewhere(const std::string& code, const std::string& label) const {
-        return {QUARDELE_OTHER_PROCESS,
-                {Installed().File("DATA/talmeon.mdb").string(), "TTYP", code, "TTYP_LIBELLE", label}};
+    [[nodiscard]] test::Process RenameBy(const std::string& code, const std::string& label) const {
+        return StartElsewhere({"TTYP", code, "TTYP_LIBELLE", label});
     }
     /// What another process is told when it renames a work type; empty when it succeeds.
     [[nodiscard]] std::string RenameElsewhere(const std::string& code) const {
-        return StartElsewhere(code, "Le sien").ReadOutput();
+        return RenameBy(code, "Le sien").ReadOutput();
     }
 };
 
 TEST_F(RowLockTest, AnotherRecordsetOfTheProgramGets3188) {
     const auto mine = OpenOn(u"VID");
-    const auto his = OpenDatabase(kData)->OpenRecordset(u"TTYP", RecordsetType::Table);
+    const auto his = OpenAnew(kData)->OpenRecordset(u"TTYP", RecordsetType::Table);
     his->SetIndex(u"PrimaryKey");
     his->Seek(u"=", {u"VID"});
     mine->Edit();
@@ -120,7 +119,7 @@ TEST_F(RowLockTest, AnotherProcessIsKeptOutAndGets3260) {
 TEST_F(RowLockTest, ARecordThatAnotherProcessEditsRaises3260UntilItIsFree) {
     const auto mine = OpenOn(u"VID");
     {
-        test::Process editor = StartElsewhere("VID", "?");
+        test::Process editor = RenameBy("VID", "?");
         ASSERT_TRUE(editor.WaitForSign());
         EXPECT_EQ(ErrorOf([&] { mine->Edit(); }), error::kRecordLocked);
         EXPECT_EQ(mine->EditMode(), EditMode::None);
@@ -158,7 +157,7 @@ TEST_F(RowLockTest, AChangeInSpiteOfTheLockRaises3197AndNothingIsWritten) {
     const auto mine = OpenOn(u"VID");
     mine->Edit();
     mine->SetValue(u"TTYP_LIBELLE", u"Le mien");
-    const auto file = OpenFile::Open(Installed().File("DATA/talmeon.mdb"), jet::OpenMode::Shared);
+    const auto file = OpenFile::Open(Installed().File(kData), jet::OpenMode::Shared);
     sql::Execute(*file->Database(), u"UPDATE TTYP SET TTYP_LIBELLE = 'Le sien' WHERE TTYP_CODE = 'VID'");
     EXPECT_EQ(ErrorOf([&] { mine->Update(); }), error::kRecordChanged);
     EXPECT_EQ(mine->EditMode(), EditMode::Edit);

@@ -23,7 +23,7 @@ class SeekTest : public DaoTest {
         }
     }
     void Run(TextView statement) const {
-        const auto file = OpenFile::Open(Installed().File("DATA/talmeon.mdb"), jet::OpenMode::Shared);
+        const auto file = OpenFile::Open(Installed().File(kData), jet::OpenMode::Shared);
         sql::Execute(*file->Database(), statement);
     }
     [[nodiscard]] std::shared_ptr<Recordset> OpenBy(TextView index) {

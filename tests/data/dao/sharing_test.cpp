@@ -1,5 +1,4 @@
 // Several users of one file: what is seen when, and whose change wins.
-#include <cstdlib>
 #include <fstream>
 
 #include "dao_test.h"
@@ -10,8 +9,8 @@ namespace {
 class SharingTest : public DaoTest {
  protected:
     /// A label of another opening of the same file.
-    static std::shared_ptr<Recordset> OpenElsewhere(TextView code) {
-        auto rows = OpenDatabase(kData)->OpenRecordset(u"TTYP", RecordsetType::Table);
+    [[nodiscard]] std::shared_ptr<Recordset> OpenElsewhere(TextView code) const {
+        auto rows = OpenAnew(kData)->OpenRecordset(u"TTYP", RecordsetType::Table);
         rows->SetIndex(u"PrimaryKey");
         rows->Seek(u"=", {Text(code)});
         EXPECT_FALSE(rows->NoMatch());
@@ -24,10 +23,9 @@ class SharingTest : public DaoTest {
     }
     /// Renames a work type in a process of its own.
     void RenameInAnotherProcess(const std::string& code, const std::string& label) const {
-        const std::string command = std::string("'") + QUARDELE_OTHER_PROCESS + "' '" +
-                                    Installed().File("DATA/talmeon.mdb").string() + "' TTYP " + code +
-                                    " TTYP_LIBELLE '" + label + "'";
-        ASSERT_EQ(std::system(command.c_str()), 0) << command;
+        test::Process other = StartElsewhere({"TTYP", code, "TTYP_LIBELLE", label});
+        const std::string failure = other.ReadOutput();
+        ASSERT_EQ(other.Wait(), 0) << failure;
     }
     /// Marks a row of a table as deleted in the file itself, as another program's deletion leaves it.
     void DeleteInTheFile(const Bookmark& tableRow) const {
@@ -37,8 +35,7 @@ class SharingTest : public DaoTest {
         const std::streamoff page = tableRow.bytes[0] | tableRow.bytes[1] << 8 | tableRow.bytes[2] << 16;
         const std::streamoff upperByte =
             page * kPageSize + kFirstSlot + std::streamoff{2} * tableRow.bytes[4] + 1;
-        std::fstream file(Installed().File("DATA/talmeon.mdb"),
-                          std::ios::in | std::ios::out | std::ios::binary);
+        std::fstream file(Installed().File(kData), std::ios::in | std::ios::out | std::ios::binary);
         file.seekg(upperByte);
         const int byte = file.get();
         file.seekp(upperByte);
@@ -80,7 +77,7 @@ TEST_F(SharingTest, DatabasesOfOneProgramSeeEachOthersChangesAtOnce) {
 }
 
 TEST_F(SharingTest, ReadOnlyDatabasesSeeChangesAfterIdle) {
-    const auto readOnly = OpenDatabase(kData, true);
+    const auto readOnly = OpenAnew(kData, true);
     const auto rows = readOnly->OpenRecordset(u"SELECT * FROM TTYP WHERE TTYP_CODE='VID'");
     EXPECT_EQ(rows->Value(u"TTYP_LIBELLE"), Variant(u"Vidange et filtres"));
     Rename(*OpenElsewhere(u"VID"), u"Vidange");
@@ -106,9 +103,7 @@ TEST_F(SharingTest, SeekSeesANewKeyOfAnotherProcessAfterIdle) {
     table->SetIndex(u"PrimaryKey");
     table->Seek(u"=", {u"MOT"});
     EXPECT_TRUE(table->NoMatch());
-    const std::string command = std::string("'") + QUARDELE_OTHER_PROCESS + "' '" +
-                                Installed().File("DATA/talmeon.mdb").string() + "' TTYP VID TTYP_CODE MOT";
-    ASSERT_EQ(std::system(command.c_str()), 0);
+    ExecuteElsewhere("UPDATE TTYP SET TTYP_CODE = 'MOT' WHERE TTYP_CODE = 'VID'");
     DBEngine::Instance().Idle(1);
     table->Seek(u"=", {u"MOT"});
     ASSERT_FALSE(table->NoMatch());

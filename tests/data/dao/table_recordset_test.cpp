@@ -47,7 +47,7 @@ TEST_F(TableRecordsetTest, RecordCountIsExactAtOnce) {
 }
 
 TEST_F(TableRecordsetTest, EmptyTableHasBothEndsAndNoRecord) {
-    const auto rows = OpenDatabase(kBookmarks)->OpenRecordset(u"TSIGNETS", RecordsetType::Table);
+    const auto rows = OpenAnew(kBookmarks)->OpenRecordset(u"TSIGNETS", RecordsetType::Table);
     EXPECT_TRUE(rows->Bof());
     EXPECT_TRUE(rows->Eof());
     EXPECT_EQ(rows->RecordCount(), 0U);
@@ -60,7 +60,7 @@ TEST_F(TableRecordsetTest, EmptyTableHasBothEndsAndNoRecord) {
 }
 
 TEST_F(TableRecordsetTest, SeekOnAnEmptyTableMisses) {
-    const auto rows = OpenDatabase(kBookmarks)->OpenRecordset(u"TSIGNETS", RecordsetType::Table);
+    const auto rows = OpenAnew(kBookmarks)->OpenRecordset(u"TSIGNETS", RecordsetType::Table);
     rows->SetIndex(u"PrimaryKey");
     rows->Seek(u"=", {std::int16_t{10}, u"FFICVEH", u"Client"});
     EXPECT_TRUE(rows->NoMatch());
@@ -138,7 +138,7 @@ TEST_F(TableRecordsetTest, SeekIgnoresCase) {
 }
 
 TEST_F(TableRecordsetTest, KeyTakesTheTypeOfTheColumn) {
-    const auto paths = OpenDatabase(kPaths)->OpenRecordset(u"TPATH", RecordsetType::Table);
+    const auto paths = OpenAnew(kPaths)->OpenRecordset(u"TPATH", RecordsetType::Table);
     paths->SetIndex(u"PrimaryKey");
     for (const Variant& key :
          {Variant(std::int16_t{2}), Variant(std::int32_t{2}), Variant(2.0), Variant(u"2")}) {
@@ -154,7 +154,7 @@ TEST_F(TableRecordsetTest, KeyTakesTheTypeOfTheColumn) {
 }
 
 TEST_F(TableRecordsetTest, KeyThatCannotTakeTheTypeRaises3421AndStaysThere) {
-    const auto paths = OpenDatabase(kPaths)->OpenRecordset(u"TPATH", RecordsetType::Table);
+    const auto paths = OpenAnew(kPaths)->OpenRecordset(u"TPATH", RecordsetType::Table);
     paths->SetIndex(u"PrimaryKey");
     const Variant before = paths->Value(u"TPATH_NUM");
     EXPECT_EQ(ErrorOf([&] { paths->Seek(u"=", {u"deux"}); }), error::kTypeConversion);

@@ -51,7 +51,7 @@ TEST_F(UpdatableTest, ExpressionsOnlyAreNot) {
 
 TEST_F(UpdatableTest, SnapshotsAndFilesOpenedForReadingAreNot) {
     ExpectReadOnly(*Data().OpenRecordset(u"TTYP", RecordsetType::Snapshot));
-    const auto readOnly = OpenDatabase(kData, true);
+    const auto readOnly = OpenAnew(kData, true);
     EXPECT_FALSE(readOnly->Updatable());
     ExpectReadOnly(*readOnly->OpenRecordset(u"TTYP", RecordsetType::Table));
     ExpectReadOnly(*readOnly->OpenRecordset(u"TTYP", RecordsetType::Dynaset));

@@ -2,12 +2,11 @@
 
 #include <jet/check.h>
 
-#include <cstdlib>
-
 #include "commit/journal.h"
 #include "indexes/index_node.h"
 #include "mutation.h"
 #include "read_everything.h"
+#include "setting.h"
 #include "support.h"
 #include "table_impl.h"
 
@@ -73,19 +72,13 @@ std::vector<MutableFile> Originals() {
     return files;
 }
 
-/// A number from the environment, for runs longer than those of every day.
-unsigned Setting(const char* name, unsigned usual) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? usual : static_cast<unsigned>(std::strtoul(value, nullptr, 10));
-}
-
 /// So many mutations of each file; large ones, which take long to be read, get less. The seed is fixed, so
 /// that a failure comes again. Gives how often each use of a page was hit.
 template <class Use>
 std::map<PageUse, int> Mutate(const std::vector<MutableFile>& files, unsigned perFile, const Use& use) {
     constexpr std::size_t kOrdinary = 300'000;
-    const unsigned wanted = Setting("QUARDELE_DAMAGE_MUTATIONS", perFile);
-    std::mt19937 random(Setting("QUARDELE_DAMAGE_SEED", 1234));
+    const unsigned wanted = quardele::test::Setting("QUARDELE_DAMAGE_MUTATIONS", perFile);
+    std::mt19937 random(quardele::test::Setting("QUARDELE_DAMAGE_SEED", 1234));
     const TempFolder folder;
     const fs::path file = folder.Path() / "base.mdb";
     std::map<PageUse, int> hits;

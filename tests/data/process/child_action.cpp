@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <basic/program_arguments.h>
 #include <basic/runtime_error.h>
 
 namespace quardele::test {
@@ -68,8 +69,9 @@ std::filesystem::path PathOf(const std::string& argument) {
 }  // namespace quardele::test
 
 int main(int count, char** words) {
-    if (count > 2 && quardele::test::kMark == words[1]) {
-        return quardele::test::RunAction({words + 2, words + count});
+    const auto arguments = quardele::basic::ProgramArguments(count, words);
+    if (arguments.size() > 1 && arguments.front() == quardele::test::kMark) {
+        return quardele::test::RunAction({arguments.begin() + 1, arguments.end()});
     }
     testing::InitGoogleTest(&count, words);
     return RUN_ALL_TESTS();

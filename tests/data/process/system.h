@@ -3,8 +3,6 @@
 
 namespace quardele::test {
 
-/// Tests for Windows run under wine, which starts processes slowly and takes each lock through one server
-/// process for all programs: there they take a part of what the others take.
 #ifdef _WIN32
 inline constexpr bool kIsWindows = true;
 #else

@@ -1,6 +1,7 @@
 // Pages that lists, searches and queries ask for, on the files of a workshop with thousands of vehicles.
 #include <gtest/gtest.h>
 
+#include <basic/paths.h>
 #include <dao/dao.h>
 #include <sql/query.h>
 #include <sql/statement.h>
@@ -71,7 +72,7 @@ struct List {
     void Open() {
         list = dao::DBEngine::Instance()
                    .Workspaces(0)
-                   .OpenDatabase(basic::FromUtf8(file->Database()->File().string()))
+                   .OpenDatabase(basic::WindowsPath(file->Database()->File()))
                    ->OpenRecordset(u"select * from TVEH", dao::RecordsetType::Dynaset);
     }
     [[nodiscard]] jet::Database& Database() const { return *file->Database(); }

@@ -6,6 +6,7 @@
 
 #include "commit/journal_file.h"
 #include "commit/journal_state.h"
+#include "file/file_names.h"
 #include "locks/lock_bytes.h"
 #include "locks/lock_wait.h"
 
@@ -72,8 +73,7 @@ std::filesystem::path JournalPath(const std::filesystem::path& dataFile) {
 }
 
 bool HasJournal(const std::filesystem::path& dataFile) {
-    std::error_code failure;
-    return std::filesystem::exists(JournalPath(dataFile), failure) || failure;
+    return WhatHasName(JournalPath(dataFile)) != Named::Nothing;
 }
 
 void DropJournal(const OsFile& file) {
@@ -84,8 +84,7 @@ std::filesystem::path SetJournalAside(const OsFile& file) {
     const std::filesystem::path journal = JournalPath(file.Path());
     std::filesystem::path aside = journal;
     aside += ".autre";
-    std::error_code failure;
-    for (int number = 2; std::filesystem::exists(aside, failure); ++number) {
+    for (int number = 2; IsTaken(aside); ++number) {
         aside = journal;
         aside += ".autre" + std::to_string(number);
     }

@@ -6,6 +6,7 @@
 #include <basic/runtime_error.h>
 
 #include "engine.h"
+#include "file/file_names.h"
 
 namespace quardele::jet {
 
@@ -29,19 +30,16 @@ constexpr bool kKnowsNetworkPaths = std::filesystem::path::preferred_separator =
                                                               const Text& windowsPath) {
     const Text name = windowsPath.substr(windowsPath.find_last_of(u"\\/") + 1);
     const std::filesystem::path folder = linking.has_parent_path() ? linking.parent_path() : ".";
-    std::error_code failure;
-    for (const auto& entry : std::filesystem::directory_iterator(folder, failure)) {
-        if (basic::EqualNoCase(FileName(entry.path()), name)) {
-            return entry.path();
+    for (const std::filesystem::path& entry : NamesIn(folder)) {
+        if (basic::EqualNoCase(PathText(entry), name)) {
+            return folder / entry;
         }
     }
     return std::nullopt;
 }
 
 [[nodiscard]] std::filesystem::path Resolve(const Engine& engine, const CatalogTable& link) {
-    std::error_code failure;
-    if (const auto stored = StoredPath(link.linkedFile);
-        stored && std::filesystem::is_regular_file(*stored, failure)) {
+    if (const auto stored = StoredPath(link.linkedFile); stored && WhatHasName(*stored) == Named::File) {
         return *stored;
     }
     if (const auto beside = FileBeside(engine.Path(), link.linkedFile)) {

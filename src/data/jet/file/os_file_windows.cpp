@@ -8,7 +8,9 @@
 #include <utility>
 
 #include <basic/runtime_error.h>
+#include <basic/system_path.h>
 
+#include "file/handle_windows.h"
 #include "file/os_file.h"
 #include "file/write_hook.h"
 #include "locks/lock_wait.h"
@@ -18,11 +20,16 @@ namespace quardele::jet {
 namespace {
 
 namespace fs = std::filesystem;
+using basic::SystemPath;
+
+// As the system names it; not all headers do.
+constexpr DWORD kDiskQuotaExceeded = 1295;
 
 [[noreturn]] void ThrowFor(DWORD systemError) {
     switch (systemError) {
         case ERROR_DISK_FULL:
         case ERROR_HANDLE_DISK_FULL:
+        case kDiskQuotaExceeded:
         case ERROR_FILE_TOO_LARGE:
             throw basic::RuntimeError(basic::error::kDiskFullDatabase);
         case ERROR_WRITE_PROTECT:
@@ -40,51 +47,10 @@ namespace fs = std::filesystem;
     return systemError == ERROR_FILE_NOT_FOUND || systemError == ERROR_PATH_NOT_FOUND;
 }
 
-// Names of 260 units and more are taken in this form only, and only when they are absolute.
-[[nodiscard]] std::wstring SystemName(const fs::path& path) {
-    constexpr std::size_t kAlwaysTaken = 240;  // with room for the names of companions
-    std::error_code failure;
-    const fs::path absolute = fs::absolute(path, failure).lexically_normal().make_preferred();
-    const std::wstring& name = absolute.native();
-    if (failure || name.size() < kAlwaysTaken || name.starts_with(L"\\\\?\\")) {
-        return path.native();
-    }
-    return name.starts_with(L"\\\\") ? L"\\\\?\\UNC" + name.substr(1) : L"\\\\?\\" + name;
-}
-
-constexpr DWORD kSharedForReading = FILE_SHARE_READ | FILE_SHARE_DELETE;
-constexpr DWORD kShared = kSharedForReading | FILE_SHARE_WRITE;
-
-// Unless it says otherwise, everybody may read, write, rename and delete the file meanwhile, as on other
-// systems.
-[[nodiscard]] HANDLE OpenHandle(const fs::path& path, DWORD access, DWORD disposition, DWORD flags = 0,
-                                DWORD shared = kShared) {
-    return ::CreateFileW(SystemName(path).c_str(), access, shared, nullptr, disposition,
-                         FILE_ATTRIBUTE_NORMAL | flags, nullptr);
-}
-
-// Closes the handle, and leaves the last error as it is.
-class HandleCloser {
- public:
-    explicit HandleCloser(HANDLE handle) : handle_(handle) {}
-    ~HandleCloser() {
-        if (IsOpen()) {
-            ::CloseHandle(handle_);
-        }
-    }
-    HandleCloser(const HandleCloser&) = delete;
-    HandleCloser& operator=(const HandleCloser&) = delete;
-    [[nodiscard]] bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
-
- private:
-    HANDLE handle_;
-};
-
 // A deleted file keeps its name until everybody has closed it, and nobody can open or make it meanwhile: the
 // system then says that access is denied, even to one who asks for none.
 [[nodiscard]] bool IsOnItsWayOut(const fs::path& path) {
-    const HandleCloser closer(OpenHandle(path, 0, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
-    return !closer.IsOpen() && ::GetLastError() == ERROR_ACCESS_DENIED;
+    return OpenAnything(path, 0) == nullptr && ::GetLastError() == ERROR_ACCESS_DENIED;
 }
 
 // Tries again while what is in the way may go away by itself: a deleted name, or a virus scanner that has the
@@ -105,11 +71,19 @@ template <class Attempt>
     return failure;
 }
 
-// The runtime keeps system handles under small numbers; -1 stands for none.
-[[nodiscard]] int Keep(HANDLE handle) {
-    return handle == INVALID_HANDLE_VALUE
-               ? -1
-               : ::_open_osfhandle(reinterpret_cast<std::intptr_t>(handle), _O_BINARY);
+// The runtime keeps system handles under small numbers, of which there are not many; -1 stands for none.
+[[nodiscard]] int Keep(Handle handle) {
+    if (handle == nullptr) {
+        return -1;
+    }
+    const int number = ::_open_osfhandle(reinterpret_cast<std::intptr_t>(handle.get()), _O_BINARY);
+    if (number < 0) {
+        handle.reset();
+        ::SetLastError(ERROR_TOO_MANY_OPEN_FILES);
+    } else {
+        static_cast<void>(handle.release());
+    }
+    return number;
 }
 
 [[nodiscard]] HANDLE Kept(int number) {
@@ -179,7 +153,7 @@ bool OsFile::Open(const fs::path& path, Access access) {
     path_ = path;
     const DWORD rights = access == Access::Read ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE;
     const DWORD shared = access == Access::ReadWriteAlone ? kSharedForReading : kShared;
-    handle_ = Keep(OpenHandle(path, rights, OPEN_EXISTING, 0, shared));
+    handle_ = Keep(OpenHandle(path, rights, OPEN_EXISTING, shared));
     if (handle_ >= 0) {
         return true;
     }
@@ -281,6 +255,9 @@ void OsFile::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) 
             0) {
             ThrowFor(::GetLastError());
         }
+        if (count == 0) {
+            ThrowFor(ERROR_DISK_FULL);
+        }
         done += count;
     }
 }
@@ -334,10 +311,9 @@ basic::Text FileName(const fs::path& path) {
 }
 
 std::optional<FileId> IdOf(const fs::path& path) {
-    const HANDLE handle = OpenHandle(path, 0, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
-    const HandleCloser closer(handle);
+    const Handle handle = OpenAnything(path, 0);
     BY_HANDLE_FILE_INFORMATION status = {};
-    if (!closer.IsOpen() || ::GetFileInformationByHandle(handle, &status) == 0) {
+    if (handle == nullptr || ::GetFileInformationByHandle(handle.get(), &status) == 0) {
         return std::nullopt;
     }
     return IdFrom(status);
@@ -354,7 +330,7 @@ std::string MachineName() {
 
 void RemoveFile(const fs::path& path) {
     BeforeWriting({.step = WritePoint::Remove, .path = path, .bytes = {}});
-    const DWORD failure = Insist(path, [&] { return ::DeleteFileW(SystemName(path).c_str()) != 0; });
+    const DWORD failure = Insist(path, [&] { return ::DeleteFileW(SystemPath(path).c_str()) != 0; });
     if (failure != ERROR_SUCCESS && !IsMissing(failure)) {
         ThrowFor(failure);
     }
@@ -363,7 +339,7 @@ void RemoveFile(const fs::path& path) {
 void RenameFile(const fs::path& from, const fs::path& to) {
     BeforeWriting({.step = WritePoint::Rename, .path = from, .bytes = {}});
     const DWORD failure = Insist(to, [&] {
-        return ::MoveFileExW(SystemName(from).c_str(), SystemName(to).c_str(),
+        return ::MoveFileExW(SystemPath(from).c_str(), SystemPath(to).c_str(),
                              MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
     });
     if (failure != ERROR_SUCCESS) {
@@ -371,15 +347,14 @@ void RenameFile(const fs::path& from, const fs::path& to) {
     }
 }
 
-// The file system here keeps its own journal of names, and offers no way to wait for it.
+// There is no documented way to wait for the names of a folder. NTFS keeps its own journal of them in the
+// order in which they were made: the sync of a new file brings its name to the disk as well.
 void SyncFolder(const fs::path& folder) {
     BeforeWriting({.step = WritePoint::SyncFolder, .path = folder, .bytes = {}});
 }
 
 bool IsWritableFolder(const fs::path& folder) {
-    const HandleCloser closer(
-        OpenHandle(folder.empty() ? "." : folder, FILE_ADD_FILE, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
-    return closer.IsOpen();
+    return OpenAnything(folder.empty() ? "." : folder, FILE_ADD_FILE) != nullptr;
 }
 
 }  // namespace quardele::jet

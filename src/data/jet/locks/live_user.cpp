@@ -2,6 +2,7 @@
 
 #include <basic/runtime_error.h>
 
+#include "file/file_names.h"
 #include "file/os_file.h"
 #include "locks/lock_bytes.h"
 #include "locks/lock_file.h"
@@ -10,9 +11,9 @@ namespace quardele::jet {
 
 bool IsUserThere(const std::filesystem::path& dataFile, int user) {
     const std::filesystem::path path = LockFile::PathFor(dataFile);
-    std::error_code failure;
-    if (!std::filesystem::exists(path, failure)) {
-        return static_cast<bool>(failure);
+    const Named lockFile = WhatHasName(path);
+    if (lockFile == Named::Nothing || lockFile == Named::Unknown) {
+        return lockFile == Named::Unknown;
     }
     try {
         OsFile file;

@@ -5,6 +5,7 @@
 
 #include <basic/runtime_error.h>
 
+#include "file/file_names.h"
 #include "locks/lock_bytes.h"
 #include "locks/lock_file.h"
 #include "locks/lock_wait.h"
@@ -34,9 +35,8 @@ ShutOut::Result ShutOut::TakeAll(const std::filesystem::path& dataFile, std::vec
 // between our opening and our locking it, and another one make it anew: who has a file without the name has
 // shut nobody out.
 ShutOut::Result ShutOut::TryTakeAll(const std::filesystem::path& path) {
-    std::error_code failure;
     if (!OpenOrCreate(path)) {
-        return std::filesystem::exists(path, failure) || failure ? Result::Unavailable : Result::Alone;
+        return WhatHasName(path) != Named::Nothing ? Result::Unavailable : Result::Alone;
     }
     switch (file_.TryLock(lock_bytes::kUsers, OsFile::Lock::Exclusive, lock_bytes::kMostUsers)) {
         case OsFile::LockResult::Taken:

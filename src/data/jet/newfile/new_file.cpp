@@ -6,6 +6,7 @@
 #include <basic/runtime_error.h>
 
 #include "commit/journal.h"
+#include "file/file_names.h"
 #include "file/write_hook.h"
 
 namespace quardele::jet {
@@ -34,8 +35,7 @@ fs::path FolderOf(const fs::path& file) {
 }
 
 void DemandFreeName(const fs::path& target) {
-    std::error_code failure;
-    if (fs::exists(fs::symlink_status(target, failure))) {
+    if (IsTaken(target)) {
         Throw(basic::error::kDatabaseExists, target);
     }
     if (HasJournal(target)) {
@@ -54,8 +54,7 @@ fs::path UnfinishedName(const fs::path& target) {
 }  // namespace
 
 NewFile::NewFile(fs::path target) : target_(std::move(target)), place_(UnfinishedName(target_)) {
-    std::error_code failure;
-    if (!fs::is_directory(FolderOf(target_), failure) || !target_.has_filename()) {
+    if (WhatHasName(FolderOf(target_)) != Named::Folder || !target_.has_filename()) {
         Throw(basic::error::kBadPath, target_);
     }
     DemandFreeName(target_);
@@ -67,8 +66,7 @@ NewFile::NewFile(fs::path target) : target_(std::move(target)), place_(Unfinishe
 
 NewFile::~NewFile() {
     file_.Close();
-    std::error_code failure;
-    fs::remove(place_, failure);
+    TryRemoveFile(place_);
 }
 
 // A second name is given, because unlike a new name it never replaces anything; then the first one goes.
@@ -78,23 +76,17 @@ void NewFile::Publish() {
     file_.Close();
     DemandFreeName(target_);
     BeforeWriting({.step = WritePoint::Create, .path = target_, .bytes = {}});
-    std::error_code failure;
-    fs::create_hard_link(place_, target_, failure);
-    if (failure) {
-        std::error_code ignored;
-        if (fs::exists(fs::symlink_status(target_, ignored))) {
+    if (!GiveSecondName(place_, target_)) {
+        if (IsTaken(target_)) {
             Throw(basic::error::kDatabaseExists, target_);
         }
-        fs::rename(place_, target_, failure);
-        if (failure) {
-            throw basic::RuntimeError(basic::error::kReadOnly);
-        }
+        RenameFile(place_, target_);
     }
     try {
         RemoveFile(place_);
         SyncFolder(FolderOf(target_));
     } catch (const basic::RuntimeError&) {
-        fs::remove(target_, failure);  // whoever is told of an error finds no file
+        TryRemoveFile(target_);  // whoever is told of an error finds no file
         throw;
     }
 }

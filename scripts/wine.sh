@@ -13,15 +13,21 @@ if [ "${1:-}" = --server ]; then
     exec wineserver "$@"
 fi
 
-# On a busy machine wine may fail to start a program, and says so itself. Then it is tried again, and only then: a
-# program that has begun is never run twice.
-errors=$(mktemp)
-trap 'rm -f "$errors"' EXIT
+# GoogleTest makes the first file when it begins and deletes it at its end: a program that wine has lost in between may
+# well end with 0. On a busy machine wine may fail to start a program, and says so itself. Then it is tried again, and
+# only then: a program that has begun is never run twice.
+notes=$(mktemp -d)
+trap 'rm -rf "$notes"' EXIT
+export TEST_PREMATURE_EXIT_FILE=$notes/unfinished
 for attempt in 1 2 3; do
     status=0
-    wine "$@" 2>"$errors" || status=$?
-    cat "$errors" >&2
-    if [ "$status" -eq 0 ] || ! grep -qE '^wine: (could not|cannot|failed to) ' "$errors"; then
+    wine "$@" 2>"$notes/errors" || status=$?
+    cat "$notes/errors" >&2
+    if [ -e "$TEST_PREMATURE_EXIT_FILE" ]; then
+        echo "$1 n'est pas allé jusqu'au bout." >&2
+        exit 1
+    fi
+    if [ "$status" -eq 0 ] || ! grep -qE '^wine: (could not|cannot|failed to) ' "$notes/errors"; then
         exit "$status"
     fi
     echo "wine n'a pas lancé $1 (essai $attempt)." >&2

@@ -81,7 +81,7 @@ int Run(std::span<const std::string> words, Session& session) {
 
 int main(int argc, char** argv) {
     constexpr Message kNoMemory{"mémoire insuffisante", "out of memory"};
-    UseBinaryStreams();
+    const PlainStreams streams;
     const Language language = LanguageOfUser();
     try {
         Output out(stdout);

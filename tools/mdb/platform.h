@@ -11,8 +11,17 @@ namespace quardele::mdb {
 [[nodiscard]] std::filesystem::path PathOf(const std::string& utf8);
 /// Null when the file cannot be opened.
 [[nodiscard]] std::FILE* OpenForReading(const std::filesystem::path& path);
-/// Leaves the bytes of the standard streams as they are.
-void UseBinaryStreams();
+/// While it lives, the bytes of the standard streams stay as they are, and a console shows them as UTF-8.
+class PlainStreams {
+ public:
+    PlainStreams();
+    ~PlainStreams();
+    PlainStreams(const PlainStreams&) = delete;
+    PlainStreams& operator=(const PlainStreams&) = delete;
+
+ private:
+    unsigned consoleBefore_ = 0;  ///< the code page that the console had; 0 for none
+};
 [[nodiscard]] bool IsTerminal(std::FILE* stream);
 /// Whether the user's system speaks French, where that is no matter of environment variables.
 [[nodiscard]] bool IsSystemFrench();

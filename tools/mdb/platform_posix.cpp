@@ -12,7 +12,8 @@ std::FILE* OpenForReading(const std::filesystem::path& path) {
     return std::fopen(path.c_str(), "rb");
 }
 
-void UseBinaryStreams() {}
+PlainStreams::PlainStreams() = default;
+PlainStreams::~PlainStreams() = default;
 
 bool IsTerminal(std::FILE* stream) {
     return ::isatty(::fileno(stream)) == 1;

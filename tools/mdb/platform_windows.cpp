@@ -17,11 +17,18 @@ std::FILE* OpenForReading(const std::filesystem::path& path) {
     return ::_wfopen(quardele::basic::SystemPath(path).c_str(), L"rb");
 }
 
-void UseBinaryStreams() {
+PlainStreams::PlainStreams() : consoleBefore_(::GetConsoleOutputCP()) {
     for (std::FILE* stream : {stdin, stdout, stderr}) {
         ::_setmode(::_fileno(stream), _O_BINARY);
     }
     ::SetConsoleOutputCP(CP_UTF8);
+}
+
+PlainStreams::~PlainStreams() {
+    if (consoleBefore_ != 0) {
+        std::fflush(nullptr);
+        ::SetConsoleOutputCP(consoleBefore_);
+    }
 }
 
 bool IsTerminal(std::FILE* stream) {

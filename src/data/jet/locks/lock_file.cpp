@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <vector>
 
 #include <basic/runtime_error.h>
 
@@ -18,30 +17,9 @@ constexpr std::size_t kNameSize = 32;
 constexpr std::size_t kSlotSize = 2 * kNameSize;
 constexpr std::string_view kUserName = "Admin";
 
-/// Neighbouring pages, whose locks are one range.
-struct Run {
-    std::uint32_t first = 0;
-    std::uint32_t last = 0;
-};
-
 /// A commit of very many scattered pages locks all from its first to its last one: systems look through the
 /// locks of a file one by one.
-constexpr std::size_t kMostRuns = 256;
-
-std::vector<Run> RunsOf(std::span<const std::uint32_t> pages) {
-    std::vector<Run> runs;
-    for (const std::uint32_t page : pages) {
-        if (!runs.empty() && runs.back().last + 1 == page) {
-            runs.back().last = page;
-        } else {
-            runs.push_back({page, page});
-        }
-    }
-    if (runs.size() > kMostRuns) {
-        runs = {{runs.front().first, runs.back().last}};
-    }
-    return runs;
-}
+constexpr std::size_t kMostRanges = 256;
 
 [[nodiscard]] std::uint64_t WriteRange(std::uint32_t page) {
     return lock_bytes::kPageWrites + page * lock_bytes::kPerPage;
@@ -115,7 +93,9 @@ void LockFile::Leave() {
         return;
     }
     const std::filesystem::path path = file_.Path();
+    held_.clear();
     commit_.Close();
+    isCommitOpen_ = false;
     file_.Unlock(lock_bytes::kUsers + static_cast<std::uint64_t>(user_ - 1));
     user_ = 0;
     try {
@@ -142,22 +122,47 @@ void LockFile::ReleasePage(std::uint32_t page) {
     }
 }
 
+// Neighbouring pages are one range.
+std::vector<LockFile::Range> LockFile::RangesOf(std::span<const std::uint32_t> pages) {
+    std::vector<Range> ranges;
+    for (const std::uint32_t page : pages) {
+        const std::uint64_t first = WriteRange(page);
+        if (!ranges.empty() && ranges.back().first + ranges.back().length == first) {
+            ranges.back().length += lock_bytes::kPerPage;
+        } else {
+            ranges.push_back({first, lock_bytes::kPerPage});
+        }
+    }
+    if (ranges.size() > kMostRanges) {
+        const std::uint64_t first = ranges.front().first;
+        ranges = {{first, ranges.back().first + ranges.back().length - first}};
+    }
+    return ranges;
+}
+
 bool LockFile::TryHoldPages(std::span<const std::uint32_t> pages) {
     if (user_ == 0) {
         return true;
     }
-    if (!commit_.OpenOrCreate(file_.Path())) {
+    isCommitOpen_ = isCommitOpen_ || commit_.OpenOrCreate(file_.Path());
+    if (!isCommitOpen_) {
         return false;
     }
-    for (const Run& run : RunsOf(pages)) {
-        const std::uint64_t length = (std::uint64_t{run.last} - run.first + 1) * lock_bytes::kPerPage;
-        if (commit_.TryLock(WriteRange(run.first), OsFile::Lock::Shared, length) !=
-            OsFile::LockResult::Taken) {
-            commit_.Close();
+    for (const Range& range : RangesOf(pages)) {
+        if (commit_.TryLock(range.first, OsFile::Lock::Shared, range.length) != OsFile::LockResult::Taken) {
+            ReleasePages();
             return false;
         }
+        held_.push_back(range);
     }
     return true;
+}
+
+void LockFile::ReleasePages() {
+    for (const Range& range : held_) {
+        commit_.Unlock(range.first, range.length);
+    }
+    held_.clear();
 }
 
 }  // namespace quardele::jet

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <span>
+#include <vector>
 
 #include "file/os_file.h"
 
@@ -39,16 +40,24 @@ class LockFile {
 
     /// The same for the pages of a commit, in ascending order; all of them, or none and false.
     [[nodiscard]] bool TryHoldPages(std::span<const std::uint32_t> pages);
-    void ReleasePages() { commit_.Close(); }
+    void ReleasePages();
 
     [[nodiscard]] static std::filesystem::path PathFor(const std::filesystem::path& dataFile);
 
  private:
+    /// Bytes that are locked as one range.
+    struct Range {
+        std::uint64_t first = 0;
+        std::uint64_t length = 0;
+    };
+    [[nodiscard]] static std::vector<Range> RangesOf(std::span<const std::uint32_t> pages);
     [[nodiscard]] OsFile::LockResult TakePlace(std::span<const int> avoided);
     void WriteName();
 
     OsFile file_;
     OsFile commit_;  ///< its own locks, so that the end of a commit leaves those of file_ alone
+    bool isCommitOpen_ = false;
+    std::vector<Range> held_;  ///< by commit_
     int user_ = 0;
 };
 

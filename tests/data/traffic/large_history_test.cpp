@@ -20,8 +20,8 @@ using basic::Text;
 
 constexpr int kJobs = 150'000;
 constexpr std::size_t kJobsOfVehicle = 2'000;
-/// Most pages that a row found takes: down the indexes to the job and to its lines.
-constexpr std::size_t kPagesOfRow = 6;
+/// Most pages that a row found takes: down the indexes to the job and to its lines, by either of two ways.
+constexpr std::size_t kPagesOfRow = 8;
 /// Rows that the frame of the history shows without scrolling.
 constexpr std::size_t kRowsInView = 9;
 const Text kRegistration = u"ZY-900-AA";

@@ -1,7 +1,9 @@
 #include <forms/form.h>
 
 #include <algorithm>
+#include <exception>
 #include <map>
+#include <utility>
 
 #include <QApplication>
 #include <QDialog>
@@ -11,6 +13,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QResizeEvent>
+#include <QScopedValueRollback>
 #include <QVBoxLayout>
 
 #include <basic/runtime_error.h>
@@ -112,8 +115,10 @@ class Form::Private {
     bool framed = false;      ///< the desktop has told the frame, and the window has made room for it
     QPointer<QWidget> focus;  ///< had the focus when the form was hidden
     bool shown = false;       ///< was on screen at least once
-    bool unloading = false;   ///< its QueryUnload and Unload handlers are running
-    bool gone = false;        ///< unloaded, waiting for its destruction
+    bool showingModally = false;
+    std::exception_ptr activateFailure;  ///< what left Form_Activate during a modal Show
+    bool unloading = false;              ///< its QueryUnload and Unload handlers are running
+    bool gone = false;                   ///< unloaded, waiting for its destruction
 };
 
 std::unique_ptr<Form>& Form::Slot(std::type_index type) {
@@ -296,12 +301,16 @@ void Form::Show(ShowMode mode) {
     if (kind_ == FormKind::Dialog) {
         window_->setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
     }
-    if (!d_->shown) {
-        ShowFirst();
-    } else if (!Visible()) {
-        ShowAgain();
+    {
+        const QScopedValueRollback<bool> showing(d_->showingModally, modal);
+        if (!d_->shown) {
+            ShowFirst();
+        } else if (!Visible()) {
+            ShowAgain();
+        }
+        BecomeActive();
     }
-    BecomeActive();
+    RethrowFailure();
     if (modal && !d_->gone && Visible()) {
         RunModally();
     }
@@ -361,6 +370,30 @@ void Form::BecomeActive() {
         window_->activateWindow();
     }
     FormHost::Instance().Activate(*this);
+}
+
+/// The failure waits until Qt, which may have asked for the activation, is through with it.
+void Form::Activated() {
+    if (!d_->showingModally) {
+        RunHandler([this] { Form_Activate(); });
+        return;
+    }
+    try {
+        Form_Activate();
+    } catch (...) {
+        d_->activateFailure = std::current_exception();
+    }
+}
+
+void Form::RethrowFailure() {
+    try {
+        if (const std::exception_ptr failure = std::exchange(d_->activateFailure, nullptr)) {
+            std::rethrow_exception(failure);
+        }
+    } catch (const basic::RuntimeError&) {
+        Unload();
+        throw;
+    }
 }
 
 void Form::Hide() {

@@ -73,7 +73,7 @@ void FormHost::Activate(Form& form) {
     }
     activeBefore_.push_back(active_);
     active_ = &form;
-    RunHandler([&form] { form.Form_Activate(); });
+    form.Activated();
 }
 
 void FormHost::Leave(Form& form) {

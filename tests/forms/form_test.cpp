@@ -408,6 +408,22 @@ class FormTest : public QObject {
         Instance<FAILING>().Unload();
     }
 
+    void AnErrorInActivateReachesTheStatementThatShowedTheFormModally() {
+        const support::BoxAnswerer boxes;
+        const int before = CatchEndOfProcess(true);
+        int number = 0;
+        try {
+            Instance<FAILING>().Show(ShowMode::Modal);
+        } catch (const basic::RuntimeError& error) {
+            number = error.Number();
+        }
+        QCOMPARE(number, basic::error::kNoCurrentRecord);
+        QVERIFY(boxes.Shown().empty());
+        QCOMPARE(CatchEndOfProcess(true), before);
+        QVERIFY(!IsLoaded<FAILING>());
+        QCOMPARE(Screen::ActiveForm(), &Instance<MAIN>());
+    }
+
     void CtrlF4ClosesAChildAndCtrlWDoesNot() {
         auto& child = Instance<CHILD>();
         auto* window = qobject_cast<QMdiSubWindow*>(child.Window());

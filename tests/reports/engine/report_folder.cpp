@@ -92,15 +92,14 @@ std::string ErrorOf(const std::function<void()>& action) {
 }
 
 void NeedApplication() {
+    if (qApp != nullptr) {
+        return;
+    }
     static int argc = 1;
     static char name[] = "reports";
     static char* argv[] = {name, nullptr};
     static QApplication application(argc, argv);
-    static const bool ready = [] {
-        forms::SetUpApplication(application);
-        return true;
-    }();
-    Q_UNUSED(ready)
+    forms::SetUpApplication(application);
 }
 
 }  // namespace quardele::engine::test

@@ -27,7 +27,7 @@ enum class WindowState { Normal = 0, Minimized = 1, Maximized = 2 };
 ///
 /// The surface takes the designed size (inner size), its windowTitle is the designed caption. Handlers are
 /// virtual methods named after their events; each runs behind the wall of events.h except Form_Load, whose
-/// errors reach the statement that touched the form first.
+/// errors reach the statement that touched the form first, and Form_Activate of a modal Show.
 class Form : public QObject {
     Q_OBJECT
 
@@ -64,7 +64,8 @@ class Form : public QObject {
     [[nodiscard]] bool Visible() const;
 
     /// Shows the form; with Modal returns when it hides or unloads. Fires Resize and Activate at first show,
-    /// then GotFocus of the first control in tab order.
+    /// then GotFocus of the first control in tab order. A modal Show throws the error that leaves its
+    /// Activate, after the form has been unloaded: nobody would end what has not begun.
     void Show(ShowMode mode = ShowMode::Modeless);
     void Hide();
     /// 0 brings the form to the front and activates it.
@@ -111,6 +112,8 @@ class Form : public QObject {
     void ShowAgain();
     void RunModally();
     void BecomeActive();
+    void Activated();
+    void RethrowFailure();
     void Resized();
     void MakeRoomForFrame();
     bool eventFilter(QObject* watched, QEvent* event) override;

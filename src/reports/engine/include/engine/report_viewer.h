@@ -32,9 +32,6 @@ class ReportViewer : public QWidget {
     /// place; false when there is none.
     bool FindNext(const QString& text);
 
- protected:
-    void resizeEvent(QResizeEvent* event) override;
-
  private:
     class Private;
     std::unique_ptr<Private> d_;

@@ -174,13 +174,29 @@ TimeOfDay TimeOf(Date date) {
 }
 
 Date DateAdd(TextView interval, double number, Date date) {
+    const auto adder = DateAdder::For(interval);
+    if (!adder) {
+        ThrowInvalidCall();
+    }
+    return adder->Add(number, date);
+}
+
+std::optional<DateAdder> DateAdder::For(TextView interval) {
     const auto* found =
         std::find_if(kIntervals.begin(), kIntervals.end(),
                      [interval](const Interval& candidate) { return EqualNoCase(candidate.name, interval); });
-    if (found == kIntervals.end() || !(std::fabs(number) <= kLargestStep)) {
+    if (found == kIntervals.end()) {
+        return std::nullopt;
+    }
+    return DateAdder(static_cast<std::size_t>(found - kIntervals.begin()));
+}
+
+Date DateAdder::Add(double number, Date date) const {
+    if (!(std::fabs(number) <= kLargestStep)) {
         ThrowInvalidCall();
     }
-    return found->add(Split(date), std::llrint(number) * found->factor);
+    const Interval& interval = kIntervals[interval_];
+    return interval.add(Split(date), std::llrint(number) * interval.factor);
 }
 
 Date Today() {

@@ -1,6 +1,9 @@
 // Calendar arithmetic on dates of the years 100 to 9999 (proleptic Gregorian calendar).
 #pragma once
 
+#include <cstddef>
+#include <optional>
+
 #include <basic/text.h>
 #include <basic/variant.h>
 
@@ -36,6 +39,19 @@ struct TimeOfDay {
 /// Months and years keep the day or fall to the target month's last day. Throws RuntimeError 5 for another
 /// interval or a result outside 100-9999.
 [[nodiscard]] Date DateAdd(TextView interval, double number, Date date);
+
+/// DateAdd with an interval that is looked up once.
+class DateAdder {
+ public:
+    /// Empty for another interval.
+    [[nodiscard]] static std::optional<DateAdder> For(TextView interval);
+    /// Throws RuntimeError 5 for a result outside 100-9999.
+    [[nodiscard]] Date Add(double number, Date date) const;
+
+ private:
+    explicit DateAdder(std::size_t interval) : interval_(interval) {}
+    std::size_t interval_;  ///< position among those that there are
+};
 
 /// The date and the moment of the workstation's clock, without and with the time.
 [[nodiscard]] Date Today();

@@ -247,6 +247,12 @@ void AppendSortKey(TextView text, std::string& key) {
     builder.Finish();
 }
 
+std::string SortKeyStart(TextView text) {
+    std::string key = SortKey(text);
+    key.resize(key.find(kEndOfInline));
+    return key;
+}
+
 bool HasSortKey(TextView text) {
     return std::none_of(text.begin(), text.end(), IsUnknown);
 }

@@ -15,6 +15,8 @@ namespace quardele::jet {
 [[nodiscard]] std::string SortKey(TextView text);
 /// Appends the same bytes to a string, which need not grow for each text when its memory is reused.
 void AppendSortKey(TextView text, std::string& key);
+/// The bytes with which the keys of all texts begin that begin with this one, up to equality.
+[[nodiscard]] std::string SortKeyStart(TextView text);
 /// Whether all units of the text are in the tables, so that its key is the one that the original engine would
 /// store. An index must not be asked for another text (Seek throws 3251), and such a text is not written into
 /// one.

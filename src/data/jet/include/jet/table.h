@@ -126,6 +126,7 @@ class Row {
  private:
     friend class TableImpl;
     friend class RowReader;
+    friend class RowCopies;
     Row(const TableImpl* table, RowId id, std::shared_ptr<const Page> page,
         std::span<const std::uint8_t> bytes)
         : table_(table), id_(id), page_(std::move(page)), bytes_(bytes) {}

@@ -40,10 +40,6 @@ void Copy(const jet::Table& table, SqliteFile& sqlite) {
     sqlite.Execute("COMMIT");
 }
 
-std::size_t Wanted(const Statement& statement, std::size_t rows) {
-    return statement.rowsRead == 0 ? rows : std::min(rows, statement.rowsRead);
-}
-
 std::string Shown(const SqliteValue& value) {
     if (const auto* const text = std::get_if<std::string>(&value)) {
         return *text;
@@ -75,15 +71,17 @@ BothSides::BothSides(const fs::path& file)
 
 std::size_t BothSides::RunOurs(const Statement& statement) const {
     const auto query = sql::Query::Prepare(database_, basic::FromUtf8(statement.ours));
-    const sql::RowSet rows = query->Run();
-    const std::size_t wanted = Wanted(statement, rows.Size());
+    const bool whole = statement.rowsRead == 0;
+    const sql::RowSet rows = whole ? query->Run() : query->RunInSteps();
+    const std::size_t wanted =
+        whole ? rows.Size() : std::min(rows.Found(statement.rowsRead), statement.rowsRead);
     const auto columns = static_cast<int>(query->Columns().size());
     for (std::size_t row = 0; row < wanted; ++row) {
         for (int column = 0; column < columns; ++column) {
             (void)rows.Value(row, column);
         }
     }
-    return rows.Size();
+    return wanted;
 }
 
 std::size_t BothSides::RunTheirs(const Statement& statement) {

@@ -19,8 +19,9 @@ class BothSides {
     /// Opens the data database and copies the tables that statements read.
     explicit BothSides(const std::filesystem::path& file);
 
-    /// Prepares and runs the statement and reads every value of the rows that are wanted; how many rows the
-    /// result has. SQLite's result ends where the reading ends.
+    /// Prepares and runs the statement and reads every value of the rows that are wanted; how many these
+    /// were. Where only the first are, we find our rows in steps, as lists do, and SQLite's result ends where
+    /// the reading ends.
     std::size_t RunOurs(const Statement& statement) const;
     std::size_t RunTheirs(const Statement& statement);
 

@@ -51,13 +51,21 @@ KeysetRecordset::KeysetRecordset(std::shared_ptr<DatabaseImpl> database, Text na
       type_(type),
       query_(std::move(query)) {
     Run();
+    File().Shared()->Enter(*this);
     Arrive(GoFirst() ? Place::Row : Place::Empty);
 }
 
+KeysetRecordset::~KeysetRecordset() {
+    if (query_ != nullptr) {
+        File().Shared()->Remove(*this);
+    }
+}
+
 void KeysetRecordset::Run() {
-    rows_ = query_->Run();
+    readVersion_ = Version();
+    rows_ = type_ == RecordsetType::Dynaset ? query_->RunInSteps() : query_->Run();
     run_ = NextRun();
-    ran_ = rows_.Size();
+    added_ = 0;
     visited_ = 0;
     lost_.clear();
 }
@@ -75,18 +83,24 @@ void KeysetRecordset::Requery() {
 
 std::size_t KeysetRecordset::RecordCount() const {
     RequireOpen();
-    const std::size_t added = rows_.Size() - ran_;
-    const std::size_t counted = std::min(visited_, ran_) + added - lost_.size();
+    // Added rows stand behind all others, which have all been found by then.
+    const std::size_t visited = added_ == 0 ? visited_ : std::min(visited_, rows_.Size() - added_);
+    const std::size_t counted = visited + added_ - lost_.size();
     return counted == 0 && HasRows() ? 1 : counted;
 }
 
 bool KeysetRecordset::HasRows() const {
-    return lost_.size() < rows_.Size();
+    return HasRow(lost_.size());
 }
 
 std::size_t KeysetRecordset::RowCount() const {
     RequireOpen();
-    return rows_.Size();
+    return RowsFound(SIZE_MAX);
+}
+
+std::size_t KeysetRecordset::RowsFound(std::size_t wanted) const {
+    RequireOpen();
+    return rows_.Found(wanted);
 }
 
 void KeysetRecordset::Visit(std::size_t rows) {
@@ -100,7 +114,7 @@ long KeysetRecordset::AbsolutePosition() const {
 
 void KeysetRecordset::SetAbsolutePosition(long position) {
     RequireOpen();
-    if (position < 0 || static_cast<std::size_t>(position) >= rows_.Size()) {
+    if (position < 0 || !HasRow(static_cast<std::size_t>(position))) {
         throw RuntimeError(error::kInvalidArgument);
     }
     Leave();
@@ -139,8 +153,12 @@ bool KeysetRecordset::LandBefore(std::size_t end) {
     return end > 0 && Land(end - 1);
 }
 
+bool KeysetRecordset::HasRow(std::size_t row) const {
+    return rows_.Found(row + 1) > row;
+}
+
 bool KeysetRecordset::Land(std::size_t row) {
-    if (row >= rows_.Size()) {
+    if (!HasRow(row)) {
         return false;
     }
     row_ = row;
@@ -150,7 +168,7 @@ bool KeysetRecordset::Land(std::size_t row) {
 
 void KeysetRecordset::RequireRowOf(const Bookmark& bookmark) const {
     const std::size_t row = PositionOf(bookmark, run_);
-    if (row >= rows_.Size()) {
+    if (!HasRow(row)) {
         throw RuntimeError(error::kInvalidBookmark);
     }
     if (lost_.contains(row)) {
@@ -179,7 +197,9 @@ std::optional<jet::RowId> KeysetRecordset::RowIn(std::size_t table) const {
 }
 
 Bookmark KeysetRecordset::TakeIn(const RowParts& parts) {
-    return BookmarkOf(run_, rows_.Append(Joined(parts)));
+    const std::size_t row = rows_.Append(Joined(parts));
+    ++added_;
+    return BookmarkOf(run_, row);
 }
 
 RowParts KeysetRecordset::Joined(const RowParts& parts) const {
@@ -223,6 +243,7 @@ bool KeysetRecordset::AllowsChanges() const {
 }
 
 void KeysetRecordset::Release() {
+    File().Shared()->Remove(*this);
     condition_.reset();
     rows_ = {};
     query_.reset();
@@ -231,7 +252,7 @@ void KeysetRecordset::Release() {
 Variant KeysetRecordset::ValueAt(std::size_t row, int field) const {
     RequireOpen();
     Checked(field);
-    if (row >= rows_.Size()) {
+    if (!HasRow(row)) {
         throw RuntimeError(error::kNoCurrentRecord);
     }
     return Read(row, field);

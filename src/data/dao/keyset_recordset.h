@@ -11,11 +11,12 @@
 
 namespace quardele::dao {
 
-class KeysetRecordset final : public RecordsetBase {
+class KeysetRecordset final : public RecordsetBase, private RowFinder {
  public:
     /// Runs the query. `type` is Dynaset or Snapshot.
     KeysetRecordset(std::shared_ptr<DatabaseImpl> database, Text name, std::shared_ptr<sql::Query> query,
                     RecordsetType type);
+    ~KeysetRecordset() override;
 
     [[nodiscard]] RecordsetType Type() const override { return type_; }
     [[nodiscard]] std::size_t RecordCount() const override;
@@ -29,6 +30,7 @@ class KeysetRecordset final : public RecordsetBase {
     void Requery() override;
 
     [[nodiscard]] std::size_t RowCount() const override;
+    [[nodiscard]] std::size_t RowsFound(std::size_t wanted) const override;
     [[nodiscard]] Variant ValueAt(std::size_t row, int field) const override;
 
  protected:
@@ -54,7 +56,9 @@ class KeysetRecordset final : public RecordsetBase {
     void Release() override;
 
  private:
+    void FindRest() override { (void)RowsFound(SIZE_MAX); }
     void Run();
+    [[nodiscard]] bool HasRow(std::size_t row) const;
     bool Land(std::size_t row);
     // The nearest row that this recordset has not deleted: from `row` on, and in front of `end`.
     bool LandFrom(std::size_t row);
@@ -78,7 +82,7 @@ class KeysetRecordset final : public RecordsetBase {
     mutable sql::RowSet rows_;
     std::uint64_t run_ = 0;  ///< number of the rows, for their bookmarks
     std::size_t row_ = 0;
-    std::size_t ran_ = 0;         ///< rows that the run has found; those behind them were added
+    std::size_t added_ = 0;       ///< rows behind those that the run finds
     std::size_t visited_ = 0;     ///< rows counted from the first that a move or a search has come to
     std::set<std::size_t> lost_;  ///< rows that this recordset has deleted
     Text conditionText_;          ///< of the condition prepared last

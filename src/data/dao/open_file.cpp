@@ -50,6 +50,12 @@ std::shared_ptr<OpenFile> OpenFile::Open(const std::filesystem::path& place, jet
 OpenFile::OpenFile(std::shared_ptr<jet::Database> database, jet::OpenMode mode)
     : database_(std::move(database)), mode_(mode) {}
 
+void OpenFile::FindRests() {
+    for (RowFinder* finder : finders_) {
+        finder->FindRest();
+    }
+}
+
 bool OpenFile::Take(const jet::Table& table, jet::RowId row) {
     return taken_.emplace(&table, row).second;
 }

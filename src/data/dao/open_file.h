@@ -10,6 +10,14 @@
 
 namespace quardele::dao {
 
+/// Finds its rows as they are asked for.
+class RowFinder {
+ public:
+    virtual ~RowFinder() = default;
+    /// Finds those that are left.
+    virtual void FindRest() = 0;
+};
+
 /// One file in one mode. Databases of the program share it, so that each sees at once what another one
 /// changes, and they take one place among the file's users. Those opened exclusively share nothing; those
 /// opened shared do so also where the administrator's setting lets nobody else in (engine_settings.h).
@@ -26,6 +34,12 @@ class OpenFile {
     /// From here on what others have written is seen.
     void Refresh() { database_->Refresh(); }
 
+    // Recordsets that find their rows as they are asked for; not owned.
+    void Enter(RowFinder& finder) { finders_.insert(&finder); }
+    void Remove(RowFinder& finder) { finders_.erase(&finder); }
+    /// Before this program changes the file: recordsets that are open have the rows that it holds now.
+    void FindRests();
+
     // Rows that a recordset of this program has locked; see RowHold.
     /// False when one has the row already.
     bool Take(const jet::Table& table, jet::RowId row);
@@ -34,6 +48,7 @@ class OpenFile {
  private:
     std::shared_ptr<jet::Database> database_;
     jet::OpenMode mode_;
+    std::set<RowFinder*> finders_;
     std::set<std::pair<const jet::Table*, jet::RowId>> taken_;
 };
 

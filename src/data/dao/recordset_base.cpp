@@ -326,6 +326,7 @@ void RecordsetBase::Update() {
 
 void RecordsetBase::WriteEdit() {
     database_->Refresh();
+    database_->Shared()->FindRests();
     const std::vector<std::size_t> tables = TablesToWrite();
     // With the steps begun nobody comes between comparing and writing.
     jet::TableSteps steps = Begin(tables);
@@ -344,6 +345,7 @@ void RecordsetBase::WriteNew() {
     if (tables.empty()) {
         return;
     }
+    database_->Shared()->FindRests();
     RowParts parts(layout_.tables.size());
     jet::TableSteps steps = Begin(tables);
     for (const std::size_t table : tables) {
@@ -417,6 +419,7 @@ void RecordsetBase::Delete() {
     const std::size_t table = TableToDeleteFrom();
     const jet::RowId row = *RowIn(table);
     const RowHold hold(database_->Shared(), layout_.tables[table], row);
+    database_->Shared()->FindRests();
     RowLosing(table);
     layout_.tables[table]->Delete(row);
     RowLost(table);

@@ -54,4 +54,11 @@ RowSet Query::Run() const {
         std::make_shared<RowSet::Data>(shared_from_this(), select_->Plan(), Execute(select_->Plan())));
 }
 
+RowSet Query::RunInSteps() const {
+    auto rest = PendingRows::Of(select_->Plan());
+    return rest == nullptr
+               ? Run()
+               : RowSet(std::make_shared<RowSet::Data>(shared_from_this(), select_->Plan(), std::move(rest)));
+}
+
 }  // namespace quardele::sql

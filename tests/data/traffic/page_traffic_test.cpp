@@ -104,6 +104,46 @@ TEST_F(PageTrafficTest, OpeningAListReadsTheKeysAndTheRowsThatAreLookedAt) {
     EXPECT_LT(static_cast<double>(opening.read) - static_cast<double>(keys.read), FilePages() * 0.05);
 }
 
+/// What opening a list and showing its first page asks the file for, keys included.
+TEST_F(PageTrafficTest, TheFirstPageOfAListTouchesATwentiethOfTheFile) {
+    constexpr std::size_t kFirstPage = 40;
+    for (const TextView source : {TextView(u"select * from TVEH"), TextView(u"SELECT * FROM TVEH_DETAIL"),
+                                  TextView(u"select * from TVEH where InStr(1, TVEH_IMMAT, '1') <> 0"),
+                                  TextView(u"select * from TVEH where left(TVEH_IMMAT,4) = 'AB-1'")}) {
+        const auto file = dao::OpenFile::Open(File(), jet::OpenMode::Shared);
+        const Traffic opening = TrafficIn(*file->Database(), [&] {
+            const auto list = dao::DBEngine::Instance()
+                                  .Workspaces(0)
+                                  .OpenDatabase(basic::FromUtf8(File().string()))
+                                  ->OpenRecordset(source, dao::RecordsetType::Dynaset);
+            ASSERT_GT(list->RowsFound(1), 0U);
+            for (std::size_t row = 0; row < kFirstPage && list->RowsFound(row + 1) > row; ++row) {
+                (void)list->ValueAt(row, 0);
+            }
+        });
+        EXPECT_GT(opening.read, 0U);
+        EXPECT_LT(static_cast<double>(opening.read), FilePages() * 0.05) << basic::ToUtf8(source);
+    }
+}
+
+/// A sorted join has read its rows to sort them.
+TEST_F(PageTrafficTest, TheValuesOfASortedJoinAreThereOnceItHasRun) {
+    const auto database = jet::Database::Open(File(), jet::OpenMode::ReadOnly);
+    const auto query = sql::Query::Prepare(
+        database,
+        u"SELECT TVEH_DETAIL_DATVIS, TVEH_MARQUE FROM TVEH_DETAIL LEFT JOIN TVEH ON TVEH_DETAIL_Immat = "
+        u"TVEH_IMMAT WHERE TVEH_DETAIL_PERIOD > 6 ORDER BY TVEH_CODCLI, TVEH_IMMAT");
+    const sql::RowSet rows = query->Run();
+    ASSERT_GT(rows.Size(), 1000U);
+    const Traffic reading = TrafficIn(*database, [&] {
+        for (std::size_t row = 0; row < rows.Size(); ++row) {
+            (void)rows.Value(row, 0);
+            (void)rows.Value(row, 1);
+        }
+    });
+    EXPECT_EQ(reading.asked, 0U);
+}
+
 TEST_F(PageTrafficTest, ASearchForAValueIsALookIntoAHashFromTheSecondOn) {
     List list(File());
     list.Open();

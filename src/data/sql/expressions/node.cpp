@@ -22,6 +22,7 @@ class ConstantNode final : public Node {
         return value_.IsText() ? std::optional<TextView>(value_.As<Text>()) : std::nullopt;
     }
     const Variant* Constant() const override { return &value_; }
+    bool NeverFails() const override { return true; }
 
  private:
     Variant value_;
@@ -52,6 +53,10 @@ class ColumnNode final : public Node {
         const jet::Row* stored = row.RowOf(source_);
         return stored == nullptr || stored->IsNull(column_);
     }
+    /// Long values lie elsewhere and may have been replaced by the time they are read.
+    bool NeverFails() const override {
+        return Type() != jet::ColumnType::Memo && Type() != jet::ColumnType::Ole;
+    }
 
  private:
     std::size_t source_;
@@ -64,6 +69,10 @@ class ResultNode final : public Node {
 
     Variant Value(RowContext& row) const override { return row.Result(column_); }
     const Variant& Peek(RowContext& row, Variant&) const override { return row.Result(column_); }
+    std::optional<TextView> Characters(RowContext& row, Text&) const override {
+        const Variant& value = row.Result(column_);
+        return value.IsText() ? std::optional<TextView>(value.As<Text>()) : std::nullopt;
+    }
 
  private:
     std::size_t column_;

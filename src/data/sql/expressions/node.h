@@ -33,6 +33,8 @@ class Node {
     [[nodiscard]] virtual bool IsNull(RowContext& row) const;
     /// The value as a condition.
     [[nodiscard]] virtual Truth Test(RowContext& row) const;
+    /// Whether it has a value for every row that can be read, without an error for any.
+    [[nodiscard]] virtual bool NeverFails() const { return false; }
     /// The value when it is the same for every row, else null.
     [[nodiscard]] virtual const Variant* Constant() const { return nullptr; }
 

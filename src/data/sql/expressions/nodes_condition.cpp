@@ -38,6 +38,7 @@ class NumberComparisonNode final : public ConditionNode {
         const auto right = left ? right_->Number(row) : std::nullopt;
         return right ? Outcome(op_, *left, *right) : Truth::Unknown;
     }
+    bool NeverFails() const override { return left_->NeverFails() && right_->NeverFails(); }
 
  private:
     BinaryOperator op_;
@@ -56,6 +57,7 @@ class TextComparisonNode final : public ConditionNode {
         const auto right = left ? right_->Characters(row, rightBuffer_) : std::nullopt;
         return right ? Outcome(op_, jet::Compare(*left, *right)) : Truth::Unknown;
     }
+    bool NeverFails() const override { return left_->NeverFails() && right_->NeverFails(); }
 
  private:
     BinaryOperator op_;
@@ -186,6 +188,7 @@ class LikeNode final : public ConditionNode {
         };
         return value.IsText() ? matches(value.As<Text>()) : matches(basic::CStr(value));
     }
+    bool NeverFails() const override { return ready_.has_value() && operand_->NeverFails(); }
 
  private:
     NodePtr operand_;
@@ -199,6 +202,7 @@ class IsNullNode final : public ConditionNode {
     explicit IsNullNode(NodePtr operand) : operand_(std::move(operand)) {}
 
     Truth Test(RowContext& row) const override { return TruthOf(operand_->IsNull(row)); }
+    bool NeverFails() const override { return operand_->NeverFails(); }
 
  private:
     NodePtr operand_;
@@ -208,6 +212,7 @@ class NotNode final : public ConditionNode {
  public:
     explicit NotNode(NodePtr operand) : operand_(std::move(operand)) {}
     Truth Test(RowContext& row) const override { return Not(operand_->Test(row)); }
+    bool NeverFails() const override { return operand_->NeverFails(); }
 
  private:
     NodePtr operand_;
@@ -228,6 +233,10 @@ class JunctionNode final : public ConditionNode {
             }
         }
         return result;
+    }
+    bool NeverFails() const override {
+        return std::all_of(operands_.begin(), operands_.end(),
+                           [](const NodePtr& operand) { return operand->NeverFails(); });
     }
 
  private:

@@ -48,6 +48,7 @@ class PartNode final : public Node {
         return text ? std::optional(part_(*text, count_)) : std::nullopt;
     }
     bool IsNull(RowContext& row) const override { return text_->IsNull(row); }
+    bool NeverFails() const override { return text_->NeverFails(); }
 
  private:
     NodePtr text_;
@@ -88,6 +89,7 @@ class PlaceNode final : public Node {
         return found == TextView::npos ? 0 : static_cast<double>(found + 1);
     }
     bool IsNull(RowContext& row) const override { return text_->IsNull(row); }
+    bool NeverFails() const override { return text_->NeverFails(); }
 
  private:
     NodePtr text_;
@@ -98,11 +100,8 @@ class PlaceNode final : public Node {
 
 class LaterDateNode final : public Node {
  public:
-    LaterDateNode(Text interval, NodePtr number, NodePtr date)
-        : Node(jet::ColumnType::Date),
-          interval_(std::move(interval)),
-          number_(std::move(number)),
-          date_(std::move(date)) {}
+    LaterDateNode(basic::DateAdder adder, NodePtr number, NodePtr date)
+        : Node(jet::ColumnType::Date), adder_(adder), number_(std::move(number)), date_(std::move(date)) {}
 
     Variant Value(RowContext& row) const override {
         const auto days = Number(row);
@@ -114,11 +113,11 @@ class LaterDateNode final : public Node {
         if (!date) {
             return std::nullopt;
         }
-        return basic::DateAdd(interval_, *number, basic::Date{*date}).days;
+        return adder_.Add(*number, basic::Date{*date}).days;
     }
 
  private:
-    Text interval_;
+    basic::DateAdder adder_;
     NodePtr number_;
     NodePtr date_;
 };
@@ -150,11 +149,11 @@ NodePtr MakePlace(NodeList& arguments) {
 NodePtr MakeLaterDate(NodeList& arguments) {
     const bool fits = IsConstantText(arguments[0]) && IsNumber(arguments[1]) &&
                       arguments[2]->Type() == jet::ColumnType::Date;
-    if (!fits) {
+    const auto adder = fits ? basic::DateAdder::For(arguments[0]->Constant()->As<Text>()) : std::nullopt;
+    if (!adder) {
         return nullptr;
     }
-    return std::make_unique<const LaterDateNode>(arguments[0]->Constant()->As<Text>(),
-                                                 std::move(arguments[1]), std::move(arguments[2]));
+    return std::make_unique<const LaterDateNode>(*adder, std::move(arguments[1]), std::move(arguments[2]));
 }
 
 }  // namespace

@@ -110,6 +110,7 @@ struct Condition::Impl {
         if (!equality) {
             return std::nullopt;
         }
+        data.FindAll();
         FindIndex& index = data.findIndexes[equality->signature];
         if (!index.IsBuilt()) {
             Build(index, data);
@@ -146,11 +147,11 @@ Condition::Condition(Condition&&) noexcept = default;
 Condition& Condition::operator=(Condition&&) noexcept = default;
 
 bool Condition::Holds(const RowSet& rows, std::size_t row) const {
-    return row < rows.Size() && impl_->node->Test(rows.data_->At(row)) == Truth::True;
+    return rows.Found(row + 1) > row && impl_->node->Test(rows.data_->At(row)) == Truth::True;
 }
 
 std::optional<std::size_t> Condition::FindForward(const RowSet& rows, std::size_t from) const {
-    if (from >= rows.Size()) {
+    if (rows.Found(from + 1) <= from) {
         return std::nullopt;
     }
     RowSet::Data& data = *rows.data_;
@@ -160,7 +161,7 @@ std::optional<std::size_t> Condition::FindForward(const RowSet& rows, std::size_
                          [&](std::size_t row) { return impl_->Fulfils(data, row); });
         return found == candidates->end() ? std::nullopt : std::optional(*found);
     }
-    for (std::size_t row = from; row < data.rows.size; ++row) {
+    for (std::size_t row = from; data.Has(row); ++row) {
         if (impl_->Fulfils(data, row)) {
             return row;
         }
@@ -169,17 +170,19 @@ std::optional<std::size_t> Condition::FindForward(const RowSet& rows, std::size_
 }
 
 std::optional<std::size_t> Condition::FindBackward(const RowSet& rows, std::size_t from) const {
-    if (rows.Size() == 0) {
+    const std::size_t end = std::min(from, SIZE_MAX - 1) + 1;
+    const std::size_t found = rows.Found(end);
+    if (found == 0) {
         return std::nullopt;
     }
     RowSet::Data& data = *rows.data_;
     if (const auto candidates = impl_->Candidates(data)) {
-        const auto end = std::upper_bound(candidates->begin(), candidates->end(), from);
-        const auto found = std::find_if(std::make_reverse_iterator(end), candidates->rend(),
-                                        [&](std::size_t row) { return impl_->Fulfils(data, row); });
-        return found == candidates->rend() ? std::nullopt : std::optional(*found);
+        const auto behind = std::upper_bound(candidates->begin(), candidates->end(), from);
+        const auto last = std::find_if(std::make_reverse_iterator(behind), candidates->rend(),
+                                       [&](std::size_t row) { return impl_->Fulfils(data, row); });
+        return last == candidates->rend() ? std::nullopt : std::optional(*last);
     }
-    for (std::size_t next = std::min(from + 1, data.rows.size); next > 0; --next) {
+    for (std::size_t next = std::min(end, found); next > 0; --next) {
         if (impl_->Fulfils(data, next - 1)) {
             return next - 1;
         }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <jet/collation.h>
+
 #include "expressions/compare.h"
 #include "expressions/operators.h"
 
@@ -34,6 +36,24 @@ bool CanSeek(jet::ColumnType column, StaticType value) {
            (column == jet::ColumnType::Date) == (value == jet::ColumnType::Date);
 }
 
+/// The beginning of a text by which an index can be asked for all texts that begin so: plain letters, digits
+/// and signs, which have no accents that could be other ones in a longer text. Longer than that is not
+/// needed.
+Text StartOfText(TextView text) {
+    constexpr std::size_t kLongest = 32;
+    constexpr char16_t kFirstAccented = 0x80;
+    const auto accented =
+        std::find_if(text.begin(), text.end(), [](char16_t unit) { return unit >= kFirstAccented; });
+    Text start(text.begin(), accented);
+    start.resize(std::min(start.size(), kLongest));
+    return jet::SortKeyStart(start).empty() ? Text() : start;
+}
+
+/// The same of what a pattern of LIKE begins with.
+Text StartOfPattern(TextView pattern) {
+    return StartOfText(pattern.substr(0, pattern.find_first_of(u"*?#[")));
+}
+
 BinaryOperator Mirrored(BinaryOperator op) {
     switch (op) {
         case BinaryOperator::Less:
@@ -62,6 +82,12 @@ class ColumnBounds {
         if (const auto* comparison = condition.As<Binary>(); comparison && IsComparison(comparison->op)) {
             AddComparison(*comparison->left, comparison->op, *comparison->right);
             AddComparison(*comparison->right, Mirrored(comparison->op), *comparison->left);
+            if (comparison->op == BinaryOperator::Equal) {
+                AddLeftPart(*comparison->left, *comparison->right);
+                AddLeftPart(*comparison->right, *comparison->left);
+            }
+        } else if (comparison && comparison->op == BinaryOperator::Like) {
+            AddPattern(*comparison->left, *comparison->right);
         } else if (const auto* between = condition.As<Between>(); between && !between->negated) {
             AddBetween(*between);
         }
@@ -72,6 +98,10 @@ class ColumnBounds {
         const jet::Index& index = table_.Indexes()[static_cast<std::size_t>(position)];
         IndexRange range;
         range.index = position;
+        range.start = StartOf(index);
+        if (index.seekable && !range.start.empty()) {
+            return range;
+        }
         for (const jet::IndexColumn& part : index.columns) {
             const Bounds& bounds = columns_[static_cast<std::size_t>(part.column)];
             if (bounds.equal == nullptr) {
@@ -97,7 +127,16 @@ class ColumnBounds {
         const Expression* high = nullptr;
         bool lowStrict = false;
         bool highStrict = false;
+        Text start = {};  ///< of a text
     };
+
+    /// The text with which the first column of an index begins, when nothing closer is known of it.
+    [[nodiscard]] Text StartOf(const jet::Index& index) const {
+        const jet::IndexColumn& first = index.columns.front();
+        const Bounds& bounds = columns_[static_cast<std::size_t>(first.column)];
+        const bool bounded = bounds.equal != nullptr || bounds.low != nullptr || bounds.high != nullptr;
+        return bounded || !first.ascending ? Text() : bounds.start;
+    }
 
     [[nodiscard]] std::optional<IndexRange::Bound> MakeBound(const Expression* value, bool strict) const {
         if (value == nullptr) {
@@ -144,6 +183,27 @@ class ColumnBounds {
         }
     }
 
+    /// Left(column, count) = text.
+    void AddLeftPart(const Expression& part, const Expression& text) {
+        const auto* call = part.As<Call>();
+        if (call != nullptr && call->arguments.size() == 2 && basic::EqualNoCase(call->function, u"Left")) {
+            AddStart(*call->arguments.front(), text, StartOfText);
+        }
+    }
+
+    /// column Like "text*".
+    void AddPattern(const Expression& column, const Expression& pattern) {
+        AddStart(column, pattern, StartOfPattern);
+    }
+
+    void AddStart(const Expression& column, const Expression& value, Text (*startOf)(TextView)) {
+        Bounds* bounds = BoundsFor(column, value);
+        const NodePtr constant = bounds == nullptr ? nullptr : Compile(value, scope_);
+        if (constant != nullptr && constant->Constant() != nullptr && constant->Constant()->IsText()) {
+            bounds->start = startOf(constant->Constant()->As<Text>());
+        }
+    }
+
     void AddBetween(const Between& between) {
         const NodePtr first = Compile(*between.low, scope_);
         const NodePtr second = Compile(*between.high, scope_);
@@ -168,8 +228,8 @@ class ColumnBounds {
 
 /// How much a range is worth: a single row most, then equal columns, then bounds.
 int Worth(const IndexRange& range) {
-    return (range.single ? 1000 : 0) + static_cast<int>(range.prefix.size()) * 10 + (range.low ? 1 : 0) +
-           (range.high ? 1 : 0);
+    return (range.single ? 1000 : 0) + (range.start.empty() ? 0 : 2) +
+           static_cast<int>(range.prefix.size()) * 10 + (range.low ? 1 : 0) + (range.high ? 1 : 0);
 }
 
 }  // namespace

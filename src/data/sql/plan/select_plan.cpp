@@ -44,6 +44,9 @@ class PlanMaker {
         if (plan_.IsKeyed() && plan_.tables.size() == 1) {
             OrderSingleTable();
         }
+        if (GroupsComeInOrder()) {
+            plan_.order.clear();
+        }
         plan_.sources = std::move(bound_.sources);
         plan_.items = std::move(bound_.items);
         return std::move(plan_);
@@ -155,11 +158,15 @@ class PlanMaker {
         const bool natural = bound_.orderBy.empty();
         const auto order = natural ? PrimaryOrder(table) : PlainOrder();
         const TableProducer* rows = plan_.plan.rows->AsTable();
+        const auto indexed = IndexForOrder(table, order);
+        // Whoever steps through rows meets no errors on the way.
+        const bool canStep = rows != nullptr && !rows->HasRange() && !plan_.top && rows->NeverFails();
+        if (canStep && (indexed || (natural && order.empty()))) {
+            plan_.steps = StepPlan{indexed};
+        }
         // TOP keeps all rows that are equal to the last one, for which it must know the order.
         const bool needsKeys = plan_.top && !natural;
-        const auto walk = rows != nullptr && !rows->HasConditions() && !needsKeys
-                              ? IndexForOrder(table, order)
-                              : std::nullopt;
+        const auto walk = rows != nullptr && !rows->HasConditions() && !needsKeys ? indexed : std::nullopt;
         if (walk) {
             plan_.plan.rows =
                 std::make_unique<const IndexOrderProducer>(0, table, walk->index, walk->backwards);
@@ -170,6 +177,18 @@ class PlanMaker {
                 plan_.order.push_back({MakeColumn(0, column.column, type), column.descending});
             }
         }
+    }
+
+    /// Groups come in the order of their keys. TOP must know the order all the same, to keep rows that are
+    /// equal to the last one.
+    [[nodiscard]] bool GroupsComeInOrder() const {
+        const std::vector<ExpressionPtr>& keys = bound_.select.groupBy;
+        const std::vector<OrderItem>& order = bound_.orderBy;
+        return plan_.groups && !plan_.distinct && !plan_.top && order.size() <= keys.size() &&
+               std::equal(order.begin(), order.end(), keys.begin(),
+                          [](const OrderItem& item, const ExpressionPtr& key) {
+                              return !item.descending && SameExpression(*item.expression, *key);
+                          });
     }
 
     /// The ORDER BY when it consists of plain columns, else empty.

@@ -7,6 +7,7 @@
 #include <sql/query.h>
 
 #include "plan/bound_select.h"
+#include "plan/index_choice.h"
 #include "plan/planner.h"
 #include "rows/aggregate.h"
 
@@ -29,6 +30,11 @@ struct GroupPlan {
     NodePtr having;  ///< over the group's result row; may be empty
 };
 
+/// How the rows of one table can be found one by one, in the order of the result.
+struct StepPlan {
+    std::optional<IndexWalk> walk;  ///< empty for physical order
+};
+
 struct SelectPlan {
     std::vector<Source> sources;
     Tables tables;
@@ -44,6 +50,8 @@ struct SelectPlan {
     NodeList itemNodes;
     /// Over the same rows as itemNodes; with DISTINCT over the result columns.
     std::vector<OrderStep> order;
+    /// Empty when all rows must be found before the first is known.
+    std::optional<StepPlan> steps;
 
     /// Whether result rows are identities of source rows, not values.
     [[nodiscard]] bool IsKeyed() const { return !fixedValues && !groups && !distinct && !tables.empty(); }

@@ -4,22 +4,26 @@
 #include <utility>
 
 #include "rows/grouper.h"
-#include "rows/key_table.h"
 #include "rows/node_key.h"
 #include "rows/row_sorter.h"
+#include "rows/value_numbers.h"
 
 namespace quardele::sql {
 namespace {
 
-/// What a row is sorted by.
+/// Puts rows before a sorter by the values that order them.
 class OrderKey {
  public:
-    std::string_view Make(const std::vector<OrderStep>& order, RowContext& row) {
+    /// False when the row is not wanted, which its first values may tell.
+    bool AddTo(RowSorter& sorter, const std::vector<OrderStep>& order, RowContext& row) {
         bytes_.clear();
         for (const OrderStep& step : order) {
             keys_.Append(bytes_, *step.node, row, step.descending);
+            if (sorter.IsBeyondTop(bytes_)) {
+                return false;
+            }
         }
-        return bytes_;
+        return sorter.Add(bytes_);
     }
 
  private:
@@ -58,17 +62,23 @@ ResultRows ExecuteKeyed(const SelectPlan& plan, const RunEnvironment& environmen
     RowContext row(plan.tables, environment);
     RowSorter sorter(plan.top);
     OrderKey key;
+    const bool sorted = !plan.order.empty();
+    if (sorted && plan.tables.size() > 1) {
+        result.kept = KeptRows(plan.tables);
+    }
     ProduceRows(plan, row, [&] {
-        if (!plan.order.empty() && !sorter.Add(key.Make(plan.order, row))) {
+        if (sorted && !key.AddTo(sorter, plan.order, row)) {
             return true;
         }
+        result.kept.Add(row);
         for (std::size_t source = 0; source < result.keys.size(); ++source) {
             result.keys[source].push_back(row.KeyOf(source));
         }
         return !HasEnough(plan, ++result.size);
     });
-    if (!plan.order.empty()) {
+    if (sorted) {
         const std::vector<std::uint32_t> order = sorter.Order();
+        result.kept.Rearrange(order);
         result.size = order.size();
         for (auto& keys : result.keys) {
             keys = Rearranged(keys, order);
@@ -100,7 +110,7 @@ class ValueRows {
         if (!IsSorted()) {
             return !HasEnough(plan_, ++size_);
         }
-        if (!sorter_.Add(MakeKey(row, first))) {
+        if (!Sort(row, first)) {
             values_.resize(first);
         }
         return true;
@@ -124,23 +134,20 @@ class ValueRows {
     [[nodiscard]] bool IsSorted() const { return plan_.distinct || !plan_.order.empty(); }
 
     bool IsNew(RowContext& row) {
-        rowKey_.clear();
-        for (const NodePtr& item : plan_.itemNodes) {
-            keys_.Append(rowKey_, *item, row);
-        }
-        return seen_.Add(rowKey_);
+        const std::uint32_t before = seen_.Size();
+        return seen_.NumberOf(plan_.itemNodes, row) == before;
     }
 
-    /// What the row is sorted by. Distinct rows without an order are sorted by all their columns.
-    std::string_view MakeKey(RowContext& row, std::size_t first) {
+    /// Distinct rows without an order are sorted by all their columns. False when the row is not wanted.
+    bool Sort(RowContext& row, std::size_t first) {
         if (!plan_.distinct) {
-            return key_.Make(plan_.order, row);
+            return key_.AddTo(sorter_, plan_.order, row);
         }
         if (plan_.order.empty()) {
-            return rowKey_;
+            return sorter_.Add(seen_.KeyOf(seen_.Size() - 1));
         }
         results_.SetResults(std::span(values_).subspan(first));
-        return key_.Make(plan_.order, results_);
+        return key_.AddTo(sorter_, plan_.order, results_);
     }
 
     const SelectPlan& plan_;
@@ -148,9 +155,7 @@ class ValueRows {
     std::vector<Variant> values_;
     std::size_t size_ = 0;  ///< rows so far, when they stay in the order in which they come
     RowSorter sorter_;
-    KeyTable seen_;
-    NodeKeys keys_;
-    std::string rowKey_;
+    ValueNumbers seen_;
     OrderKey key_;
 };
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "plan/select_plan.h"
+#include "rows/kept_rows.h"
 
 namespace quardele::sql {
 
@@ -12,6 +13,7 @@ struct ResultRows {
     std::size_t size = 0;
     std::vector<std::vector<jet::RowId>> keys;
     std::vector<Variant> values;
+    KeptRows kept;  ///< of identities
 };
 
 [[nodiscard]] ResultRows Execute(const SelectPlan& plan, const RunEnvironment& environment = {});

@@ -9,7 +9,7 @@ namespace quardele::sql {
 Grouper::Grouper(const GroupPlan& plan) : plan_(plan) {
     if (plan_.keys.empty()) {
         // Without GROUP BY there is one group, even of no rows.
-        keys_.Insert({});
+        keys_.AddNone();
         for (const AggregateStep& step : plan_.aggregates) {
             accumulators_.emplace_back(step.kind);
         }
@@ -30,12 +30,11 @@ void Grouper::Add(RowContext& row) {
 }
 
 std::uint32_t Grouper::GroupOf(RowContext& row) {
-    key_.clear();
-    for (const NodePtr& node : plan_.keys) {
-        nodeKeys_.Append(key_, *node, row);
+    if (plan_.keys.empty()) {
+        return 0;
     }
     const std::uint32_t before = keys_.Size();
-    const std::uint32_t group = keys_.Insert(key_);
+    const std::uint32_t group = keys_.NumberOf(plan_.keys, row);
     if (keys_.Size() == before) {
         return group;
     }

@@ -4,8 +4,7 @@
 #include <vector>
 
 #include "plan/select_plan.h"
-#include "rows/key_table.h"
-#include "rows/node_key.h"
+#include "rows/value_numbers.h"
 
 namespace quardele::sql {
 
@@ -23,11 +22,9 @@ class Grouper {
     std::uint32_t GroupOf(RowContext& row);
 
     const GroupPlan& plan_;
-    KeyTable keys_;
-    NodeKeys nodeKeys_;
+    ValueNumbers keys_;
     std::vector<Variant> keyValues_;  ///< as the first row of each group has them
     std::vector<Accumulator> accumulators_;
-    std::string key_;
 };
 
 }  // namespace quardele::sql

@@ -112,14 +112,11 @@ bool IndexJoinProducer::Produce(RowContext& row, const Emit& emit) const {
         }
         bool matched = false;
         for (const jet::RowId id : ids) {
-            const bool goOn = table.ProduceRow(id, row, [&] {
-                if (!AllTrue(parts_.on, row)) {
-                    return true;
-                }
-                matched = true;
-                return emit();
-            });
-            if (!goOn) {
+            if (!table.Accepts(id, row) || !AllTrue(parts_.on, row)) {
+                continue;
+            }
+            matched = true;
+            if (!emit()) {
                 return false;
             }
         }

@@ -7,9 +7,13 @@ namespace {
 
 constexpr std::size_t kFirstPlaces = 64;
 
+std::uint32_t TagOf(std::uint64_t hash) {
+    return static_cast<std::uint32_t>(hash >> 32);
+}
+
 }  // namespace
 
-KeyTable::KeyTable() : places_(kFirstPlaces, 0) {}
+KeyTable::KeyTable() : places_(kFirstPlaces) {}
 
 std::string_view KeyTable::KeyOf(std::uint32_t number) const {
     const Entry& entry = entries_[number];
@@ -19,9 +23,8 @@ std::string_view KeyTable::KeyOf(std::uint32_t number) const {
 std::size_t KeyTable::PlaceOf(std::string_view key, std::uint64_t hash) const {
     const std::size_t mask = places_.size() - 1;
     std::size_t place = hash & mask;
-    while (places_[place] != 0) {
-        const std::uint32_t number = places_[place] - 1;
-        if (entries_[number].hash == hash && KeyOf(number) == key) {
+    while (places_[place].number != 0) {
+        if (places_[place].tag == TagOf(hash) && KeyOf(places_[place].number - 1) == key) {
             break;
         }
         place = (place + 1) & mask;
@@ -32,13 +35,13 @@ std::size_t KeyTable::PlaceOf(std::string_view key, std::uint64_t hash) const {
 std::uint32_t KeyTable::Insert(std::string_view key) {
     const std::uint64_t hash = std::hash<std::string_view>()(key);
     const std::size_t place = PlaceOf(key, hash);
-    if (places_[place] != 0) {
-        return places_[place] - 1;
+    if (places_[place].number != 0) {
+        return places_[place].number - 1;
     }
     const std::uint32_t number = Size();
     entries_.push_back({hash, bytes_.size(), key.size()});
     bytes_ += key;
-    places_[place] = number + 1;
+    places_[place] = {number + 1, TagOf(hash)};
     if (entries_.size() * 2 > places_.size()) {
         Grow();
     }
@@ -51,20 +54,20 @@ bool KeyTable::Add(std::string_view key) {
 }
 
 void KeyTable::Grow() {
-    places_.assign(places_.size() * 2, 0);
+    places_.assign(places_.size() * 2, {});
     const std::size_t mask = places_.size() - 1;
     for (std::uint32_t number = 0; number < entries_.size(); ++number) {
         std::size_t place = entries_[number].hash & mask;
-        while (places_[place] != 0) {
+        while (places_[place].number != 0) {
             place = (place + 1) & mask;
         }
-        places_[place] = number + 1;
+        places_[place] = {number + 1, TagOf(entries_[number].hash)};
     }
 }
 
 std::optional<std::uint32_t> KeyTable::Find(std::string_view key) const {
     const std::size_t place = PlaceOf(key, std::hash<std::string_view>()(key));
-    return places_[place] == 0 ? std::nullopt : std::optional(places_[place] - 1);
+    return places_[place].number == 0 ? std::nullopt : std::optional(places_[place].number - 1);
 }
 
 void KeyedRows::Add(std::string_view key, std::uint32_t row) {

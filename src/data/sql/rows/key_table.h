@@ -28,13 +28,19 @@ class KeyTable {
         std::size_t length;
     };
 
+    struct Place {
+        std::uint32_t number = 0;  ///< + 1, 0 for a free place
+        std::uint32_t tag =
+            0;  ///< upper half of the hash: tells most other keys apart without a look at them
+    };
+
     /// The place of a key: its own, or the free one where it would go.
     [[nodiscard]] std::size_t PlaceOf(std::string_view key, std::uint64_t hash) const;
     void Grow();
 
     std::string bytes_;
     std::vector<Entry> entries_;
-    std::vector<std::uint32_t> places_;  ///< number + 1, 0 for a free place; a power of two of them
+    std::vector<Place> places_;  ///< a power of two of them
 };
 
 /// Rows by key: several rows may have the same key, and come back in the order in which they were added.

@@ -54,6 +54,8 @@ struct IndexRange {
     NodeList prefix;
     std::optional<Bound> low;
     std::optional<Bound> high;
+    /// Not empty: the first column begins with this text, and there are no other bounds.
+    Text start = {};
     /// At most one row can match.
     bool single = false;
 };
@@ -73,13 +75,21 @@ class TableProducer final : public Producer {
     [[nodiscard]] std::size_t Source() const { return source_; }
     [[nodiscard]] const jet::Table& Table() const { return table_; }
     [[nodiscard]] bool HasConditions() const { return !conditions_.empty(); }
+    /// Whether rows are looked for through an index, so that there are few of them.
+    [[nodiscard]] bool HasRange() const { return range_.has_value(); }
+    /// Whether the conditions hold for any row whatsoever without an error.
+    [[nodiscard]] bool NeverFails() const;
 
-    /// Reads the row and emits it when the conditions hold.
-    bool ProduceRow(jet::RowId id, RowContext& row, const Emit& emit) const;
+    /// Puts a row into the context; whether the conditions hold for it. One that is gone is not accepted.
+    [[nodiscard]] bool Accepts(jet::RowId id, RowContext& row) const;
+    [[nodiscard]] bool Accepts(jet::Row stored, RowContext& row) const;
 
  private:
     bool Scan(RowContext& row, const Emit& emit) const;
     [[nodiscard]] std::optional<std::vector<jet::RowId>> RowsInRange(RowContext& row) const;
+    [[nodiscard]] std::optional<std::vector<jet::RowId>> RowsWithStart() const;
+    /// So many rows of an index are read one by one.
+    [[nodiscard]] std::size_t MostSought() const;
 
     std::size_t source_;
     const jet::Table& table_;

@@ -50,6 +50,11 @@ class RowContext {
     [[nodiscard]] jet::RowId KeyOf(std::size_t source) const { return slots_[source].key; }
     /// The row of a source, null when there is none. Throws 3167 when it has been deleted meanwhile.
     [[nodiscard]] const jet::Row* RowOf(std::size_t source);
+    /// The row of a source as far as it has been read already, else null.
+    [[nodiscard]] const jet::Row* ReadRow(std::size_t source) const {
+        const Slot& slot = slots_[source];
+        return slot.key != kNoRow && slot.row ? &*slot.row : nullptr;
+    }
     [[nodiscard]] const Variant& Result(std::size_t column) const { return results_[column]; }
     /// The value of a source that is a query, Null when there is no row.
     [[nodiscard]] const Variant& QueryValue(std::size_t source, std::size_t column) const;

@@ -4,6 +4,12 @@
 #include "sql_error.h"
 
 namespace quardele::sql {
+namespace {
+
+/// Rows are found so many at a time.
+constexpr std::size_t kStep = 16;
+
+}  // namespace
 
 RowSet::Data::Data(std::shared_ptr<const Query> ofQuery, const SelectPlan& ofPlan, ResultRows found)
     : query(std::move(ofQuery)),
@@ -12,15 +18,36 @@ RowSet::Data::Data(std::shared_ptr<const Query> ofQuery, const SelectPlan& ofPla
       context_(plan.tables),
       unique_(plan.tables.size()) {}
 
+RowSet::Data::Data(std::shared_ptr<const Query> ofQuery, const SelectPlan& ofPlan,
+                   std::unique_ptr<PendingRows> rest)
+    : Data(std::move(ofQuery), ofPlan, ResultRows{.size = 0, .keys = {{}}, .values = {}, .kept = {}}) {
+    pending_ = std::move(rest);
+}
+
+void RowSet::Data::Find(std::size_t wanted) {
+    if (pending_ != nullptr && rows.size < wanted) {
+        const std::size_t whole = wanted > SIZE_MAX - kStep ? wanted : (wanted + kStep - 1) / kStep * kStep;
+        if (!pending_->Find(whole, rows)) {
+            pending_.reset();
+        }
+    }
+}
+
 RowContext& RowSet::Data::At(std::size_t row) {
-    if (row >= rows.size) {
+    if (!Has(row)) {
         throw basic::RuntimeError(error::kNoCurrentRecord);
     }
     if (current_ == row) {
         return context_;
     }
     for (std::size_t source = 0; source < rows.keys.size(); ++source) {
-        context_.SetKey(source, rows.keys[source][row]);
+        const jet::RowId key = rows.keys[source][row];
+        const jet::Row* kept = rows.kept.Find(row, source);
+        if (kept != nullptr && key == kept->Id()) {
+            context_.SetRow(source, *kept);
+        } else {
+            context_.SetKey(source, key);
+        }
     }
     if (!plan.IsKeyed()) {
         const std::size_t width = plan.columns.size();
@@ -34,6 +61,7 @@ void RowSet::Data::Forget(std::size_t row) {
     if (current_ == row) {
         current_.reset();
     }
+    rows.kept.Forget(row);
     context_.ForgetSubqueries();
     if (!findIndexes.empty() && plan.IsKeyed()) {
         forgotten.insert(row);
@@ -43,6 +71,7 @@ void RowSet::Data::Forget(std::size_t row) {
 void RowSet::Data::ForgetAll() {
     if (plan.IsKeyed()) {
         current_.reset();
+        rows.kept.Clear();
         context_.ForgetSubqueries();
         findIndexes.clear();
         forgotten.clear();
@@ -50,6 +79,7 @@ void RowSet::Data::ForgetAll() {
 }
 
 std::size_t RowSet::Data::Append(std::span<const std::optional<jet::RowId>> keys) {
+    FindAll();
     for (std::size_t source = 0; source < rows.keys.size(); ++source) {
         rows.keys[source].push_back(keys[source].value_or(kNoRow));
         unique_[source].reset();
@@ -69,6 +99,7 @@ void RowSet::Data::MarkDeleted(std::size_t row, std::size_t source) {
 bool RowSet::Data::IsUnique(std::size_t source) {
     std::optional<bool>& known = unique_[source];
     if (!known) {
+        FindAll();
         std::vector<jet::RowId> ids = rows.keys[source];
         std::erase_if(ids, [](jet::RowId id) { return id == kNoRow || id == kDeletedRow; });
         std::sort(ids.begin(), ids.end());
@@ -78,7 +109,15 @@ bool RowSet::Data::IsUnique(std::size_t source) {
 }
 
 std::size_t RowSet::Size() const {
-    return data_ ? data_->rows.size : 0;
+    return Found(SIZE_MAX);
+}
+
+std::size_t RowSet::Found(std::size_t wanted) const {
+    if (!data_) {
+        return 0;
+    }
+    data_->Find(wanted);
+    return data_->rows.size;
 }
 
 Variant RowSet::Value(std::size_t row, int column) const {
@@ -94,7 +133,7 @@ Variant RowSet::Value(std::size_t row, int column) const {
 }
 
 std::optional<jet::RowId> RowSet::Key(std::size_t row, std::size_t source) const {
-    if (!HasKeys() || source >= data_->rows.keys.size() || row >= data_->rows.size) {
+    if (!HasKeys() || source >= data_->rows.keys.size() || !data_->Has(row)) {
         return std::nullopt;
     }
     const jet::RowId key = data_->rows.keys[source][row];

@@ -12,12 +12,24 @@
 
 #include "plan/find_index.h"
 #include "rows/executor.h"
+#include "rows/pending_rows.h"
 #include "rows/row_context.h"
 
 namespace quardele::sql {
 
 struct RowSet::Data {
     Data(std::shared_ptr<const Query> ofQuery, const SelectPlan& ofPlan, ResultRows found);
+    /// Of a run that finds its rows in steps.
+    Data(std::shared_ptr<const Query> ofQuery, const SelectPlan& ofPlan, std::unique_ptr<PendingRows> rest);
+
+    /// Finds rows until there are so many or no more to come.
+    void Find(std::size_t wanted);
+    /// Whether there is such a row; looks no further than a step behind it.
+    [[nodiscard]] bool Has(std::size_t row) {
+        Find(row + 1);
+        return row < rows.size;
+    }
+    void FindAll() { Find(SIZE_MAX); }
 
     /// The context of a row. The row that was looked at last stays read until another one is asked for or
     /// it is forgotten.
@@ -38,6 +50,7 @@ struct RowSet::Data {
     std::set<std::size_t> forgotten;
 
  private:
+    std::unique_ptr<PendingRows> pending_;  ///< null once all rows are found
     RowContext context_;
     std::optional<std::size_t> current_;
     std::vector<std::optional<bool>> unique_;

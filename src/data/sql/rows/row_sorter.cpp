@@ -33,10 +33,6 @@ bool RowSorter::Add(std::string_view key) {
     return true;
 }
 
-bool RowSorter::IsBeyondTop(std::string_view key) const {
-    return most_ > 0 && first_.size() == most_ && key > BytesOf(first_.front());
-}
-
 void RowSorter::KeepAmongFirst(std::uint32_t row) {
     const auto precedes = [this](std::uint32_t left, std::uint32_t right) { return Precedes(left, right); };
     first_.push_back(row);

@@ -18,6 +18,10 @@ class RowSorter {
 
     /// The key of the next row, made by AppendSortKey; false when the row is not wanted and does not count.
     bool Add(std::string_view key);
+    /// Whether a row whose key begins so comes behind those of as many rows as are wanted.
+    [[nodiscard]] bool IsBeyondTop(std::string_view start) const {
+        return most_ > 0 && first_.size() == most_ && start > BytesOf(first_.front()).substr(0, start.size());
+    }
     [[nodiscard]] std::size_t Size() const { return keys_.size(); }
 
     /// The rows by their keys, equal ones in the order in which they came. With TOP only the first of them,
@@ -33,8 +37,6 @@ class RowSorter {
 
     [[nodiscard]] std::string_view BytesOf(std::uint32_t row) const;
     [[nodiscard]] bool Precedes(std::uint32_t left, std::uint32_t right) const;
-    /// Whether the key comes behind those of as many rows as are wanted.
-    [[nodiscard]] bool IsBeyondTop(std::string_view key) const;
     void KeepAmongFirst(std::uint32_t row);
 
     std::optional<Top> top_;

@@ -13,6 +13,7 @@ constexpr std::size_t kScanFrom = 4;
 
 // What a kind of condition leaves of a table, as long as nothing better is known.
 constexpr double kEqualityLeaves = 0.01;
+constexpr double kStartLeaves = 0.05;
 constexpr double kRangeLeaves = 0.3;
 constexpr double kConditionLeaves = 0.5;
 
@@ -47,6 +48,15 @@ bool SeekLast(jet::IndexCursor& cursor, const std::vector<Variant>& values, cons
     return cursor.Seek(strict ? jet::SeekOperator::Less : jet::SeekOperator::LessOrEqual, values);
 }
 
+/// Whether the first column of an entry, a text, has a key that begins so.
+bool HasStart(const jet::IndexCursor& cursor, std::string_view start) {
+    const auto key = cursor.KeyBytes();
+    // The value stands behind its marker.
+    return key.size() > start.size() &&
+           std::equal(start.begin(), start.end(), key.begin() + 1,
+                      [](char left, std::uint8_t right) { return static_cast<std::uint8_t>(left) == right; });
+}
+
 bool IsBehind(const jet::IndexCursor& cursor, const jet::IndexCursor& last) {
     const auto key = cursor.KeyBytes();
     const auto lastKey = last.KeyBytes();
@@ -69,6 +79,9 @@ double TableProducer::Estimate() const {
         if (range_->single) {
             return 1;
         }
+        if (!range_->start.empty()) {
+            return rows * kStartLeaves;
+        }
         return rows * (range_->prefix.empty() ? kRangeLeaves : kEqualityLeaves);
     }
     if (selective_) {
@@ -83,9 +96,9 @@ double TableProducer::Cost() const {
 
 bool TableProducer::Produce(RowContext& row, const Emit& emit) const {
     if (range_) {
-        if (const auto ids = RowsInRange(row)) {
+        if (const auto ids = range_->start.empty() ? RowsInRange(row) : RowsWithStart()) {
             return std::all_of(ids->begin(), ids->end(),
-                               [&](jet::RowId id) { return ProduceRow(id, row, emit); });
+                               [&](jet::RowId id) { return !Accepts(id, row) || emit(); });
         }
     }
     return Scan(row, emit);
@@ -94,21 +107,26 @@ bool TableProducer::Produce(RowContext& row, const Emit& emit) const {
 bool TableProducer::Scan(RowContext& row, const Emit& emit) const {
     jet::RowScan scan = table_.Scan();
     while (auto stored = scan.Next()) {
-        row.SetRow(source_, std::move(*stored));
-        if (AllTrue(conditions_, row) && !emit()) {
+        if (Accepts(std::move(*stored), row) && !emit()) {
             return false;
         }
     }
     return true;
 }
 
-bool TableProducer::ProduceRow(jet::RowId id, RowContext& row, const Emit& emit) const {
+bool TableProducer::NeverFails() const {
+    return std::all_of(conditions_.begin(), conditions_.end(),
+                       [](const NodePtr& condition) { return condition->NeverFails(); });
+}
+
+bool TableProducer::Accepts(jet::RowId id, RowContext& row) const {
     auto stored = table_.Fetch(id);
-    if (!stored) {
-        return true;
-    }
-    row.SetRow(source_, std::move(*stored));
-    return !AllTrue(conditions_, row) || emit();
+    return stored && Accepts(std::move(*stored), row);
+}
+
+bool TableProducer::Accepts(jet::Row stored, RowContext& row) const {
+    row.SetRow(source_, std::move(stored));
+    return AllTrue(conditions_, row);
 }
 
 /// The rows that the index range holds, in physical order; empty when a scan is the better or only way.
@@ -136,7 +154,7 @@ std::optional<std::vector<jet::RowId>> TableProducer::RowsInRange(RowContext& ro
     if (!SeekFirst(cursor, low.values, range_->low) || !SeekLast(last, high.values, range_->high)) {
         return ids;
     }
-    const std::size_t most = range_->prefix.empty() ? table_.RowCount() / kScanFrom + 1 : SIZE_MAX;
+    const std::size_t most = range_->prefix.empty() ? MostSought() : SIZE_MAX;
     for (bool more = true; more && !IsBehind(cursor, last); more = cursor.Next()) {
         if (ids.size() >= most) {
             return std::nullopt;
@@ -145,6 +163,27 @@ std::optional<std::vector<jet::RowId>> TableProducer::RowsInRange(RowContext& ro
     }
     std::sort(ids.begin(), ids.end());
     return ids;
+}
+
+std::optional<std::vector<jet::RowId>> TableProducer::RowsWithStart() const {
+    const std::string start = jet::SortKeyStart(range_->start);
+    const Variant first(range_->start);
+    const std::size_t most = MostSought();
+    std::vector<jet::RowId> ids;
+    jet::IndexCursor cursor = table_.OpenIndex(range_->index);
+    for (bool more = cursor.Seek(jet::SeekOperator::GreaterOrEqual, {&first, 1});
+         more && HasStart(cursor, start); more = cursor.Next()) {
+        if (ids.size() >= most) {
+            return std::nullopt;
+        }
+        ids.push_back(cursor.Current());
+    }
+    std::sort(ids.begin(), ids.end());
+    return ids;
+}
+
+std::size_t TableProducer::MostSought() const {
+    return table_.RowCount() / kScanFrom + 1;
 }
 
 bool IndexOrderProducer::Produce(RowContext& row, const Emit& emit) const {

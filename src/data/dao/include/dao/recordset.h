@@ -43,7 +43,9 @@ class RecordsetObserver {
 };
 
 /// Rows of a table or of a statement. Table type reads in index order once an index is set; a dynaset's
-/// membership and order are fixed when it is opened, and its values are read live; a snapshot is fixed.
+/// membership and order are fixed when it is opened, and its values are read live; a snapshot is fixed. Where
+/// a dynaset's statement allows it, its rows are found in steps as somebody comes to them: all of them before
+/// this program changes the file, but what others write meanwhile decides which rows those ahead are.
 /// Reading without a current record throws 3021; a row deleted by somebody else throws 3167 when touched.
 ///
 /// What other processes have written is seen after DBEngine::Idle, and from each Find..., Seek, Edit, Delete
@@ -151,6 +153,9 @@ class Recordset {
     // For grids: reading any row without moving the current record. Not for table type.
     /// Number of rows, visited or not, with the empty places of deleted ones.
     [[nodiscard]] virtual std::size_t RowCount() const = 0;
+    /// Number of rows found once so many have been looked for: fewer than `wanted` only when there are no
+    /// more.
+    [[nodiscard]] virtual std::size_t RowsFound(std::size_t /*wanted*/) const { return RowCount(); }
     /// The value of a field in a row (0-based). 3167 when the row is gone.
     [[nodiscard]] virtual Variant ValueAt(std::size_t row, int field) const = 0;
 

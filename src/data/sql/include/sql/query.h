@@ -61,6 +61,11 @@ class Query : public std::enable_shared_from_this<Query> {
     [[nodiscard]] bool IsOneSide(std::size_t source) const;
     /// Finds membership and order of the rows now; values are read later (see RowSet).
     [[nodiscard]] RowSet Run() const;
+    /// The same, but where a statement allows it, rows are found when they are first asked for. Whoever
+    /// changes the file through this database, and wants the rows as they were, finds them all beforehand
+    /// (RowSet::Size). When others change it meanwhile, rows that were not found yet are those of the file as
+    /// it is when they are: the order goes on behind the row found last, and no row comes twice.
+    [[nodiscard]] RowSet RunInSteps() const;
 
  private:
     friend class RowSet;
@@ -75,7 +80,11 @@ class RowSet {
  public:
     RowSet() = default;
 
+    /// Finds all rows and counts them.
     [[nodiscard]] std::size_t Size() const;
+    /// The number of rows found once so many have been looked for: fewer than `wanted` only when there are
+    /// no more.
+    [[nodiscard]] std::size_t Found(std::size_t wanted = 0) const;
     /// The value of a column; Null for columns of a source that a LEFT or RIGHT JOIN left without a row.
     /// Throws 3167 when the row has been deleted since the run.
     [[nodiscard]] Variant Value(std::size_t row, int column) const;

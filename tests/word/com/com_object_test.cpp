@@ -58,7 +58,8 @@ TEST_F(ComObjectTest, APropertyIsPutUnderItsOwnName) {
 TEST_F(ComObjectTest, EveryKindOfValueHasOneOfCom) {
     Call({Value(), basic::Variant(basic::Null{}), true, 1, 1.5, basic::Variant(basic::Date{46346}), u"é€",
           Missing{}});
-    EXPECT_THAT(server_.kinds, ElementsAre(VT_ERROR, VT_BSTR, VT_DATE, VT_R8, VT_I4, VT_BOOL, VT_NULL, VT_EMPTY));
+    EXPECT_THAT(server_.kinds,
+                ElementsAre(VT_ERROR, VT_BSTR, VT_DATE, VT_R8, VT_I4, VT_BOOL, VT_NULL, VT_EMPTY));
 }
 
 TEST_F(ComObjectTest, WhatComHasNoKindForIsRefusedBeforeTheCall) {
@@ -79,7 +80,8 @@ TEST_F(ComObjectTest, AnswersComeBackInOurKinds) {
     EXPECT_EQ(answerOf(VT_UI4, [](VARIANT& v) { v.ulVal = 4000000000U; }), Value(4000000000.0));
     EXPECT_EQ(answerOf(VT_R4, [](VARIANT& v) { v.fltVal = 0.5F; }), Value(0.5));
     EXPECT_EQ(answerOf(VT_CY, [](VARIANT& v) { v.cyVal.int64 = 12500; }), Value(1.25));
-    EXPECT_EQ(answerOf(VT_DATE, [](VARIANT& v) { v.date = 46346; }), Value(basic::Variant(basic::Date{46346})));
+    EXPECT_EQ(answerOf(VT_DATE, [](VARIANT& v) { v.date = 46346; }),
+              Value(basic::Variant(basic::Date{46346})));
     EXPECT_EQ(answerOf(VT_NULL, [](VARIANT&) {}), Value(basic::Variant(basic::Null{})));
     EXPECT_EQ(answerOf(VT_EMPTY, [](VARIANT&) {}), Value());
     EXPECT_EQ(answerOf(VT_BSTR, [](VARIANT& v) { v.bstrVal = nullptr; }), Value(u""));

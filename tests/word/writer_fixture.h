@@ -33,10 +33,14 @@ class Writer : public testing::Test {
         word_ = Create();
     }
 
-    static automation::ObjectPtr Create() { return automation::SessionFactory().CreateObject(u"Word.Application"); }
+    static automation::ObjectPtr Create() {
+        return automation::SessionFactory().CreateObject(u"Word.Application");
+    }
 
     void New(const std::string& file) { NewFrom(TestTemplate(file)); }
-    void NewFrom(const basic::Text& path) { word_->Child(u"Documents")->CallNamed(u"Add", {{u"Template", path}}); }
+    void NewFrom(const basic::Text& path) {
+        word_->Child(u"Documents")->CallNamed(u"Add", {{u"Template", path}});
+    }
 
     [[nodiscard]] automation::ObjectPtr Document() const { return word_->Child(u"ActiveDocument"); }
     [[nodiscard]] automation::ObjectPtr Selection() const { return word_->Child(u"Selection"); }
@@ -44,7 +48,9 @@ class Writer : public testing::Test {
         return word_->Child(u"ActiveWindow")->Child(u"ActivePane")->Child(u"View");
     }
 
-    void Select(basic::TextView bookmark) { Document()->Child(u"Bookmarks", {basic::Text(bookmark)})->Call(u"Select"); }
+    void Select(basic::TextView bookmark) {
+        Document()->Child(u"Bookmarks", {basic::Text(bookmark)})->Call(u"Select");
+    }
     void Type(basic::TextView text) { Selection()->Call(u"TypeText", {basic::Text(text)}); }
     void MoveRight(int unit, int count = 1) { Selection()->Call(u"MoveRight", {unit, count}); }
     [[nodiscard]] std::string Selected() const { return Utf8(Selection()->Get(u"Text")); }
@@ -52,8 +58,12 @@ class Writer : public testing::Test {
         return Utf8(Document()->Child(u"Bookmarks", {basic::Text(bookmark)})->Child(u"Range")->Get(u"Text"));
     }
     [[nodiscard]] int Column() const { return Number(*Selection()->Child(u"Columns", {1}), u"Index"); }
-    static int Number(automation::Object& object, basic::TextView member) { return basic::CLng(object.Get(member).Plain()); }
-    static std::string Utf8(const automation::Value& value) { return basic::ToUtf8(basic::CStr(value.Plain())); }
+    static int Number(automation::Object& object, basic::TextView member) {
+        return basic::CLng(object.Get(member).Plain());
+    }
+    static std::string Utf8(const automation::Value& value) {
+        return basic::ToUtf8(basic::CStr(value.Plain()));
+    }
 
     void SaveAs(const basic::Text& file) { Document()->CallNamed(u"SaveAs", {{u"FileName", file}}); }
 

@@ -110,7 +110,8 @@ Value Cells::Delete(const Arguments&) {
 
 Value Cells::HeightRule(const Arguments&) {
     bool automatic = true;
-    OnSelectedRows(*Doc(), [&](const auto& row) { automatic = automatic && Property<bool>(row, "IsAutoHeight"); });
+    OnSelectedRows(*Doc(),
+                   [&](const auto& row) { automatic = automatic && Property<bool>(row, "IsAutoHeight"); });
     return automatic ? kAutomatic : kExactly;
 }
 

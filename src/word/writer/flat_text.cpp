@@ -40,7 +40,8 @@ FlatText::FlatText(const Reference<XText>& story) {
 }
 
 void FlatText::AddParagraphs(const Reference<XText>& text) {
-    const auto parts = Reference<css::container::XEnumerationAccess>(text, UNO_QUERY_THROW)->createEnumeration();
+    const auto parts =
+        Reference<css::container::XEnumerationAccess>(text, UNO_QUERY_THROW)->createEnumeration();
     while (parts->hasMoreElements()) {
         const Reference<css::uno::XInterface> part(parts->nextElement(), UNO_QUERY_THROW);
         if (const Reference<XTextTable> table(part, UNO_QUERY); table.is()) {
@@ -71,7 +72,8 @@ void FlatText::AddTable(const Reference<css::uno::XInterface>& part) {
 int FlatText::PositionOf(const Reference<XTextRange>& place) const {
     for (const Paragraph& paragraph : paragraphs_) {
         if (IsIn(paragraph.range, place)) {
-            const auto before = paragraph.range->getText()->createTextCursorByRange(paragraph.range->getStart());
+            const auto before =
+                paragraph.range->getText()->createTextCursorByRange(paragraph.range->getStart());
             before->gotoRange(place, true);
             return paragraph.start + before->getString().getLength();
         }

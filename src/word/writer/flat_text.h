@@ -1,4 +1,5 @@
-// A story as Word counts it: one row of characters, in which ends of paragraphs, cells and rows count one each.
+// A story as Word counts it: one row of characters, in which ends of paragraphs, cells and rows count one
+// each.
 #pragma once
 
 #include <vector>
@@ -18,8 +19,9 @@ class FlatText {
 
     /// The 0-based position of a place, in characters. Throws RuntimeError 4120 for one of another story.
     [[nodiscard]] int PositionOf(const Reference<css::text::XTextRange>& place) const;
-    /// The text from one position to another, as Word gives it: a carriage return ends a paragraph, a carriage
-    /// return and a bell end a cell or row. Throws RuntimeError 4608 for positions that the story lacks.
+    /// The text from one position to another, as Word gives it: a carriage return ends a paragraph, a
+    /// carriage return and a bell end a cell or row. Throws RuntimeError 4608 for positions that the story
+    /// lacks.
     [[nodiscard]] Text Between(int start, int end) const;
 
  private:

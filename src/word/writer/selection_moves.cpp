@@ -84,8 +84,7 @@ int Destination(const OpenDocument& document, const Places& places, int which, i
         return std::min(count, size) - 1;
     }
     const BehindSelection behind(document);
-    const auto next =
-        static_cast<int>(std::find_if(places.begin(), places.end(), behind) - places.begin());
+    const auto next = static_cast<int>(std::find_if(places.begin(), places.end(), behind) - places.begin());
     if (which == kNext) {
         return next == size ? size : std::min(next + count, size) - 1;
     }

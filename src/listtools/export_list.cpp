@@ -1,5 +1,7 @@
 #include "export_list.h"
 
+#include <optional>
+
 #include <basic/paths.h>
 #include <forms/msg_box.h>
 #include <forms/runtime.h>
@@ -36,15 +38,22 @@ bool AskAndWrite(forms::Grid& grid) {
     return true;
 }
 
+/// None where no record is current, as in an empty list, which is exported with its headings alone.
+std::optional<dao::Bookmark> PlaceOf(const dao::Recordset& rows) {
+    return rows.Bof() || rows.Eof() ? std::nullopt : std::optional(rows.CurrentBookmark());
+}
+
 }  // namespace
 
 bool ExportList(forms::Grid& grid, forms::DataControl* data) {
     if (data == nullptr) {
         return AskAndWrite(grid);
     }
-    const dao::Bookmark place = data->Opened().CurrentBookmark();
+    const std::optional<dao::Bookmark> place = PlaceOf(data->Opened());
     const bool written = AskAndWrite(grid);
-    data->Opened().SetBookmark(place);
+    if (place) {
+        data->Opened().SetBookmark(*place);
+    }
     return written;
 }
 

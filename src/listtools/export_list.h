@@ -7,8 +7,8 @@
 namespace quardele::listtools {
 
 /// Asks, then writes the grid into the current folder, under the grid's tool tip; the record that is current
-/// stays so. `data` may be null. False when the operator declines. Throws RuntimeError 3021, before it asks,
-/// where no record is current: an empty list is not exported.
+/// stays so, and where none is (an empty list: headings alone) none becomes it. `data` may be null. False
+/// when the operator declines.
 bool ExportList(forms::Grid& grid, forms::DataControl* data);
 
 }  // namespace quardele::listtools

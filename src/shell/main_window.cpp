@@ -103,8 +103,7 @@ void MDIMENU_VEH::Form_Load() {
     statement([] { RecordTranslationDatabase(); });
     statement([this] { services::TranslateForm(*this); });
     ++ETAPE;
-    statement(
-        [] { TheSession().OBJ_WORD = std::make_unique<word::GWORD>(CurrentCatalogueKey, forms::ShowBox); });
+    statement([] { TheSession().OBJ_WORD = std::make_unique<word::GWORD>(CurrentCatalogueKey); });
     statement([this] { ExtendCaption(); });
     ++ETAPE;
     statement([] {

@@ -3,8 +3,7 @@
 
 namespace quardele::word {
 
-GWORD::GWORD(std::function<CatalogueKey()> catalogueKey, ShowBox showBox)
-    : catalogueKey_(std::move(catalogueKey)), showBox_(std::move(showBox)) {}
+GWORD::GWORD(std::function<CatalogueKey()> catalogueKey) : catalogueKey_(std::move(catalogueKey)) {}
 
 bool GWORD::W_EditionAtteindre(const ObjectPtr& Word, TextView bookmark) {
     return Quietly([&] {
@@ -41,7 +40,7 @@ bool GWORD::W_Existe_Signet(const ObjectPtr& Word, TextView bookmark) {
 
 bool GWORD::W_SignetExistant(const ObjectPtr& Word, TextView bookmark) {
     bool exists = false;
-    OrBox(showBox_, u"Erreur Word (SignetExistant)", [&] {
+    OrBox(u"Erreur Word (SignetExistant)", [&] {
         Enreg_Signet(bookmark);
         const ObjectPtr bookmarks = ActiveDocument(Word)->Child(u"Bookmarks");
         exists = basic::CBool(bookmarks->Call(u"Exists", {Text(bookmark)}).Plain());
@@ -51,7 +50,7 @@ bool GWORD::W_SignetExistant(const ObjectPtr& Word, TextView bookmark) {
 
 Text GWORD::W_LitSignet(const ObjectPtr& Word, TextView bookmark) {
     Text text;
-    OrBox(showBox_, u"Erreur Word (LitSignet)", [&] {
+    OrBox(u"Erreur Word (LitSignet)", [&] {
         const ObjectPtr found = ActiveDocument(Word)->Child(u"Bookmark", {Text(bookmark)});
         text = basic::CStr(found->Child(u"Range")->Get(u"Text").Plain());
     });

@@ -95,6 +95,11 @@ List Reminders() {
     return {form.DBG_RELANCES, form.DBD_TVEH, &form};
 }
 
+void EmptyTheVehicles() {
+    Vehicles().data->SetRecordSource(QStringLiteral("select * from TVEH where TVEH_IMMAT = '?'"));
+    Vehicles().data->Refresh();
+}
+
 void ReplaceColumn(forms::Grid& grid, int column, const QString& line) {
     QStringList lines = grid.ColumnLines();
     lines[column - 1] = line;

@@ -47,6 +47,9 @@ struct List {
 [[nodiscard]] List Vehicles();
 [[nodiscard]] List Reminders();
 
+/// Opens the list of the vehicles on a condition that none meets.
+void EmptyTheVehicles();
+
 /// Columns of the list as a site could have them: the line of one column replaced.
 void ReplaceColumn(forms::Grid& grid, int column, const QString& line);
 /// Puts the cursor into a column of the first row.

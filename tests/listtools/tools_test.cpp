@@ -19,6 +19,8 @@ constexpr int kUnbound = 8;
 
 const QString kImpossible = QStringLiteral("Opération impossible sur cette colonne.");
 const QString kConfirm = QStringLiteral("Confirmez-vous la création du fichier Excel ?");
+const QString kWritten = QStringLiteral(
+    "Votre fichier Excel a été créé dans C:\\QUARDELE\\VEH   sous le nom :  Liste des véhicules.XLS");
 
 int ErrorOf(const std::function<void()>& call) {
     try {
@@ -59,7 +61,9 @@ class ToolsTest : public QObject {
     void TheExportLandsInTheCurrentFolder();
     void TheExportKeepsTheRecordAndTheProtection();
     void TheExportOfAGridWithoutADataControl();
-    void TheExportOfAnEmptyListFails();
+    void TheExportOfAnEmptyListIsToldLikeAnyOther();
+    void ADeclinedExportOfAnEmptyListWritesNothing();
+    void TheExportLeavesAListBehindItsLastRecordThere();
     void ToolsTellThatTheyWereNotDeclined();
     void WithBothListsOpenTheOneOpenedLastKeepsTheFilter();
     void AFailedExportIsNotToldApart();
@@ -255,8 +259,7 @@ void ToolsTest::PrintingGoesBackToTheFirstVehicle() {
 }
 
 void ToolsTest::PrintingAnEmptyListGivesTheFocusOnly() {
-    Vehicles().data->SetRecordSource(QStringLiteral("select * from TVEH where TVEH_IMMAT = '?'"));
-    Vehicles().data->Refresh();
+    EmptyTheVehicles();
     QVERIFY(!InDialog([] { PressTool(Vehicles(), kPrintTool); }, [] {}));
     QVERIFY(program_->boxes.Shown().empty());
     QCOMPARE(Form().Tag(), QString());
@@ -276,10 +279,7 @@ void ToolsTest::ADeclinedExportWritesNothing() {
 
 void ToolsTest::TheExportLandsInTheCurrentFolder() {
     PressTool(Vehicles(), kExcelTool);
-    CompareBoxes(
-        program_->boxes,
-        {kConfirm, QStringLiteral("Votre fichier Excel a été créé dans C:\\QUARDELE\\VEH   sous le nom "
-                                  ":  Liste des véhicules.XLS")});
+    CompareBoxes(program_->boxes, {kConfirm, kWritten});
     const std::filesystem::path file = program_->CurrentFolder() / "Liste des véhicules.XLS";
     QVERIFY(std::filesystem::exists(file));
     QVERIFY(std::filesystem::file_size(file) > 100000);
@@ -311,16 +311,33 @@ void ToolsTest::TheExportOfAGridWithoutADataControl() {
     QVERIFY(std::filesystem::exists(program_->CurrentFolder() / "Noms.XLS"));
 }
 
-/// A list without rows has no record to come back to: nothing is asked, and the failure goes up.
-void ToolsTest::TheExportOfAnEmptyListFails() {
-    Vehicles().data->SetRecordSource(QStringLiteral("select * from TVEH where TVEH_IMMAT = '?'"));
-    Vehicles().data->Refresh();
-    QCOMPARE(ErrorOf([] { listtools::GridToolAction(kExcelTool, *Vehicles().grid, Vehicles().data); }),
-             basic::error::kNoCurrentRecord);
-    QVERIFY(program_->boxes.Shown().empty());
-    QVERIFY(!std::filesystem::exists(program_->CurrentFolder() / "Liste des véhicules.XLS"));
+/// A list without rows has no record to come back to; it is asked for, written and told like any other.
+void ToolsTest::TheExportOfAnEmptyListIsToldLikeAnyOther() {
+    EmptyTheVehicles();
+    QVERIFY(listtools::GridToolAction(kExcelTool, *Vehicles().grid, Vehicles().data));
+    CompareBoxes(program_->boxes, {kConfirm, kWritten});
+    QCOMPARE(Vehicles().grid->ExportFailure(), QString());
+    QVERIFY(std::filesystem::exists(program_->CurrentFolder() / "Liste des véhicules.XLS"));
     PressTool(Vehicles(), kExcelTool);
-    QCOMPARE(program_->Ends(), 1);
+    QCOMPARE(program_->Ends(), 0);
+}
+
+void ToolsTest::ADeclinedExportOfAnEmptyListWritesNothing() {
+    EmptyTheVehicles();
+    program_->boxes.AnswerNo();
+    QVERIFY(!listtools::GridToolAction(kExcelTool, *Vehicles().grid, Vehicles().data));
+    CompareBoxes(program_->boxes, {kConfirm});
+    QVERIFY(!std::filesystem::exists(program_->CurrentFolder() / "Liste des véhicules.XLS"));
+}
+
+void ToolsTest::TheExportLeavesAListBehindItsLastRecordThere() {
+    dao::Recordset& rows = Vehicles().data->Opened();
+    rows.MoveLast();
+    rows.MoveNext();
+    PressTool(Vehicles(), kExcelTool);
+    CompareBoxes(program_->boxes, {kConfirm, kWritten});
+    QVERIFY(rows.Eof());
+    QCOMPARE(program_->Ends(), 0);
 }
 
 void ToolsTest::ToolsTellThatTheyWereNotDeclined() {

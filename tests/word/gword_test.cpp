@@ -14,7 +14,6 @@
 
 #include <basic/conversion.h>
 #include <basic/paths.h>
-#include <forms/msg_box.h>
 #include <forms/runtime.h>
 #include <support/boxes.h>
 #include <support/installation.h>
@@ -100,19 +99,17 @@ class GwordTest : public QObject {
     Q_OBJECT
 
     std::optional<RecordingWord> word_;
-    GWORD gword_{[] { return word::CatalogueKey{12, u"FRELANCES"}; }, forms::ShowBox};
+    GWORD gword_{[] { return word::CatalogueKey{12, u"FRELANCES"}; }};
     ObjectPtr application_;
 
     /// Writes a bookmark into a catalogue whose table is `rows`.
     static void CatalogueWith(const std::shared_ptr<CatalogueRows>& rows, basic::TextView bookmark) {
         std::optional<GWORD> gword;
         // The key is asked for once the table is open: the moment to put another in its place.
-        gword.emplace(
-            [&] {
-                gword->SetTABLE_SIGNETS(rows);
-                return word::CatalogueKey{12, u"FRELANCES"};
-            },
-            forms::ShowBox);
+        gword.emplace([&] {
+            gword->SetTABLE_SIGNETS(rows);
+            return word::CatalogueKey{12, u"FRELANCES"};
+        });
         gword->Enreg_Signet(bookmark);
     }
 
@@ -483,7 +480,7 @@ class GwordTest : public QObject {
 
     void OpensTheCatalogueOnceAndItsTableEachTime() {
         const support::Installation installation;
-        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; }, forms::ShowBox);
+        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; });
         QVERIFY(gword.BASE_SIGNETS() == nullptr);
         gword.W_Existe_Signet(application_, u"RS");
         const auto base = gword.BASE_SIGNETS();
@@ -499,12 +496,10 @@ class GwordTest : public QObject {
         const support::Installation installation;
         std::filesystem::remove(installation.File("SIGNETS.MDB"));
         int asked = 0;
-        GWORD gword(
-            [&asked] {
-                ++asked;
-                return word::CatalogueKey{};
-            },
-            forms::ShowBox);
+        GWORD gword([&asked] {
+            ++asked;
+            return word::CatalogueKey{};
+        });
         QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
         QVERIFY(gword.BASE_SIGNETS() == nullptr);
         QCOMPARE(asked, 0);
@@ -513,12 +508,10 @@ class GwordTest : public QObject {
     void LooksTheBookmarkUpInTheCatalogueTwiceForOneTest() {
         const support::Installation installation;
         int asked = 0;
-        GWORD gword(
-            [&asked] {
-                ++asked;
-                return word::CatalogueKey{12, u"FRELANCES"};
-            },
-            forms::ShowBox);
+        GWORD gword([&asked] {
+            ++asked;
+            return word::CatalogueKey{12, u"FRELANCES"};
+        });
         gword.W_Existe_Signet(application_, u"RS");
         QCOMPARE(asked, 2);
     }
@@ -543,7 +536,7 @@ class GwordTest : public QObject {
 
     void WritesEachBookmarkIntoTheCatalogueOnce() {
         const support::Installation installation;
-        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; }, forms::ShowBox);
+        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; });
         QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
         QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
         const auto table = gword.BASE_SIGNETS()->OpenRecordset(u"TSIGNETS");
@@ -559,7 +552,7 @@ class GwordTest : public QObject {
         const support::Installation installation;
         const auto exclusive =
             dao::DBEngine::Instance().Workspaces(0).OpenDatabase(u"c:\\quardele\\SIGNETS.MDB", true);
-        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; }, forms::ShowBox);
+        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; });
         const support::BoxAnswerer boxes;
         QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
         QVERIFY(boxes.Shown().empty());
@@ -569,7 +562,7 @@ class GwordTest : public QObject {
     void IsSilentWhenTheCatalogueIsNoDatabase() {
         const support::Installation installation;
         std::ofstream(installation.File("SIGNETS.MDB"), std::ios::trunc) << "no database";
-        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; }, forms::ShowBox);
+        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; });
         const support::BoxAnswerer boxes;
         QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
         QVERIFY(boxes.Shown().empty());

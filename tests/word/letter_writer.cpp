@@ -9,8 +9,6 @@
 #include <cstdlib>
 #include <string>
 
-#include <basic/conversion.h>
-
 #include "letter_loop.h"
 
 namespace {
@@ -18,12 +16,8 @@ namespace {
 using namespace quardele;
 using Clock = std::chrono::steady_clock;
 
-void TellOnStandardError(const basic::Text& text, const basic::Text& title) {
-    std::fprintf(stderr, "%s: %s\n", basic::ToUtf8(title).c_str(), basic::ToUtf8(text).c_str());
-}
-
 void WriteLetters(const basic::Text& templatePath, const basic::Text& folder, int letters, int visits) {
-    word::GWORD gword([] { return word::CatalogueKey{}; }, TellOnStandardError);
+    word::GWORD gword([] { return word::CatalogueKey{}; });
     automation::ObjectPtr Word;
     for (int letter = 1; letter <= letters; ++letter) {
         const auto start = Clock::now();

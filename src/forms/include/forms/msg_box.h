@@ -3,8 +3,6 @@
 
 #include <QString>
 
-#include <basic/text.h>
-
 namespace quardele::forms {
 
 enum class BoxButtons { Ok, YesNo };
@@ -18,8 +16,5 @@ enum class BoxAnswer { Ok = 1, Yes = 6, No = 7 };
 /// "information", or empty.
 BoxAnswer MsgBox(const QString& prompt, BoxButtons buttons = BoxButtons::Ok, BoxIcon icon = BoxIcon::None,
                  const QString& title = {});
-
-/// A box with an OK button, for the rooms that show their failures without knowing of screens.
-void ShowBox(const basic::Text& text, const basic::Text& title);
 
 }  // namespace quardele::forms

@@ -12,6 +12,7 @@
 #include <QApplication>
 
 #include <forms/runtime.h>
+#include <forms/strings.h>
 
 namespace quardele::forms {
 namespace {
@@ -143,6 +144,10 @@ BoxAnswer MsgBox(const QString& prompt, BoxButtons buttons, BoxIcon icon, const 
     Box box(prompt, buttons, icon, QApplication::activeWindow());
     box.setWindowTitle(title.isEmpty() ? App::Title() : title);
     return box.Ask();
+}
+
+void ShowBox(const basic::Text& text, const basic::Text& title) {
+    MsgBox(ToQString(text), BoxButtons::Ok, BoxIcon::None, ToQString(title));
 }
 
 }  // namespace quardele::forms

@@ -103,7 +103,8 @@ void MDIMENU_VEH::Form_Load() {
     statement([] { RecordTranslationDatabase(); });
     statement([this] { services::TranslateForm(*this); });
     ++ETAPE;
-    statement([] { TheSession().OBJ_WORD = std::make_unique<word::GWORD>(CurrentCatalogueKey); });
+    statement(
+        [] { TheSession().OBJ_WORD = std::make_unique<word::GWORD>(CurrentCatalogueKey, forms::ShowBox); });
     statement([this] { ExtendCaption(); });
     ++ETAPE;
     statement([] {

@@ -12,7 +12,7 @@ constexpr int kWindowNormal = 0;
 }  // namespace
 
 bool GWORD::W_CreationObjet(ObjectPtr& Word) {
-    return OrBox(u"Erreur Word (Creation_Objet)",
+    return OrBox(showBox_, u"Erreur Word (Creation_Objet)",
                  [&] { Word = automation::SessionFactory().CreateObject(u"Word.Application"); });
 }
 

@@ -3,7 +3,8 @@
 
 namespace quardele::word {
 
-GWORD::GWORD(std::function<CatalogueKey()> catalogueKey) : catalogueKey_(std::move(catalogueKey)) {}
+GWORD::GWORD(std::function<CatalogueKey()> catalogueKey, ShowBox showBox)
+    : catalogueKey_(std::move(catalogueKey)), showBox_(std::move(showBox)) {}
 
 bool GWORD::W_EditionAtteindre(const ObjectPtr& Word, TextView bookmark) {
     return Quietly([&] {
@@ -40,7 +41,7 @@ bool GWORD::W_Existe_Signet(const ObjectPtr& Word, TextView bookmark) {
 
 bool GWORD::W_SignetExistant(const ObjectPtr& Word, TextView bookmark) {
     bool exists = false;
-    OrBox(u"Erreur Word (SignetExistant)", [&] {
+    OrBox(showBox_, u"Erreur Word (SignetExistant)", [&] {
         Enreg_Signet(bookmark);
         const ObjectPtr bookmarks = ActiveDocument(Word)->Child(u"Bookmarks");
         exists = basic::CBool(bookmarks->Call(u"Exists", {Text(bookmark)}).Plain());
@@ -50,7 +51,7 @@ bool GWORD::W_SignetExistant(const ObjectPtr& Word, TextView bookmark) {
 
 Text GWORD::W_LitSignet(const ObjectPtr& Word, TextView bookmark) {
     Text text;
-    OrBox(u"Erreur Word (LitSignet)", [&] {
+    OrBox(showBox_, u"Erreur Word (LitSignet)", [&] {
         const ObjectPtr found = ActiveDocument(Word)->Child(u"Bookmark", {Text(bookmark)});
         text = basic::CStr(found->Child(u"Range")->Get(u"Text").Plain());
     });

@@ -1,6 +1,5 @@
 // Documents: made, opened, saved, closed.
 #include <basic/paths.h>
-#include <forms/msg_box.h>
 
 #include "word_calls.h"
 
@@ -33,18 +32,18 @@ bool GWORD::W_FichierEnregistrerSous(const ObjectPtr& Word, TextView fileName) {
 }
 
 bool GWORD::W_FichierEnregistrer(const ObjectPtr& Word, TextView) {
-    OrBox(u"Erreur Word (FichierEnregistrer)", [&] { ActiveDocument(Word)->Call(u"Save"); });
+    OrBox(showBox_, u"Erreur Word (FichierEnregistrer)", [&] { ActiveDocument(Word)->Call(u"Save"); });
     return true;
 }
 
 bool GWORD::W_FichierOuvrir(const ObjectPtr& Word, TextView fileName) {
-    OrBox(u"Erreur Word (FichierOuvrir)",
+    OrBox(showBox_, u"Erreur Word (FichierOuvrir)",
           [&] { Application(Word).Child(u"Documents")->Call(u"Open", {Text(fileName)}); });
     return false;
 }
 
 bool GWORD::W_FichierOuvrirRO(const ObjectPtr& Word, TextView fileName) {
-    OrBox(u"Erreur Word (FichierOuvrir)", [&] {
+    OrBox(showBox_, u"Erreur Word (FichierOuvrir)", [&] {
         const automation::Value file = Text(fileName);
         const automation::NamedArgument readOnly{u"ReadOnly", true};
         Application(Word).Child(u"Documents")->Call(u"Open", std::span(&file, 1), std::span(&readOnly, 1));
@@ -61,7 +60,7 @@ bool GWORD::W_FichierFermer(const ObjectPtr& Word, int mode) {
         }
     });
     if (!closed) {
-        forms::MsgBox(QStringLiteral("Evitez de fermer Word vous même avant de quitter"));
+        showBox_(u"Evitez de fermer Word vous même avant de quitter", {});
     }
     return false;
 }
@@ -73,7 +72,7 @@ bool GWORD::W_EstDocModifie(const ObjectPtr& Word) {
 }
 
 bool GWORD::W_FichierNouveau(const ObjectPtr& Word, std::optional<Text> templatePath) {
-    return OrBox(u"Erreur Word (FichierNouveau)", [&] {
+    return OrBox(showBox_, u"Erreur Word (FichierNouveau)", [&] {
         if (!templatePath) {
             Application(Word).Child(u"Documents")->Call(u"Add");
         } else if (const Text file = TemplateFile(*templatePath); !file.empty()) {

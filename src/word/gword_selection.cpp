@@ -20,9 +20,9 @@ bool IsOn(const Variant& value) {
 }
 
 /// A property of the selection's range; Empty after a failure, which is shown.
-Variant OfSelectedRange(const ObjectPtr& Word, TextView member, TextView title) {
+Variant OfSelectedRange(const ShowBox& showBox, const ObjectPtr& Word, TextView member, TextView title) {
     Variant value;
-    OrBox(title, [&] { value = Selection(Word)->Child(u"Range")->Get(member).Plain(); });
+    OrBox(showBox, title, [&] { value = Selection(Word)->Child(u"Range")->Get(member).Plain(); });
     return value;
 }
 
@@ -35,21 +35,21 @@ bool OnSelectedRange(const ObjectPtr& Word, TextView method) {
 }  // namespace
 
 bool GWORD::W_CarDroite(const ObjectPtr& Word, int count, int extend) {
-    OrBox(u"Erreur Word (CarDroite)", [&] {
+    OrBox(showBox_, u"Erreur Word (CarDroite)", [&] {
         Selection(Word)->Call(u"MoveRight", {kUnitCharacter, count, extend});
     });
     return true;
 }
 
 bool GWORD::W_CarGauche(const ObjectPtr& Word, int count, int extend) {
-    OrBox(u"Erreur Word (CarGauche)", [&] {
+    OrBox(showBox_, u"Erreur Word (CarGauche)", [&] {
         Selection(Word)->Call(u"MoveLeft", {kUnitCharacter, count, extend});
     });
     return true;
 }
 
 bool GWORD::W_FinDocument(const ObjectPtr& Word, std::optional<int> extend) {
-    OrBox(u"Erreur Word (FinDocument)", [&] {
+    OrBox(showBox_, u"Erreur Word (FinDocument)", [&] {
         if (extend) {
             Selection(Word)->Call(u"EndKey", {kUnitStory, *extend == 0 ? kMove : kExtend});
         } else {
@@ -60,30 +60,32 @@ bool GWORD::W_FinDocument(const ObjectPtr& Word, std::optional<int> extend) {
 }
 
 bool GWORD::W_Insertion(const ObjectPtr& Word, const Variant& text) {
-    OrBox(u"Erreur Word (Insertion)", [&] { Selection(Word)->Call(u"TypeText", {text}); });
+    OrBox(showBox_, u"Erreur Word (Insertion)", [&] { Selection(Word)->Call(u"TypeText", {text}); });
     return true;
 }
 
 bool GWORD::W_LigneVersBas(const ObjectPtr& Word) {
-    OrBox(u"Erreur Word (LigneVersBas)", [&] { Selection(Word)->Call(u"MoveDown", {kUnitLine, 1, kMove}); });
+    OrBox(showBox_, u"Erreur Word (LigneVersBas)", [&] {
+        Selection(Word)->Call(u"MoveDown", {kUnitLine, 1, kMove});
+    });
     return false;
 }
 
 Variant GWORD::W_LitPosDebSel(const ObjectPtr& Word) {
-    return OfSelectedRange(Word, u"Start", u"Erreur Word (LitPosDebSel)");
+    return OfSelectedRange(showBox_, Word, u"Start", u"Erreur Word (LitPosDebSel)");
 }
 
 Variant GWORD::W_LitPosFinSel(const ObjectPtr& Word) {
-    return OfSelectedRange(Word, u"End", u"Erreur Word (LitPosFinSel)");
+    return OfSelectedRange(showBox_, Word, u"End", u"Erreur Word (LitPosFinSel)");
 }
 
 Text GWORD::W_LitTexte(const ObjectPtr& Word, int, int) {
-    return basic::Joined(OfSelectedRange(Word, u"Text", u"Erreur Word (LitTexte)"));
+    return basic::Joined(OfSelectedRange(showBox_, Word, u"Text", u"Erreur Word (LitTexte)"));
 }
 
 Text GWORD::W_LitTexte_OLD(const ObjectPtr& Word, int start, int end) {
     Text text;
-    OrBox(u"Erreur Word (LitTexte)", [&] {
+    OrBox(showBox_, u"Erreur Word (LitTexte)", [&] {
         text = basic::CStr(ActiveDocument(Word)->Child(u"Range", {start, end})->Get(u"Text").Plain());
     });
     return text;
@@ -91,7 +93,7 @@ Text GWORD::W_LitTexte_OLD(const ObjectPtr& Word, int start, int end) {
 
 bool GWORD::W_Masque(const ObjectPtr& Word, std::optional<bool> flag) {
     bool result = false;
-    OrBox(u"Erreur Word (Masque)", [&] {
+    OrBox(showBox_, u"Erreur Word (Masque)", [&] {
         const ObjectPtr font = Selection(Word)->Child(u"Font");
         if (flag) {
             font->Set(u"Hidden", *flag);
@@ -127,7 +129,7 @@ bool GWORD::W_EditionCouper(const ObjectPtr& Word) {
 }
 
 bool GWORD::W_DebutDocument(const ObjectPtr& Word) {
-    OrBox(u"Erreur Word (DebutDocument)", [&] { Selection(Word)->Call(u"HomeKey", {kUnitStory}); });
+    OrBox(showBox_, u"Erreur Word (DebutDocument)", [&] { Selection(Word)->Call(u"HomeKey", {kUnitStory}); });
     return false;
 }
 
@@ -150,7 +152,7 @@ Variant GWORD::W_SelInfo(const ObjectPtr& Word, int code) {
 }
 
 bool GWORD::W_FormatCaracteres(const ObjectPtr& Word, const CharacterFormat& format) {
-    OrBox(u"Erreur Word (FormatCaracteres)", [&] {
+    OrBox(showBox_, u"Erreur Word (FormatCaracteres)", [&] {
         const ObjectPtr font = Selection(Word)->Child(u"Font");
         if (format[kSize]) {
             font->Set(u"Size", *format[kSize]);
@@ -169,7 +171,7 @@ bool GWORD::W_FormatCaracteres(const ObjectPtr& Word, const CharacterFormat& for
 }
 
 bool GWORD::W_ParaVersBas(const ObjectPtr& Word, int count, int extend) {
-    OrBox(u"Erreur Word (ParaVersBas)", [&] {
+    OrBox(showBox_, u"Erreur Word (ParaVersBas)", [&] {
         Selection(Word)->Call(u"MoveDown", {kUnitParagraph, count, extend});
     });
     return false;

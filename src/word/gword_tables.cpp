@@ -56,7 +56,7 @@ bool GWORD::W_TABLEAU_ADDLIGNE(const ObjectPtr&, const Variant&) {
 }
 
 bool GWORD::W_DebutColonneTableau(const ObjectPtr& Word) {
-    OrBox(u"Erreur Word (W_DebutColonneTableau)", [&] {
+    OrBox(showBox_, u"Erreur Word (W_DebutColonneTableau)", [&] {
         if (W_Existe_Tableau(Word)) {
             Selection(Word)->Call(u"StartOf", {kUnitColumn, kMove});
         }
@@ -65,14 +65,14 @@ bool GWORD::W_DebutColonneTableau(const ObjectPtr& Word) {
 }
 
 bool GWORD::W_DebutLigneTableau(const ObjectPtr& Word) {
-    OrBox(u"Erreur Word (W_DebutLigneTableau)", [&] {
+    OrBox(showBox_, u"Erreur Word (W_DebutLigneTableau)", [&] {
         Selection(Word)->Call(u"StartOf", {kUnitRow, kMove});
     });
     return false;
 }
 
 bool GWORD::W_EditionAtteindreTableau(const ObjectPtr& Word) {
-    OrBox(u"Erreur Word (EditionAtteindreTableau)", [&] {
+    OrBox(showBox_, u"Erreur Word (EditionAtteindreTableau)", [&] {
         if (W_Existe_Tableau(Word)) {
             Selection(Word)->Call(u"GoTo", {kGoToTable, kGoToNext, automation::Missing{}, u""});
         }

@@ -51,7 +51,7 @@ bool GWORD::W_AffichageEntete(const ObjectPtr& Word, std::optional<bool> flag) {
         }
     } catch (const basic::RuntimeError& error) {
         errorTitle_ = u"Erreur Word (W_AffichageEntete)";
-        ShowFailure(error, errorTitle_);
+        showBox_(error.Description(), errorTitle_);
     }
     return shown;
 }
@@ -64,7 +64,7 @@ bool GWORD::W_AffichageEntetePiedPgPrec(const ObjectPtr& Word) {
 }
 
 void GWORD::W_AffichagePage(const ObjectPtr& Word) {
-    OrBox(u"Erreur Word (AffichagePage)", [&] {
+    OrBox(showBox_, u"Erreur Word (AffichagePage)", [&] {
         const ObjectPtr viewOfWindow = ActiveWindow(Word)->Child(u"View");
         if (Number(*viewOfWindow, u"SplitSpecial") == kNoSplit) {
             ViewOfActivePane(Word)->Set(u"Type", kPrintView);
@@ -76,7 +76,7 @@ void GWORD::W_AffichagePage(const ObjectPtr& Word) {
 
 bool GWORD::W_AffichageRegle(const ObjectPtr& Word, std::optional<bool> flag) {
     bool result = false;
-    OrBox(u"Erreur Word (AffichageRegle)", [&] {
+    OrBox(showBox_, u"Erreur Word (AffichageRegle)", [&] {
         if (flag) {
             ActiveWindow(Word)->Set(u"DisplayRulers", *flag);
             result = true;

@@ -1,16 +1,8 @@
 #include "word_calls.h"
 
-#include <forms/msg_box.h>
-#include <forms/strings.h>
-
 namespace quardele::word {
 
 using automation::Object;
-
-void ShowFailure(const basic::RuntimeError& error, TextView title) {
-    forms::MsgBox(forms::ToQString(error.Description()), forms::BoxButtons::Ok, forms::BoxIcon::None,
-                  forms::ToQString(title));
-}
 
 Object& Application(const ObjectPtr& Word) {
     if (Word == nullptr) {

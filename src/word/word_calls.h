@@ -19,9 +19,6 @@ inline constexpr int kUnitCell = 12;
 inline constexpr int kMove = 0;
 inline constexpr int kExtend = 1;
 
-/// Shows a failure in a box of that title; an empty one means the program's own.
-void ShowFailure(const basic::RuntimeError& error, TextView title);
-
 /// Runs the statements of an operation, as far as the first that fails; whether none did.
 template <class Statements>
 bool Quietly(const Statements& statements) {
@@ -35,12 +32,12 @@ bool Quietly(const Statements& statements) {
 
 /// The same, with a box that shows the failure.
 template <class Statements>
-bool OrBox(TextView title, const Statements& statements) {
+bool OrBox(const ShowBox& showBox, TextView title, const Statements& statements) {
     try {
         statements();
         return true;
     } catch (const basic::RuntimeError& error) {
-        ShowFailure(error, title);
+        showBox(error.Description(), Text(title));
         return false;
     }
 }

@@ -14,6 +14,7 @@
 
 #include <basic/conversion.h>
 #include <basic/paths.h>
+#include <forms/msg_box.h>
 #include <forms/runtime.h>
 #include <support/boxes.h>
 #include <support/installation.h>
@@ -99,17 +100,19 @@ class GwordTest : public QObject {
     Q_OBJECT
 
     std::optional<RecordingWord> word_;
-    GWORD gword_{[] { return word::CatalogueKey{12, u"FRELANCES"}; }};
+    GWORD gword_{[] { return word::CatalogueKey{12, u"FRELANCES"}; }, forms::ShowBox};
     ObjectPtr application_;
 
     /// Writes a bookmark into a catalogue whose table is `rows`.
     static void CatalogueWith(const std::shared_ptr<CatalogueRows>& rows, basic::TextView bookmark) {
         std::optional<GWORD> gword;
         // The key is asked for once the table is open: the moment to put another in its place.
-        gword.emplace([&] {
-            gword->SetTABLE_SIGNETS(rows);
-            return word::CatalogueKey{12, u"FRELANCES"};
-        });
+        gword.emplace(
+            [&] {
+                gword->SetTABLE_SIGNETS(rows);
+                return word::CatalogueKey{12, u"FRELANCES"};
+            },
+            forms::ShowBox);
         gword->Enreg_Signet(bookmark);
     }
 
@@ -480,7 +483,7 @@ class GwordTest : public QObject {
 
     void OpensTheCatalogueOnceAndItsTableEachTime() {
         const support::Installation installation;
-        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; });
+        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; }, forms::ShowBox);
         QVERIFY(gword.BASE_SIGNETS() == nullptr);
         gword.W_Existe_Signet(application_, u"RS");
         const auto base = gword.BASE_SIGNETS();
@@ -496,10 +499,12 @@ class GwordTest : public QObject {
         const support::Installation installation;
         std::filesystem::remove(installation.File("SIGNETS.MDB"));
         int asked = 0;
-        GWORD gword([&asked] {
-            ++asked;
-            return word::CatalogueKey{};
-        });
+        GWORD gword(
+            [&asked] {
+                ++asked;
+                return word::CatalogueKey{};
+            },
+            forms::ShowBox);
         QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
         QVERIFY(gword.BASE_SIGNETS() == nullptr);
         QCOMPARE(asked, 0);
@@ -508,10 +513,12 @@ class GwordTest : public QObject {
     void LooksTheBookmarkUpInTheCatalogueTwiceForOneTest() {
         const support::Installation installation;
         int asked = 0;
-        GWORD gword([&asked] {
-            ++asked;
-            return word::CatalogueKey{12, u"FRELANCES"};
-        });
+        GWORD gword(
+            [&asked] {
+                ++asked;
+                return word::CatalogueKey{12, u"FRELANCES"};
+            },
+            forms::ShowBox);
         gword.W_Existe_Signet(application_, u"RS");
         QCOMPARE(asked, 2);
     }
@@ -536,7 +543,7 @@ class GwordTest : public QObject {
 
     void WritesEachBookmarkIntoTheCatalogueOnce() {
         const support::Installation installation;
-        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; });
+        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; }, forms::ShowBox);
         QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
         QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
         const auto table = gword.BASE_SIGNETS()->OpenRecordset(u"TSIGNETS");
@@ -552,7 +559,7 @@ class GwordTest : public QObject {
         const support::Installation installation;
         const auto exclusive =
             dao::DBEngine::Instance().Workspaces(0).OpenDatabase(u"c:\\quardele\\SIGNETS.MDB", true);
-        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; });
+        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; }, forms::ShowBox);
         const support::BoxAnswerer boxes;
         QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
         QVERIFY(boxes.Shown().empty());
@@ -562,7 +569,7 @@ class GwordTest : public QObject {
     void IsSilentWhenTheCatalogueIsNoDatabase() {
         const support::Installation installation;
         std::ofstream(installation.File("SIGNETS.MDB"), std::ios::trunc) << "no database";
-        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; });
+        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; }, forms::ShowBox);
         const support::BoxAnswerer boxes;
         QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
         QVERIFY(boxes.Shown().empty());

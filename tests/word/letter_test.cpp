@@ -9,6 +9,7 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include <forms/msg_box.h>
 #include <forms/runtime.h>
 #include <support/boxes.h>
 
@@ -52,7 +53,7 @@ class LetterTest : public QObject {
 
     std::unique_ptr<OfficeSession> session_;
     ObjectPtr keeper_;
-    word::GWORD gword_{[] { return word::CatalogueKey{}; }};
+    word::GWORD gword_{[] { return word::CatalogueKey{}; }, forms::ShowBox};
 
     [[nodiscard]] Text LetterFile() const { return session_->WindowsFile("ELANCO261231.RVE"); }
     [[nodiscard]] WrittenLetter ReadBack() const { return ReadLetter(session_->File("ELANCO261231.RVE")); }

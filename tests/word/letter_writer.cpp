@@ -9,6 +9,8 @@
 #include <cstdlib>
 #include <string>
 
+#include <basic/conversion.h>
+
 #include "letter_loop.h"
 
 namespace {
@@ -16,8 +18,12 @@ namespace {
 using namespace quardele;
 using Clock = std::chrono::steady_clock;
 
+void TellOnStandardError(const basic::Text& text, const basic::Text& title) {
+    std::fprintf(stderr, "%s: %s\n", basic::ToUtf8(title).c_str(), basic::ToUtf8(text).c_str());
+}
+
 void WriteLetters(const basic::Text& templatePath, const basic::Text& folder, int letters, int visits) {
-    word::GWORD gword([] { return word::CatalogueKey{}; });
+    word::GWORD gword([] { return word::CatalogueKey{}; }, TellOnStandardError);
     automation::ObjectPtr Word;
     for (int letter = 1; letter <= letters; ++letter) {
         const auto start = Clock::now();

@@ -164,6 +164,10 @@ ObjectPtr RecordingWord::CreateObject(TextView name) {
     return std::make_shared<RecordedObject>(*this, place);
 }
 
+bool RecordingWord::IsMethod(const std::string& member) {
+    return kMethods.contains(member) || member == "Exists";
+}
+
 void RecordingWord::FailOn(const std::string& path, const RuntimeError& error) {
     failures_.insert_or_assign(path, error);
 }

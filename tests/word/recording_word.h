@@ -29,6 +29,10 @@ class RecordingWord final : public automation::Factory {
 
     automation::ObjectPtr CreateObject(automation::TextView name) override;
 
+    /// Whether a member of that name is a method. Where a caller cannot tell a method without arguments from
+    /// a property, this does.
+    [[nodiscard]] static bool IsMethod(const std::string& member);
+
     // What every new document holds.
     /// Bookmarks outside any table.
     std::vector<std::string> bookmarks;

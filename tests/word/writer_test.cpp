@@ -13,7 +13,7 @@
 #include <automation/object.h>
 #include <basic/conversion.h>
 
-#include "office_session.h"
+#include "writer_fixture.h"
 
 namespace quardele::tests {
 
@@ -41,55 +41,6 @@ int NumberOf(const Action& action) {
     }
     return 0;
 }
-
-/// One office for all cases; each case has an application of its own.
-class Writer : public testing::Test {
- protected:
-    static void SetUpTestSuite() {
-        if (OfficeSession::IsAvailable()) {
-            session_ = std::make_unique<OfficeSession>();
-            keeper_ = Create();
-        }
-    }
-    static void TearDownTestSuite() {
-        keeper_.reset();
-        session_.reset();
-    }
-    void SetUp() override {
-        if (session_ == nullptr) {
-            GTEST_SKIP() << "LibreOffice or the bridge to it is missing";
-        }
-        word_ = Create();
-    }
-
-    static ObjectPtr Create() { return automation::SessionFactory().CreateObject(u"Word.Application"); }
-
-    void New(const std::string& file) { NewFrom(TestTemplate(file)); }
-    void NewFrom(const Text& path) { word_->Child(u"Documents")->CallNamed(u"Add", {{u"Template", path}}); }
-
-    [[nodiscard]] ObjectPtr Document() const { return word_->Child(u"ActiveDocument"); }
-    [[nodiscard]] ObjectPtr Selection() const { return word_->Child(u"Selection"); }
-    [[nodiscard]] ObjectPtr View() const {
-        return word_->Child(u"ActiveWindow")->Child(u"ActivePane")->Child(u"View");
-    }
-
-    void Select(TextView bookmark) { Document()->Child(u"Bookmarks", {Text(bookmark)})->Call(u"Select"); }
-    void Type(TextView text) { Selection()->Call(u"TypeText", {Text(text)}); }
-    void MoveRight(int unit, int count = 1) { Selection()->Call(u"MoveRight", {unit, count}); }
-    [[nodiscard]] std::string Selected() const { return Utf8(Selection()->Get(u"Text")); }
-    [[nodiscard]] std::string At(TextView bookmark) const {
-        return Utf8(Document()->Child(u"Bookmarks", {Text(bookmark)})->Child(u"Range")->Get(u"Text"));
-    }
-    [[nodiscard]] int Column() const { return Number(*Selection()->Child(u"Columns", {1}), u"Index"); }
-    static int Number(Object& object, TextView member) { return basic::CLng(object.Get(member).Plain()); }
-    static std::string Utf8(const Value& value) { return basic::ToUtf8(basic::CStr(value.Plain())); }
-
-    void SaveAs(const Text& file) { Document()->CallNamed(u"SaveAs", {{u"FileName", file}}); }
-
-    static inline std::unique_ptr<OfficeSession> session_;
-    static inline ObjectPtr keeper_;
-    ObjectPtr word_;
-};
 
 TEST_F(Writer, KnowsItsMembersInAnyCaseAndNoOthers) {
     New("full.dot");

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include <basic/conversion.h>
+
 namespace quardele::word::writer {
 
 namespace {
@@ -33,6 +35,16 @@ CellName ParseCellName(basic::TextView name) {
         row = row * 10 + (name[position] - u'0');
     }
     return column == 0 || row == 0 ? CellName{} : CellName{column - 1, row - 1};
+}
+
+basic::Text CellText(const CellName& cell) {
+    basic::Text name;
+    for (int column = cell.column + 1; column > 0; column = (column - 1) / (2 * kLetters)) {
+        const int letter = (column - 1) % (2 * kLetters);
+        name.insert(name.begin(),
+                    static_cast<char16_t>(letter < kLetters ? u'A' + letter : u'a' + letter - kLetters));
+    }
+    return name + basic::NumberText(cell.row + 1);
 }
 
 }  // namespace quardele::word::writer

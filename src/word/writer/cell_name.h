@@ -14,5 +14,7 @@ struct CellName {
 };
 
 [[nodiscard]] CellName ParseCellName(basic::TextView name);
+/// The name of a cell that was not divided.
+[[nodiscard]] basic::Text CellText(const CellName& cell);
 
 }  // namespace quardele::word::writer

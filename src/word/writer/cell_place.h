@@ -24,6 +24,9 @@ class CellPlace {
 
     /// 0-based.
     [[nodiscard]] int Column() const { return cells_[current_].column; }
+    [[nodiscard]] int Row() const { return cells_[current_].row; }
+    /// Writer's name of the current cell.
+    [[nodiscard]] Text Name() const { return ToText(names_[static_cast<sal_Int32>(current_)]); }
 
     /// The last or first cell of the current row or column.
     enum class Line { Row, Column };

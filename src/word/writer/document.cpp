@@ -6,6 +6,7 @@
 
 #include "bookmarks.h"
 #include "host.h"
+#include "range.h"
 #include "tables.h"
 
 namespace quardele::word::writer {
@@ -22,11 +23,9 @@ Reference<css::util::XModifiable> Modifiable(const OpenDocument& document) {
 
 std::span<const Member<Document>> Document::Members() {
     static constexpr Member<Document> kMembers[] = {
-        {u"Bookmarks", &Document::Bookmarks},
-        {u"Close", &Document::Close},
-        {u"Save", &Document::Save},
-        {u"SaveAs", &Document::SaveAs},
-        {u"Saved", &Document::Saved, &Document::SetSaved},
+        {u"Bookmarks", &Document::Bookmarks}, {u"Close", &Document::Close},
+        {u"Range", &Document::Range},         {u"Save", &Document::Save},
+        {u"SaveAs", &Document::SaveAs},       {u"Saved", &Document::Saved, &Document::SetSaved},
         {u"Tables", &Document::Tables},
     };
     return kMembers;
@@ -43,6 +42,11 @@ Value Document::Close(const Arguments& arguments) {
     }
     Doc()->Close();
     return {};
+}
+
+Value Document::Range(const Arguments& arguments) {
+    return ObjectPtr(
+        Make<FlatRange>(Doc(), arguments.IntegerAt(0, u"Start", 0), arguments.IntegerAt(1, u"End")));
 }
 
 Value Document::Save(const Arguments&) {

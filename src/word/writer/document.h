@@ -13,6 +13,8 @@ class Document final : public DocumentObject<Document> {
  private:
     Value Bookmarks(const Arguments& arguments);
     Value Close(const Arguments& arguments);
+    /// From one position of the body to another, in characters.
+    Value Range(const Arguments& arguments);
     Value Save(const Arguments&);
     Value SaveAs(const Arguments& arguments);
     Value Saved(const Arguments&);

@@ -12,6 +12,8 @@
 #include <com/sun/star/bridge/UnoUrlResolver.hpp>
 #include <com/sun/star/connection/NoConnectException.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
+#include <com/sun/star/frame/XDispatchHelper.hpp>
+#include <com/sun/star/frame/XDispatchProvider.hpp>
 #include <cppuhelper/bootstrap.hxx>
 #include <rtl/bootstrap.hxx>
 
@@ -142,6 +144,15 @@ bool Office::IsGone() {
         }
     }
     return gone_;
+}
+
+void Office::RunCommand(const Reference<css::frame::XController>& controller, const char* command) const {
+    const Reference<css::frame::XDispatchHelper> helper(
+        context_->getServiceManager()->createInstanceWithContext("com.sun.star.frame.DispatchHelper",
+                                                                 context_),
+        css::uno::UNO_QUERY_THROW);
+    const Reference<css::frame::XDispatchProvider> window(controller->getFrame(), css::uno::UNO_QUERY_THROW);
+    helper->executeDispatch(window, rtl::OUString::createFromAscii(command), rtl::OUString(), 0, {});
 }
 
 void Office::ShowSoon(const std::shared_ptr<OpenDocument>& document) {

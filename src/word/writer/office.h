@@ -7,6 +7,7 @@
 #include <set>
 #include <vector>
 
+#include <com/sun/star/frame/XController.hpp>
 #include <com/sun/star/frame/XDesktop2.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
 
@@ -34,6 +35,8 @@ class Office : public std::enable_shared_from_this<Office> {
     /// Whether the process has ended or has broken the connection. Lock files that it left beside the letters
     /// are removed then: nobody holds those letters open any more.
     [[nodiscard]] bool IsGone();
+    /// Runs a command of Writer's own (".uno:Copy" and the like) in a document's window.
+    void RunCommand(const Reference<css::frame::XController>& controller, const char* command) const;
     /// A file that an open document lies in.
     void NoteOpenFile(const std::filesystem::path& file) { openFiles_.insert(file); }
 

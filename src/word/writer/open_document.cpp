@@ -165,6 +165,10 @@ void OpenDocument::HideWindow() {
     WindowOf(controller_)->setVisible(false);
 }
 
+void OpenDocument::Dispatch(const char* command) {
+    office_->RunCommand(controller_, command);
+}
+
 void OpenDocument::Activate() {
     if (!shown_) {
         return;

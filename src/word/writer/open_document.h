@@ -73,6 +73,8 @@ class OpenDocument {
     void SetPlace(const WindowPlace& place);
     void ShowWindow();
     void HideWindow();
+    /// Runs a command of Writer's own, on the selection.
+    void Dispatch(const char* command);
     /// Brings a shown window to the front.
     void Activate();
     /// The text of the window's title bar.

@@ -107,6 +107,15 @@ Reference<XText> StoryUnder(const OpenDocument& document) {
     return story == kBody ? document.Cursor()->getText() : StoryText(PageStyle(document), story);
 }
 
+int StoryBeside(const OpenDocument& document, bool next) {
+    constexpr int kKinds = kFirstFooter - 1;
+    const int story = CurrentStory(document);
+    if (story == kBody || IsFooter(story) == next) {
+        throw Failure(WordError::CommandFailed);
+    }
+    return next ? story + kKinds : story - kKinds;
+}
+
 void GoToStory(OpenDocument& document, int story) {
     if (story == kBody) {
         GoToBody(document);

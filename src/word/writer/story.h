@@ -24,6 +24,9 @@ namespace quardele::word::writer {
 /// The story that the selection stands in, with Word's numbers: 0 body, 1 header, 2 first page's header, 3
 /// even pages' header, 4 to 6 the same for footers.
 [[nodiscard]] int CurrentStory(const OpenDocument& document);
+/// The footer of the header that the selection stands in, or the other way. Throws RuntimeError 4198 in the
+/// body, and where there is no next or previous one.
+[[nodiscard]] int StoryBeside(const OpenDocument& document, bool next);
 /// Moves the selection into a story: the numbers above, 9 and 10 for the header and footer that the current
 /// page shows. A header or footer that the page lacks is switched on; back in the body the selection is where
 /// it was left. Throws RuntimeError 4120 for other numbers.

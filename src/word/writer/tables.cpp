@@ -8,6 +8,7 @@
 #include <com/sun/star/text/XTextTablesSupplier.hpp>
 
 #include "cell_place.h"
+#include "cells.h"
 #include "story.h"
 #include "word_error.h"
 
@@ -15,6 +16,7 @@ namespace quardele::word::writer {
 
 namespace {
 
+using css::text::XText;
 using css::text::XTextTable;
 using css::uno::UNO_QUERY_THROW;
 
@@ -28,7 +30,8 @@ const typename List::value_type& ElementAt(const List& list, const Arguments& ar
     return list[static_cast<std::size_t>(index) - 1];
 }
 
-/// The widest row's cells. Writer's own count is wrong for a table with merged cells.
+}  // namespace
+
 int ColumnCount(const Reference<XTextTable>& table) {
     int count = 0;
     for (const CellName& cell : CellsOf(table)) {
@@ -36,8 +39,6 @@ int ColumnCount(const Reference<XTextTable>& table) {
     }
     return count;
 }
-
-}  // namespace
 
 TableList BodyTables(const OpenDocument& document) {
     const auto body = document.Model()->getText();
@@ -72,7 +73,7 @@ Value Tables::Item(const Arguments& arguments) {
 }
 
 std::span<const Member<Table>> Table::Members() {
-    static constexpr Member<Table> kMembers[] = {{u"Columns", &Table::Columns}};
+    static constexpr Member<Table> kMembers[] = {{u"Columns", &Table::Columns}, {u"Select", &Table::Select}};
     return kMembers;
 }
 
@@ -80,6 +81,14 @@ Value Table::Columns(const Arguments& arguments) {
     std::vector<int> columns(static_cast<std::size_t>(ColumnCount(table_)));
     std::iota(columns.begin(), columns.end(), 0);
     return CollectionOrItem(Make<writer::Columns>(Doc(), std::move(columns)), arguments);
+}
+
+Value Table::Select(const Arguments&) {
+    const auto cells = CellsOf(table_);
+    const Reference<XText> first(table_->getCellByName(ToUno(CellText(cells.front()))), UNO_QUERY_THROW);
+    Doc()->Cursor()->gotoRange(first->getStart(), false);
+    SelectRows(*Doc(), cells.front().row, cells.back().row);
+    return {};
 }
 
 std::span<const Member<Columns>> Columns::Members() {

@@ -15,6 +15,9 @@ using TableList = std::vector<Reference<css::text::XTextTable>>;
 /// The tables of the body, in the order of the text; tables within cells count too.
 [[nodiscard]] TableList BodyTables(const OpenDocument& document);
 
+/// The widest row's cells. Writer's own count is wrong for a table with merged cells.
+[[nodiscard]] int ColumnCount(const Reference<css::text::XTextTable>& table);
+
 class Tables final : public DocumentObject<Tables> {
  public:
     Tables(OpenDocumentPtr document, TableList tables)
@@ -36,6 +39,8 @@ class Table final : public DocumentObject<Table> {
 
  private:
     Value Columns(const Arguments& arguments);
+    /// Selects all its cells.
+    Value Select(const Arguments&);
 
     Reference<css::text::XTextTable> table_;
 };

@@ -67,12 +67,24 @@ Value Pane::GetView(const Arguments&) {
 
 std::span<const Member<View>> View::Members() {
     static constexpr Member<View> kMembers[] = {
+        {u"NextHeaderFooter", &View::NextHeaderFooter},
+        {u"PreviousHeaderFooter", &View::PreviousHeaderFooter},
         {u"SeekView", &View::SeekView, &View::SetSeekView},
         {u"ShowAll", &View::ShowAll, &View::SetShowAll},
         {u"SplitSpecial", &View::SplitSpecial, &View::SetSplitSpecial},
         {u"Type", &View::Type, &View::SetType},
     };
     return kMembers;
+}
+
+Value View::NextHeaderFooter(const Arguments&) {
+    GoToStory(*Doc(), StoryBeside(*Doc(), true));
+    return {};
+}
+
+Value View::PreviousHeaderFooter(const Arguments&) {
+    GoToStory(*Doc(), StoryBeside(*Doc(), false));
+    return {};
 }
 
 Value View::SeekView(const Arguments&) {

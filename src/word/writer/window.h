@@ -32,6 +32,10 @@ class View final : public DocumentObject<View> {
     static std::span<const Member<View>> Members();
 
  private:
+    /// From a header to the footer of the same kind, and back; Word's next section is not looked for. Throws
+    /// RuntimeError 4198 elsewhere.
+    Value NextHeaderFooter(const Arguments&);
+    Value PreviousHeaderFooter(const Arguments&);
     /// The story that the selection stands in.
     Value SeekView(const Arguments&);
     void SetSeekView(const Value& story);

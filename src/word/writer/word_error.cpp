@@ -18,6 +18,8 @@ basic::Text Describe(WordError error) {
             return u"Cette commande n'est pas disponible car aucun document n'est ouvert.";
         case WordError::NotInTable:
             return u"Cette commande n'est pas disponible car la sélection n'est pas dans un tableau.";
+        case WordError::OutOfRange:
+            return u"Valeur hors limites.";
         case WordError::BadFileName:
             return u"Le document ne peut pas être enregistré sous ce nom : le dossier n'existe pas, ou "
                    u"l'écriture n'y est pas autorisée.";

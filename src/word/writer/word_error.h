@@ -12,6 +12,7 @@ enum class WordError {
     CommandFailed = 4198,
     NoDocument = 4248,
     NotInTable = 4605,
+    OutOfRange = 4608,
     BadFileName = 5152,
     FileNotFound = 5174,
     ObjectDeleted = 5825,

@@ -3,6 +3,8 @@
 
 #include <QString>
 
+#include <basic/text.h>
+
 namespace quardele::forms {
 
 enum class BoxButtons { Ok, YesNo };
@@ -16,5 +18,8 @@ enum class BoxAnswer { Ok = 1, Yes = 6, No = 7 };
 /// "information", or empty.
 BoxAnswer MsgBox(const QString& prompt, BoxButtons buttons = BoxButtons::Ok, BoxIcon icon = BoxIcon::None,
                  const QString& title = {});
+
+/// A box with an OK button, for the rooms that show their failures without knowing of screens.
+void ShowBox(const basic::Text& text, const basic::Text& title);
 
 }  // namespace quardele::forms

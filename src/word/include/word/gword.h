@@ -31,10 +31,13 @@ struct CatalogueKey {
 /// change nothing. Only size (0, points), underline (1), font name (15) and bold (16) are used.
 using CharacterFormat = std::array<std::optional<Variant>, 18>;
 
+/// Shows a text with an OK button and returns when it is answered; an empty title means the program's own.
+using ShowBox = std::function<void(const Text& text, const Text& title)>;
+
 class GWORD {
  public:
     /// `catalogueKey` is asked each time a bookmark is looked for.
-    explicit GWORD(std::function<CatalogueKey()> catalogueKey);
+    GWORD(std::function<CatalogueKey()> catalogueKey, ShowBox showBox);
 
     // Accessors of the catalogue's database and table, empty until the first bookmark is looked for.
     [[nodiscard]] std::shared_ptr<dao::Database> BASE_SIGNETS() const { return baseSignets_; }
@@ -163,6 +166,7 @@ class GWORD {
     Text W_LitSignet(const ObjectPtr& Word, TextView bookmark);
 
     std::function<CatalogueKey()> catalogueKey_;
+    ShowBox showBox_;
     std::shared_ptr<dao::Database> baseSignets_;
     std::shared_ptr<dao::Recordset> tableSignets_;
     /// Title of the last failure that was not shown.

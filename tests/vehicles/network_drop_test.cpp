@@ -72,7 +72,7 @@ QString NetworkDropTest::SaveWithoutTheFile() const {
 void NetworkDropTest::ASaveIsToldAndWorksOnceTheFileIsBack() {
     TypeOver(Box("CTX_MARQUE"), QStringLiteral("RENAULT"));
     const QString told = SaveWithoutTheFile();
-    QVERIFY2(told.startsWith(QStringLiteral("Cmd_Update Err. 3260 : ")), qPrintable(told));
+    QVERIFY2(told.startsWith(QStringLiteral("Cmd_Update Err. 3024 : ")), qPrintable(told));
     QCOMPARE(Box("CTX_MARQUE")->Text(), QStringLiteral("RENAULT"));
     QVERIFY(Box("CTX_MARQUE")->DataChanged());
     QCOMPARE(Stored("TVEH", "TVEH_IMMAT", kToyota).at(0).at(QStringLiteral("TVEH_MARQUE")),
@@ -91,7 +91,7 @@ void NetworkDropTest::ANewVehicleWithVisitsIsToldAndWorksOnceTheFileIsBack() {
     TypeOver(Box("CTX_IMMAT"), registration);
     SetVisit(1, 1, QStringLiteral("CT"));
     const QString told = SaveWithoutTheFile();
-    QVERIFY2(told.startsWith(QStringLiteral("Cmd_Update Err. 3260 : ")), qPrintable(told));
+    QVERIFY2(told.startsWith(QStringLiteral("Cmd_Update Err. 3024 : ")), qPrintable(told));
     QCOMPARE(Box("CTX_IMMAT")->Text(), registration);
     QCOMPARE(Cell("DBG_DETAIL", 1, 1), QStringLiteral("CT"));
     QVERIFY(Stored("TVEH", "TVEH_IMMAT", registration).empty());
@@ -106,7 +106,7 @@ void NetworkDropTest::ANewVehicleWithVisitsIsToldAndWorksOnceTheFileIsBack() {
 void NetworkDropTest::TypedVisitsStayOnScreen() {
     SetVisit(kPeriod, 1, QStringLiteral("36"));
     const QString told = SaveWithoutTheFile();
-    QVERIFY2(told.startsWith(QStringLiteral("Cmd_Update Err. 3260 : ")), qPrintable(told));
+    QVERIFY2(told.startsWith(QStringLiteral("Cmd_Update Err. 3024 : ")), qPrintable(told));
     QVERIFY(Grid("DBG_DETAIL")->ChangeMade());
     QCOMPARE(Cell("DBG_DETAIL", kPeriod, 1), QStringLiteral("36"));
 

@@ -410,7 +410,7 @@ void RecordSavingTest::AFileThatTurnedReadOnlyFailsAndSavesLater() {
         const WriteProtection readOnly(program_->DataFile().parent_path());
         Press("Cmd_Update");
     }
-    CompareFailure(boxes, QStringLiteral("Cmd_Update Err. 3260 : "));
+    CompareFailure(boxes, QStringLiteral("Cmd_Update Err. 3027 : "));
     QCOMPARE(Box("CTX_MARQUE")->Text(), QStringLiteral("RENAULT"));
     QVERIFY(Box("CTX_MARQUE")->DataChanged());
     QCOMPARE(Vehicle(kToyota).at(0).at(QStringLiteral("TVEH_MARQUE")), QStringLiteral("TOYOTA"));

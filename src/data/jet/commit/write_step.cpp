@@ -6,6 +6,7 @@
 #include "commit/journal.h"
 #include "commit/unended_writes.h"
 #include "engine.h"
+#include "file/file_names.h"
 #include "locks/lock_bytes.h"
 #include "locks/lock_wait.h"
 
@@ -30,6 +31,18 @@ OsFile::LockResult WaitForWriterLock(OsFile& file, OsFile::Lock kind) {
     return result;
 }
 
+namespace {
+
+/// A file whose folder or server went away is still open, but no journal can stand beside it.
+void RequireInReach(const std::filesystem::path& path) {
+    if (WhatHasName(path) == Named::Nothing) {
+        throw basic::RuntimeError(basic::error::kFileMissing,
+                                  basic::Describe(basic::error::kFileMissing, PathText(path)));
+    }
+}
+
+}  // namespace
+
 WriteStep::WriteStep(Engine& engine) : engine_(engine), outer_(engine.openStep) {
     if (outer_ != nullptr) {
         Pages().BeginPart();
@@ -39,6 +52,7 @@ WriteStep::WriteStep(Engine& engine) : engine_(engine), outer_(engine.openStep) 
     if (engine.IsReadOnly()) {
         throw basic::RuntimeError(basic::error::kReadOnly);
     }
+    RequireInReach(engine.Path());
     if (WaitForWriterLock(engine.File(), OsFile::Lock::Exclusive) != OsFile::LockResult::Taken) {
         throw basic::RuntimeError(basic::error::kRecordLocked);
     }

@@ -146,7 +146,7 @@ bool LockFile::TryHoldPages(std::span<const std::uint32_t> pages) {
     }
     isCommitOpen_ = isCommitOpen_ || commit_.OpenOrCreate(file_.Path());
     if (!isCommitOpen_) {
-        return false;
+        throw basic::RuntimeError(basic::error::kReadOnly);
     }
     for (const Range& range : RangesOf(pages)) {
         if (commit_.TryLock(range.first, OsFile::Lock::Shared, range.length) != OsFile::LockResult::Taken) {

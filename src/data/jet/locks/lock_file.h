@@ -38,7 +38,8 @@ class LockFile {
     [[nodiscard]] bool TryHoldPage(std::uint32_t page);
     void ReleasePage(std::uint32_t page);
 
-    /// The same for the pages of a commit, in ascending order; all of them, or none and false.
+    /// The same for the pages of a commit, in ascending order; all of them, or none and false. Throws
+    /// RuntimeError 3027 when the lock file may not be written any more.
     [[nodiscard]] bool TryHoldPages(std::span<const std::uint32_t> pages);
     void ReleasePages();
 

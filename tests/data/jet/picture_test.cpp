@@ -1,6 +1,7 @@
 // Reading while others write: every answer belongs to one state of the file.
 
 #include <chrono>
+#include <fstream>
 #include <functional>
 #include <thread>
 
@@ -278,6 +279,81 @@ TEST_F(PictureTest, AReaderPutsRightWhatADeadWriterLeft) {
     EXPECT_FALSE(HasJournal(file_));
     EXPECT_EQ(Km(*reader, row), 1);
     EXPECT_EQ(ContentsOf(file_), before);
+}
+
+/// Another program, which takes no locks of ours, in the middle of a change of ours: it writes a page and
+/// counts a slot when our journal is synced.
+class ForeignWriter {
+ public:
+    ForeignWriter(fs::path file, std::uint32_t page, ByteString bytes)
+        : file_(std::move(file)), page_(page), bytes_(std::move(bytes)) {
+        CurrentWriteHook() = [this](const WriteEvent& event) {
+            if (event.step == WritePoint::Sync && event.path != file_ && !std::exchange(written_, true)) {
+                Write();
+            }
+        };
+    }
+    ~ForeignWriter() { CurrentWriteHook() = {}; }
+    ForeignWriter(const ForeignWriter&) = delete;
+    ForeignWriter& operator=(const ForeignWriter&) = delete;
+
+    [[nodiscard]] bool HasWritten() const { return written_; }
+
+ private:
+    void Write() {
+        std::fstream file(file_, std::ios::binary | std::ios::in | std::ios::out);
+        constexpr char kCount = 77;
+        file.seekp(kSlotsAt + 2 * 9 + 1);
+        file.put(kCount);
+        file.seekp(std::streamoff{page_} * 4096);
+        file.write(reinterpret_cast<const char*>(bytes_.data()), static_cast<std::streamsize>(bytes_.size()));
+    }
+
+    fs::path file_;
+    std::uint32_t page_;
+    ByteString bytes_;
+    bool written_ = false;
+};
+
+class ForeignCommitTest : public PictureTest {
+ protected:
+    /// The page of a row as it is when another program has set its kilometres.
+    [[nodiscard]] ByteString PageWithKm(RowId row, int km) {
+        const fs::path copy = folder_.Path() / "autre.mdb";
+        fs::copy_file(file_, copy, fs::copy_options::overwrite_existing);
+        SetKm(*Open(copy), row, km);
+        const auto bytes = ReadBytes(copy);
+        const auto start = bytes.begin() + std::ptrdiff_t{row.page} * 4096;
+        return {start, start + 4096};
+    }
+};
+
+TEST_F(ForeignCommitTest, APageThatOursDoesNotTouchIsSeenAfterwards) {
+    const auto table = Open(file_);
+    const RowId ours = RowAt(*table, 1);
+    const RowId theirs = RowAt(*table, kVehicles - 20);
+    ASSERT_NE(ours.page, theirs.page);
+    static_cast<void>(Km(*table, theirs));
+    const ForeignWriter foreign(file_, theirs.page, PageWithKm(theirs, 4711));
+    SetKm(*table, ours, 5);
+    ASSERT_TRUE(foreign.HasWritten());
+    table->Impl().Owner().Refresh();
+    EXPECT_EQ(Km(*table, theirs), 4711);
+    EXPECT_EQ(Km(*table, ours), 5);
+}
+
+TEST_F(ForeignCommitTest, APageThatOursTouchesRefusesTheChange) {
+    const auto table = Open(file_);
+    const RowId ours = RowAt(*table, 1);
+    const RowId theirs = RowAt(*table, 2);
+    ASSERT_EQ(ours.page, theirs.page);
+    const double old = Km(*table, ours);
+    const ForeignWriter foreign(file_, theirs.page, PageWithKm(theirs, 4711));
+    EXPECT_EQ(ErrorNumber([&] { SetKm(*table, ours, 5); }), basic::error::kRecordChanged);
+    ASSERT_TRUE(foreign.HasWritten());
+    EXPECT_FALSE(fs::exists(JournalPath(file_)));
+    EXPECT_EQ(Km(*table, theirs), 4711);
+    EXPECT_EQ(Km(*table, ours), old);
 }
 
 }  // namespace

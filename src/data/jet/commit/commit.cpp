@@ -69,6 +69,7 @@ class Commit {
     void CheckSize() const;
     void WriteJournal();
     ChangeMark WritePages();
+    [[nodiscard]] bool IsAlone() const;
     void WritePagesAlone(const ChangeMark& mark);
     void DropUnfinished();
     void TakeBack();
@@ -110,6 +111,19 @@ void Commit::WriteJournal() {
     journal_->FlushRecords();
 }
 
+// A program that takes no locks of ours may have written while the journal went to the disk: then the pages
+// are compared once more, and what the cache holds besides them is not what the file has.
+bool Commit::IsAlone() const {
+    if (engine_.Cache().IsCurrent()) {
+        return true;
+    }
+    CheckSize();
+    for (const PagePtr& page : pages_) {
+        static_cast<void>(Before(page->number));
+    }
+    return false;
+}
+
 // From the moment in which the journal is valid until it is gone nobody looks at the file: a valid journal
 // that somebody finds is one of a writer that has died.
 ChangeMark Commit::WritePages() {
@@ -117,9 +131,11 @@ ChangeMark Commit::WritePages() {
     const int user = engine_.Users().User();
     const ChangeMark after = before.IsUsable() ? before.Advanced(user) : before;
     std::optional<CommitLock> lock;
+    bool alone = true;
     try {
         lock.emplace(file_);
         journal_->Finish(before, user);
+        alone = IsAlone();
     } catch (const basic::RuntimeError&) {
         DropUnfinished();
         throw;
@@ -130,7 +146,7 @@ ChangeMark Commit::WritePages() {
         TakeBack();
         throw;
     }
-    return after;
+    return alone ? after : ChangeMark();
 }
 
 void Commit::WritePagesAlone(const ChangeMark& mark) {

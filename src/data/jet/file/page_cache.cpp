@@ -39,8 +39,12 @@ void PageCache::Clear() const {
     ++generation_;
 }
 
+bool PageCache::IsCurrent() const {
+    return picture_ && (pictures_ == nullptr || pictures_->IsCurrent(*picture_));
+}
+
 void PageCache::Refresh() {
-    if (picture_ && pictures_ != nullptr && !pictures_->IsCurrent(*picture_)) {
+    if (picture_ && !IsCurrent()) {
         Clear();
     }
 }

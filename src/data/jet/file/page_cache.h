@@ -27,6 +27,8 @@ class PageCache final : public PageSource {
     void Clear() const;
     /// Forgets everything if the file has changed.
     void Refresh();
+    /// Whether the file is as it was when the picture was taken; false without a picture.
+    [[nodiscard]] bool IsCurrent() const;
     /// Counts how often everything was forgotten: pages read at one number belong together.
     [[nodiscard]] std::uint64_t PictureNumber() const { return pictureNumber_; }
     /// Counts the pages that were read from the file.

@@ -33,6 +33,7 @@ std::shared_ptr<dao::Recordset> Grid::Rows() const {
 }
 
 int Grid::MaxRows() const {
+    model_->FindAllRows();
     return model_->Rows();
 }
 

@@ -23,7 +23,7 @@ bool IsTruth(const QString& text) {
 }  // namespace
 
 bool Grid::AddressesCell() const {
-    return row_ >= 1 && row_ <= MaxRows() && col_ >= 1 && col_ <= MaxCols();
+    return model_->HasRow(row_ - 1) && col_ >= 1 && col_ <= MaxCols();
 }
 
 bool Grid::AddressesHeading() const {
@@ -32,7 +32,7 @@ bool Grid::AddressesHeading() const {
 
 void Grid::ForEachAddressed(const std::function<void(int row, int column)>& act) {
     const int firstRow = row_ == kAll ? 1 : row_;
-    const int lastRow = row_ == kAll ? MaxRows() : std::min(row_, MaxRows());
+    const int lastRow = row_ == kAll ? MaxRows() : model_->HasRow(row_ - 1) ? row_ : 0;
     const int firstColumn = col_ == kAll ? 1 : col_;
     const int lastColumn = col_ == kAll ? MaxCols() : std::min(col_, MaxCols());
     if (firstRow < 1 || firstColumn < 1) {
@@ -208,7 +208,7 @@ bool Grid::RowHidden() const {
 }
 
 void Grid::SetRowHidden(bool hidden) {
-    if (row_ < 1 || row_ > MaxRows()) {
+    if (!model_->HasRow(row_ - 1)) {
         return;
     }
     // With updates on, the header would work out the position of the row each time: the sum of all above it.

@@ -17,7 +17,7 @@ int Grid::ActiveCol() const {
 }
 
 void Grid::SetActiveCell(int col, int row) {
-    const int modelRow = row >= 1 && row <= MaxRows() ? row - 1 : currentIndex().row();
+    const int modelRow = row >= 1 && model_->HasRow(row - 1) ? row - 1 : currentIndex().row();
     const int modelColumn = col >= 1 && col <= MaxCols() ? col - 1 : d_->lastColumn;
     if (modelRow < 0) {
         d_->lastColumn = modelColumn;
@@ -95,6 +95,20 @@ bool Grid::AskToMove(const QPersistentModelIndex& wanted) {
     return moved && wanted.isValid();
 }
 
+/// By the operator's keys. Ctrl+End leads to the last of all rows, and a page is a whole one, found or not yet.
+QModelIndex Grid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    constexpr int kMoreThanAPage = 256;
+    const bool toTheEnd = action == MoveEnd && modifiers.testFlag(Qt::ControlModifier);
+    RunHandler([&] {
+        if (toTheEnd) {
+            model_->FindAllRows();
+        } else {
+            model_->FindRows(currentIndex().row() + kMoreThanAPage);
+        }
+    });
+    return QTableView::moveCursor(action, modifiers);
+}
+
 /// Enter: to the next cell that is shown, from the last one to the first of the next row.
 void Grid::MoveToNextCell() {
     int row = currentIndex().row();
@@ -104,10 +118,10 @@ void Grid::MoveToNextCell() {
             column = 0;
             do {
                 ++row;
-            } while (row < model_->Rows() && isRowHidden(row));
+            } while (model_->HasRow(row) && isRowHidden(row));
         }
     } while (row < model_->Rows() && isColumnHidden(column));
-    if (row >= model_->Rows() || row < 0) {
+    if (!model_->HasRow(row)) {
         return;
     }
     if (d_->beforeRow && model_->index(row, column) == currentIndex()) {

@@ -30,6 +30,7 @@ bool Grid::ExportToExcel(const QString& fileName, const QString& sheetName, cons
     d_->exportFailure.clear();
     d_->notice->TakeBack();
     try {
+        model_->FindAllRows();
         const auto book = WorkbookOf(*this, *model_, sheetName);
         SaveFile(basic::NativePath(ToText(fileName)), fileName, [&](std::ostream& out) { book->Write(out); });
         return true;

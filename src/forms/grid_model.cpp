@@ -14,6 +14,9 @@
 namespace quardele::forms {
 namespace {
 
+/// More than a window shows.
+constexpr int kFirstRows = 256;
+
 /// What an unfilled cell of a row that was never looked at says.
 const QString& Nothing() {
     static const QString nothing;
@@ -49,8 +52,9 @@ void GridModel::SetColumns(std::vector<GridColumn> columns) {
     columnLooks_.assign(columns_.size(), {});
     headingLooks_.assign(columns_.size(), {});
     rows_.clear();
-    rows_.resize(recordset_ == nullptr ? 0 : recordset_->RowCount());
+    rows_.resize(recordset_ == nullptr ? 0 : recordset_->RowsFound(kFirstRows));
     boundRows_ = Rows();
+    grows_ = boundRows_ >= kFirstRows;
     FindFields();
     endResetModel();
 }
@@ -89,7 +93,26 @@ void GridModel::AppendRows(int rows) {
     }
 }
 
+bool GridModel::HasRow(int row) {
+    if (row >= 0) {
+        FindRows(row + 1);
+    }
+    return row >= 0 && row < Rows();
+}
+
+void GridModel::FindRows(int wanted) {
+    if (!grows_ || wanted <= Rows()) {
+        return;
+    }
+    const int before = boundRows_;
+    boundRows_ = static_cast<int>(recordset_->RowsFound(Position(wanted)));
+    grows_ = boundRows_ >= wanted;
+    AppendRows(boundRows_ - before);
+}
+
 void GridModel::SetRows(int rows) {
+    FindRows(rows);
+    grows_ = false;
     RemoveRows(Rows() - rows);
     AppendRows(rows - Rows());
 }
@@ -98,8 +121,9 @@ void GridModel::Bind(std::shared_ptr<dao::Recordset> recordset) {
     RemoveRows(Rows());
     recordset_ = std::move(recordset);
     FindFields();
-    boundRows_ = recordset_ == nullptr ? 0 : static_cast<int>(recordset_->RowCount());
-    AppendRows(boundRows_);
+    boundRows_ = 0;
+    grows_ = recordset_ != nullptr;
+    FindRows(kFirstRows);
 }
 
 std::optional<long> GridModel::RecordOf(int row) const {
@@ -110,7 +134,10 @@ std::optional<long> GridModel::RecordOf(int row) const {
     return made == nullptr || made->record < 0 ? std::nullopt : std::optional<long>(made->record);
 }
 
-std::optional<int> GridModel::RowOf(long record) const {
+std::optional<int> GridModel::RowOf(long record) {
+    if (grows_ && record >= 0) {
+        FindRows(static_cast<int>(record) + 1);
+    }
     if (record >= 0 && record < boundRows_) {
         return static_cast<int>(record);
     }
@@ -127,7 +154,7 @@ void GridModel::SetRecord(int row, long record) {
 }
 
 void GridModel::TakeAddedRecords() {
-    const bool showsAll = recordset_ != nullptr && boundRows_ == Rows();
+    const bool showsAll = recordset_ != nullptr && !grows_ && boundRows_ == Rows();
     const int records = showsAll ? static_cast<int>(recordset_->RowCount()) : 0;
     if (records > boundRows_) {
         const int added = records - boundRows_;
@@ -304,6 +331,17 @@ void GridModel::HeadingChanged(int column) {
 
 int GridModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : Rows();
+}
+
+bool GridModel::canFetchMore(const QModelIndex& parent) const {
+    return !parent.isValid() && grows_;
+}
+
+/// Twice as many each time: few steps lead to the end of the longest list.
+void GridModel::fetchMore(const QModelIndex& parent) {
+    if (!parent.isValid()) {
+        RunHandler([this] { FindRows(2 * Rows()); });
+    }
 }
 
 int GridModel::columnCount(const QModelIndex& parent) const {

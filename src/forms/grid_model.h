@@ -5,6 +5,7 @@
 #pragma once
 
 #include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -44,15 +45,23 @@ class GridModel : public QAbstractTableModel {
     [[nodiscard]] int FieldIndexOf(int column) const { return fields_[Position(column)]; }
 
     // Rows.
+    /// Those that are shown so far.
     [[nodiscard]] int Rows() const { return static_cast<int>(rows_.size()); }
     /// Cuts rows at the end or adds blank ones; the recordset keeps its own.
     void SetRows(int rows);
-    /// Shows the rows of a recordset in place of all that was shown; null for none.
+    /// Whether there is such a row: one of the recordset joins when it was not found yet.
+    [[nodiscard]] bool HasRow(int row);
+    /// Lets rows of the recordset join until so many are shown or no more are to come.
+    void FindRows(int wanted);
+    void FindAllRows() { FindRows(std::numeric_limits<int>::max()); }
+    /// Shows the rows of a recordset in place of all that was shown; null for none. Those of a long one join
+    /// as they are found: at first as many as a window can show, then as the end comes into view or somebody
+    /// asks for a row behind it.
     void Bind(std::shared_ptr<dao::Recordset> recordset);
     [[nodiscard]] const std::shared_ptr<dao::Recordset>& Source() const { return recordset_; }
     /// The position in the recordset that a row shows; empty for a row that is in no recordset.
     [[nodiscard]] std::optional<long> RecordOf(int row) const;
-    [[nodiscard]] std::optional<int> RowOf(long record) const;
+    [[nodiscard]] std::optional<int> RowOf(long record);
     void SetRecord(int row, long record);
     /// Rows that were added to the recordset join at the end, if its rows are all shown.
     void TakeAddedRecords();
@@ -97,6 +106,9 @@ class GridModel : public QAbstractTableModel {
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    /// The view comes near the end of the rows that are shown.
+    [[nodiscard]] bool canFetchMore(const QModelIndex& parent) const override;
+    void fetchMore(const QModelIndex& parent) override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
     /// An operator's edit.
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
@@ -137,7 +149,8 @@ class GridModel : public QAbstractTableModel {
     std::shared_ptr<dao::Recordset> recordset_;
     /// Loading is no change that anybody can see: const as far as readers are concerned.
     mutable std::vector<std::unique_ptr<Row>> rows_;
-    int boundRows_ = 0;  ///< rows from the recordset: the first ones, in its order
+    int boundRows_ = 0;   ///< rows from the recordset: the first ones, in its order
+    bool grows_ = false;  ///< rows of the recordset join behind them as they are found
     FillQuestion mayFill_;
     bool loadsOnSight_ = true;
     bool protected_ = true;

@@ -72,6 +72,7 @@ void Grid::SetPrintHeader(const QString& markup) {
 
 void Grid::PrintSheet(int flags) {
     RefuseUnless(flags == 1);
+    model_->FindAllRows();
     OfferSheet(SheetOf(*this, *model_, d_->print), window());
 }
 

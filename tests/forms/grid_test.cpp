@@ -20,6 +20,13 @@ using test::FieldOfType;
 using test::MemoryRows;
 using test::TextField;
 
+std::shared_ptr<MemoryRows> LongList() {
+    auto rows = std::make_shared<MemoryRows>(std::vector{TextField(u"CODE")});
+    rows->madeUpRows = 5000;
+    rows->findsInSteps = true;
+    return rows;
+}
+
 std::shared_ptr<MemoryRows> Visits(int count) {
     auto rows = std::make_shared<MemoryRows>(std::vector{TextField(u"CODE"),
                                                          FieldOfType(u"PERIOD", dao::FieldType::Integer),
@@ -357,6 +364,127 @@ class GridTest : public QObject {
         grid_->viewport()->grab();
         QVERIFY(rows->reads.count(99'999) == 1);
         QVERIFY2(rows->reads.size() < 30, qPrintable(QString::number(rows->reads.size())));
+    }
+
+    // Rows of a long list are found step by step.
+
+    void RowsJoinAsTheyAreFound() {
+        const auto rows = LongList();
+        Bind(rows);
+        QVERIFY(rows->found < 1000);
+        QCOMPARE(At(4000, 1), QStringLiteral("3999.0"));
+        QCOMPARE(rows->found, std::size_t{4000});
+        QCOMPARE(grid_->MaxRows(), 5000);
+        QCOMPARE(rows->found, std::size_t{5000});
+    }
+
+    void NoMoreRowsAreFoundThanSomebodyComesNear() {
+        const auto rows = LongList();
+        Bind(rows);
+        QTest::qWait(20);
+        QVERIFY(rows->found < 1000);
+        grid_->hide();
+        grid_->show();
+        QTest::qWait(20);
+        QVERIFY(rows->found < 1000);
+    }
+
+    void ScrollingToTheEndFindsMoreRowsUntilThereAreNone() {
+        const auto rows = LongList();
+        Bind(rows);
+        QScrollBar& bar = *grid_->verticalScrollBar();
+        int shown = grid_->model()->rowCount();
+        bar.setValue(bar.maximum());
+        QVERIFY(grid_->model()->rowCount() > shown);
+        QVERIFY(rows->found < 5000);
+        for (int drags = 0; drags < 10 && shown < grid_->model()->rowCount(); ++drags) {
+            shown = grid_->model()->rowCount();
+            bar.setValue(bar.maximum());
+            QTest::qWait(1);
+        }
+        QCOMPARE(grid_->model()->rowCount(), 5000);
+        QCOMPARE(grid_->ActiveRow(), 1);
+    }
+
+    void TheKeyOfPagesGoesByWholePages() {
+        Bind(LongList());
+        grid_->setFocus();
+        QTest::keyClick(grid_, Qt::Key_PageDown);
+        const int page = grid_->ActiveRow() - 1;
+        QVERIFY(page > 1);
+        for (int pages = 2; pages < 1000 / page; ++pages) {
+            QTest::keyClick(grid_, Qt::Key_PageDown);
+            QCOMPARE(grid_->ActiveRow(), pages * page + 1);
+        }
+    }
+
+    void TheKeyToTheLastColumnFindsNoRows() {
+        const auto rows = LongList();
+        Bind(rows);
+        grid_->setFocus();
+        QTest::keyClick(grid_, Qt::Key_End);
+        QCOMPARE(grid_->ActiveRow(), 1);
+        QVERIFY(rows->found < 1000);
+    }
+
+    void AChangeOfARowFindsNoMoreRows() {
+        const auto rows = LongList();
+        Bind(rows);
+        rows->Edit();
+        rows->SetValue(0, basic::Variant(std::u16string(u"x")));
+        rows->Update();
+        QVERIFY(rows->found < 1000);
+    }
+
+    void TheKeyToTheEndLeadsToTheLastRowOfAll() {
+        Bind(LongList());
+        grid_->setFocus();
+        QTest::keyClick(grid_, Qt::Key_End, Qt::ControlModifier);
+        QCOMPARE(grid_->ActiveRow(), 5000);
+    }
+
+    void TheCursorFollowsToTheLastRecord() {
+        const auto rows = LongList();
+        Bind(rows);
+        rows->MoveLast();
+        QCOMPARE(grid_->ActiveRow(), 5000);
+    }
+
+    void TheCursorFollowsToARowThatWasNotFoundYet() {
+        const auto rows = LongList();
+        Bind(rows);
+        rows->SetAbsolutePosition(4000);
+        QCOMPARE(grid_->ActiveRow(), 4001);
+        QCOMPARE(rows->found, std::size_t{4001});
+    }
+
+    void AListThatWasCutDoesNotGrow() {
+        const auto rows = LongList();
+        Bind(rows);
+        grid_->SetMaxRows(3);
+        QVERIFY(!grid_->model()->canFetchMore({}));
+        QTest::keyClick(grid_, Qt::Key_End, Qt::ControlModifier);
+        QCOMPARE(grid_->MaxRows(), 3);
+        QVERIFY(rows->found < 1000);
+        grid_->SetMaxRows(0);
+        QCOMPARE(grid_->MaxRows(), 0);
+    }
+
+    void AListIsExtendedBehindAllOfItsRows() {
+        Bind(LongList());
+        grid_->SetMaxRows(5002);
+        QCOMPARE(At(5000, 1), QStringLiteral("4999.0"));
+        QCOMPARE(At(5001, 1), QString());
+    }
+
+    void WhatCannotBeFoundIsToldToWhoAsksForIt() {
+        const auto rows = LongList();
+        Bind(rows);
+        rows->findFailure = basic::error::kNotADatabase;
+        QVERIFY(grid_->model()->rowCount() > 0);
+        QVERIFY_THROWS_EXCEPTION(basic::RuntimeError, static_cast<void>(grid_->MaxRows()));
+        rows->findFailure = 0;
+        QCOMPARE(grid_->MaxRows(), 5000);
     }
 
     void RowsOfAGridThatIsNotOnScreenAreNotRead() {

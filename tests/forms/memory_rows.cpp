@@ -49,6 +49,15 @@ std::size_t MemoryRows::RowCount() const {
     return std::max(rows_.size(), madeUpRows);
 }
 
+std::size_t MemoryRows::RowsFound(std::size_t wanted) const {
+    const std::size_t now = findsInSteps ? std::max(found, std::min(wanted, RowCount())) : RowCount();
+    if (now > found && findFailure != 0) {
+        throw RuntimeError(findFailure);
+    }
+    found = now;
+    return found;
+}
+
 bool MemoryRows::Eof() const {
     return RowCount() == 0 || position_ >= static_cast<long>(RowCount());
 }

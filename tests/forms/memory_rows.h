@@ -19,6 +19,10 @@ class MemoryRows : public dao::Recordset {
     int refusal = 0;
     /// Rows made up on demand: the value of a row's field when no row was added.
     std::size_t madeUpRows = 0;
+    /// Rows are found as somebody comes to them: so many so far. Finding more fails with this error.
+    bool findsInSteps = false;
+    mutable std::size_t found = 0;
+    int findFailure = 0;
     /// How often a value was read, by row and in all.
     mutable std::map<std::size_t, int> reads;
     mutable int allReads = 0;
@@ -63,6 +67,7 @@ class MemoryRows : public dao::Recordset {
     void Requery() override {}
     void Close() override {}
     [[nodiscard]] std::size_t RowCount() const override;
+    [[nodiscard]] std::size_t RowsFound(std::size_t wanted) const override;
     [[nodiscard]] dao::Variant ValueAt(std::size_t row, int field) const override;
     void SetObserver(dao::RecordsetObserver* observer) override { observer_ = observer; }
 

@@ -95,7 +95,8 @@ bool Grid::AskToMove(const QPersistentModelIndex& wanted) {
     return moved && wanted.isValid();
 }
 
-/// By the operator's keys. Ctrl+End leads to the last of all rows, and a page is a whole one, found or not yet.
+/// By the operator's keys. Ctrl+End leads to the last of all rows, and a page is a whole one, found or not
+/// yet.
 QModelIndex Grid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
     constexpr int kMoreThanAPage = 256;
     const bool toTheEnd = action == MoveEnd && modifiers.testFlag(Qt::ControlModifier);

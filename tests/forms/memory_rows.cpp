@@ -45,12 +45,16 @@ void MemoryRows::Add(std::vector<dao::Variant> values) {
     rows_.push_back({std::move(values)});
 }
 
-std::size_t MemoryRows::RowCount() const {
+std::size_t MemoryRows::Size() const {
     return std::max(rows_.size(), madeUpRows);
 }
 
+std::size_t MemoryRows::RowCount() const {
+    return RowsFound(Size());
+}
+
 std::size_t MemoryRows::RowsFound(std::size_t wanted) const {
-    const std::size_t now = findsInSteps ? std::max(found, std::min(wanted, RowCount())) : RowCount();
+    const std::size_t now = findsInSteps ? std::max(found, std::min(wanted, Size())) : Size();
     if (now > found && findFailure != 0) {
         throw RuntimeError(findFailure);
     }
@@ -59,7 +63,7 @@ std::size_t MemoryRows::RowsFound(std::size_t wanted) const {
 }
 
 bool MemoryRows::Eof() const {
-    return RowCount() == 0 || position_ >= static_cast<long>(RowCount());
+    return Size() == 0 || position_ >= static_cast<long>(Size());
 }
 
 long MemoryRows::AbsolutePosition() const {

@@ -33,11 +33,11 @@ class MemoryRows : public dao::Recordset {
     [[nodiscard]] const dao::Text& Name() const override { return name_; }
     [[nodiscard]] const std::vector<dao::Field>& Fields() const override { return fields_; }
     [[nodiscard]] bool Updatable() const override { return true; }
-    [[nodiscard]] bool Bof() const override { return RowCount() == 0 || position_ < 0; }
+    [[nodiscard]] bool Bof() const override { return Size() == 0 || position_ < 0; }
     [[nodiscard]] bool Eof() const override;
-    [[nodiscard]] std::size_t RecordCount() const override { return RowCount(); }
+    [[nodiscard]] std::size_t RecordCount() const override { return Size(); }
     void MoveFirst() override { Go(0); }
-    void MoveLast() override { Go(static_cast<long>(RowCount()) - 1); }
+    void MoveLast() override { Go(static_cast<long>(Size()) - 1); }
     void MoveNext() override { Go(position_ + 1); }
     void MovePrevious() override { Go(position_ - 1); }
     void Move(long rows) override { Go(position_ + rows); }
@@ -77,6 +77,7 @@ class MemoryRows : public dao::Recordset {
         bool deleted = false;
     };
 
+    [[nodiscard]] std::size_t Size() const;
     void Go(long position);
     void Leave();
     void Arrive();

@@ -358,7 +358,7 @@ void RecordCommandsTest::DeletingInAFileThatTurnedReadOnlyIsAnUnhandledError() {
     SKIP_WITHOUT_INDEPENDENT_READER();
     OpenRecordOf(kToyota);
     const WriteProtection readOnly(program_->DataFile().parent_path());
-    CompareDeleteEndsWith(QStringLiteral("Erreur d'exécution 3260"));
+    CompareDeleteEndsWith(QStringLiteral("Erreur d'exécution 3027"));
 }
 
 // Refresh, tool tips.

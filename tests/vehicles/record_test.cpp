@@ -154,8 +154,7 @@ void RecordTest::ALongerTextThanTheFieldIsNotTyped() {
 
 void RecordTest::CommandsToComeDoNothing() {
     support::BoxAnswerer boxes;
-    for (const char* command :
-         {"Cmd_Imprimer_0", "Cmd_Imprimer_1", "Cmd_Imprimer_2", "CMD_HistoVis", "Cmd_Images"}) {
+    for (const char* command : {"Cmd_Imprimer_0", "Cmd_Imprimer_1", "Cmd_Imprimer_2"}) {
         QTest::mouseClick(Button(command), Qt::LeftButton);
         QVERIFY2(!Button(command)->toolTip().isEmpty(), command);
         QVERIFY2(!Button(command)->icon().isNull(), command);

@@ -17,13 +17,24 @@ constexpr std::size_t kAlwaysTaken = 240;
     return name.starts_with(L"\\\\?\\") || name.starts_with(L"\\\\.\\");
 }
 
+/// The whole name, with backslashes and without steps back; the library knows no names of servers.
+[[nodiscard]] std::wstring WholeName(const fs::path& path) {
+    const std::wstring name = fs::path(path).make_preferred().native();
+    if (name.starts_with(L"\\\\")) {
+        return L"\\\\" + fs::path(name.substr(2)).lexically_normal().make_preferred().native();
+    }
+    std::error_code failure;
+    return fs::absolute(path, failure).lexically_normal().make_preferred().native();
+}
+
 }  // namespace
 
 fs::path SystemPath(const fs::path& path) {
-    std::error_code failure;
-    const fs::path absolute = fs::absolute(path, failure).lexically_normal().make_preferred();
-    const std::wstring& name = absolute.native();
-    if (failure || name.size() < kAlwaysTaken || IsSpecial(name)) {
+    if (IsSpecial(path.native())) {
+        return path;
+    }
+    const std::wstring name = WholeName(path);
+    if (name.size() < kAlwaysTaken) {
         return path;
     }
     return name.starts_with(L"\\\\") ? L"\\\\?\\UNC" + name.substr(1) : L"\\\\?\\" + name;

@@ -73,6 +73,19 @@ struct Pipe {
     return line;
 }
 
+/// Starts a process; what the system says. Wine's server now and then fails of itself before the process is
+/// there, on a busy machine; it is asked again then.
+DWORD Started(std::wstring& line, STARTUPINFOW& start, PROCESS_INFORMATION& process) {
+    constexpr int kAttempts = 5;
+    DWORD failure = ERROR_INTERNAL_ERROR;
+    for (int attempt = 0; attempt < kAttempts && failure == ERROR_INTERNAL_ERROR; ++attempt) {
+        const bool started = ::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                                              nullptr, &start, &process) != 0;
+        failure = started ? ERROR_SUCCESS : ::GetLastError();
+    }
+    return failure;
+}
+
 }  // namespace
 
 Process::Process(const std::filesystem::path& program, const std::vector<std::string>& arguments,
@@ -89,9 +102,7 @@ Process::Process(const std::filesystem::path& program, const std::vector<std::st
     start.hStdError = ErrorStream(errors);
     PROCESS_INFORMATION process = {};
     std::wstring line = CommandLine(program, arguments);
-    const bool started = ::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
-                                          &start, &process) != 0;
-    const DWORD failure = ::GetLastError();
+    const DWORD failure = Started(line, start, process);
     ::CloseHandle(in.read);
     ::CloseHandle(out.write);
     if (!errors.empty()) {
@@ -99,7 +110,7 @@ Process::Process(const std::filesystem::path& program, const std::vector<std::st
     }
     input_ = reinterpret_cast<std::intptr_t>(in.write);
     output_ = reinterpret_cast<std::intptr_t>(out.read);
-    if (!started) {
+    if (failure != ERROR_SUCCESS) {
         CloseAndForget(input_);
         CloseAndForget(output_);
         throw std::runtime_error("cannot start " + program.string() + ", system error " +

@@ -23,7 +23,7 @@ std::string ContentOf(const std::filesystem::path& file) {
 
 /// From each MsgBox( to the end of its statement.
 std::set<std::string> BoxStatements() {
-    static const std::regex kBox(R"((MsgBox|TellFailure|ReportError)\([^;]*;)");
+    static const std::regex kBox(R"((MsgBox|TellFailure|ReportError|showBox_)\([^;]*;)");
     std::set<std::string> statements;
     const std::filesystem::path root = std::filesystem::path(QUARDELE_SOURCE_DIR) / "src";
     for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
@@ -41,7 +41,7 @@ std::set<std::string> BoxStatements() {
 /// The literals of a statement that hold words, those inside TRAD( left out.
 std::set<std::string> PlainTexts(std::string statement) {
     static const std::regex kTranslated(R"(TRAD\(\s*QStringLiteral\(\s*("[^"]*"\s*)+\)\))");
-    static const std::regex kLiteral(R"re(QStringLiteral\(\s*"([^"]*)"\))re");
+    static const std::regex kLiteral(R"re((?:QStringLiteral\(\s*|showBox_\(u)"([^"]*)")re");
     static const std::regex kWord("[A-Za-z]{2}");
     statement = std::regex_replace(statement, kTranslated, "");
     std::set<std::string> texts;
@@ -56,7 +56,8 @@ std::set<std::string> PlainTexts(std::string statement) {
 }
 
 /// Prefixes of failures, whose descriptions are the runtime's; the box of the hidden menu entry; what joins
-/// the folder and the name of a workbook; Word's own boxes. They stay as they are in every language.
+/// the folder and the name of a workbook; Word's own boxes; what a search in a report tells. They stay as
+/// they are in every language.
 const std::set<std::string>& KnownPlainTexts() {
     static const std::set<std::string> texts{
         "   sous le nom :  ",
@@ -64,6 +65,7 @@ const std::set<std::string>& KnownPlainTexts() {
         "Cmd_Annul Err. ",
         "Cmd_Update Err. ",
         "Evitez de fermer Word vous même avant de quitter",
+        "« %1 » ne se trouve pas dans l'état.",
         "H: %1\\r\\nW: %2",
         "Load: (%1) : ",
         "Procedure Init_Params_Locaux : ",

@@ -4,6 +4,42 @@
 #include <numeric>
 
 namespace quardele::print {
+namespace {
+
+/// What is left free beside the columns of a group, the repeated one included.
+int SpareRoom(const std::vector<int>& widths, const Range& group, int room) {
+    const auto first = widths.begin() + group.first;
+    const int repeated = group.first > 0 ? RepeatedWidth(widths, room) : 0;
+    return std::max(0, room - std::accumulate(first, first + group.count, repeated));
+}
+
+/// The first column stands on several pages: what it gets must be free on all of them, and leave the others
+/// the half of the room without which it would not be repeated.
+void WidenRepeated(std::vector<int>& widths, int wanted, const std::vector<Range>& groups, int room) {
+    int spare = room / 2 - widths.front();
+    for (const Range& group : groups) {
+        spare = std::min(spare, SpareRoom(widths, group, room));
+    }
+    widths.front() += std::clamp(wanted - widths.front(), 0, spare);
+}
+
+void WidenGroup(std::vector<int>& widths, const std::vector<int>& wanted, const Range& group, int spare) {
+    std::vector<std::pair<int, std::size_t>> lacking;
+    for (int column = group.first; column < group.first + group.count; ++column) {
+        const auto slot = static_cast<std::size_t>(column);
+        if (wanted[slot] > widths[slot]) {
+            lacking.emplace_back(wanted[slot] - widths[slot], slot);
+        }
+    }
+    std::sort(lacking.begin(), lacking.end());
+    for (const auto& [lack, column] : lacking) {
+        const int given = std::min(lack, spare);
+        widths[column] += given;
+        spare -= given;
+    }
+}
+
+}  // namespace
 
 int RepeatedWidth(const std::vector<int>& widths, int room) {
     const bool allFit = std::accumulate(widths.begin(), widths.end(), 0L) <= room;
@@ -31,6 +67,22 @@ std::vector<Range> ColumnGroups(const std::vector<int>& widths, int room) {
         used += width;
     }
     return groups;
+}
+
+std::vector<int> WidenedWidths(std::vector<int> widths, const std::vector<int>& wanted, int room) {
+    const std::vector<Range> groups = ColumnGroups(widths, room);
+    const bool repeats = RepeatedWidth(widths, room) > 0;
+    if (repeats) {
+        WidenRepeated(widths, wanted.front(), groups, room);
+    }
+    for (Range group : groups) {
+        const int spare = SpareRoom(widths, group, room);
+        if (repeats && group.first == 0) {
+            group = {.first = 1, .count = group.count - 1};
+        }
+        WidenGroup(widths, wanted, group, spare);
+    }
+    return widths;
 }
 
 std::vector<Page> Paginate(const std::vector<int>& widths, int rows, int rowHeight, Room room) {

@@ -9,6 +9,7 @@
 #include <print/cell_font.h>
 #include <print/wrapped_text.h>
 
+#include "column_widths.h"
 #include "paper_font.h"
 
 namespace quardele::print {
@@ -90,11 +91,7 @@ SheetPainter::SheetPainter(const Sheet& sheet, QSize paper)
       header_(sheet.header, paper),
       rowHeadingWidth_(sheet.rowHeading ? kRowHeadingWidth : 0) {
     const int room = paper_.width() - rowHeadingWidth_;
-    std::vector<int> widths;
-    for (const SheetColumn& column : sheet_.columns) {
-        widths.push_back(column.width);
-    }
-    widths_ = FittedWidths(std::move(widths), room);
+    widths_ = WidthsOnPaper(sheet_, room);
     rowHeight_ = HeightOf(CellFont()) + 2 * kVerticalPadding;
     footHeight_ = HeightOf(PaperFont(kFootPoints)) + kFootGap;
     headerHeight_ = header_.Height();

@@ -9,7 +9,8 @@ namespace quardele::print {
 
 namespace {
 
-constexpr QSize kPaper(4000, 3000);
+/// As wide as the columns: there is nothing to widen them by.
+constexpr QSize kPaper(1590, 3000);
 
 QImage PictureOf(const Sheet& sheet) {
     QImage picture(kPaper / 5, QImage::Format_RGB32);

@@ -53,6 +53,30 @@ TEST(Pages, AFirstColumnThatLeavesTheOthersLittleRoomIsNotRepeated) {
     EXPECT_EQ(RepeatedWidth({}, 100), 0);
 }
 
+TEST(Pages, RoomThatIsLeftGoesToTheColumnsThatLackTheLeast) {
+    EXPECT_EQ(WidenedWidths({20, 20, 20}, {20, 60, 30}, 80), (std::vector<int>{20, 30, 30}));
+    EXPECT_EQ(WidenedWidths({20, 20, 20}, {20, 60, 30}, 200), (std::vector<int>{20, 60, 30}));
+    EXPECT_EQ(WidenedWidths({20, 20}, {10, 0}, 80), (std::vector<int>{20, 20})) << "nothing wanted";
+    EXPECT_EQ(WidenedWidths({}, {}, 80), std::vector<int>());
+}
+
+TEST(Pages, EveryPageGivesTheRoomThatItHasLeft) {
+    EXPECT_EQ(WidenedWidths({60, 30, 40}, {60, 80, 90}, 100), (std::vector<int>{60, 40, 90}));
+    // The first column stands beside the third once more.
+    EXPECT_EQ(WidenedWidths({30, 60, 50}, {30, 80, 90}, 100), (std::vector<int>{30, 70, 70}));
+}
+
+TEST(Pages, ARepeatedColumnTakesWhatAllItsPagesHaveLeft) {
+    EXPECT_EQ(WidenedWidths({30, 60, 65}, {90, 80, 65}, 100), (std::vector<int>{35, 65, 65}));
+    EXPECT_EQ(WidenedWidths({30, 20, 60, 60}, {90, 20, 60, 60}, 100), (std::vector<int>{40, 20, 60, 60}));
+}
+
+TEST(Pages, ARepeatedColumnThatTakesMoreIsRepeatedStill) {
+    const std::vector<int> widths = WidenedWidths({30, 30, 45, 45}, {90, 30, 45, 45}, 100);
+    EXPECT_EQ(widths, (std::vector<int>{50, 30, 45, 45}));
+    EXPECT_EQ(RepeatedWidth(widths, 100), 50);
+}
+
 TEST(Pages, ASheetWithoutRowsHasOnePagePerGroupOfColumns) {
     EXPECT_EQ(Paginate({60, 60}, 0, 10, {100, 100}), (std::vector<Page>{{{0, 0}, {0, 1}}, {{0, 0}, {1, 1}}}));
     EXPECT_EQ(Paginate({}, 0, 10, {100, 100}).size(), 1U);
@@ -86,6 +110,35 @@ TEST(Pages, EveryCellStandsOnExactlyOnePage) {
             }
         }
         ASSERT_EQ(seen.size(), widths.size() * static_cast<std::size_t>(rows));
+    }
+}
+
+TEST(Pages, WideningMovesNoColumnToAnotherPage) {
+    std::mt19937 random(20261121);
+    const auto someWidths = [&](std::size_t count) {
+        std::vector<int> widths(count);
+        for (int& width : widths) {
+            width = 1 + static_cast<int>(random() % 60);
+        }
+        return widths;
+    };
+    constexpr int kRoom = 100;
+    for (int round = 0; round < 2000; ++round) {
+        const std::vector<int> narrow = FittedWidths(someWidths(1 + random() % 12), kRoom);
+        const std::vector<int> wanted = someWidths(narrow.size());
+        const std::vector<int> wide = WidenedWidths(narrow, wanted, kRoom);
+        for (std::size_t column = 0; column < narrow.size(); ++column) {
+            ASSERT_GE(wide[column], narrow[column]);
+            ASSERT_LE(wide[column], std::max(narrow[column], wanted[column]));
+        }
+        const auto groups = ColumnGroups(narrow, kRoom);
+        ASSERT_EQ(ColumnGroups(wide, kRoom), groups);
+        for (const Range& group : groups) {
+            const auto first = wide.begin() + group.first;
+            const int repeated = group.first > 0 ? RepeatedWidth(wide, kRoom) : 0;
+            ASSERT_LE(std::accumulate(first, first + group.count, repeated), kRoom);
+        }
+        ASSERT_EQ(RepeatedWidth(wide, kRoom) > 0, RepeatedWidth(narrow, kRoom) > 0);
     }
 }
 

@@ -164,7 +164,8 @@ TEST_F(PdfTest, ColumnsThatDoNotFitAreSharedOutOverPages) {
 }
 
 TEST_F(PdfTest, ATextThatIsCutSaysSo) {
-    Sheet sheet = SheetOf(2, 1);
+    // As many columns as fill the page: there is little to widen any by.
+    Sheet sheet = SheetOf(11, 1);
     sheet.cell = [](int /*row*/, int column) {
         SheetCell cell;
         cell.text = column == 0 ? QStringLiteral("Remplacement de la courroie de distribution")
@@ -179,6 +180,38 @@ TEST_F(PdfTest, ATextThatIsCutSaysSo) {
     EXPECT_TRUE(text.contains(QRegularExpression(QStringLiteral("Antic[a-z]*…"))));
     EXPECT_TRUE(text.contains(QRegularExpression(QStringLiteral("première( seconde| s?[a-z]*…)"))))
         << text.toStdString();
+}
+
+TEST_F(PdfTest, ATextIsWholeWhereItsPageHasRoom) {
+    const QString work = QStringLiteral("Remplacement de la courroie de distribution");
+    for (const auto& [bold, italic] : {std::pair(false, false), {true, false}, {false, true}, {true, true}}) {
+        Sheet sheet = SheetOf(3, 100);
+        sheet.cell = [=, bold = bold, italic = italic](int row, int column) {
+            SheetCell cell;
+            const bool wide = row == 99 && column > 0;
+            cell.text = wide ? work : QStringLiteral("CT");
+            cell.bold = wide && bold;
+            cell.italic = wide && italic;
+            return cell;
+        };
+        Write(sheet);
+        const QString text = Text();
+        EXPECT_EQ(text.count(work), 2) << text.right(500).toStdString();
+        EXPECT_FALSE(text.contains(u'…'));
+    }
+}
+
+TEST_F(PdfTest, WiderColumnsMakeNoMorePages) {
+    Sheet sheet = SheetOf(19, 40, kWide);
+    Write(sheet);
+    const auto pages = Pages().size();
+    sheet.cell = [](int /*row*/, int /*column*/) {
+        SheetCell cell;
+        cell.text = QStringLiteral("Remplacement de la courroie de distribution");
+        return cell;
+    };
+    Write(sheet);
+    EXPECT_EQ(Pages().size(), pages);
 }
 
 TEST_F(PdfTest, LongHeadingsAreWrappedAndNotCut) {

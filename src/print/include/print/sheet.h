@@ -13,6 +13,7 @@ namespace quardele::print {
 
 struct SheetColumn {
     QString heading;
+    /// At least, where the paper is as wide: a column whose texts need more gets what its page has left.
     int width = 0;
     Qt::Alignment alignment = Qt::AlignLeft;
 };
@@ -37,8 +38,8 @@ struct Sheet {
     std::optional<QPageLayout::Orientation> orientation;
     std::vector<SheetColumn> columns;
     int rows = 0;
-    /// A cell by row and column, from 0. Called while painting, for every cell of a page and each time that
-    /// the page is painted.
+    /// A cell by row and column, from 0. Called for every cell when the pages are laid out, and while
+    /// painting for those of a page, each time that the page is painted.
     std::function<SheetCell(int row, int column)> cell;
     /// What stands in front of a row, on every page; none unless set.
     std::function<QString(int row)> rowHeading;

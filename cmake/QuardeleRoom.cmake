@@ -71,15 +71,15 @@ endfunction()
 # A test of ctest that shows as skipped where something is missing that other tests compare with: their cases
 # leave themselves out then, which ctest cannot see.
 #
-#   quardele_wanted(<name> FOLDER <folder> | PROGRAM <name> | BUILT <target>)
+#   quardele_wanted(<name> FOLDER <folder> | PROGRAM <name> | MODULE <of Python> | BUILT <target>)
 function(quardele_wanted name)
-    cmake_parse_arguments(ARG "" "FOLDER;PROGRAM;BUILT" "" ${ARGN})
+    cmake_parse_arguments(ARG "" "FOLDER;PROGRAM;MODULE;BUILT" "" ${ARGN})
     set(unbuilt "")
     if(ARG_BUILT AND NOT TARGET ${ARG_BUILT})
         set(unbuilt ${ARG_BUILT})
     endif()
     add_test(NAME ${name} COMMAND ${CMAKE_COMMAND} "-DWANTED_FOLDER=${ARG_FOLDER}" "-DWANTED_PROGRAM=${ARG_PROGRAM}"
-        -DUNBUILT=${unbuilt}
+        -DWANTED_MODULE=${ARG_MODULE} -DUNBUILT=${unbuilt}
         -P ${CMAKE_SOURCE_DIR}/cmake/wanted.cmake)
     set_tests_properties(${name} PROPERTIES SKIP_REGULAR_EXPRESSION "SKIPPED")
 endfunction()

@@ -1,5 +1,5 @@
-# Says SKIPPED when a folder or a program that tests compare with is not on this machine, or a part of the program
-# that they try could not be built on it.
+# Says SKIPPED when a folder, a program or a module of Python that tests compare with is not on this machine, or
+# a part of the program that they try could not be built on it.
 if(UNBUILT)
     message("SKIPPED: ${UNBUILT} was not built")
 endif()
@@ -10,5 +10,11 @@ if(WANTED_PROGRAM)
     find_program(found "${WANTED_PROGRAM}")
     if(NOT found)
         message("SKIPPED: no program ${WANTED_PROGRAM}")
+    endif()
+endif()
+if(WANTED_MODULE)
+    execute_process(COMMAND /usr/bin/python3 -c "import ${WANTED_MODULE}" RESULT_VARIABLE failure OUTPUT_QUIET ERROR_QUIET)
+    if(failure)
+        message("SKIPPED: no module ${WANTED_MODULE} of Python")
     endif()
 endif()

@@ -1,5 +1,6 @@
 #include "list_program.h"
 
+#include <QClipboard>
 #include <QDialog>
 #include <QMainWindow>
 
@@ -154,20 +155,31 @@ void Click(QWidget* control) {
     QCoreApplication::processEvents();
 }
 
+void EnterText(forms::TextBox* box, const QString& text) {
+    constexpr qsizetype kMostTyped = 100;
+    forms::SetFocus(box);
+    QTest::keySequence(box, QKeySequence::SelectAll);
+    QTest::keyClick(box, Qt::Key_Delete);
+    if (text.size() <= kMostTyped && QString::fromLatin1(text.toLatin1()) == text) {
+        QTest::keyClicks(box, text);
+    } else {
+        QGuiApplication::clipboard()->setText(text);
+        QTest::keySequence(box, QKeySequence::Paste);
+    }
+}
+
 void Select(int entry, const QString& value) {
     listtools::FSELECT& dialog = Selection();
     for (int step = 0; step < entry; ++step) {
         QTest::keyClick(dialog.DBC3_SELECTION, Qt::Key_Down);
     }
-    dialog.CTX3_SELECTION->insert(value);
+    EnterText(dialog.CTX3_SELECTION, value);
     Click(dialog.Cmd_GoSelection);
 }
 
 void SearchFor(const QString& value) {
     listtools::FCHERCHE& dialog = SearchDialog();
-    forms::SetFocus(dialog.CTX3_CHERCHE);
-    dialog.CTX3_CHERCHE->selectAll();
-    dialog.CTX3_CHERCHE->insert(value);
+    EnterText(dialog.CTX3_CHERCHE, value);
     Click(dialog.Cmd_GoCherche);
 }
 

@@ -70,9 +70,11 @@ void PressTool(const List& list, int index);
 [[nodiscard]] listtools::FCHERCHE& SearchDialog();
 [[nodiscard]] listtools::FCLASSE& SortDialog();
 
-/// Chooses an entry of the comparisons by keys, puts a value into the box and presses the button.
+/// Types a text over what stands in a box. What is long, or has letters that no key has, is pasted.
+void EnterText(forms::TextBox* box, const QString& text);
+/// Chooses an entry of the comparisons by keys, enters a value and presses the button.
 void Select(int entry, const QString& value);
-/// Puts a value into the box and presses the button of the search.
+/// Enters a value and presses the button of the search.
 void SearchFor(const QString& value);
 void Click(QWidget* control);
 

@@ -254,7 +254,7 @@ void SearchTest::TheStoredTextSearchesFromTheFirstRow() {
     Vehicles().grid->SetActiveCell(kMake, 1500);
     QVERIFY(InDialog([] { listtools::GridToolAction(kSearchTool, *Vehicles().grid, Vehicles().data); },
                      [] {
-                         SearchDialog().CTX3_CHERCHE->insert(QStringLiteral("DACIA"));
+                         EnterText(SearchDialog().CTX3_CHERCHE, QStringLiteral("DACIA"));
                          SearchDialog().Cmd_GoCherche->setText(QStringLiteral("Lancer la recherche"));
                          Click(SearchDialog().Cmd_GoCherche);
                      }));
@@ -370,9 +370,7 @@ void SearchTest::AFailureLeavesTheDialogAsItIs() {
         listtools::FCHERCHE& dialog = SearchDialog();
         for (int option = 0; option < 3; ++option) {
             dialog.FND3_OPTRECH(option)->SetValue(true);
-            dialog.CTX3_CHERCHE->selectAll();
-            dialog.CTX3_CHERCHE->insert(value);
-            Click(dialog.Cmd_GoCherche);
+            SearchFor(value);
             const std::vector<QString> boxes = program_->boxes.TakeTexts();
             QCOMPARE(boxes.size(), std::size_t{1});
             QVERIFY2(boxes.front().startsWith(QStringLiteral("Recherche (ERR. 30")),

@@ -98,7 +98,7 @@ void SelectionTest::ItStandsInTheMiddleOfTheMainWindow() {
 void SelectionTest::ClosingItChangesNothing() {
     const QString before = Source();
     Open(kMake, [] {
-        Selection().CTX3_SELECTION->SetText(QStringLiteral("REN"));
+        EnterText(Selection().CTX3_SELECTION, QStringLiteral("REN"));
         Click(Selection().Cmd_FinSelection);
         QVERIFY(!forms::IsLoaded<listtools::FSELECT>());
     });
@@ -244,7 +244,7 @@ void SelectionTest::WithoutAComparisonThePointerStaysBusy() {
     const QString before = Source();
     Open(kMake, [] {
         Selection().DBC3_SELECTION->SetListIndex(-1);
-        Selection().CTX3_SELECTION->SetText(QStringLiteral("REN"));
+        EnterText(Selection().CTX3_SELECTION, QStringLiteral("REN"));
         Click(Selection().Cmd_GoSelection);
         QVERIFY(forms::IsLoaded<listtools::FSELECT>());
         QCOMPARE(forms::Screen::ActiveControl(), Selection().DBC3_SELECTION);
@@ -268,7 +268,7 @@ void SelectionTest::AFailedDateLeavesAnAndThatTheNextTryDoubles() {
                          QCOMPARE(list.data->RecordSource(), due);
                          QVERIFY(listtools::TheListToolContext().WherePart.endsWith(
                              QStringLiteral("[TVEH_DETAIL_PERIOD]<> 0 and ")));
-                         Selection().CTX3_SELECTION->SetText(QStringLiteral("01/02/2024"));
+                         EnterText(Selection().CTX3_SELECTION, QStringLiteral("01/02/2024"));
                          Click(Selection().Cmd_GoSelection);
                          QVERIFY(!forms::IsLoaded<listtools::FSELECT>());
                      }));
@@ -306,7 +306,7 @@ void SelectionTest::AFailedNumberLeavesTheConditionsClean() {
                      [&] {
                          Select(Greater, QStringLiteral("douze"));
                          QVERIFY(forms::IsLoaded<listtools::FSELECT>());
-                         Selection().CTX3_SELECTION->SetText(QStringLiteral("12"));
+                         EnterText(Selection().CTX3_SELECTION, QStringLiteral("12"));
                          Click(Selection().Cmd_GoSelection);
                      }));
     QVERIFY(list.data->RecordSource().contains(QStringLiteral("<> 0 and TVEH_DETAIL_PERIOD>12  Order by ")));
@@ -326,7 +326,7 @@ void SelectionTest::AWordThatIsNeitherYesNorNoFillsTheListAnew() {
     ReplaceColumn(*Vehicles().grid, kMake, QStringLiteral("Relance|TVEH_EDIT|8|check|locked"));
     QString word;
     Open(kMake, [&] {
-        Selection().CTX3_SELECTION->SetText(QStringLiteral("peut-être"));
+        EnterText(Selection().CTX3_SELECTION, QStringLiteral("peut-être"));
         QObject::connect(Selection().CTX3_SELECTION, &forms::TextBox::Change,
                          [&] { word = Selection().CTX3_SELECTION->Text(); });
         Click(Selection().Cmd_GoSelection);

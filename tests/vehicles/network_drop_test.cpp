@@ -42,6 +42,7 @@ class NetworkDropTest : public QObject {
     void ASaveIsToldAndWorksOnceTheFileIsBack();
     void ANewVehicleWithVisitsIsToldAndWorksOnceTheFileIsBack();
     void TypedVisitsStayOnScreen();
+    void ADeleteIsAnUnhandledErrorAndTheVehicleStays();
 
  private:
     [[nodiscard]] std::vector<StoredRow> Stored(const char* table, const char* column,
@@ -89,7 +90,8 @@ void NetworkDropTest::ANewVehicleWithVisitsIsToldAndWorksOnceTheFileIsBack() {
     const QString registration = QStringLiteral("ZY-001-AA");
     Press("Cmd_ADD");
     TypeOver(Box("CTX_IMMAT"), registration);
-    SetVisit(1, 1, QStringLiteral("CT"));
+    ClickBehindVisits();
+    TypeIntoCell(QStringLiteral("CT"));
     const QString told = SaveWithoutTheFile();
     QVERIFY2(told.startsWith(QStringLiteral("Cmd_Update Err. 3024 : ")), qPrintable(told));
     QCOMPARE(Box("CTX_IMMAT")->Text(), registration);
@@ -104,7 +106,7 @@ void NetworkDropTest::ANewVehicleWithVisitsIsToldAndWorksOnceTheFileIsBack() {
 }
 
 void NetworkDropTest::TypedVisitsStayOnScreen() {
-    SetVisit(kPeriod, 1, QStringLiteral("36"));
+    TypeVisit(kPeriod, 1, QStringLiteral("36"));
     const QString told = SaveWithoutTheFile();
     QVERIFY2(told.startsWith(QStringLiteral("Cmd_Update Err. 3024 : ")), qPrintable(told));
     QVERIFY(Grid("DBG_DETAIL")->ChangeMade());
@@ -116,6 +118,20 @@ void NetworkDropTest::TypedVisitsStayOnScreen() {
     QCOMPARE(
         Stored("TVEH_DETAIL", "TVEH_DETAIL_Immat", kToyota).at(0).at(QStringLiteral("TVEH_DETAIL_PERIOD")),
         QStringLiteral("36"));
+}
+
+void NetworkDropTest::ADeleteIsAnUnhandledErrorAndTheVehicleStays() {
+    support::BoxAnswerer boxes;
+    const int endsBefore = forms::CatchEndOfProcess(true);
+    {
+        const OutOfReach away(program_->DataFile().parent_path());
+        PressKey(Qt::Key_D, Qt::ControlModifier);
+    }
+    QCOMPARE(boxes.Shown().size(), std::size_t{2});
+    const QString& text = boxes.Shown().back().text;
+    QVERIFY2(text.startsWith(QStringLiteral("Erreur d'exécution 3024")), qPrintable(text));
+    QCOMPARE(forms::CatchEndOfProcess(true), endsBefore + 1);
+    QCOMPARE(Stored("TVEH", "TVEH_IMMAT", kToyota).size(), std::size_t{1});
 }
 
 int main(int argc, char* argv[]) {

@@ -3,6 +3,7 @@
 
 #include <forms/strings.h>
 
+#include "other_operator.h"
 #include "vehicle_form_fixture.h"
 
 using namespace quardele;
@@ -96,13 +97,15 @@ void TabsTest::TheRecordShowsTheCustomerAndTheVisits() {
 }
 
 void TabsTest::AnUnknownCustomerHasNoName() {
-    Tabs()->SetTab(kRecordTab);
-    TypeOver(Box("CTX_CODCLI"), QStringLiteral("ZZZ"));
-    Box("CTX_CODCLI")->SetDataChanged(false);
-    Box("CTX_RSCLI")->SetText(QStringLiteral("avant"));
-    ClickTab(kListTab);
-    QCOMPARE(Tabs()->Tab(), kListTab);
-    ClickTab(kRecordTab);
+    OpenRecordOf(QStringLiteral("2107 RC 59"));
+    QVERIFY(!Box("CTX_RSCLI")->Text().isEmpty());
+    PressKey(Qt::Key_F8);
+    ExecuteElsewhere(
+        program_->DataFile(),
+        QStringLiteral("update TVEH set TVEH_CODCLI = 'INCONNU' where TVEH_IMMAT = 'KG-361-VP'"));
+    PressKey(Qt::Key_F5);
+    OpenRecordOf(QStringLiteral("KG-361-VP"));
+    QCOMPARE(Box("CTX_CODCLI")->Text(), QStringLiteral("INCONNU"));
     QCOMPARE(Box("CTX_RSCLI")->Text(), QString());
 }
 
@@ -168,11 +171,8 @@ void TabsTest::APendingChangeKeepsTheOperatorOnTheRecord() {
 
 void TabsTest::TheGuardReloadsTheVisits() {
     OpenRecordOf(QStringLiteral("2107 RC 59"));
-    forms::Grid& visits = *Grid("DBG_DETAIL");
-    visits.SetCol(2);
-    visits.SetRow(1);
-    visits.SetText(QStringLiteral("99"));
-    visits.SetChangeMade(true);
+    TypeVisit(2, 1, QStringLiteral("99"));
+    QCOMPARE(Cell("DBG_DETAIL", 2, 1), QStringLiteral("99"));
     support::BoxAnswerer boxes;
     QString whileTheBoxIsOpen;
     boxes.LookAtBoxes([&] { whileTheBoxIsOpen = Cell("DBG_DETAIL", 2, 1); });

@@ -1,4 +1,5 @@
 // What the site's parameters make of the user fields.
+#include "stored_rows.h"
 #include "vehicle_form_fixture.h"
 
 using namespace quardele;
@@ -60,6 +61,7 @@ class UserFieldsTest : public QObject {
     void BlanksAreALabel();
     void ALabelWithAnAmpersandIsShownWhole();
     void TheFirstTwoFieldsAreADateAndANumberInTheList();
+    void AFieldOfADateOrANumberTakesAnyText();
     void ALabelledFieldWithoutLengthOrDecimalsStopsTheForm_data();
     void ALabelledFieldWithoutLengthOrDecimalsStopsTheForm();
     void AMissingParameterStopsTheForm();
@@ -175,6 +177,29 @@ void UserFieldsTest::TheFirstTwoFieldsAreADateAndANumberInTheList() {
     for (int column = 7; column <= list.MaxCols(); ++column) {
         QCOMPARE(kind(column), forms::CellType::Edit);
     }
+}
+
+/// What the parameters say of a field's kind holds for the search alone.
+void UserFieldsTest::AFieldOfADateOrANumberTakesAnyText() {
+    SKIP_WITHOUT_INDEPENDENT_READER();
+    SetParameter(QStringLiteral("1_TYP"), u"D");
+    SetParameter(QStringLiteral("2_TYP"), u"N");
+    SetParameter(QStringLiteral("2_LNG"), std::int16_t{3});
+    program_->OpenVehicles();
+    OpenRecordOf(QStringLiteral("KG-361-VP"));
+    support::BoxAnswerer boxes;
+    for (int number = 1; number <= 2; ++number) {
+        TypeOver(UserBox(number), QStringLiteral("un texte quelconque"));
+        PressKey(Qt::Key_Return);
+        QCOMPARE(forms::Screen::ActiveControl(), UserBox(number + 1));
+    }
+    PressKey(Qt::Key_S, Qt::ControlModifier);
+    CompareBoxes(boxes, {});
+    const auto stored =
+        StoredRows(program_->DataFile(), "TVEH", QStringLiteral("TVEH_IMMAT"), QStringLiteral("KG-361-VP"));
+    QCOMPARE(stored.size(), std::size_t{1});
+    QCOMPARE(stored[0].at(QStringLiteral("TVEH_USER1")), QStringLiteral("un texte quelconque"));
+    QCOMPARE(stored[0].at(QStringLiteral("TVEH_USER2")), QStringLiteral("un texte quelconque"));
 }
 
 void UserFieldsTest::ALabelledFieldWithoutLengthOrDecimalsStopsTheForm_data() {

@@ -79,16 +79,6 @@ QString Cell(const char* grid, int column, int row) {
     return cells.Text();
 }
 
-void SetVisit(int column, int row, const QString& text) {
-    forms::Grid& visits = *Grid("DBG_DETAIL");
-    visits.SetMaxRows(std::max(visits.MaxRows(), row));
-    visits.SetCol(column);
-    visits.SetRow(row);
-    visits.SetText(text);
-    visits.SetChangedFlag(true);
-    visits.SetChangeMade(true);
-}
-
 bool Shown(const QWidget* control) {
     return control->isVisibleTo(Form().Surface());
 }
@@ -135,6 +125,16 @@ void TypeVisit(int column, int row, const QString& text) {
     forms::Grid& visits = *Grid("DBG_DETAIL");
     const QRect cell = visits.visualRect(visits.model()->index(row - 1, column - 1));
     QTest::mouseClick(visits.viewport(), Qt::LeftButton, {}, cell.center());
+    TypeIntoCell(text);
+}
+
+void ClickBehindVisits() {
+    QWidget* const visits = Grid("DBG_DETAIL")->viewport();
+    QTest::mouseClick(visits, Qt::LeftButton, {}, visits->rect().bottomLeft() + QPoint(5, -5));
+    QCoreApplication::processEvents();
+}
+
+void TypeIntoCell(const QString& text) {
     // The first character may open the cell, which the others go to.
     for (const QChar character : text) {
         QTest::keyClicks(QApplication::focusWidget(), character);

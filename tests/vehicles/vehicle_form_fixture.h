@@ -73,8 +73,6 @@ template <class T>
 
 /// The text of a grid's cell, of its heading with row 0.
 [[nodiscard]] QString Cell(const char* grid, int column, int row);
-/// Puts a text into a cell of the visits as an operator's edit would leave it: shown, flagged and pending.
-void SetVisit(int column, int row, const QString& text);
 /// Whether the operator could see the control if the form were in front.
 [[nodiscard]] bool Shown(const QWidget* control);
 
@@ -95,6 +93,10 @@ void TypeOver(forms::TextBox* box, const QString& text);
 void Press(const char* button);
 /// Clicks a cell of the visits, types over what stands there and leaves it with Enter.
 void TypeVisit(int column, int row, const QString& text);
+/// Goes into the visits with the mouse, behind the last of them; without visits that opens the first one.
+void ClickBehindVisits();
+/// Types over what stands in the cell that has the cursor and leaves it with Enter.
+void TypeIntoCell(const QString& text);
 /// The texts of the boxes shown so far, and forgets them; empty when there was none.
 [[nodiscard]] QString TakeTexts(support::BoxAnswerer& boxes);
 void PressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);

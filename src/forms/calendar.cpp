@@ -1,6 +1,7 @@
 #include <forms/calendar.h>
 
 #include <QKeyEvent>
+#include <QLayout>
 #include <QPainter>
 #include <QTableView>
 #include <QTextCharFormat>
@@ -15,6 +16,7 @@ namespace {
 
 constexpr int kTextPixels = 12;
 constexpr int kTodayFrame = 2;
+constexpr int kBorderWidth = 1;
 constexpr int kMonthsOfYear = 12;
 
 basic::Date ToDate(QDate day) {
@@ -67,6 +69,7 @@ Calendar::Calendar(QWidget* parent) : QCalendarWidget(parent) {
     for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday}) {
         setWeekdayTextFormat(day, Ink(colors::kInk));
     }
+    layout()->setContentsMargins(kBorderWidth, kBorderWidth, kBorderWidth, kBorderWidth);
     NameButtons();
     // The days take the keys; the buttons of the months are for the mouse.
     auto* const days = findChild<QTableView*>();
@@ -90,6 +93,10 @@ void Calendar::NameButtons() {
     name("qt_calendar_nextmonth", QStringLiteral("Mois suivant"));
     name("qt_calendar_monthbutton", QStringLiteral("Mois"));
     name("qt_calendar_yearbutton", QStringLiteral("Année"));
+}
+
+QSize Calendar::sizeHint() const {
+    return QCalendarWidget::sizeHint() + QSize(2 * kBorderWidth, 2 * kBorderWidth);
 }
 
 basic::Date Calendar::Value() const {
@@ -137,6 +144,13 @@ bool Calendar::eventFilter(QObject* watched, QEvent* event) {
         }
     }
     return QCalendarWidget::eventFilter(watched, event);
+}
+
+/// The window of a calendar has no frame of its own.
+void Calendar::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setPen(QPen(colors::kBorder, kBorderWidth));
+    painter.drawRect(rect().adjusted(0, 0, -kBorderWidth, -kBorderWidth));
 }
 
 void Calendar::paintCell(QPainter* painter, const QRect& rect, QDate date) const {

@@ -2,6 +2,7 @@
 
 #include <QAbstractScrollArea>
 #include <QApplication>
+#include <QCalendarWidget>
 #include <QComboBox>
 #include <QIcon>
 #include <QLineEdit>
@@ -137,6 +138,12 @@ bool HasFocusInside(const QStyleOption& option, const QWidget& widget) {
     return HasFocus(option) || widget.isAncestorOf(QApplication::focusWidget());
 }
 
+/// The name of a month in the heading of a calendar.
+bool IsMonthButton(const QWidget* widget) {
+    const QWidget* const heading = widget != nullptr ? widget->parentWidget() : nullptr;
+    return heading != nullptr && qobject_cast<const QCalendarWidget*>(heading->parentWidget()) != nullptr;
+}
+
 void DrawComboArrow(const QStyleOptionComboBox& combo, QPainter& painter, const QWidget& widget) {
     const QRect arrow =
         widget.style()->subControlRect(QStyle::CC_ComboBox, &combo, QStyle::SC_ComboBoxArrow, &widget);
@@ -257,6 +264,14 @@ void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex
         QStyleOptionTitleBar inWhite = *title;
         inWhite.icon = InWhite(title->icon);
         QProxyStyle::drawComplexControl(control, &inWhite, painter, widget);
+        return;
+    }
+    if (const auto* button = qstyleoption_cast<const QStyleOptionToolButton*>(option);
+        control == CC_ToolButton && button != nullptr && IsMonthButton(widget)) {
+        // The arrow of its menu would stand under the text.
+        QStyleOptionToolButton plain = *button;
+        plain.features.setFlag(QStyleOptionToolButton::HasMenu, false);
+        QProxyStyle::drawComplexControl(control, &plain, painter, widget);
         return;
     }
     const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);

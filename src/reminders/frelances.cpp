@@ -159,7 +159,7 @@ void FRELANCES::CTX_DATEREL_KeyDown(int& keyCode, int shift) {
     if (keyCode == kKeyEnter) {
         ListDueVisits();
     } else if (keyCode == kKeyF4 && (shift & kWindowModifiers) == 0) {
-        services::Calendar().calendarOpen = true;
+        services::TheCalendarSettings().calendarOpen = true;
         keyCode = 0;
         services::OpenCalendar();
     }

@@ -36,6 +36,8 @@ Position PositionOf(const QWidget& control, const forms::Form& form) {
 
 CalendarPicker::CalendarPicker(const QString& name)
     : Form(name, forms::FormKind::Dialog), CAL(new forms::Calendar(Surface())) {
+    // Its size and its place count to the edge: nothing of the desktop's may come on top.
+    Window()->setWindowFlag(Qt::FramelessWindowHint);
     CAL->setObjectName(QStringLiteral("CAL"));
     CAL->setAccessibleName(QStringLiteral("Calendrier"));
     CAL->resize(CAL->sizeHint());
@@ -97,7 +99,7 @@ void CalendarPicker::Form_KeyDown(int& keyCode, int /*shift*/) {
 }
 
 void CalendarPicker::Form_Unload(bool& /*cancel*/) {
-    Calendar().calendarOpen = false;
+    TheCalendarSettings().calendarOpen = false;
 }
 
 void CalendarPicker::WriteBack(basic::Date date) {
@@ -140,7 +142,7 @@ void OpenCalendar() {
     bool failed = false;
     basic::ResumeNext statement([&failed](const basic::RuntimeError&) { failed = true; });
     const auto showSecond = [] { forms::Instance<F_CALENDAR2>().Show(forms::ShowMode::Modal); };
-    if (Calendar().PARAM_CALENDRIER != 0) {
+    if (TheCalendarSettings().PARAM_CALENDRIER != 0) {
         statement(showSecond);
         return;
     }

@@ -2,7 +2,7 @@
 
 namespace quardele::services {
 
-CalendarSettings& Calendar() {
+CalendarSettings& TheCalendarSettings() {
     static CalendarSettings settings;
     return settings;
 }

@@ -6,8 +6,10 @@
 
 namespace quardele::services {
 
-/// The text of a text box or of a list that is typed into. Throws RuntimeError 438 for other controls.
+/// The text of a text box, of a list that is typed into or of a list that is chosen from. Throws RuntimeError
+/// 438 for other controls.
 [[nodiscard]] QString ControlValue(const QWidget& control);
+/// Throws RuntimeError 383 where a list that is chosen from does not offer the text.
 void SetControlValue(QWidget& control, const QString& value);
 
 }  // namespace quardele::services

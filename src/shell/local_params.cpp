@@ -44,7 +44,7 @@ void Store(const LocalSettings& settings) {
     session.MIRE_VEH = forms::ToQString(settings.MIRE_VEH);
     session.PARAM_DEVCAL = forms::ToQString(settings.PARAM_DEVCAL);
     session.PARAM_SITE = forms::ToQString(settings.PARAM_SITE);
-    services::Calendar().PARAM_CALENDRIER = settings.PARAM_CALENDRIER;
+    services::TheCalendarSettings().PARAM_CALENDRIER = settings.PARAM_CALENDRIER;
 }
 
 void ReadFile(LocalSettings& settings) {

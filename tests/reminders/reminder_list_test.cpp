@@ -105,16 +105,18 @@ QByteArray StockFile() {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// Waits for the calendar, looks at the flag and presses a key in it.
+/// Waits for the calendar, looks at the flag and presses keys in it.
 class CalendarUser {
  public:
-    explicit CalendarUser(Qt::Key key) {
-        QObject::connect(&timer_, &QTimer::timeout, &timer_, [this, key] {
+    explicit CalendarUser(std::vector<Qt::Key> keys) {
+        QObject::connect(&timer_, &QTimer::timeout, &timer_, [this, keys = std::move(keys)] {
             const auto days = forms::Screen::ActiveForm()->Surface()->findChildren<QTableView*>(
                 QStringLiteral("qt_calendar_calendarview"));
             if (!days.isEmpty()) {
-                flagWasSet = services::Calendar().calendarOpen;
-                QTest::keyClick(days.front(), key);
+                flagWasSet = services::TheCalendarSettings().calendarOpen;
+                for (const Qt::Key key : keys) {
+                    QTest::keyClick(days.front(), key);
+                }
             }
         });
         timer_.start();
@@ -433,34 +435,34 @@ class ReminderListTest : public QObject {
         FRELANCES& form = Form();
         QTest::keyClick(form.CTX_DATEREL, Qt::Key_F5);
         QCOMPARE(form.DBG_RELANCES->MaxRows(), 0);
-        QVERIFY(!services::Calendar().calendarOpen);
+        QVERIFY(!services::TheCalendarSettings().calendarOpen);
     }
 
     void F4OpensTheCalendarAndQueriesNothing() {
         FRELANCES& form = Form();
-        CalendarUser user(Qt::Key_Escape);
+        CalendarUser user({Qt::Key_Escape});
         QTest::keyClick(form.CTX_DATEREL, Qt::Key_F4);
         QVERIFY(user.flagWasSet);
-        QVERIFY(!services::Calendar().calendarOpen);
+        QVERIFY(!services::TheCalendarSettings().calendarOpen);
         QCOMPARE(form.DBG_RELANCES->MaxRows(), 0);
         QCOMPARE(forms::Screen::ActiveControl(), form.CTX_DATEREL);
     }
 
     void F4WithShiftOpensTheCalendarToo() {
-        CalendarUser user(Qt::Key_Escape);
+        CalendarUser user({Qt::Key_Escape});
         QTest::keyClick(Form().CTX_DATEREL, Qt::Key_F4, Qt::ShiftModifier);
         QVERIFY(user.flagWasSet);
     }
 
     void APickedDateGoesIntoTheBoxAndTheQueryWaitsForEnter() {
         FRELANCES& form = Form();
-        services::Calendar().PARAM_CALENDRIER = 1;
+        services::TheCalendarSettings().PARAM_CALENDRIER = 1;
         forms::SetFocus(form.CTX_DATEREL);
         form.CTX_DATEREL->SetText(kNovember);
-        CalendarUser user(Qt::Key_Return);
+        CalendarUser user({Qt::Key_Right, Qt::Key_Return});
         QTest::keyClick(form.CTX_DATEREL, Qt::Key_F4);
         QVERIFY(user.flagWasSet);
-        QCOMPARE(form.CTX_DATEREL->Text(), kNovember);
+        QCOMPARE(form.CTX_DATEREL->Text(), QStringLiteral("26/11/2026"));
         QCOMPARE(form.DBG_RELANCES->MaxRows(), 0);
         QTest::keyClick(form.CTX_DATEREL, Qt::Key_Return);
         QVERIFY(form.DBG_RELANCES->MaxRows() > 0);
@@ -468,19 +470,19 @@ class ReminderListTest : public QObject {
 
     void F4WithAltIsLeftToTheProgramsWindow() {
         QTest::keyClick(Form().CTX_DATEREL, Qt::Key_F4, Qt::AltModifier);
-        QVERIFY(!services::Calendar().calendarOpen);
+        QVERIFY(!services::TheCalendarSettings().calendarOpen);
     }
 
     void F4WithCtrlClosesTheForm() {
         QTest::keyClick(Form().CTX_DATEREL, Qt::Key_F4, Qt::ControlModifier);
         QVERIFY(!forms::IsLoaded<FRELANCES>());
-        QVERIFY(!services::Calendar().calendarOpen);
+        QVERIFY(!services::TheCalendarSettings().calendarOpen);
     }
 
     void CalendarButtonGivesTheFocusToTheDateAndSendsItF4() {
         workshop_->ListDueBefore(kNovember);
         FRELANCES& form = Form();
-        CalendarUser user(Qt::Key_Escape);
+        CalendarUser user({Qt::Key_Escape});
         Press(form.Cmd_Cal_DateRef);
         QTRY_VERIFY(user.flagWasSet);
         QCOMPARE(forms::Screen::ActiveControl(), form.CTX_DATEREL);

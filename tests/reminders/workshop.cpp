@@ -16,7 +16,7 @@ using shell::MDIMENU_VEH;
 
 Workshop::Workshop() {
     shell::TheSession() = shell::Session();
-    services::Calendar() = services::CalendarSettings();
+    services::TheCalendarSettings() = services::CalendarSettings();
     shell::TheMenuForms().reminders = []() -> forms::Form& { return forms::Instance<FRELANCES>(); };
     endsBefore_ = forms::CatchEndOfProcess(true);
     forms::Instance<MDIMENU_VEH>().Show();
@@ -34,7 +34,7 @@ Workshop::~Workshop() {
     forms::CatchEndOfProcess(false);
     forms::Screen::SetMousePointer(0);
     shell::TheSession() = shell::Session();
-    services::Calendar() = services::CalendarSettings();
+    services::TheCalendarSettings() = services::CalendarSettings();
 }
 
 FRELANCES& Workshop::Reminders() {

@@ -1,6 +1,7 @@
 // The date picker on controls of every kind, driven by real keys and clicks.
 #include <functional>
 
+#include <QScopedValueRollback>
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
@@ -8,12 +9,15 @@
 
 #include <basic/conversion.h>
 #include <basic/date.h>
+#include <basic/locale.h>
 #include <basic/runtime_error.h>
 #include <forms/combo.h>
 #include <forms/controls.h>
+#include <forms/drop_down.h>
 #include <forms/grid.h>
 #include <forms/runtime.h>
 #include <forms/strings.h>
+#include <forms/twips.h>
 #include <services/calendar_picker.h>
 #include <services/calendar_settings.h>
 #include <support/boxes.h>
@@ -36,6 +40,7 @@ class CallerForm : public forms::Form {
         memo = Add<forms::MemoBox>("CTX_NOTE", Surface(), QRect(40, 100, 100, 40));
         combo = Add<forms::ListCombo>("DBC_DATE", Surface(), QRect(40, 160, 100, 24));
         button = Add<forms::Button>("Cmd_AUTRE", Surface(), QRect(40, 200, 32, 32));
+        choice = Add<forms::DropDown>("BXC_DATE", Surface(), QRect(160, 200, 100, 24));
         grid = Add<forms::Grid>("DBG_DATES", Surface(), QRect(40, 240, 300, 120));
         grid->SetColumnLines({QStringLiteral("Code||10|text"), QStringLiteral("Date||12|date")});
         grid->SetMaxRows(3);
@@ -50,6 +55,7 @@ class CallerForm : public forms::Form {
     forms::MemoBox* memo;
     forms::ListCombo* combo;
     forms::Button* button;
+    forms::DropDown* choice;
     forms::Grid* grid;
     forms::TextBox* inner;
 
@@ -65,6 +71,12 @@ class CallerForm : public forms::Form {
 
 CallerForm& Caller() {
     return forms::Instance<CallerForm>();
+}
+
+/// The picker on the screen, with all that the desktop draws around it; twips.
+QRect PlaceOf(const services::CalendarPicker& picker) {
+    const QRect pixels = picker.Window()->frameGeometry();
+    return {pixels.topLeft() * forms::kTwipsPerPixel, pixels.size() * forms::kTwipsPerPixel};
 }
 
 QString Shown(basic::Date date) {
@@ -145,6 +157,7 @@ class CalendarPickerTest : public QObject {
     void TheSecondVersionIsAsLargeAsItsCalendar();
 
     // What it writes.
+    void AClickWritesTheDayBack_data();
     void AClickWritesTheDayBack();
     void EnterWritesTheChosenDayBack_data();
     void EnterWritesTheChosenDayBack();
@@ -154,6 +167,9 @@ class CalendarPickerTest : public QObject {
     void AControlWithoutATextIsTheRuntimesError();
     void TheDateGoesIntoTheActiveCellOfAGrid();
     void TheDateGoesIntoTheOpenCellOfAGrid();
+    void AGridIsWrittenDayFirstWhateverTheWorkstationSays();
+    void AnyOtherControlIsWrittenAsTheWorkstationDoes();
+    void ADropDownTakesADateThatItOffers();
     void TheFlagFallsWhenTheCalendarGoes();
 
     // The month.
@@ -161,10 +177,11 @@ class CalendarPickerTest : public QObject {
     void MonthsAndDaysAreFrench();
     void KeysMoveByDaysWeeksMonthsAndYears();
     void TodayIsMarked();
+    void NoArrowStandsUnderTheMonth();
 };
 
 void CalendarPickerTest::init() {
-    services::Calendar() = {};
+    services::TheCalendarSettings() = {};
     forms::Screen::SetSizeForTests(kWide, kHigh);
     Caller().Show();
     QVERIFY(QTest::qWaitForWindowActive(Caller().Window()));
@@ -189,7 +206,7 @@ void CalendarPickerTest::TheWorkstationChoosesTheVersion_data() {
 void CalendarPickerTest::TheWorkstationChoosesTheVersion() {
     QFETCH(const int, parameter);
     QFETCH(const bool, second);
-    services::Calendar().PARAM_CALENDRIER = static_cast<std::int16_t>(parameter);
+    services::TheCalendarSettings().PARAM_CALENDRIER = static_cast<std::int16_t>(parameter);
     QCOMPARE(second ? OpenOn<F_CALENDAR2>(Caller().box, [](F_CALENDAR2&) {})
                     : OpenOn<F_CALENDAR>(Caller().box, kLookOnly),
              true);
@@ -226,7 +243,7 @@ void CalendarPickerTest::TheFirstVersionOpensOnToday() {
 }
 
 void CalendarPickerTest::TheSecondVersionOpensOnTheDateOfTheControl() {
-    services::Calendar().PARAM_CALENDRIER = 1;
+    services::TheCalendarSettings().PARAM_CALENDRIER = 1;
     Caller().box->SetText(QStringLiteral("24/12/2030"));
     QVERIFY(OpenOn<F_CALENDAR2>(Caller().box, [](F_CALENDAR2& picker) {
         QCOMPARE(Shown(picker.CAL->Value()), QStringLiteral("24/12/2030"));
@@ -236,14 +253,14 @@ void CalendarPickerTest::TheSecondVersionOpensOnTheDateOfTheControl() {
 }
 
 void CalendarPickerTest::TheSecondVersionOpensOnTodayWhereTheControlIsEmpty() {
-    services::Calendar().PARAM_CALENDRIER = 1;
+    services::TheCalendarSettings().PARAM_CALENDRIER = 1;
     QVERIFY(OpenOn<F_CALENDAR2>(Caller().box, [](F_CALENDAR2& picker) {
         QCOMPARE(Shown(picker.CAL->Value()), Shown(basic::Today()));
     }));
 }
 
 void CalendarPickerTest::TheSecondVersionOpensOnTodayOverAGrid() {
-    services::Calendar().PARAM_CALENDRIER = 1;
+    services::TheCalendarSettings().PARAM_CALENDRIER = 1;
     Caller().grid->SetRow(1);
     Caller().grid->SetCol(2);
     Caller().grid->SetText(QStringLiteral("24/12/2030"));
@@ -254,7 +271,7 @@ void CalendarPickerTest::TheSecondVersionOpensOnTodayOverAGrid() {
 }
 
 void CalendarPickerTest::ATextThatIsNoDateLetsNoSecondVersionCome() {
-    services::Calendar().PARAM_CALENDRIER = 1;
+    services::TheCalendarSettings().PARAM_CALENDRIER = 1;
     Caller().box->SetText(QStringLiteral("demain"));
     support::BoxAnswerer boxes;
     QVERIFY(!OpenOn<F_CALENDAR2>(Caller().box, [](F_CALENDAR2&) {}));
@@ -275,16 +292,15 @@ void CalendarPickerTest::ATextThatIsNoDateIsNothingToTheFirstVersion() {
 
 void CalendarPickerTest::ItStandsAtTheRightOfTheControl() {
     QVERIFY(OpenOn<F_CALENDAR>(Caller().box, [](F_CALENDAR& picker) {
-        QCOMPARE(picker.Left(), 1500 + (40 + 100) * 15);
-        QCOMPARE(picker.Top(), 3000 + 60 * 15);
+        QCOMPARE(PlaceOf(picker).topLeft(), QPoint(1500 + (40 + 100) * 15, 3000 + 60 * 15));
     }));
 }
 
 void CalendarPickerTest::ContainersAndTheFormAddUp() {
     QVERIFY(OpenOn<F_CALENDAR>(Caller().inner, [](F_CALENDAR& picker) {
         const int strip = forms::TabControl::kStripPixels;
-        QCOMPARE(picker.Left(), 1500 + (350 + 10 + 20 + 90) * 15);
-        QCOMPARE(picker.Top(), 3000 + (20 + strip + 12 + 30) * 15);
+        QCOMPARE(PlaceOf(picker).topLeft(),
+                 QPoint(1500 + (350 + 10 + 20 + 90) * 15, 3000 + (20 + strip + 12 + 30) * 15));
     }));
 }
 
@@ -292,7 +308,7 @@ void CalendarPickerTest::NearTheBottomTheBottomsAreLevel() {
     Caller().SetTop(kHigh - 3000);
     QVERIFY(OpenOn<F_CALENDAR>(Caller().box, [](F_CALENDAR& picker) {
         const int bottomOfBox = kHigh - 3000 + (60 + 20) * 15;
-        QCOMPARE(picker.Top() + picker.CAL->height() * 15, bottomOfBox);
+        QCOMPARE(PlaceOf(picker).bottom() + 1, bottomOfBox);
     }));
 }
 
@@ -300,18 +316,17 @@ void CalendarPickerTest::NearTheRightEdgeItOpensToTheLeft() {
     Caller().SetLeft(kWide - 3000);
     QVERIFY(OpenOn<F_CALENDAR>(Caller().box, [](F_CALENDAR& picker) {
         const int leftOfBox = kWide - 3000 + 40 * 15;
-        QCOMPARE(picker.Left() + picker.CAL->width() * 15, leftOfBox);
+        QCOMPARE(PlaceOf(picker).right() + 1, leftOfBox);
     }));
 }
 
 void CalendarPickerTest::ExactlyAtTheEdgesItStays() {
     QSize size;
-    QVERIFY(OpenOn<F_CALENDAR>(Caller().box, [&](F_CALENDAR& picker) { size = picker.CAL->size() * 15; }));
+    QVERIFY(OpenOn<F_CALENDAR>(Caller().box, [&](F_CALENDAR& picker) { size = PlaceOf(picker).size(); }));
     Caller().SetLeft(kWide - size.width() - 140 * 15);
     Caller().SetTop(kHigh - size.height() - 60 * 15);
     QVERIFY(OpenOn<F_CALENDAR>(Caller().box, [&](F_CALENDAR& picker) {
-        QCOMPARE(picker.Left(), kWide - size.width());
-        QCOMPARE(picker.Top(), kHigh - size.height());
+        QCOMPARE(PlaceOf(picker), QRect(QPoint(kWide - size.width(), kHigh - size.height()), size));
     }));
     Caller().SetLeft(Caller().Left() + 15);
     Caller().SetTop(Caller().Top() + 15);
@@ -324,38 +339,49 @@ void CalendarPickerTest::ExactlyAtTheEdgesItStays() {
 /// The form's own place does not count.
 void CalendarPickerTest::OverAGridItStandsInTheMiddle() {
     QVERIFY(OpenOn<F_CALENDAR>(Caller().grid, [](F_CALENDAR& picker) {
-        QVERIFY(std::abs(picker.Left() - (Caller().Width() - picker.CAL->width() * 15) / 2) < 15);
-        QVERIFY(std::abs(picker.Top() - (Caller().Height() - picker.CAL->height() * 15) / 2) < 15);
+        const QRect place = PlaceOf(picker);
+        QVERIFY(std::abs(place.left() - (Caller().Width() - place.width()) / 2) < 15);
+        QVERIFY(std::abs(place.top() - (Caller().Height() - place.height()) / 2) < 15);
     }));
 }
 
 /// Ten twips more are less than a pixel.
 void CalendarPickerTest::TheSecondVersionIsAsLargeAsItsCalendar() {
-    services::Calendar().PARAM_CALENDRIER = 1;
+    services::TheCalendarSettings().PARAM_CALENDRIER = 1;
     QVERIFY(OpenOn<F_CALENDAR2>(Caller().box, [](F_CALENDAR2& picker) {
-        QCOMPARE(picker.Surface()->size(), picker.CAL->size() + QSize(1, 1));
+        QCOMPARE(PlaceOf(picker).size(), (picker.CAL->size() + QSize(1, 1)) * forms::kTwipsPerPixel);
         QCOMPARE(picker.CAL->pos(), QPoint(0, 0));
     }));
 }
 
-void CalendarPickerTest::AClickWritesTheDayBack() {
-    services::Calendar().PARAM_CALENDRIER = 1;
-    Caller().box->SetText(QStringLiteral("24/12/2030"));
-    OpenOn<F_CALENDAR2>(Caller().box, [](F_CALENDAR2& picker) { ClickDay(*picker.CAL, 5); });
-    QCOMPARE(Caller().box->Text(), QStringLiteral("05/12/2030"));
-    QVERIFY(!forms::IsLoaded<F_CALENDAR2>());
-    QVERIFY(Caller().box->hasFocus());
-}
-
-void CalendarPickerTest::EnterWritesTheChosenDayBack_data() {
+void CalendarPickerTest::AClickWritesTheDayBack_data() {
     QTest::addColumn<int>("parameter");
     QTest::newRow("first version") << 0;
     QTest::newRow("second version") << 1;
 }
 
+void CalendarPickerTest::AClickWritesTheDayBack() {
+    QFETCH(const int, parameter);
+    services::TheCalendarSettings().PARAM_CALENDRIER = static_cast<std::int16_t>(parameter);
+    Caller().box->SetText(QStringLiteral("24/12/2030"));
+    const auto clickFifth = [](services::CalendarPicker& picker) {
+        picker.CAL->SetValue(basic::DateOf(2031, 1, 24));
+        ClickDay(*picker.CAL, 5);
+    };
+    QVERIFY(parameter == 0 ? OpenOn<F_CALENDAR>(Caller().box, clickFifth)
+                           : OpenOn<F_CALENDAR2>(Caller().box, clickFifth));
+    QCOMPARE(Caller().box->Text(), QStringLiteral("05/01/2031"));
+    QVERIFY(!forms::IsLoaded<F_CALENDAR>() && !forms::IsLoaded<F_CALENDAR2>());
+    QVERIFY(Caller().box->hasFocus());
+}
+
+void CalendarPickerTest::EnterWritesTheChosenDayBack_data() {
+    AClickWritesTheDayBack_data();
+}
+
 void CalendarPickerTest::EnterWritesTheChosenDayBack() {
     QFETCH(const int, parameter);
-    services::Calendar().PARAM_CALENDRIER = static_cast<std::int16_t>(parameter);
+    services::TheCalendarSettings().PARAM_CALENDRIER = static_cast<std::int16_t>(parameter);
     const auto nextWeek = [](services::CalendarPicker& picker) {
         Press(*picker.CAL, Qt::Key_Down);
         Press(*picker.CAL, Qt::Key_Return);
@@ -372,7 +398,7 @@ void CalendarPickerTest::EscapeLeavesTheControl_data() {
 
 void CalendarPickerTest::EscapeLeavesTheControl() {
     QFETCH(const int, parameter);
-    services::Calendar().PARAM_CALENDRIER = static_cast<std::int16_t>(parameter);
+    services::TheCalendarSettings().PARAM_CALENDRIER = static_cast<std::int16_t>(parameter);
     Caller().box->SetText(QStringLiteral("24/12/2030"));
     bool gone = false;
     const auto leave = [&gone](services::CalendarPicker& picker) {
@@ -428,12 +454,52 @@ void CalendarPickerTest::TheDateGoesIntoTheOpenCellOfAGrid() {
     QCOMPARE(grid.ActiveRow(), 2);
 }
 
+namespace {
+
+void PickFifthOfDecember(F_CALENDAR& picker) {
+    picker.CAL->SetValue(basic::DateOf(2030, 12, 5));
+    Press(*picker.CAL, Qt::Key_Return);
+}
+
+}  // namespace
+
+void CalendarPickerTest::AGridIsWrittenDayFirstWhateverTheWorkstationSays() {
+    const QScopedValueRollback shortDate(basic::SessionLocale().shortDate, basic::Text(u"yy-mm-dd"));
+    Caller().grid->SetActiveCell(1, 2);
+    OpenOn<F_CALENDAR>(Caller().grid, PickFifthOfDecember);
+    QCOMPARE(Caller().grid->Text(), QStringLiteral("05/12/2030"));
+}
+
+void CalendarPickerTest::AnyOtherControlIsWrittenAsTheWorkstationDoes() {
+    const QScopedValueRollback shortDate(basic::SessionLocale().shortDate, basic::Text(u"yy-mm-dd"));
+    OpenOn<F_CALENDAR>(Caller().box, PickFifthOfDecember);
+    QCOMPARE(Caller().box->Text(), QStringLiteral("30-12-05"));
+}
+
+void CalendarPickerTest::ADropDownTakesADateThatItOffers() {
+    Caller().choice->addItems({QStringLiteral("24/12/2030"), QStringLiteral("05/12/2030")});
+    services::TheCalendarSettings().PARAM_CALENDRIER = 1;
+    OpenOn<F_CALENDAR2>(Caller().choice, [](F_CALENDAR2& picker) {
+        QCOMPARE(Shown(picker.CAL->Value()), QStringLiteral("24/12/2030"));
+        ClickDay(*picker.CAL, 5);
+    });
+    QCOMPARE(Caller().choice->Text(), QStringLiteral("05/12/2030"));
+
+    const int before = forms::CatchEndOfProcess(true);
+    support::BoxAnswerer boxes;
+    OpenOn<F_CALENDAR2>(Caller().choice, [](F_CALENDAR2& picker) { ClickDay(*picker.CAL, 6); });
+    QCOMPARE(forms::CatchEndOfProcess(true), before + 1);
+    QCOMPARE(boxes.Shown().size(), std::size_t{1});
+    QVERIFY(boxes.Shown().front().text.contains(QStringLiteral("383")));
+    QCOMPARE(Caller().choice->Text(), QStringLiteral("05/12/2030"));
+}
+
 void CalendarPickerTest::TheFlagFallsWhenTheCalendarGoes() {
-    services::Calendar().calendarOpen = true;
+    services::TheCalendarSettings().calendarOpen = true;
     OpenOn<F_CALENDAR>(Caller().box, [](F_CALENDAR& picker) {
-        QVERIFY(services::Calendar().calendarOpen);
+        QVERIFY(services::TheCalendarSettings().calendarOpen);
         Press(*picker.CAL, Qt::Key_Escape);
-        QVERIFY(!services::Calendar().calendarOpen);
+        QVERIFY(!services::TheCalendarSettings().calendarOpen);
     });
 }
 
@@ -505,6 +571,18 @@ void CalendarPickerTest::TodayIsMarked() {
     const int here = accents(basic::DateOf(civil.year, civil.month, otherDay));
     const int elsewhere = accents(basic::DateOf(civil.year + 1, civil.month, otherDay));
     QVERIFY2(here > elsewhere, qPrintable(QStringLiteral("%1 %2").arg(here).arg(elsewhere)));
+}
+
+/// It looks as without its list of months.
+void CalendarPickerTest::NoArrowStandsUnderTheMonth() {
+    forms::Calendar calendar;
+    calendar.resize(calendar.sizeHint());
+    auto* const month = calendar.findChild<QToolButton*>(QStringLiteral("qt_calendar_monthbutton"));
+    const QImage withMonths = month->grab().toImage();
+    const QSize size = month->size();
+    month->setMenu(nullptr);
+    QCOMPARE(month->size(), size);
+    QCOMPARE(month->grab().toImage(), withMonths);
 }
 
 int main(int argc, char* argv[]) {

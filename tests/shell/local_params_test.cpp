@@ -51,7 +51,7 @@ class LocalParamsTest : public QObject {
 
 void LocalParamsTest::init() {
     shell::TheSession() = {};
-    services::Calendar() = {};
+    services::TheCalendarSettings() = {};
 }
 
 void LocalParamsTest::ReadsTheInstallation() {
@@ -60,7 +60,7 @@ void LocalParamsTest::ReadsTheInstallation() {
     QCOMPARE(shell::TheSession().MIRE_ACTIVE, false);
     QCOMPARE(shell::TheSession().PARAM_DEVCAL, QStringLiteral("EUR"));
     QCOMPARE(shell::TheSession().PARAM_SITE, QStringLiteral("PARIS"));
-    QCOMPARE(services::Calendar().PARAM_CALENDRIER, 1);
+    QCOMPARE(services::TheCalendarSettings().PARAM_CALENDRIER, 1);
 }
 
 void LocalParamsTest::WithoutAFileTheDefaultsStand() {
@@ -70,7 +70,7 @@ void LocalParamsTest::WithoutAFileTheDefaultsStand() {
     shell::Init_Params_Locaux();
     QVERIFY(boxes.Shown().empty());
     QCOMPARE(shell::TheSession().MIRE_ACTIVE, true);
-    QCOMPARE(services::Calendar().PARAM_CALENDRIER, 0);
+    QCOMPARE(services::TheCalendarSettings().PARAM_CALENDRIER, 0);
 }
 
 void LocalParamsTest::AnEmptyLineEndsTheReading_data() {
@@ -118,7 +118,7 @@ void LocalParamsTest::TheCalendarIsTheLastLineRead() {
     const support::Installation installation;
     Write(installation, content);
     shell::Init_Params_Locaux();
-    QCOMPARE(int{services::Calendar().PARAM_CALENDRIER}, calendar);
+    QCOMPARE(int{services::TheCalendarSettings().PARAM_CALENDRIER}, calendar);
 }
 
 void LocalParamsTest::AnyValueThatEndsInOffSwitchesThePictureOff_data() {

@@ -56,7 +56,7 @@ void StopProgram() {
     }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     shell::TheSession() = {};
-    services::Calendar() = {};
+    services::TheCalendarSettings() = {};
     services::Translation() = {};
 }
 

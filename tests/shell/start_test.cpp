@@ -144,7 +144,7 @@ void StartTest::TheSessionKnowsItsFolders() {
     QCOMPARE(services::Translation().CHEMIN_TRAD, QStringLiteral("C:\\QUARDELE\\DATA\\"));
     QCOMPARE(services::Translation().NOM_BD_TRAD, QStringLiteral("BDTRAD.MDB"));
     QCOMPARE(services::Translation().TranslationOn, false);
-    QCOMPARE(services::Calendar().PARAM_CALENDRIER, 1);
+    QCOMPARE(services::TheCalendarSettings().PARAM_CALENDRIER, 1);
 }
 
 void StartTest::TheCaptionCarriesVersionAndFolder_data() {

@@ -20,12 +20,15 @@ class Calendar : public QCalendarWidget {
     /// The time of day does not count. Throws RuntimeError 6 outside the years 100 to 9999.
     void SetValue(basic::Date date);
 
+    [[nodiscard]] QSize sizeHint() const override;
+
  signals:
     /// The operator has picked a day with the mouse, or the chosen one with Enter.
     void DateClick(quardele::basic::Date date);
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void paintCell(QPainter* painter, const QRect& rect, QDate date) const override;
 
  private:

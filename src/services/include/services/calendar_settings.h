@@ -12,6 +12,6 @@ struct CalendarSettings {
     /// Set by whoever asks for a calendar, cleared when it goes; nothing reads it.
     bool calendarOpen = false;
 };
-[[nodiscard]] CalendarSettings& Calendar();
+[[nodiscard]] CalendarSettings& TheCalendarSettings();
 
 }  // namespace quardele::services

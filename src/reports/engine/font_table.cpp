@@ -10,6 +10,7 @@ namespace quardele::engine {
 namespace {
 
 constexpr double kTwipsPerPoint = 20;
+constexpr double kLeastSpacing = 1.0 / 64;
 
 }  // namespace
 
@@ -22,6 +23,9 @@ QFont PaintFont(const Font& font) {
     result.setBold(font.bold);
     result.setItalic(font.italic);
     result.setUnderline(font.underline);
+    // The least spacing there is keeps letters apart that the font would draw as one sign ("fi"): a PDF file
+    // is searched and copied from letter by letter.
+    result.setLetterSpacing(QFont::AbsoluteSpacing, kLeastSpacing);
     result.setHintingPreference(QFont::PreferNoHinting);
     return result;
 }

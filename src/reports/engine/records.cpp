@@ -1,5 +1,8 @@
 #include "records.h"
 
+#include <algorithm>
+#include <map>
+
 #include <forms/strings.h>
 
 #include "evaluator.h"
@@ -36,15 +39,42 @@ std::shared_ptr<dao::Database> OpenOneFile(const engine::Database& database) {
     return file;
 }
 
-Records AllOf(const dao::Recordset& rows, std::size_t columns) {
-    Records records{.columns = columns, .count = rows.RowCount(), .values = {}};
-    records.values.reserve(records.count * columns);
+/// By column; of tables that give their first record only. Null where there is none.
+std::vector<Variant> FirstValues(const dao::Database& file, const FormulaSet& formulas) {
+    std::vector<Variant> values(formulas.Columns().size(), basic::Null());
+    std::map<const Table*, std::shared_ptr<dao::Recordset>> tables;
+    for (std::size_t column = 0; column < values.size(); ++column) {
+        const Column& asked = formulas.Columns()[column];
+        if (!asked.table->FirstRecordOnly()) {
+            continue;
+        }
+        std::shared_ptr<dao::Recordset>& rows = tables[asked.table];
+        if (rows == nullptr) {
+            rows = file.OpenRecordset(forms::ToText(asked.table->Source()), dao::RecordsetType::Table);
+        }
+        if (!rows->Eof()) {
+            values[column] = rows->Value(asked.field);
+        }
+    }
+    return values;
+}
+
+Records AllOf(const dao::Recordset& rows, const FormulaSet& formulas, const std::vector<Variant>& firsts) {
+    Records records{.columns = firsts.size(), .count = rows.RowCount(), .values = {}};
+    records.values.reserve(records.count * records.columns);
     for (std::size_t row = 0; row < records.count; ++row) {
-        for (std::size_t column = 0; column < columns; ++column) {
-            records.values.push_back(rows.ValueAt(row, static_cast<int>(column)));
+        int field = 0;
+        for (std::size_t column = 0; column < records.columns; ++column) {
+            const bool isFirst = formulas.Columns()[column].table->FirstRecordOnly();
+            records.values.push_back(isFirst ? firsts[column] : rows.ValueAt(row, field++));
         }
     }
     return records;
+}
+
+bool HasRecords(const Collection<Table>& tables) {
+    return std::any_of(tables.begin(), tables.end(),
+                       [](const std::shared_ptr<Table>& table) { return !table->FirstRecordOnly(); });
 }
 
 Records Selected(const Records& all, const CompiledFormula& selection, const FormulaSet& formulas) {
@@ -66,13 +96,13 @@ Records Selected(const Records& all, const CompiledFormula& selection, const For
 
 Records ReadRecords(const ReportDefinition& report, FormulaSet& formulas) {
     const CompiledFormula selection = CompiledSelection(report, formulas);
-    if (report.database.Tables().Count() == 0) {
+    if (!HasRecords(report.database.Tables())) {
         return {};
     }
     const std::shared_ptr<dao::Database> file = OpenOneFile(report.database);
     const Text statement = StatementText(report, formulas, selection);
     const std::shared_ptr<dao::Recordset> rows = file->OpenRecordset(statement, dao::RecordsetType::Snapshot);
-    Records records = AllOf(*rows, formulas.Columns().size());
+    Records records = AllOf(*rows, formulas, FirstValues(*file, formulas));
     rows->Close();
     return report.selection.trimmed().isEmpty() ? records : Selected(records, selection, formulas);
 }

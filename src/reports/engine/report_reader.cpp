@@ -154,6 +154,8 @@ class ReportReader {
         const QString name = attributes.Name(Name("name"));
         const QString source = attributes.Text(Name("source"));
         const QString location = attributes.Text(Name("location"));
+        const bool firstOnly =
+            attributes.Choice<bool>(Name("records"), {{Name("all"), false}, {Name("first"), true}});
         attributes.RequireKnown();
         for (const std::shared_ptr<Table>& other : report_->database.Tables()) {
             if (other->Name().compare(name, Qt::CaseInsensitive) == 0) {
@@ -162,6 +164,7 @@ class ReportReader {
         }
         auto table = std::make_shared<Table>(report_->database, name, source.isEmpty() ? name : source);
         table->SetLocation(location);
+        table->SetFirstRecordOnly(firstOnly);
         report_->database.Tables().Add(table);
         xml_.ExpectEmpty();
     }

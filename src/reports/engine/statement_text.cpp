@@ -68,12 +68,18 @@ class StatementWriter {
     [[nodiscard]] Text Qualified(const QString& table, const QString& field) {
         return Qualified(formulas_.ColumnOf(ToText(table), ToText(field)));
     }
+    /// Such a column has one value for all records, which no statement has to choose or order by.
+    [[nodiscard]] bool IsOfFirstRecord(std::size_t column) const {
+        return formulas_.Columns()[column].table->FirstRecordOnly();
+    }
 
     /// A report that shows no field counts its records all the same.
     [[nodiscard]] Text ColumnList() const {
         Text list;
         for (std::size_t column = 0; column < formulas_.Columns().size(); ++column) {
-            list += (column == 0 ? u"" : u", ") + Qualified(column);
+            if (!IsOfFirstRecord(column)) {
+                list += (list.empty() ? u"" : u", ") + Qualified(column);
+            }
         }
         return list.empty() ? Text(u"1") : list;
     }
@@ -85,15 +91,34 @@ class StatementWriter {
     }
 
     [[nodiscard]] Text From() {
-        const Collection<Table>& tables = report_.database.Tables();
-        Text from = Named(tables.Item(1));
-        for (int i = 2; i <= tables.Count(); ++i) {
-            const Table& table = tables.Item(i);
-            const Text conditions = LinksTo(table);
-            from = (i > 2 ? u"(" + from + u")" : from) + (IsOuter(table) ? u" LEFT JOIN " : u" INNER JOIN ") +
-                   Named(table) + u" ON " + conditions;
+        Text from;
+        int joined = 0;
+        for (const std::shared_ptr<Table>& table : report_.database.Tables()) {
+            if (table->FirstRecordOnly()) {
+                RequireUnlinked(*table);
+            } else if (++joined == 1) {
+                from = Named(*table);
+            } else {
+                const Text conditions = LinksTo(*table);
+                from = (joined > 2 ? u"(" + from + u")" : from) +
+                       (IsOuter(*table) ? u" LEFT JOIN " : u" INNER JOIN ") + Named(*table) + u" ON " +
+                       conditions;
+            }
         }
         return from;
+    }
+
+    void RequireUnlinked(const Table& table) const {
+        for (const Link& link : report_.links) {
+            if (IsOf(link.from, table) || IsOf(link.to, table)) {
+                throw basic::RuntimeError(
+                    basic::error::kInvalidArgument,
+                    ToText(
+                        QStringLiteral("La table « %1 » ne donne que son premier enregistrement : aucun lien "
+                                       "ne la concerne.")
+                            .arg(table.Name())));
+            }
+        }
     }
 
     [[nodiscard]] static bool IsOf(const FieldName& name, const Table& table) {
@@ -129,7 +154,7 @@ class StatementWriter {
         Text where;
         for (const formula::Requirement& requirement : selection.formula.Requirements()) {
             const auto& place = std::get<FieldPlace>(selection.places[requirement.reference]);
-            const Text literal = Literal(requirement);
+            const Text literal = IsOfFirstRecord(place.column) ? Text() : Literal(requirement);
             if (!literal.empty()) {
                 where += (where.empty() ? u" WHERE " : u" AND ") + Qualified(place.column) +
                          Text(Sign(requirement.comparison)) + literal;
@@ -152,11 +177,11 @@ class StatementWriter {
 
     [[nodiscard]] Text OrderBy() {
         Text order;
-        std::set<Text> sorted;
+        std::set<std::size_t> sorted;
         const auto add = [&](const QString& table, const QString& field, SortDirection direction) {
-            const Text column = Qualified(table, field);
-            if (sorted.insert(basic::UCase(column)).second) {
-                order += (order.empty() ? u" ORDER BY " : u", ") + column +
+            const std::size_t column = formulas_.ColumnOf(ToText(table), ToText(field));
+            if (!IsOfFirstRecord(column) && sorted.insert(column).second) {
+                order += (order.empty() ? u" ORDER BY " : u", ") + Qualified(column) +
                          (direction == SortDirection::Descending ? u" DESC" : u"");
             }
         };

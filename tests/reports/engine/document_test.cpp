@@ -77,6 +77,21 @@ TEST_F(DocumentTest, APdfFileHoldsThePages) {
         << info.toStdString();
 }
 
+TEST_F(DocumentTest, APdfFileIsReadLetterByLetter) {
+    if (!HasPdftotext()) {
+        GTEST_SKIP() << "pdftotext is not installed";
+    }
+    QFile file(folder_.NativePath(QStringLiteral("etat.pdf")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    folder_
+        .Open(QStringLiteral("<reportHeader><section height=\"300\"><text width=\"5000\" height=\"300\">"
+                             "fiche effectuée, affleurer</text></section></reportHeader>"))
+        ->Compose()
+        ->WritePdf(file);
+    file.close();
+    EXPECT_EQ(PagesIn(file.fileName()), QStringList(QStringLiteral("fiche effectuée, affleurer")));
+}
+
 TEST_F(DocumentTest, APrinterGetsTheSamePages) {
     if (!HasPdftotext()) {
         GTEST_SKIP() << "pdftotext is not installed";

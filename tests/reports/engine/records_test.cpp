@@ -118,6 +118,61 @@ TEST_F(RecordsTest, LinkedTablesGiveTheirRecords) {
     EXPECT_EQ(folder_.Pages(tables.arg(file, QStringLiteral("inner"))).value(0).count(u'\n'), 3);
 }
 
+/// Two vehicles, and what the table of parameters says beside each.
+QString WithParameters(const QString& dataFile) {
+    return QStringLiteral(
+               "<tables><table name=\"TPAR\" records=\"first\" location=\"%1\"/><table "
+               "name=\"TVEH\"/></tables>"
+               "<selection>{TVEH.IMMAT} &lt; 'C' and {TPAR.TITRE} &lt;&gt; 'autre'</selection>"
+               "<group by=\"{TPAR.TITRE}\"/><sort><by field=\"{TPAR.ANNEE}\"/><by field=\"{TVEH.IMMAT}\" "
+               "direction=\"descending\"/></sort><details><section height=\"300\"><field width=\"5000\" "
+               "height=\"300\" value=\"{TPAR.TITRE} &amp; ' ' &amp; {TVEH.IMMAT} &amp; ' ' &amp; "
+               "{TPAR.ANNEE}\"/></section></details>")
+        .arg(dataFile);
+}
+
+TEST_F(RecordsTest, TheFirstRecordOfATableOfParametersBelongsToAll) {
+    const QString name = QStringLiteral("PARAM.MDB");
+    folder_.MakeData(name, {QStringLiteral("CREATE TABLE TPAR (TITRE TEXT(20), ANNEE LONG)"),
+                            QStringLiteral("INSERT INTO TPAR VALUES ('Parc', 2026)"),
+                            QStringLiteral("INSERT INTO TPAR VALUES ('Suite', 2027)"),
+                            QStringLiteral("CREATE TABLE TVEH (IMMAT TEXT(20) PRIMARY KEY)"),
+                            QStringLiteral("INSERT INTO TVEH VALUES ('AA-111-AA')"),
+                            QStringLiteral("INSERT INTO TVEH VALUES ('BB-222-BB')"),
+                            QStringLiteral("INSERT INTO TVEH VALUES ('CC-333-CC')")});
+    const QString report = WithParameters(folder_.WindowsPath(name));
+    EXPECT_EQ(folder_.Pages(report).value(0).toStdString(), "Parc BB-222-BB 2026\nParc AA-111-AA 2026");
+    EXPECT_EQ(Statement(report), "SELECT [TVEH].[IMMAT] FROM [TVEH] AS [TVEH] ORDER BY [TVEH].[IMMAT] DESC");
+}
+
+TEST_F(RecordsTest, WithoutAFirstRecordItsFieldsAreNull) {
+    const QString name = QStringLiteral("PARAM.MDB");
+    folder_.MakeData(name, {QStringLiteral("CREATE TABLE TPAR (TITRE TEXT(20), ANNEE LONG)"),
+                            QStringLiteral("CREATE TABLE TVEH (IMMAT TEXT(20) PRIMARY KEY)"),
+                            QStringLiteral("INSERT INTO TVEH VALUES ('AA-111-AA')")});
+    const QString report = WithParameters(folder_.WindowsPath(name));
+    EXPECT_EQ(folder_.Pages(report).value(0), QString());
+    EXPECT_EQ(
+        folder_.Pages(QString(report).remove(QStringLiteral(" and {TPAR.TITRE} &lt;&gt; 'autre'"))).value(0),
+        QStringLiteral(" AA-111-AA "));
+}
+
+TEST_F(RecordsTest, ATableOfParametersAloneHasNoRecordsAndTakesNoLink) {
+    const QString file = folder_.WindowsPath(QStringLiteral("DONNEES.MDB"));
+    const QString alone =
+        QStringLiteral("<tables><table name=\"TVEH\" records=\"first\" location=\"%1\"/></tables>");
+    EXPECT_EQ(folder_.Pages(alone.arg(file) + kDetail), QStringList(QString()));
+    EXPECT_EQ(
+        ErrorOf([&] {
+            static_cast<void>(folder_.Pages(
+                QStringLiteral("<tables><table name=\"TVEH\" location=\"%1\"/><table name=\"TCLI\" "
+                               "records=\"first\"/><link from=\"{TVEH.CLI}\" to=\"{TCLI.CODE}\"/></tables>")
+                    .arg(file) +
+                kDetail));
+        }),
+        "3001 La table « TCLI » ne donne que son premier enregistrement : aucun lien ne la concerne.");
+}
+
 TEST_F(RecordsTest, ATableGoesToAnotherDataFileWhenItsLocationIsSet) {
     folder_.MakeData(QStringLiteral("AUTRE.MDB"), {QStringLiteral("CREATE TABLE TVEH (IMMAT TEXT(20))"),
                                                    QStringLiteral("INSERT INTO TVEH VALUES ('autre')")});

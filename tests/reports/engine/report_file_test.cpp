@@ -193,15 +193,20 @@ TEST_F(ReportFileTest, TheSchemaTakesWhatTheProgramTakes) {
     if (QStandardPaths::findExecutable(QStringLiteral("xmllint")).isEmpty()) {
         GTEST_SKIP() << "xmllint is not installed";
     }
-    const auto isValid = [&](const QString& elements) {
-        folder_.WriteFile(QStringLiteral("X.RPT"), folder_.Xml(elements).toUtf8());
+    const auto isValidFile = [](const QString& path) {
         return QProcess::execute(QStringLiteral("xmllint"),
                                  {QStringLiteral("--noout"), QStringLiteral("--schema"),
-                                  QStringLiteral(QUARDELE_SOURCE_DIR "/docs/report.xsd"),
-                                  folder_.NativePath(QStringLiteral("X.RPT"))}) == 0;
+                                  QStringLiteral(QUARDELE_SOURCE_DIR "/docs/report.xsd"), path}) == 0;
     };
+    const auto isValid = [&](const QString& elements) {
+        folder_.WriteFile(QStringLiteral("X.RPT"), folder_.Xml(elements).toUtf8());
+        return isValidFile(folder_.NativePath(QStringLiteral("X.RPT")));
+    };
+    EXPECT_TRUE(isValidFile(QStringLiteral(QUARDELE_SOURCE_DIR "/resources/reports/IMPVEH.RPT")));
     EXPECT_TRUE(isValid(QString::fromUtf8(kEverything)));
     EXPECT_TRUE(isValid(QStringLiteral("<details/>")));
+    EXPECT_TRUE(isValid(QStringLiteral("<tables><table name=\"T\" records=\"first\"/></tables>")));
+    EXPECT_FALSE(isValid(QStringLiteral("<tables><table name=\"T\" records=\"last\"/></tables>")));
     EXPECT_FALSE(isValid(QStringLiteral("<detail/>")));
     EXPECT_FALSE(isValid(QStringLiteral("<details><section><text widht=\"3\"/></section></details>")));
     EXPECT_FALSE(isValid(QStringLiteral("<details><section height=\"-1\"/></details>")));

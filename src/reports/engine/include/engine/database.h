@@ -38,6 +38,10 @@ class Table {
     /// Windows path of the data file; empty for that of the report's first table.
     [[nodiscard]] const QString& Location() const { return location_; }
     void SetLocation(const QString& location) { location_ = location; }
+    /// Whether its first record alone counts, which belongs to all records of the report: parameters, say.
+    /// Such a table needs no link.
+    [[nodiscard]] bool FirstRecordOnly() const { return firstRecordOnly_; }
+    void SetFirstRecordOnly(bool only) { firstRecordOnly_ = only; }
     /// Read from the data file. Throws what opening throws (3024, 3044 ...), 3078 for an unknown table.
     [[nodiscard]] Collection<DatabaseField> Fields() const;
 
@@ -46,6 +50,7 @@ class Table {
     QString name_;
     QString source_;
     QString location_;
+    bool firstRecordOnly_ = false;
 };
 
 class Database {

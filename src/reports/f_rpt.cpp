@@ -35,6 +35,10 @@ F_RPT::F_RPT() : Form(QStringLiteral("F_RPT"), forms::FormKind::Dialog) {
 
 F_RPT::~F_RPT() = default;
 
+void F_RPT::Form_Load() {
+    services::TranslateForm(*this);
+}
+
 /// Texts are translated before the caller's own come in: those stand as they are.
 void F_RPT::Form_Activate() {
     forms::Screen::SetMousePointer(kNormalPointer);

@@ -34,6 +34,7 @@ FFICVEH::FFICVEH()
     ui_->setupUi(Surface());
     Cmd_ToolBar = {Surface(), QStringLiteral("Cmd_ToolBar")};
     Cmd_ToolBar_Histo = {Surface(), QStringLiteral("Cmd_ToolBar_Histo")};
+    Cmd_Imprimer = {Surface(), QStringLiteral("Cmd_Imprimer")};
     CTX_USER = {Surface(), QStringLiteral("CTX_USER")};
     CTL_USER = {Surface(), QStringLiteral("CTL_USER")};
     CTX_USERCHER = {Surface(), QStringLiteral("CTX_USERCHER")};
@@ -44,6 +45,7 @@ FFICVEH::FFICVEH()
     ConnectRecord();
     ConnectCommands();
     ConnectSaving();
+    ConnectSheet();
     ConnectVisits();
     ConnectHistory();
     ConnectDateSelection();

@@ -25,6 +25,7 @@
 #include <listtools/list_tool_context.h>
 #include <reminders/fchxmodl.h>
 #include <reminders/frelances.h>
+#include <reports/f_rpt.h>
 #include <services/translation.h>
 #include <shell/f_evolution.h>
 #include <shell/main_window.h>
@@ -132,6 +133,7 @@ Texts TextsOfTheProgram() {
     WalkForm<listtools::FSELECT>(texts);
     WalkForm<listtools::FCLASSE>(texts);
     WalkForm<listtools::FCHERCHE>(texts);
+    WalkForm<reports::F_RPT>(texts);
     return texts;
 }
 

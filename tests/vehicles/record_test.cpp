@@ -28,7 +28,6 @@ class RecordTest : public QObject {
     void TheCustomersNameIsNotTypedInto();
     void RefreshHoldsBackOnAPendingChange();
     void ALongerTextThanTheFieldIsNotTyped();
-    void CommandsToComeDoNothing();
 
  private:
     std::unique_ptr<RunningProgram> program_;
@@ -150,18 +149,6 @@ void RecordTest::RefreshHoldsBackOnAPendingChange() {
 void RecordTest::ALongerTextThanTheFieldIsNotTyped() {
     TypeOver(Box("CTX_CODCLI"), QStringLiteral("123456789012345"));
     QCOMPARE(Box("CTX_CODCLI")->Text(), QStringLiteral("1234567890"));
-}
-
-void RecordTest::CommandsToComeDoNothing() {
-    support::BoxAnswerer boxes;
-    for (const char* command : {"Cmd_Imprimer_0", "Cmd_Imprimer_1", "Cmd_Imprimer_2"}) {
-        QTest::mouseClick(Button(command), Qt::LeftButton);
-        QVERIFY2(!Button(command)->toolTip().isEmpty(), command);
-        QVERIFY2(!Button(command)->icon().isNull(), command);
-    }
-    QVERIFY(boxes.Shown().empty());
-    QCOMPARE(Data("DBD_TVEH")->EditMode(), dao::EditMode::None);
-    QCOMPARE(Box("CTX_IMMAT")->Text(), QStringLiteral("2107 RC 59"));
 }
 
 int main(int argc, char* argv[]) {

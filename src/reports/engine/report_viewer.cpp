@@ -166,7 +166,7 @@ class ReportViewer::Private {
     }
 
     void MakeSearchBox() {
-        text_ = new QLineEdit(bar_);
+        text_ = new forms::TextBox(bar_);
         text_->setObjectName(QStringLiteral("CTX_Recherche"));
         text_->setAccessibleName(QStringLiteral("Texte à rechercher"));
         text_->setPlaceholderText(QStringLiteral("Rechercher"));
@@ -308,7 +308,7 @@ class ReportViewer::Private {
     QLineEdit* page_ = nullptr;
     QLabel* pages_ = nullptr;
     QComboBox* zoom_ = nullptr;
-    QLineEdit* text_ = nullptr;
+    forms::TextBox* text_ = nullptr;
     QString sought_;
     std::vector<Occurrence> found_;
     std::size_t next_ = 0;

@@ -1,8 +1,6 @@
 #include "report_form_fixture.h"
 
 #include <QFile>
-#include <QLineEdit>
-#include <QTimer>
 
 #include <services/translation.h>
 
@@ -42,61 +40,8 @@ void ReportForm::PlaceBytes(const QByteArray& bytes) {
     TheReportRequest().ReportFile = QStringLiteral("ESSAI-%1.RPT").arg(QCoreApplication::applicationPid());
 }
 
-void ReportForm::AnswerFileDialog(QFileDialog& dialog) {
-    ++pdfAsked_;
-    proposedPdf_ = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text();
-    if (pdfPath_.isEmpty()) {
-        dialog.reject();
-        return;
-    }
-    auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    name->setText(pdfPath_);
-    QTest::keyClick(name, Qt::Key_Return);
-}
-
-void ReportForm::Watch(bool& seen, const std::function<void(F_RPT&)>& look) {
-    QWidget* const front = QApplication::activeModalWidget();
-    if (auto* const dialog = qobject_cast<QFileDialog*>(front)) {
-        inFront_ = 0;
-        AnswerFileDialog(*dialog);
-        return;
-    }
-    if (seen || !forms::IsLoaded<F_RPT>() || front != forms::Instance<F_RPT>().Window()) {
-        inFront_ = 0;
-        return;
-    }
-    // A box that was just answered may still be in its loop.
-    constexpr int kCertain = 3;
-    if (++inFront_ < kCertain) {
-        return;
-    }
-    seen = true;
-    // Out of this handler, so that dialogs that come up meanwhile are seen.
-    const auto lookAndClose = [&look] {
-        F_RPT& form = forms::Instance<F_RPT>();
-        if (look) {
-            look(form);
-        }
-        if (forms::IsLoaded<F_RPT>()) {
-            form.Unload();
-        }
-    };
-    QMetaObject::invokeMethod(qApp, lookAndClose, Qt::QueuedConnection);
-}
-
 bool ReportForm::Show(const std::function<void(F_RPT&)>& look) {
-    bool seen = false;
-    QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout, &watch, [&] { Watch(seen, look); });
-    watch.start(5);
-    forms::Instance<F_RPT>().Show(forms::ShowMode::Modal);
-    return seen;
-}
-
-QStringList ReportForm::Pages(const F_RPT& form) {
-    const std::shared_ptr<const engine::Document> document = form.CRViewer91->Shown();
-    QStringList pages = document == nullptr ? QStringList() : engine::test::PagesOf(*document);
-    return pages.replaceInStrings(QStringLiteral("\n"), QStringLiteral(" "));
+    return watcher_.Watch([] { forms::Instance<F_RPT>().Show(forms::ShowMode::Modal); }, look);
 }
 
 }  // namespace quardele::reports::test

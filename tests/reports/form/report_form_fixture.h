@@ -4,7 +4,6 @@
 #include <functional>
 
 #include <QApplication>
-#include <QFileDialog>
 #include <QTest>
 
 #include <forms/runtime.h>
@@ -13,6 +12,7 @@
 #include <support/boxes.h>
 
 #include "report_folder.h"
+#include "report_watcher.h"
 
 namespace quardele::reports::test {
 
@@ -35,23 +35,17 @@ class ReportForm {
     /// is closed. Whether it came so far.
     bool Show(const std::function<void(F_RPT&)>& look = {});
     /// Answers the next dialog for a PDF file by that file, or declines when it is empty.
-    void AnswerPdf(const QString& path) { pdfPath_ = path; }
+    void AnswerPdf(const QString& path) { watcher_.AnswerPdf(path); }
     /// How often a PDF file was asked for, and the name proposed last.
-    [[nodiscard]] int PdfAsked() const { return pdfAsked_; }
-    [[nodiscard]] const QString& ProposedPdf() const { return proposedPdf_; }
+    [[nodiscard]] int PdfAsked() const { return watcher_.PdfAsked(); }
+    [[nodiscard]] const QString& ProposedPdf() const { return watcher_.ProposedPdf(); }
 
     /// The pages that the form shows, each on one line.
-    static QStringList Pages(const F_RPT& form);
+    static QStringList Pages(const F_RPT& form) { return ReportWatcher::Pages(form); }
 
  private:
-    void Watch(bool& seen, const std::function<void(F_RPT&)>& look);
-    void AnswerFileDialog(QFileDialog& dialog);
-
     QString reportPath_;
-    QString pdfPath_;
-    QString proposedPdf_;
-    int pdfAsked_ = 0;
-    int inFront_ = 0;
+    ReportWatcher watcher_;
 };
 
 template <class Tests>

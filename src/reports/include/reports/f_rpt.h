@@ -25,6 +25,7 @@ class F_RPT : public forms::Form {
     engine::ReportViewer* CRViewer91 = nullptr;
 
  protected:
+    void Form_Load() override;
     void Form_Activate() override;
     void Form_Unload(bool& cancel) override;
     void Form_KeyDown(int& keyCode, int shift) override;

@@ -19,6 +19,10 @@ namespace quardele::basic {
 class ResumeNext;
 }
 
+namespace quardele::reports {
+struct ReportRequest;
+}
+
 namespace quardele::vehicles {
 
 struct QuickSearchTerm;
@@ -104,6 +108,12 @@ class FFICVEH : public forms::Form {
     void Cmd_Images_Click();
     void ReloadVehicles();
 
+    // Record: its printed sheet.
+    void ConnectSheet();
+    void Cmd_Imprimer_Click(int index);
+    void AskForSheet() const;
+    void SendUserField(reports::ReportRequest& request, int number) const;
+
     // Record: saving and cancelling it together with its visits.
     void ConnectSaving();
     void Cmd_Update_Click();
@@ -166,6 +176,7 @@ class FFICVEH : public forms::Form {
     std::unique_ptr<Ui::FFICVEH> ui_;
     forms::ControlArray<forms::Button> Cmd_ToolBar;
     forms::ControlArray<forms::Button> Cmd_ToolBar_Histo;
+    forms::ControlArray<forms::Button> Cmd_Imprimer;
     forms::ControlArray<forms::TextBox> CTX_USER;
     forms::ControlArray<forms::Label> CTL_USER;
     forms::ControlArray<forms::TextBox> CTX_USERCHER;

@@ -1,6 +1,7 @@
 #include <forms/grid.h>
 
 #include <cmath>
+#include <utility>
 
 #include <QPainter>
 #include <QScopedValueRollback>
@@ -23,7 +24,15 @@ Grid::Grid(QWidget* parent)
     d_->notice = new GridNotice(viewport());
     setHorizontalHeader(d_->header);
     setModel(model_);
-    d_->cursor = new GridSelection(model_, this, [this](const QModelIndex& to) { return MayMove(to); });
+    d_->cursor = new GridSelection(
+        model_, this, [this](const QModelIndex& to) { return MayMove(to); },
+        [this] {
+            // From in front of the row into its first cell: column 0 is no cell, so that this leaves none.
+            if (std::exchange(d_->beforeRow, false)) {
+                OpenActiveCell();
+                viewport()->update();
+            }
+        });
     setSelectionModel(d_->cursor);
     setItemDelegate(d_->delegate);
     setSelectionMode(QAbstractItemView::NoSelection);

@@ -21,6 +21,7 @@ void Grid::SetActiveCell(int col, int row) {
     const int modelColumn = col >= 1 && col <= MaxCols() ? col - 1 : d_->lastColumn;
     if (modelRow < 0) {
         d_->lastColumn = modelColumn;
+        d_->beforeRow = col == 0;
         return;
     }
     if (!d_->moving) {
@@ -95,10 +96,14 @@ bool Grid::AskToMove(const QPersistentModelIndex& wanted) {
     return moved && wanted.isValid();
 }
 
-/// By the operator's keys. Ctrl+End leads to the last of all rows, and a page is a whole one, found or not
-/// yet.
+/// By the operator's keys. In front of a row, what lies to the right is its first cell. Ctrl+End leads to the
+/// last of all rows, and a page is a whole one, found or not yet.
 QModelIndex Grid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
     constexpr int kMoreThanAPage = 256;
+    if (d_->beforeRow && (action == MoveRight || action == MoveHome)) {
+        MoveToNextCell();
+        return currentIndex();
+    }
     const bool toTheEnd = action == MoveEnd && modifiers.testFlag(Qt::ControlModifier);
     RunHandler([&] {
         if (toTheEnd) {
@@ -123,11 +128,6 @@ void Grid::MoveToNextCell() {
         }
     } while (row < model_->Rows() && isColumnHidden(column));
     if (!model_->HasRow(row)) {
-        return;
-    }
-    if (d_->beforeRow && model_->index(row, column) == currentIndex()) {
-        d_->beforeRow = false;
-        viewport()->update();
         return;
     }
     d_->cursor->setCurrentIndex(model_->index(row, column), QItemSelectionModel::NoUpdate);

@@ -168,6 +168,7 @@ void Grid::HeadingPressed(int section, Qt::MouseButton button, const QPoint& pos
                                     QItemSelectionModel::NoUpdate);
     } else {
         d_->lastColumn = section;
+        d_->beforeRow = false;
     }
     if (ActiveCol() == section + 1) {
         emit Click(section + 1, 0);

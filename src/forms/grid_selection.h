@@ -11,8 +11,10 @@ class GridSelection : public QItemSelectionModel {
     Q_OBJECT
  public:
     using Gate = std::function<bool(const QModelIndex& to)>;
+    using Listener = std::function<void()>;
 
-    GridSelection(QAbstractItemModel* model, QObject* parent, Gate mayMove);
+    /// `chosenAgain` hears of a move to the cell where the cursor stands already, which is none.
+    GridSelection(QAbstractItemModel* model, QObject* parent, Gate mayMove, Listener chosenAgain);
 
     /// A move by the operator.
     void setCurrentIndex(const QModelIndex& index, QItemSelectionModel::SelectionFlags command) override;
@@ -21,6 +23,7 @@ class GridSelection : public QItemSelectionModel {
 
  private:
     Gate mayMove_;
+    Listener chosenAgain_;
 };
 
 }  // namespace quardele::forms

@@ -1,4 +1,6 @@
 // What an operator does in a grid, with real keys and a real mouse.
+#include <functional>
+
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QLineEdit>
@@ -133,6 +135,51 @@ class GridInputTest : public QObject {
         QCOMPARE(grid_->MaxRows(), 6);
         QCOMPARE(grid_->ActiveRow(), 6);
         QCOMPARE(grid_->ActiveCol(), 1);
+    }
+
+    void FromColumnZeroTheFirstCellIsEntered_data() {
+        QTest::addColumn<std::function<void()>>("step");
+        const auto row = [](const char* name, std::function<void()> step) { QTest::newRow(name) << step; };
+        row("click", [this] { ClickCell(2, 1); });
+        row("right click",
+            [this] { QTest::mouseClick(grid_->viewport(), Qt::RightButton, {}, RectOf(2, 1).center()); });
+        row("click on the heading", [this] { ClickHeading(1, Qt::LeftButton); });
+        row("arrow to the right", [this] { QTest::keyClick(grid_, Qt::Key_Right); });
+        row("Home", [this] { QTest::keyClick(grid_, Qt::Key_Home); });
+    }
+
+    void FromColumnZeroTheFirstCellIsEntered() {
+        QFETCH(const std::function<void()>, step);
+        grid_->SetActiveCell(0, 2);
+        QCOMPARE(grid_->ActiveCol(), 0);
+        step();
+        QCOMPARE(grid_->ActiveCol(), 1);
+        QCOMPARE(grid_->ActiveRow(), 2);
+    }
+
+    void AnArrowToTheLeftStaysInColumnZero() {
+        grid_->SetActiveCell(0, 2);
+        QTest::keyClick(grid_, Qt::Key_Left);
+        QCOMPARE(grid_->ActiveCol(), 0);
+    }
+
+    void TheCellEnteredFromColumnZeroOpensWhereCellsStandOpen() {
+        grid_->SetEditModePermanent(true);
+        grid_->SetActiveCell(0, 2);
+        QVERIFY(Editor() == nullptr);
+        ClickCell(2, 1);
+        QVERIFY(Editor() != nullptr);
+    }
+
+    void WithoutRowsAHeadingLeadsOutOfColumnZeroToo() {
+        grid_->SetActiveCell(0, 2);
+        grid_->SetMaxRows(0);
+        ClickHeading(2, Qt::LeftButton);
+        QCOMPARE(grid_->ActiveCol(), 2);
+        QCOMPARE(journal_.Take(), QStringLiteral("click0/2"));
+        grid_->SetActiveCell(0, 1);
+        grid_->SetActiveCell(3, 1);
+        QCOMPARE(grid_->ActiveCol(), 3);
     }
 
     void EnterLeavesAListAsItIs() {

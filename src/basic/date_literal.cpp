@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include <basic/characters.h>
 #include <basic/date.h>
 
 namespace quardele::basic {
@@ -55,7 +56,6 @@ class DateReader {
 
  private:
     [[nodiscard]] char16_t Peek() const { return at_ < text_.size() ? text_[at_] : u'\0'; }
-    [[nodiscard]] static bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 
     void SkipBlanks() {
         while (Peek() == u' ') {

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 
+#include <basic/characters.h>
 #include <basic/conversion.h>
 #include <basic/locale.h>
 
@@ -30,7 +31,7 @@ NumberDigits PlainDigits(const Text& text) {
     for (const char16_t unit : text) {
         if (unit == SessionLocale().decimalSeparator) {
             decimals = true;
-        } else if (unit >= u'0' && unit <= u'9') {
+        } else if (IsDigit(unit)) {
             digits += static_cast<char>(unit);
             point += decimals ? 0 : 1;
         }

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <system_error>
 
+#include <basic/characters.h>
+
 namespace quardele::basic {
 namespace {
 
@@ -13,10 +15,6 @@ constexpr int kLargestExponent = 99999;
 constexpr int kCurrencyDecimals = 4;
 /// The largest magnitude of a negative amount; a positive one may be one less.
 constexpr std::uint64_t kAmountLimit = std::uint64_t{1} << 63;
-
-constexpr bool IsDigit(char16_t c) {
-    return c >= u'0' && c <= u'9';
-}
 
 /// Walks over a text, unit by unit.
 class Scanner {

@@ -3,6 +3,7 @@
 #include <optional>
 #include <vector>
 
+#include <basic/characters.h>
 #include <basic/conversion.h>
 #include <basic/date.h>
 #include <basic/locale.h>
@@ -16,17 +17,15 @@ constexpr int kLongestNumber = 4;
 /// Years of one or two digits: up to this one they are 2000 and so on, above it 1900 and so on.
 constexpr int kLastYearOf2000s = 29;
 
-constexpr bool IsDigit(char16_t c) {
-    return c >= u'0' && c <= u'9';
-}
-constexpr bool IsBlank(char16_t c) {
+/// On one line.
+constexpr bool IsSpace(char16_t c) {
     return c == u' ' || c == u'\t' || c == 0x00A0;
 }
 constexpr bool IsSeparator(char16_t c) {
     return c == u'/' || c == u'-' || c == u'.';
 }
 constexpr bool IsNameLetter(char16_t c) {
-    return !IsDigit(c) && !IsBlank(c) && !IsSeparator(c) && c != u':';
+    return !IsDigit(c) && !IsSpace(c) && !IsSeparator(c) && c != u':';
 }
 
 /// A number or the name of a month, with the number of units it is written with.
@@ -99,7 +98,7 @@ class Scanner {
         return behind > 0 && behind < rest_.size() && rest_[behind] == u':';
     }
 
-    void SkipBlanks() { TakeWhile(IsBlank); }
+    void SkipBlanks() { TakeWhile(IsSpace); }
 
  private:
     [[nodiscard]] std::size_t CountWhile(bool (*belongs)(char16_t)) const {

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include <basic/characters.h>
 #include <basic/runtime_error.h>
 #include <jet/table.h>
 #include <sql/query.h>
@@ -16,13 +17,13 @@ namespace {
 namespace error = basic::error;
 using basic::RuntimeError;
 
-/// Whether a text that names no table is meant as a statement.
 /// Whether a name goes on with the unit.
 bool IsNamePart(char16_t unit) {
     const bool letter = (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z');
-    return letter || (unit >= u'0' && unit <= u'9') || unit == u'_' || unit >= 0x80;
+    return letter || basic::IsDigit(unit) || unit == u'_' || unit >= 0x80;
 }
 
+/// Whether a text that names no table is meant as a statement.
 bool IsSelect(TextView source) {
     const std::size_t start = source.find_first_not_of(u" \t\r\n(");
     if (start == TextView::npos) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include <basic/characters.h>
 #include <basic/conversion.h>
 #include <basic/date_literal.h>
 
@@ -11,13 +12,8 @@
 namespace quardele::formula {
 namespace {
 
-bool IsBlank(char16_t unit) {
-    return unit == u' ' || unit == u'\t' || unit == u'\r' || unit == u'\n' || unit == u'\u00A0';
-}
-
-bool IsDigit(char16_t unit) {
-    return unit >= u'0' && unit <= u'9';
-}
+using basic::IsBlank;
+using basic::IsDigit;
 
 bool IsLetter(char16_t unit) {
     return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z') || unit == u'_';

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include <basic/characters.h>
 #include <basic/conversion.h>
 
 namespace quardele::word::writer {
@@ -9,10 +10,6 @@ namespace quardele::word::writer {
 namespace {
 
 constexpr int kLetters = 26;
-
-bool IsDigit(char16_t unit) {
-    return unit >= u'0' && unit <= u'9';
-}
 
 /// 0 to 51 for A to Z and a to z, -1 for anything else.
 int LetterValue(char16_t unit) {
@@ -31,7 +28,7 @@ CellName ParseCellName(basic::TextView name) {
         column = column * 2 * kLetters + LetterValue(name[position]) + 1;
     }
     int row = 0;
-    for (; position < name.size() && IsDigit(name[position]); ++position) {
+    for (; position < name.size() && basic::IsDigit(name[position]); ++position) {
         row = row * 10 + (name[position] - u'0');
     }
     return column == 0 || row == 0 ? CellName{} : CellName{column - 1, row - 1};

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include <basic/characters.h>
 #include <basic/runtime_error.h>
 #include <jet/collation.h>
 
@@ -90,7 +91,7 @@ bool LikePattern::Accepts(const Element& element, char16_t unit) {
         case Element::Kind::Unit:
             return folded == element.unit;
         case Element::Kind::Digit:
-            return unit >= u'0' && unit <= u'9';
+            return basic::IsDigit(unit);
         case Element::Kind::Set:
             return element.negated !=
                    std::any_of(element.ranges.begin(), element.ranges.end(), [folded](const Range& range) {

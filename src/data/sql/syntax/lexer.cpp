@@ -8,19 +8,15 @@
 #include <system_error>
 #include <utility>
 
+#include <basic/characters.h>
 #include <basic/date_literal.h>
 #include <basic/decimal.h>
 
 namespace quardele::sql {
 namespace {
 
-bool IsBlank(char16_t unit) {
-    return unit == u' ' || unit == u'\t' || unit == u'\r' || unit == u'\n' || unit == u'\u00A0';
-}
-
-bool IsDigit(char16_t unit) {
-    return unit >= u'0' && unit <= u'9';
-}
+using basic::IsBlank;
+using basic::IsDigit;
 
 /// Everything beyond ASCII counts as a letter, as accented letters are common in names.
 bool IsLetter(char16_t unit) {

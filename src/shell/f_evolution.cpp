@@ -4,7 +4,6 @@
 
 #include <basic/conversion.h>
 #include <basic/date.h>
-#include <basic/resume_next.h>
 #include <basic/text.h>
 #include <forms/control.h>
 #include <forms/events.h>
@@ -14,6 +13,7 @@
 #include <services/translation.h>
 #include <shell/session.h>
 
+#include "load_statements.h"
 #include "ui_f_evolution.h"
 
 namespace quardele::shell {
@@ -82,9 +82,7 @@ F_EVOLUTION::F_EVOLUTION() : Form(QStringLiteral("F_EVOLUTION"), forms::FormKind
 
 void F_EVOLUTION::Form_Load() {
     int step = 0;
-    basic::ResumeNext statement([&step](const basic::RuntimeError& error) {
-        forms::MsgBox(QStringLiteral("Load: (%1) : ").arg(step) + forms::ToQString(error.Description()));
-    });
+    basic::ResumeNext statement = LoadStatements(step);
     statement([this] { ChooseModule(); });
     statement([this] { FRM_Choix->setVisible(ShowChoice); });
     step = 10;

@@ -14,6 +14,7 @@
 #include <shell/session.h>
 
 #include "control_appli.h"
+#include "load_statements.h"
 #include "local_params.h"
 #include "structure_patch.h"
 #include "ui_mdimenu_veh.h"
@@ -90,10 +91,8 @@ MDIMENU_VEH::MDIMENU_VEH() : MdiForm(QStringLiteral("MDIMENU_VEH")) {
 }
 
 void MDIMENU_VEH::Form_Load() {
-    std::int16_t ETAPE = 0;
-    basic::ResumeNext statement([&ETAPE](const basic::RuntimeError& error) {
-        forms::MsgBox(QStringLiteral("Load: (%1) : ").arg(ETAPE) + forms::ToQString(error.Description()));
-    });
+    int ETAPE = 0;
+    basic::ResumeNext statement = LoadStatements(ETAPE);
 
     statement([] { Init_Params_Locaux(); });
     PlaceOnScreen(statement);

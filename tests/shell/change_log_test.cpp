@@ -240,8 +240,11 @@ void ChangeLogTest::ClearingTheChoiceChangesNothing() {
     const F_EVOLUTION& form = OpenLogOf(99);
     Choose(1);
     form.DBC_Choix->Clear();
+    // A list without a text says nothing of the module, wherever its records stand.
+    form.DBD_Modules->Opened().MoveFirst();
     emit form.DBC_Choix->Click();
     QCOMPARE(form.CTX_Choix->Text(), QStringLiteral("2"));
+    QCOMPARE(form.Caption(), QStringLiteral("Evolutions Affaires"));
     QCOMPARE(form.CTX_EVOLUTION->Text(), LogOfModule2());
 }
 

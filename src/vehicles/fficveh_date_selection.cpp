@@ -5,6 +5,7 @@
 #include <basic/resume_next.h>
 #include <basic/text.h>
 #include <forms/data_control.h>
+#include <forms/escape.h>
 #include <forms/events.h>
 #include <forms/grid.h>
 #include <forms/msg_box.h>
@@ -69,8 +70,8 @@ void FFICVEH::ConnectDateSelection() {
     forms::On(ui_->CTX_ChoixDate, &forms::TextBox::GotFocus, this, [] { shell::Selection_Texte(); });
     forms::On(ui_->CTX_ChoixDate, &forms::TextBox::LostFocus, this, [this] { CTX_ChoixDate_LostFocus(); });
     forms::On(ui_->Cmd_SelDate_Select, &forms::Button::Click, this, [this] { Cmd_SelDate_Select_Click(); });
-    forms::On(ui_->Cmd_SelDate_Close, &forms::Button::Click, this,
-              [this] { ui_->FRM_SelDate->setVisible(false); });
+    forms::On(ui_->Cmd_SelDate_Close, &forms::Button::Click, this, [this] { CloseDateSelection(); });
+    forms::OnEscape(ui_->FRM_SelDate, [this] { CloseDateSelection(); });
 }
 
 void FFICVEH::OpenDateSelection() {
@@ -78,6 +79,11 @@ void FFICVEH::OpenDateSelection() {
     ui_->CTX_ChoixDate->SetText(QString());
     ui_->FRM_SelDate->setVisible(true);
     ui_->FRM_SelDate->ZOrder(0);
+}
+
+void FFICVEH::CloseDateSelection() {
+    ui_->FRM_SelDate->setVisible(false);
+    GoOnInHistory();
 }
 
 /// Holds the operator until the date can be read; a frame that has gone by then holds nobody.

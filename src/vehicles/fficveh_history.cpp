@@ -1,5 +1,6 @@
 // The history of a vehicle: its jobs in a frame in front of the record, the details of one in another frame.
 #include <forms/data_control.h>
+#include <forms/escape.h>
 #include <forms/events.h>
 #include <forms/grid.h>
 #include <listtools/grid_tools.h>
@@ -30,20 +31,12 @@ void FFICVEH::ConnectHistory() {
     }
     forms::Grid* const jobs = ui_->DBG_HISTO;
     forms::On(jobs, &forms::Grid::Click, this, [this](int col, int) { DBG_HISTO_Click(col); });
+    // The space bar presses a button cell without a click; for the mouse this comes ahead of the click.
     forms::On(jobs, &forms::Grid::ButtonClicked, this, [this](int, int, int) { OpenJobDetail(); });
-    forms::On(jobs, &forms::Grid::KeyDown, this, [this](int& keyCode, int) {
-        if (keyCode == kKeyEscape) {
-            ui_->FRM_HISTO->setVisible(false);
-        }
-    });
-    forms::On(ui_->Cmd_CloseHisto, &forms::Button::Click, this,
-              [this] { ui_->FRM_HISTO->setVisible(false); });
-    forms::On(ui_->CTX_DETAILAFF, &forms::MemoBox::KeyDown, this, [this](int& keyCode, int) {
-        if (keyCode == kKeyEscape) {
-            CloseJobDetail();
-        }
-    });
+    forms::On(ui_->Cmd_CloseHisto, &forms::Button::Click, this, [this] { CloseHistory(); });
+    forms::OnEscape(ui_->FRM_HISTO, [this] { CloseHistory(); });
     forms::On(ui_->Cmd_CloseDetail, &forms::Button::Click, this, [this] { CloseJobDetail(); });
+    forms::OnEscape(ui_->FRM_DETAIL, [this] { CloseJobDetail(); });
 }
 
 void FFICVEH::CMD_HistoVis_Click() {
@@ -94,9 +87,19 @@ void FFICVEH::OpenJobDetail() {
     forms::SetFocus(ui_->CTX_DETAILAFF);
 }
 
-/// The operator goes on in the list of jobs, as long as that is there.
+/// The operator is back at the button that has opened it.
+void FFICVEH::CloseHistory() {
+    ui_->FRM_HISTO->setVisible(false);
+    forms::SetFocus(ui_->CMD_HistoVis);
+}
+
 void FFICVEH::CloseJobDetail() {
     ui_->FRM_DETAIL->setVisible(false);
+    GoOnInHistory();
+}
+
+/// Behind a frame in front of the list of jobs, as long as that is there.
+void FFICVEH::GoOnInHistory() {
     if (ui_->DBG_HISTO->isVisible()) {
         forms::SetFocus(ui_->DBG_HISTO);
     }

@@ -1,6 +1,7 @@
 // The search for a vehicle by the values of its user fields, in a frame in front of the list. Nothing opens
 // it in this edition.
 #include <forms/data_control.h>
+#include <forms/escape.h>
 #include <forms/events.h>
 #include <forms/grid.h>
 #include <forms/msg_box.h>
@@ -40,8 +41,8 @@ void FFICVEH::ConnectQuickSearch() {
         });
     }
     forms::On(ui_->Cmd_GoCherche, &forms::Button::Click, this, [this] { Cmd_GoCherche_Click(); });
-    forms::On(ui_->Cmd_FinCherche, &forms::Button::Click, this,
-              [this] { ui_->Frm_ChercheVeh->setVisible(false); });
+    forms::On(ui_->Cmd_FinCherche, &forms::Button::Click, this, [this] { CloseQuickSearch(); });
+    forms::OnEscape(ui_->Frm_ChercheVeh, [this] { CloseQuickSearch(); });
 }
 
 void FFICVEH::OpenQuickSearch() {
@@ -59,6 +60,12 @@ void FFICVEH::OpenQuickSearch() {
     if (first != nullptr) {
         forms::SetFocus(first);
     }
+}
+
+/// The operator goes on in the list.
+void FFICVEH::CloseQuickSearch() {
+    ui_->Frm_ChercheVeh->setVisible(false);
+    forms::SetFocus(ui_->DBG_Liste);
 }
 
 void FFICVEH::OpenListSearch() {

@@ -3,6 +3,7 @@
 #include <basic/date.h>
 #include <basic/text.h>
 #include <forms/data_control.h>
+#include <forms/escape.h>
 #include <forms/events.h>
 #include <forms/grid.h>
 #include <forms/runtime.h>
@@ -65,6 +66,7 @@ void FFICVEH::ConnectVisits() {
     forms::On(ui_->DBG_TypTrav, &forms::Grid::KeyDown, this,
               [this](int& keyCode, int) { DBG_TypTrav_KeyDown(keyCode); });
     forms::On(ui_->Cmd_Fermer_TypTrav, &forms::Button::Click, this, [this] { Cmd_Fermer_TypTrav_Click(); });
+    forms::OnEscape(ui_->Frm_TypTrav, [this] { CloseWorkTypes(); });
 }
 
 // The grid.
@@ -179,7 +181,7 @@ bool FFICVEH::IsKnownWorkType(int row) {
 
 void FFICVEH::OpenWorkTypes() {
     ui_->Frm_TypTrav->setVisible(true);
-    ui_->Frm_TypTrav->raise();
+    ui_->Frm_TypTrav->ZOrder(0);
     forms::SetFocus(ui_->DBG_TypTrav);
 }
 
@@ -205,8 +207,6 @@ void FFICVEH::DBG_TypTrav_KeyDown(int keyCode) {
     const forms::Grid& workTypes = *ui_->DBG_TypTrav;
     if (keyCode == kKeyEnter) {
         DBG_TypTrav_DblClick(workTypes.ActiveCol(), workTypes.ActiveRow());
-    } else if (keyCode == kKeyEscape) {
-        CloseWorkTypes();
     }
 }
 

@@ -4,7 +4,6 @@
 namespace quardele::vehicles {
 
 inline constexpr int kKeyEnter = 13;
-inline constexpr int kKeyEscape = 27;
 inline constexpr int kKeyF4 = 115;
 inline constexpr int kKeyF8 = 119;
 

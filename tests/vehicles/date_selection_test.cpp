@@ -1,4 +1,7 @@
 // The selection of jobs by date: its frame, the statements that it makes, what it remembers.
+#include <QKeyEvent>
+#include <QSignalSpy>
+
 #include <basic/date.h>
 #include <forms/drop_down.h>
 #include <forms/strings.h>
@@ -17,6 +20,7 @@ using listtools::TheListToolContext;
 /// A vehicle without jobs of its own until a test adds some.
 const QString kVehicle = QStringLiteral("ZY-100-AA");
 constexpr std::int32_t kFirstJob = 900001;
+constexpr int kDateColumn = 1;
 
 const QString kSelect = QStringLiteral(
     "SELECT IIF([TAFF_DETAIL_DATSORTIEEFF] IS NOT NULL,[TAFF_DETAIL_DATSORTIEEFF],[TAFF_DATLIVRPREV]) AS "
@@ -63,11 +67,34 @@ void OpenHistoryOf(const QString& registration) {
     Press("CMD_HistoVis");
 }
 
+/// By a click on a date and one on the tool, as the operator does; without jobs on the heading.
 void OpenFrame() {
-    Grid("DBG_HISTO")->SetActiveCell(1, 1);
+    if (Grid("DBG_HISTO")->MaxRows() > 0) {
+        ClickCell("DBG_HISTO", kDateColumn, 1);
+    } else {
+        ClickHeading("DBG_HISTO", kDateColumn);
+    }
     Press("Cmd_ToolBar_Histo_0");
     QVERIFY(FrameShown());
 }
+
+/// Keys that arrive at a widget, those that what stands in it has no use for.
+class KeyWatcher : public QObject {
+ public:
+    explicit KeyWatcher(QWidget* widget) { widget->installEventFilter(this); }
+
+    [[nodiscard]] std::vector<int> Keys() const { return keys_; }
+
+    bool eventFilter(QObject* /*widget*/, QEvent* event) override {
+        if (event->type() == QEvent::KeyPress) {
+            keys_.push_back(static_cast<QKeyEvent*>(event)->key());
+        }
+        return false;
+    }
+
+ private:
+    std::vector<int> keys_;
+};
 
 /// Chooses an entry of the comparisons, -1 for none, types a date and presses the button.
 void SelectDate(int entry, const QString& date) {
@@ -112,8 +139,15 @@ class DateSelectionTest : public QObject {
 
     void TheFrameIsAsDesigned();
     void ReopeningEmptiesBothBoxes();
+    void AClickOnADateOpensItBehindASelectionToo();
+    void ItOpensOnAListWithoutJobs();
+    void ItOpensInFrontOfWhatStandsInTheHistory();
     void ItsButtonClosesItAndTheQueryStays();
+    void EscapeClosesItAlone_data();
+    void EscapeClosesItAlone();
+    void EscapeOnABadDateHoldsNobody();
     void EnterLeadsThroughTheFrame();
+    void EnterIsLeftToTheBoxes();
     void TheDateIsSelectedWholeWhenEntered();
     void ADateIsWrittenOut();
     void WhatIsNoDateIsHeld_data();
@@ -129,6 +163,7 @@ class DateSelectionTest : public QObject {
     void AnEmptyDateWithoutASelectionChangesNothing();
     void TheFirstVehiclesConditionComesBack();
     void AListToolOnTheVehiclesWritesTheFilterToo();
+    void TheVehiclesGetTheHistorysFilterToo();
     void NoComparisonOnATextColumnComparesFirstCharacters();
     void AnotherKindOfColumnAddsNothing();
     void NullAndVideHaveABranchThatTheBoxNeverLetsThrough_data();
@@ -136,6 +171,7 @@ class DateSelectionTest : public QObject {
     void AValueThatIsNoDateLeavesTheFrameOpen();
     void AnUnknownComparisonLeavesThePointerBusy();
     void AnEmptySelectionKeepsTheOldPicture();
+    void ReopeningTheHistoryKeepsTheOldPictureToo();
     void AFailureIsToldAndTheRestRuns();
     void TheCursorGoesToTheColumnOfTheLastTool();
 
@@ -170,6 +206,65 @@ void DateSelectionTest::ReopeningEmptiesBothBoxes() {
     QCOMPARE(Box("CTX_ChoixDate")->Text(), QString());
 }
 
+void DateSelectionTest::AClickOnADateOpensItBehindASelectionToo() {
+    SelectDate(0, QStringLiteral("01/01/2024"));
+    // No list tool has run: the selection puts the cursor where none has left it, in front of the row.
+    QCOMPARE(Grid("DBG_HISTO")->ActiveCol(), 0);
+    QCOMPARE(Grid("DBG_HISTO")->ActiveRow(), 1);
+    ClickCell("DBG_HISTO", kDateColumn, 1);
+    QCOMPARE(Grid("DBG_HISTO")->ActiveCol(), kDateColumn);
+    Press("Cmd_ToolBar_Histo_0");
+    QVERIFY(FrameShown());
+    QVERIFY(program_->boxes.Shown().empty());
+}
+
+void DateSelectionTest::ItOpensOnAListWithoutJobs() {
+    OpenHistoryOf(QStringLiteral("ZY-000-AA"));
+    QCOMPARE(Grid("DBG_HISTO")->MaxRows(), 0);
+    OpenFrame();
+    Press("Cmd_SelDate_Select");
+    CompareBoxes(program_->boxes, {QStringLiteral("Sélection vide.")});
+    QVERIFY(!FrameShown());
+}
+
+void DateSelectionTest::ItOpensInFrontOfWhatStandsInTheHistory() {
+    OpenFrame();
+    Control<QWidget>("Frm_boutons_Histo")->raise();
+    QVERIFY(!InFront("FRM_SelDate", "Frm_boutons_Histo"));
+    Press("Cmd_ToolBar_Histo_0");
+    QVERIFY(InFront("FRM_SelDate", "Frm_boutons_Histo"));
+}
+
+void DateSelectionTest::EscapeClosesItAlone_data() {
+    QTest::addColumn<QString>("control");
+    for (const char* control :
+         {"BXC_ChoixDate", "CTX_ChoixDate", "Cmd_SelDate_Select", "Cmd_SelDate_Close"}) {
+        QTest::newRow(control) << QString::fromLatin1(control);
+    }
+}
+
+void DateSelectionTest::EscapeClosesItAlone() {
+    QFETCH(const QString, control);
+    const QString before = Source();
+    OpenFrame();
+    forms::SetFocus(Control<QWidget>(control.toLatin1().constData()));
+    PressKey(Qt::Key_Escape);
+    QVERIFY(!FrameShown());
+    QVERIFY(Shown(Control<QWidget>("FRM_HISTO")));
+    QCOMPARE(forms::Screen::ActiveControl(), Grid("DBG_HISTO"));
+    QCOMPARE(Source(), before);
+}
+
+void DateSelectionTest::EscapeOnABadDateHoldsNobody() {
+    OpenFrame();
+    TypeOver(Box("CTX_ChoixDate"), QStringLiteral("hier"));
+    PressKey(Qt::Key_Escape);
+    CompareBoxes(program_->boxes, {QStringLiteral("Saisie d'une date attendue (JJ/MM/AA).")});
+    QVERIFY(!FrameShown());
+    QCOMPARE(program_->Ends(), 0);
+    QCOMPARE(forms::Screen::ActiveControl(), Grid("DBG_HISTO"));
+}
+
 void DateSelectionTest::ItsButtonClosesItAndTheQueryStays() {
     SelectDate(0, QStringLiteral("01/01/2024"));
     const QString selected = Source();
@@ -193,6 +288,18 @@ void DateSelectionTest::EnterLeadsThroughTheFrame() {
     QVERIFY(!FrameShown());
     QCOMPARE(forms::Screen::ActiveControl(), Grid("DBG_HISTO"));
     QCOMPARE(ShownLabels(), (QStringList{"2026", "2024"}));
+}
+
+void DateSelectionTest::EnterIsLeftToTheBoxes() {
+    OpenFrame();
+    // A list that is only chosen from has no use for Enter: what it stands in gets the key.
+    const KeyWatcher watcher(Control<QWidget>("FRM_SelDate"));
+    forms::SetFocus(Comparisons());
+    PressKey(Qt::Key_Return);
+    QCOMPARE(watcher.Keys(), std::vector<int>{Qt::Key_Return});
+    const QSignalSpy entered(Box("CTX_ChoixDate"), &QLineEdit::returnPressed);
+    PressKey(Qt::Key_Return);
+    QCOMPARE(entered.count(), 1);
 }
 
 void DateSelectionTest::TheDateIsSelectedWholeWhenEntered() {
@@ -333,6 +440,20 @@ void DateSelectionTest::AListToolOnTheVehiclesWritesTheFilterToo() {
     QVERIFY(Grid("DBG_HISTO")->MaxRows() > 1000);
 }
 
+void DateSelectionTest::TheVehiclesGetTheHistorysFilterToo() {
+    SelectDate(0, QStringLiteral("01/01/2025"));
+    Box("CTX_IMMAT")->SetDataChanged(false);
+    Tabs()->SetTab(kListTab);
+    const QString before = Vehicles().data->RecordSource();
+    SelectOn(Vehicles(), 1, 0, QString());
+    // Fields of jobs mean nothing there.
+    const std::vector<support::ShownBox>& boxes = program_->boxes.Shown();
+    QVERIFY(!boxes.empty());
+    QVERIFY2(boxes[0].text.startsWith(QStringLiteral("SELECTION (ERREUR 3061): ")),
+             qPrintable(boxes[0].text));
+    QCOMPARE(program_->Ends(), 0);
+}
+
 void DateSelectionTest::NoComparisonOnATextColumnComparesFirstCharacters() {
     TheListToolContext().ColumnType = CellType::Edit;
     SelectDate(-1, QStringLiteral("02/05/2024"));
@@ -397,13 +518,26 @@ void DateSelectionTest::AnEmptySelectionKeepsTheOldPicture() {
     QCOMPARE(ShownLabels().size(), 4);
 }
 
+void DateSelectionTest::ReopeningTheHistoryKeepsTheOldPictureToo() {
+    SelectDate(0, QStringLiteral("01/01/2029"));
+    Press("CMD_HistoVis");
+    QCOMPARE(ShownLabels().size(), 4);
+    QVERIFY(!Grid("DBG_HISTO")->ReDraw());
+    SelectDate(0, QStringLiteral("01/01/2026"));
+    QVERIFY(Grid("DBG_HISTO")->ReDraw());
+}
+
 void DateSelectionTest::AFailureIsToldAndTheRestRuns() {
     Data("DBD_HISTO")->SetRecordSource(QStringLiteral("SELECT * FROM TAFF ORDER BY"));
+    // The pointer is the normal one by the time that the operator reads of it.
+    std::vector<int> pointers;
+    program_->boxes.LookAtBoxes([&] { pointers.push_back(forms::Screen::MousePointer()); });
     SelectDate(0, QStringLiteral("01/01/2025"));
     // The clauses of the context are those of the last list tool: none. The statement that comes of them is
     // no SELECT.
     const std::vector<support::ShownBox>& boxes = program_->boxes.Shown();
     QVERIFY(boxes.size() >= 2);
+    QCOMPARE(pointers, std::vector<int>(boxes.size(), 0));
     QVERIFY2(boxes[0].text.startsWith(QStringLiteral("SELECTION (ERREUR 5): ")), qPrintable(boxes[0].text));
     QVERIFY2(boxes[1].text.startsWith(QStringLiteral("SELECTION (ERREUR 3078): ")),
              qPrintable(boxes[1].text));

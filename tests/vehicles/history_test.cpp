@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <map>
 
-#include <QHeaderView>
 #include <QTabBar>
 
 #include <basic/date.h>
@@ -29,20 +28,6 @@ const QString kImpossible = QStringLiteral("Opération impossible sur cette colo
 void OpenHistoryOf(const QString& registration) {
     OpenRecordOf(registration);
     Press("CMD_HistoVis");
-}
-
-void ClickCell(int column, int row) {
-    const forms::Grid* const jobs = Grid("DBG_HISTO");
-    const QRect cell = jobs->visualRect(jobs->model()->index(row - 1, column - 1));
-    QTest::mouseClick(jobs->viewport(), Qt::LeftButton, {}, cell.center());
-    QCoreApplication::processEvents();
-}
-
-void ClickHeading(int column) {
-    QHeaderView* const header = Grid("DBG_HISTO")->horizontalHeader();
-    const QPoint inside(header->sectionViewportPosition(column - 1) + 8, header->height() / 2);
-    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, inside);
-    QCoreApplication::processEvents();
 }
 
 forms::Button* Tool(int index) {
@@ -72,10 +57,10 @@ bool DetailShown() {
     return Shown(Control<QWidget>("FRM_DETAIL"));
 }
 
-/// Whether a frame stands in front of another one with the same parent.
-bool InFront(const char* frame, const char* other) {
-    const QObjectList& siblings = Control<QWidget>(frame)->parentWidget()->children();
-    return siblings.indexOf(Control<QWidget>(frame)) > siblings.indexOf(Control<QWidget>(other));
+/// Empty where there is no sample installation.
+std::filesystem::path SampleFolder() {
+    const std::filesystem::path folder = std::filesystem::path(QUARDELE_SAMPLE_DIR) / "QUARDELE";
+    return std::filesystem::exists(folder) ? folder : std::filesystem::path();
 }
 
 /// Presses the printing tool; whether the pages were offered, in the way of this machine.
@@ -101,6 +86,7 @@ class HistoryTest : public QObject {
     void TheJobsOfAVehicleAreListed();
     void AJobWithSeveralLinesHasSeveralRows();
     void AJobWithoutAnExitDateStandsWhereItsSecondDatePutsIt();
+    void AJobOfTheSampleThatHasNotLeftComesLastWithItsPlannedDay();
     void TheColumnsAreAsDesigned();
     void ThereIsNothingForAnEmptyRegistration();
     void AnApostropheInTheRegistrationEndsTheProgram();
@@ -110,15 +96,20 @@ class HistoryTest : public QObject {
     void TheFrameOpensInFrontWithTheFocusInTheList();
     void TheFramesMoveAtTheFirstActivation();
     void AnotherVehicleFillsItAnew();
+    void OpenedAgainItComesInFrontOfTheDetail();
+    void EscapeClosesIt_data();
     void EscapeClosesIt();
     void ItsButtonClosesIt();
     void AClickOnTheButtonCellOpensTheDetail();
     void TheSpaceBarOnTheButtonCellOpensTheDetail();
     void AClickOnTheHeadingOfTheButtonsOpensTheDetail();
+    void TheHeadingsWorkWithoutJobsToo();
     void AClickOnAnyOtherColumnMarksIt();
     void TheDetailFollowsTheCurrentJob_data();
     void TheDetailFollowsTheCurrentJob();
+    void ALongTextOfTheSampleIsShownWhole();
     void TheDetailCannotBeTypedInto();
+    void EscapeInTheDetailClosesThatOnly_data();
     void EscapeInTheDetailClosesThatOnly();
     void TheButtonOfTheDetailClosesThatOnly();
     void TheSelectionOfTheDatesHasItsOwnFrame();
@@ -170,6 +161,7 @@ void HistoryTest::TheJobsOfAVehicleAreListed_data() {
     QTest::newRow("sample: several lines") << sample << QStringLiteral("HD-823-BD") << false;
     QTest::newRow("sample: of a job without a vehicle") << sample << QStringLiteral("CS-119-WD") << true;
     QTest::newRow("sample: eleven lines") << sample << QStringLiteral("RZ-617-JA") << false;
+    QTest::newRow("sample: not gone yet, two lines") << sample << QStringLiteral("YF-137-EC") << false;
 }
 
 void HistoryTest::TheJobsOfAVehicleAreListed() {
@@ -230,6 +222,21 @@ void HistoryTest::AJobWithoutAnExitDateStandsWhereItsSecondDatePutsIt() {
     QCOMPARE(jobs.front()[kLabelColumn - 1], QStringLiteral("Avancé"));
     QCOMPARE(jobs.back()[kDateColumn - 1], QStringLiteral("05/01/2099"));
     QCOMPARE(jobs.back()[kLabelColumn - 1], QStringLiteral("À venir"));
+}
+
+void HistoryTest::AJobOfTheSampleThatHasNotLeftComesLastWithItsPlannedDay() {
+    const std::filesystem::path folder = SampleFolder();
+    if (folder.empty()) {
+        QSKIP("no sample installation here");
+    }
+    program_.reset();
+    RunningProgram program(folder);
+    program.OpenVehicles();
+    OpenHistoryOf(QStringLiteral("ES-723-XD"));
+    const std::vector<QStringList> jobs = ShownJobs();
+    QCOMPARE(jobs.size(), std::size_t{6});
+    QCOMPARE(jobs.front().mid(0, 2), (QStringList{"22/04/2025 11:30:00", "103240"}));
+    QCOMPARE(jobs.back().mid(0, 2), (QStringList{"24/10/2024 13:30:00", "100031"}));
 }
 
 void HistoryTest::TheColumnsAreAsDesigned() {
@@ -295,7 +302,7 @@ void HistoryTest::APendingEntryIsNotAskedFor() {
 
 void HistoryTest::TheHistoryIsNoPendingEntry() {
     OpenHistoryOf(kVehicle);
-    ClickCell(kDetailColumn, 2);
+    ClickCell("DBG_HISTO", kDetailColumn, 2);
     PressKey(Qt::Key_F8);
     QCOMPARE(Tabs()->Tab(), kListTab);
     QVERIFY(program_->boxes.Shown().empty());
@@ -327,10 +334,32 @@ void HistoryTest::AnotherVehicleFillsItAnew() {
     QCOMPARE(ShownJobs().size(), JobLinesOf(QStringLiteral("FQ-453-HQ")).size());
 }
 
-void HistoryTest::EscapeClosesIt() {
+void HistoryTest::OpenedAgainItComesInFrontOfTheDetail() {
     OpenHistoryOf(kVehicle);
+    ClickCell("DBG_HISTO", kDetailColumn, 1);
+    QVERIFY(InFront("FRM_DETAIL", "FRM_HISTO"));
+    Press("CMD_HistoVis");
+    QVERIFY(InFront("FRM_HISTO", "FRM_DETAIL"));
+    QVERIFY(DetailShown());
+    ClickCell("DBG_HISTO", kDetailColumn, 1);
+    QVERIFY(InFront("FRM_DETAIL", "FRM_HISTO"));
+}
+
+void HistoryTest::EscapeClosesIt_data() {
+    QTest::addColumn<QString>("control");
+    for (const char* control : {"DBG_HISTO", "Cmd_ToolBar_Histo_2", "Cmd_CloseHisto"}) {
+        QTest::newRow(control) << QString::fromLatin1(control);
+    }
+}
+
+void HistoryTest::EscapeClosesIt() {
+    QFETCH(const QString, control);
+    OpenHistoryOf(kVehicle);
+    forms::SetFocus(Control<QWidget>(control.toLatin1().constData()));
     PressKey(Qt::Key_Escape);
     QVERIFY(!HistoryShown());
+    // Not to the next button, which makes a new record.
+    QCOMPARE(forms::Screen::ActiveControl(), Button("CMD_HistoVis"));
 }
 
 void HistoryTest::ItsButtonClosesIt() {
@@ -338,11 +367,12 @@ void HistoryTest::ItsButtonClosesIt() {
     QCOMPARE(Button("Cmd_CloseHisto")->toolTip(), QStringLiteral("Fermer la fenêtre"));
     Press("Cmd_CloseHisto");
     QVERIFY(!HistoryShown());
+    QCOMPARE(forms::Screen::ActiveControl(), Button("CMD_HistoVis"));
 }
 
 void HistoryTest::AClickOnTheButtonCellOpensTheDetail() {
     OpenHistoryOf(kVehicle);
-    ClickCell(kDetailColumn, 2);
+    ClickCell("DBG_HISTO", kDetailColumn, 2);
     QVERIFY(DetailShown());
     QVERIFY(InFront("FRM_DETAIL", "FRM_HISTO"));
     QCOMPARE(forms::Screen::ActiveControl(), DetailBox());
@@ -360,15 +390,30 @@ void HistoryTest::TheSpaceBarOnTheButtonCellOpensTheDetail() {
 
 void HistoryTest::AClickOnTheHeadingOfTheButtonsOpensTheDetail() {
     OpenHistoryOf(kVehicle);
-    ClickHeading(kDetailColumn);
+    ClickHeading("DBG_HISTO", kDetailColumn);
     QVERIFY(DetailShown());
+}
+
+void HistoryTest::TheHeadingsWorkWithoutJobsToo() {
+    OpenRecordOf(kVehicle);
+    Box("CTX_IMMAT")->SetText(QStringLiteral("ZY-000-AA"));
+    Press("CMD_HistoVis");
+    QCOMPARE(Grid("DBG_HISTO")->MaxRows(), 0);
+    ClickHeading("DBG_HISTO", kNumberColumn);
+    QVERIFY(IsItalic(kNumberColumn));
+    QCOMPARE(Grid("DBG_HISTO")->ActiveCol(), kNumberColumn);
+    QVERIFY(!DetailShown());
+    ClickHeading("DBG_HISTO", kDetailColumn);
+    QVERIFY(DetailShown());
+    QCOMPARE(DetailBox()->Text(), QString());
+    QVERIFY(program_->boxes.Shown().empty());
 }
 
 void HistoryTest::AClickOnAnyOtherColumnMarksIt() {
     OpenHistoryOf(kVehicle);
-    ClickCell(kNumberColumn, 1);
+    ClickCell("DBG_HISTO", kNumberColumn, 1);
     QVERIFY(IsItalic(kNumberColumn));
-    ClickCell(kLabelColumn, 2);
+    ClickCell("DBG_HISTO", kLabelColumn, 2);
     QVERIFY(IsItalic(kLabelColumn));
     QVERIFY(!IsItalic(kNumberColumn));
     QVERIFY(!DetailShown());
@@ -409,9 +454,25 @@ void HistoryTest::TheDetailFollowsTheCurrentJob() {
     QVERIFY(withText > 0);
 }
 
+void HistoryTest::ALongTextOfTheSampleIsShownWhole() {
+    const std::filesystem::path folder = SampleFolder();
+    if (folder.empty()) {
+        QSKIP("no sample installation here");
+    }
+    program_.reset();
+    RunningProgram program(folder);
+    program.OpenVehicles();
+    OpenHistoryOf(QStringLiteral("ND-975-TF"));
+    QCOMPARE(Cell("DBG_HISTO", kNumberColumn, 3), QStringLiteral("102400"));
+    ClickCell("DBG_HISTO", kDetailColumn, 3);
+    // Several pages of the file, beyond what a row or one page of text holds.
+    QCOMPARE(DetailBox()->Text().size(), qsizetype{5986});
+    QVERIFY(DetailBox()->Text().endsWith(QStringLiteral("Pièces : KHSESP\r\n")));
+}
+
 void HistoryTest::TheDetailCannotBeTypedInto() {
     OpenHistoryOf(kVehicle);
-    ClickCell(kDetailColumn, 1);
+    ClickCell("DBG_HISTO", kDetailColumn, 1);
     const QString before = DetailBox()->Text();
     QTest::keyClicks(DetailBox(), QStringLiteral("xyz"));
     QCOMPARE(DetailBox()->Text(), before);
@@ -419,9 +480,17 @@ void HistoryTest::TheDetailCannotBeTypedInto() {
     QCOMPARE(DetailBox()->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
 }
 
+void HistoryTest::EscapeInTheDetailClosesThatOnly_data() {
+    QTest::addColumn<QString>("control");
+    QTest::newRow("text") << QStringLiteral("CTX_DETAILAFF");
+    QTest::newRow("button") << QStringLiteral("Cmd_CloseDetail");
+}
+
 void HistoryTest::EscapeInTheDetailClosesThatOnly() {
+    QFETCH(const QString, control);
     OpenHistoryOf(kVehicle);
-    ClickCell(kDetailColumn, 1);
+    ClickCell("DBG_HISTO", kDetailColumn, 1);
+    forms::SetFocus(Control<QWidget>(control.toLatin1().constData()));
     PressKey(Qt::Key_Escape);
     QVERIFY(!DetailShown());
     QVERIFY(HistoryShown());
@@ -433,7 +502,7 @@ void HistoryTest::EscapeInTheDetailClosesThatOnly() {
 
 void HistoryTest::TheButtonOfTheDetailClosesThatOnly() {
     OpenHistoryOf(kVehicle);
-    ClickCell(kDetailColumn, 1);
+    ClickCell("DBG_HISTO", kDetailColumn, 1);
     QCOMPARE(Button("Cmd_CloseDetail")->toolTip(), QStringLiteral("Fermer la fenêtre"));
     Press("Cmd_CloseDetail");
     QVERIFY(!DetailShown());

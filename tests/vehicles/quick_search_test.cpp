@@ -1,4 +1,6 @@
 // The search for a vehicle by its user fields, which no button opens.
+#include <QSignalSpy>
+
 #include <forms/strings.h>
 
 #include "list_program.h"
@@ -59,7 +61,11 @@ class QuickSearchTest : public QObject {
     void AnotherTextOfTheButtonMovesNothing();
     void AnInvalidDateEndsTheProgram();
     void EnterMovesOn();
+    void EnterIsSwallowed();
+    void TheFrameOpensInFront();
     void ItsButtonClosesTheFrame();
+    void EscapeClosesTheFrame_data();
+    void EscapeClosesTheFrame();
     void TheListsOwnSearchStandsReadyToo();
 
  private:
@@ -244,6 +250,8 @@ void QuickSearchTest::AnInvalidDateEndsTheProgram() {
     QCOMPARE(forms::CatchEndOfProcess(true), endsBefore + 1);
     QCOMPARE(boxes.Shown().size(), std::size_t{1});
     QCOMPARE(boxes.Shown().front().icon, QStringLiteral("erreur"));
+    QVERIFY2(boxes.Shown().front().text.startsWith(QStringLiteral("Erreur d'exécution 3077")),
+             qPrintable(boxes.Shown().front().text));
 }
 
 void QuickSearchTest::EnterMovesOn() {
@@ -253,10 +261,42 @@ void QuickSearchTest::EnterMovesOn() {
     QCOMPARE(SearchBox(kSerialNumber)->Text(), QString());
 }
 
+void QuickSearchTest::EnterIsSwallowed() {
+    Form().OpenQuickSearch();
+    const QSignalSpy entered(SearchBox(kSerialNumber), &QLineEdit::returnPressed);
+    PressKey(Qt::Key_Return);
+    QCOMPARE(entered.count(), 0);
+}
+
+void QuickSearchTest::TheFrameOpensInFront() {
+    Form().OpenQuickSearch();
+    QVERIFY(InFront("Frm_ChercheVeh", "DBG_Liste"));
+    Grid("DBG_Liste")->raise();
+    Form().OpenQuickSearch();
+    QVERIFY(InFront("Frm_ChercheVeh", "DBG_Liste"));
+}
+
 void QuickSearchTest::ItsButtonClosesTheFrame() {
     Form().OpenQuickSearch();
     Press("Cmd_FinCherche");
     QVERIFY(!FrameShown());
+    QCOMPARE(forms::Screen::ActiveControl(), Grid("DBG_Liste"));
+}
+
+void QuickSearchTest::EscapeClosesTheFrame_data() {
+    QTest::addColumn<QString>("control");
+    for (const char* control : {"CTX_USERCHER_3", "Cmd_GoCherche", "Cmd_FinCherche"}) {
+        QTest::newRow(control) << QString::fromLatin1(control);
+    }
+}
+
+void QuickSearchTest::EscapeClosesTheFrame() {
+    QFETCH(const QString, control);
+    Form().OpenQuickSearch();
+    forms::SetFocus(Control<QWidget>(control.toLatin1().constData()));
+    PressKey(Qt::Key_Escape);
+    QVERIFY(!FrameShown());
+    QCOMPARE(forms::Screen::ActiveControl(), Grid("DBG_Liste"));
 }
 
 void QuickSearchTest::TheListsOwnSearchStandsReadyToo() {

@@ -1,5 +1,6 @@
 #include "vehicle_form_fixture.h"
 
+#include <QHeaderView>
 #include <QMainWindow>
 #include <QTabBar>
 
@@ -121,10 +122,27 @@ void Press(const char* button) {
     QCoreApplication::processEvents();
 }
 
+void ClickCell(const char* grid, int column, int row) {
+    const forms::Grid* const cells = Grid(grid);
+    const QRect cell = cells->visualRect(cells->model()->index(row - 1, column - 1));
+    QTest::mouseClick(cells->viewport(), Qt::LeftButton, {}, cell.center());
+    QCoreApplication::processEvents();
+}
+
+void ClickHeading(const char* grid, int column) {
+    QHeaderView* const header = Grid(grid)->horizontalHeader();
+    const QPoint inside(header->sectionViewportPosition(column - 1) + 8, header->height() / 2);
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, inside);
+    QCoreApplication::processEvents();
+}
+
+bool InFront(const char* frame, const char* other) {
+    const QObjectList& siblings = Control<QWidget>(frame)->parentWidget()->children();
+    return siblings.indexOf(Control<QWidget>(frame)) > siblings.indexOf(Control<QWidget>(other));
+}
+
 void TypeVisit(int column, int row, const QString& text) {
-    forms::Grid& visits = *Grid("DBG_DETAIL");
-    const QRect cell = visits.visualRect(visits.model()->index(row - 1, column - 1));
-    QTest::mouseClick(visits.viewport(), Qt::LeftButton, {}, cell.center());
+    ClickCell("DBG_DETAIL", column, row);
     TypeIntoCell(text);
 }
 

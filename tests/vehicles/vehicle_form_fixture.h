@@ -91,6 +91,11 @@ void OpenRecordOf(const QString& registration);
 void TypeOver(forms::TextBox* box, const QString& text);
 /// Presses a button with the mouse.
 void Press(const char* button);
+/// Clicks a cell of a grid, or the heading of a column.
+void ClickCell(const char* grid, int column, int row);
+void ClickHeading(const char* grid, int column);
+/// Whether a control stands in front of another one with the same parent.
+[[nodiscard]] bool InFront(const char* frame, const char* other);
 /// Clicks a cell of the visits, types over what stands there and leaves it with Enter.
 void TypeVisit(int column, int row, const QString& text);
 /// Goes into the visits with the mouse, behind the last of them; without visits that opens the first one.

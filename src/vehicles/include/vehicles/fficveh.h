@@ -150,11 +150,14 @@ class FFICVEH : public forms::Form {
     void PrintHistory();
     void DBG_HISTO_Click(int col);
     void OpenJobDetail();
+    void CloseHistory();
     void CloseJobDetail();
+    void GoOnInHistory();
 
     // Selection of jobs by date.
     void ConnectDateSelection();
     void OpenDateSelection();
+    void CloseDateSelection();
     void CTX_ChoixDate_LostFocus();
     void Cmd_SelDate_Select_Click();
     [[nodiscard]] std::optional<QString> DateComparison() const;
@@ -163,6 +166,7 @@ class FFICVEH : public forms::Form {
 
     // Quick search.
     void ConnectQuickSearch();
+    void CloseQuickSearch();
     void Cmd_GoCherche_Click();
     [[nodiscard]] std::vector<QuickSearchTerm> QuickSearchTerms() const;
 

@@ -14,6 +14,7 @@ void PlaceDialog(forms::Form& dialog) {
     const shell::Session& session = shell::TheSession();
     dialog.SetTop((session.WorkAreaHeight - dialog.Height()) / 2 + session.WorkAreaTop);
     dialog.SetLeft((forms::Forms::Item(0).Width() - dialog.Width()) / 2);
+    dialog.Window()->setFixedSize(dialog.Window()->size());
 }
 
 QString TitleOn(const QString& start) {

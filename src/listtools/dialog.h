@@ -12,7 +12,7 @@ namespace quardele::listtools {
 inline constexpr int kKeyEnter = 13;
 inline constexpr int kKeyEscape = 27;
 
-/// In the middle of the work area and of the main window's width.
+/// In the middle of the work area and of the main window's width, in a size that does not change.
 void PlaceDialog(forms::Form& dialog);
 
 /// A caption like "Recherche sur [Marque]" from "Recherche sur [" and the column's title.

@@ -23,16 +23,37 @@ void WidenRepeated(std::vector<int>& widths, int wanted, const std::vector<Range
     widths.front() += std::clamp(wanted - widths.front(), 0, spare);
 }
 
-void WidenGroup(std::vector<int>& widths, const std::vector<int>& wanted, const Range& group, int spare) {
-    std::vector<std::pair<int, std::size_t>> lacking;
-    for (int column = group.first; column < group.first + group.count; ++column) {
+/// The columns of a range that want more, with what they lack, the least first.
+using Lack = std::pair<int, std::size_t>;
+std::vector<Lack> Lacking(const std::vector<int>& widths, const std::vector<int>& wanted,
+                          const Range& range) {
+    std::vector<Lack> lacking;
+    for (int column = range.first; column < range.first + range.count; ++column) {
         const auto slot = static_cast<std::size_t>(column);
         if (wanted[slot] > widths[slot]) {
             lacking.emplace_back(wanted[slot] - widths[slot], slot);
         }
     }
     std::sort(lacking.begin(), lacking.end());
-    for (const auto& [lack, column] : lacking) {
+    return lacking;
+}
+
+/// Gives columns all they want where that makes no more groups, and no other choice of the repeated column.
+void WidenWithinGroups(std::vector<int>& widths, const std::vector<int>& wanted, int room) {
+    const std::size_t mostGroups = ColumnGroups(widths, room).size();
+    const bool repeats = RepeatedWidth(widths, room) > 0;
+    for (const auto& [lack, column] : Lacking(widths, wanted, {0, static_cast<int>(widths.size())})) {
+        std::vector<int> wider = widths;
+        wider[column] += lack;
+        if (FittedWidths(wider, room) == wider && ColumnGroups(wider, room).size() <= mostGroups &&
+            (RepeatedWidth(wider, room) > 0) == repeats) {
+            widths = std::move(wider);
+        }
+    }
+}
+
+void WidenGroup(std::vector<int>& widths, const std::vector<int>& wanted, const Range& group, int spare) {
+    for (const auto& [lack, column] : Lacking(widths, wanted, group)) {
         const int given = std::min(lack, spare);
         widths[column] += given;
         spare -= given;
@@ -70,6 +91,7 @@ std::vector<Range> ColumnGroups(const std::vector<int>& widths, int room) {
 }
 
 std::vector<int> WidenedWidths(std::vector<int> widths, const std::vector<int>& wanted, int room) {
+    WidenWithinGroups(widths, wanted, room);
     const std::vector<Range> groups = ColumnGroups(widths, room);
     const bool repeats = RepeatedWidth(widths, room) > 0;
     if (repeats) {

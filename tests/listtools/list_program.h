@@ -70,7 +70,7 @@ void PressTool(const List& list, int index);
 [[nodiscard]] listtools::FCHERCHE& SearchDialog();
 [[nodiscard]] listtools::FCLASSE& SortDialog();
 
-/// Types a text over what stands in a box. What is long, or has letters that no key has, is pasted.
+/// Types a text over what stands in a box. What is long, or has letters beyond ASCII, is pasted.
 void EnterText(forms::TextBox* box, const QString& text);
 /// Chooses an entry of the comparisons by keys, enters a value and presses the button.
 void Select(int entry, const QString& value);

@@ -68,7 +68,11 @@ void PlacementTest::EveryDialogStandsInTheMiddleOfTheWorkArea() {
     shell::TheSession().WorkAreaTop = areaTop;
     shell::TheSession().WorkAreaHeight = 9000;
     QVERIFY(InDialog([&] { listtools::GridToolAction(tool, *Vehicles().grid, Vehicles().data); },
-                     [] { QVERIFY(IsCentred(forms::Forms::Item(forms::Forms::Count() - 1))); }));
+                     [] {
+                         const forms::Form& dialog = forms::Forms::Item(forms::Forms::Count() - 1);
+                         QVERIFY(IsCentred(dialog));
+                         QCOMPARE(dialog.Window()->minimumSize(), dialog.Window()->maximumSize());
+                     }));
 }
 
 void PlacementTest::ARightClickAtTheLeftEdgeCentresTheSearch() {

@@ -35,9 +35,9 @@ struct Room {
 /// Columns side by side as far as they fit, beside the repeated one; a column that does not fit alone has a
 /// page of its own.
 [[nodiscard]] std::vector<Range> ColumnGroups(const std::vector<int>& widths, int room);
-/// The room that the pages of such widths leave free, given to columns that want more: on each page to the
-/// one that lacks the least first, so that as many as can be get all they want. The first column takes no
-/// more than all pages that repeat it have free. No column gets narrower, and none moves to another page.
+/// The room that the pages of such widths leave free, given to columns that want more, to the one that lacks
+/// the least first, so that as many as can be get all they want. Columns may move to the next page for that,
+/// but no more pages are needed, and no column gets narrower.
 [[nodiscard]] std::vector<int> WidenedWidths(std::vector<int> widths, const std::vector<int>& wanted,
                                              int room);
 /// All pages in the order of printing: the pages of the same rows follow each other, so that they can be laid

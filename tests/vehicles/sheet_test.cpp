@@ -266,7 +266,9 @@ void SheetTest::APendingEntryStopsThePrint() {
 
 void SheetTest::APendingVisitStopsThePrint() {
     Open(QStringLiteral("RG-194-NE"));
-    SetVisit(1, Grid("DBG_DETAIL")->MaxRows() + 1, QStringLiteral("VID"));
+    constexpr int kPeriodColumn = 2;
+    TypeVisit(kPeriodColumn, 1, QStringLiteral("18"));
+    QVERIFY(Grid("DBG_DETAIL")->ChangeMade());
     QVERIFY(!watcher_.Watch([] { Press(kPreview); }));
     CompareOnlyBox(*boxes_, kPending, kNoIcon);
 }

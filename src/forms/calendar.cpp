@@ -65,9 +65,9 @@ Calendar::Calendar(QWidget* parent) : QCalendarWidget(parent) {
     QTextCharFormat heading = Ink(colors::kSecondaryInk);
     heading.setBackground(colors::kHeading);
     setHeaderTextFormat(heading);
-    // As the other days: the grey of the headings tells enough.
+    // As the other days; an ink of their own would be that of their headings too.
     for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday}) {
-        setWeekdayTextFormat(day, Ink(colors::kInk));
+        setWeekdayTextFormat(day, QTextCharFormat());
     }
     layout()->setContentsMargins(kBorderWidth, kBorderWidth, kBorderWidth, kBorderWidth);
     NameButtons();

@@ -1,10 +1,13 @@
 #include <forms/combo.h>
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QScopedValueRollback>
 #include <QTableView>
+#include <QToolTip>
 
+#include <forms/control_font.h>
 #include <forms/events.h>
 #include <forms/twips.h>
 
@@ -30,12 +33,14 @@ QTableView* MakeList(QWidget* parent) {
 
 }  // namespace
 
-ListCombo::ListCombo(QWidget* parent) : QComboBox(parent), rows_(new RowsModel(this)) {
+ListCombo::ListCombo(QWidget* parent)
+    : QComboBox(parent), textTipFontSize_(FontSize(this)), rows_(new RowsModel(this)) {
     setEditable(true);
     setInsertPolicy(QComboBox::NoInsert);
     setCompleter(nullptr);
     setModel(rows_);
     setView(MakeList(this));
+    view()->viewport()->installEventFilter(this);
     setModelColumn(0);
     connect(this, &QComboBox::editTextChanged, this, &ListCombo::TextChanged);
     connect(this, &QComboBox::activated, this, &ListCombo::RowChosen);
@@ -159,6 +164,27 @@ void ListCombo::showPopup() {
     }
     list.setMinimumWidth(std::max(width, this->width()));
     QComboBox::showPopup();
+}
+
+bool ListCombo::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ToolTip && watched == List().viewport()) {
+        ShowTextTip(*static_cast<QHelpEvent*>(event));
+        return true;
+    }
+    return QComboBox::eventFilter(watched, event);
+}
+
+/// The font of tips is one for the whole process; the size goes into the text.
+void ListCombo::ShowTextTip(const QHelpEvent& event) const {
+    const QTableView& list = List();
+    const QModelIndex entry = list.indexAt(event.pos());
+    if (!entry.isValid() || list.sizeHintForIndex(entry).width() <= list.visualRect(entry).width()) {
+        QToolTip::hideText();
+        return;
+    }
+    const QString tip = QStringLiteral("<p style=\"white-space: pre; font-size: %1pt\">%2</p>")
+                            .arg(QString::number(TextTipFontSize()), entry.data().toString().toHtmlEscaped());
+    QToolTip::showText(event.globalPos(), tip, list.viewport(), list.visualRect(entry));
 }
 
 }  // namespace quardele::forms

@@ -1,4 +1,7 @@
 // The addressed cell: Row and Col, 0 for headers, -1 for all.
+#include <algorithm>
+#include <cmath>
+
 #include <QHeaderView>
 
 #include <basic/conversion.h>
@@ -221,12 +224,19 @@ void Grid::SetRowHidden(bool hidden) {
 
 double Grid::ColWidth() const {
     if (col_ == kHeader) {
-        return verticalHeader()->width() / d_->characterWidth;
+        // As the layout will give it: before the first show it has not been laid out.
+        const QHeaderView& rows = *verticalHeader();
+        return std::clamp(rows.sizeHint().width(), rows.minimumWidth(), rows.maximumWidth()) /
+               d_->characterWidth;
     }
     return col_ >= 1 && col_ <= MaxCols() ? model_->Column(col_ - 1).width : 0;
 }
 
 void Grid::SetColWidth(double characters) {
+    if (col_ == kHeader) {
+        verticalHeader()->setFixedWidth(static_cast<int>(std::lround(characters * d_->characterWidth)));
+        return;
+    }
     if (col_ >= 1 && col_ <= MaxCols()) {
         model_->Column(col_ - 1).width = characters;
         ApplyWidths();

@@ -1,11 +1,13 @@
 #include <services/charset_converter.h>
 
-#include <algorithm>
+#include <cstdint>
+#include <optional>
 
 #include <QStringDecoder>
 #include <QStringEncoder>
 
 #include <basic/runtime_error.h>
+#include <basic/western.h>
 
 namespace quardele::services {
 
@@ -30,8 +32,23 @@ QStringEncoder EncoderOf(const QString& charset) {
     return encoder;
 }
 
-bool HoldsBytes(const QString& text) {
-    return std::all_of(text.begin(), text.end(), [](QChar unit) { return unit.unicode() <= 0xFF; });
+/// A byte kept as the character of its number, or as that of its code in the Western code page.
+std::optional<std::uint8_t> ByteIn(QChar unit) {
+    return unit.unicode() <= 0xFF ? static_cast<std::uint8_t>(unit.unicode())
+                                  : basic::ToWestern(unit.unicode());
+}
+
+/// The bytes that a text holds, one to a character; empty optional for a text of other characters.
+std::optional<QByteArray> BytesIn(const QString& text) {
+    QByteArray bytes;
+    for (const QChar unit : text) {
+        const std::optional<std::uint8_t> byte = ByteIn(unit);
+        if (!byte) {
+            return {};
+        }
+        bytes.append(static_cast<char>(*byte));
+    }
+    return bytes;
 }
 
 }  // namespace
@@ -47,9 +64,9 @@ CharsetConverter& CharsetConverter::Instance() {
 
 QString CharsetConverter::Convert(const QString& text, const QString& targetCharset) const {
     QString characters = text;
-    if (HoldsBytes(text)) {
+    if (const std::optional<QByteArray> bytes = BytesIn(text)) {
         QStringDecoder source = DecoderOf(sourceCharset_);
-        const QString decoded = source(text.toLatin1());
+        const QString decoded = source(*bytes);
         if (!source.hasError()) {
             characters = decoded;
         }

@@ -57,7 +57,7 @@ double WidthOfColumns(forms::Grid& grid) {
 }
 
 void WidenColumns(forms::Grid& grid, double factor) {
-    for (int column = 1; column <= grid.MaxCols(); ++column) {
+    for (int column = 0; column <= grid.MaxCols(); ++column) {
         grid.SetCol(column);
         if (!grid.ColHidden()) {
             grid.SetColWidth(grid.ColWidth() * factor);
@@ -67,14 +67,6 @@ void WidenColumns(forms::Grid& grid, double factor) {
     grid.SetRow(0);
     grid.SetFontSize(kMarkPoints);
     grid.SetText(QString::number(static_cast<int>(factor * kMarkUnits)));
-}
-
-void ScaleList(forms::ListCombo& list, double ratio) {
-    for (int column = 0; column < list.Columns(); ++column) {
-        list.SetCol(column);
-        list.SetColWidth(Whole(list.ColWidth() * ratio));
-    }
-    list.SetListWidth(Whole(list.ListWidth() * ratio));
 }
 
 }  // namespace
@@ -107,7 +99,9 @@ void ControlScaler::Scale(QWidget* control) {
     step([&] { ScaleLeft(traits); });
     step([&] { ScaleHeight(traits); });
     step([&] { ScaleWidth(traits); });
+    step([&] { ScaleList(traits); });
     step([&] { ScaleFont(traits); });
+    step([&] { ScaleListFont(traits); });
     step([&] { KeepBoxInPlace(traits); });
     step([&] { ScaleColumns(traits); });
     step([&] { ScaleTabs(traits); });
@@ -159,9 +153,18 @@ void ControlScaler::ScaleWidth(const Traits& traits) const {
         return;
     }
     forms::SetWidth(traits.control, Scaled(forms::Width(traits.control)));
-    if (auto* const list = qobject_cast<forms::ListCombo*>(traits.control)) {
-        ScaleList(*list, ratio_);
+}
+
+void ControlScaler::ScaleList(const Traits& traits) const {
+    auto* const list = qobject_cast<forms::ListCombo*>(traits.control);
+    if (list == nullptr) {
+        return;
     }
+    for (int column = 0; column < list->Columns(); ++column) {
+        list->SetCol(column);
+        list->SetColWidth(Scaled(list->ColWidth()));
+    }
+    list->SetListWidth(Scaled(list->ListWidth()));
 }
 
 void ControlScaler::ScaleFont(const Traits& traits) {
@@ -170,7 +173,12 @@ void ControlScaler::ScaleFont(const Traits& traits) {
     }
     notedHeight_ = forms::Height(traits.control);
     forms::SetFontSize(traits.control, forms::FontSize(traits.control) * ratio_);
-    if (auto* const list = qobject_cast<forms::ListCombo*>(traits.control)) {
+}
+
+void ControlScaler::ScaleListFont(const Traits& traits) const {
+    auto* const list = qobject_cast<forms::ListCombo*>(traits.control);
+    if (list != nullptr && !traits.KeepsFont()) {
+        list->SetTextTipFontSize(list->TextTipFontSize() * ratio_);
         list->SetRowHeight(Scaled(list->RowHeight()));
     }
 }

@@ -38,7 +38,9 @@ class ControlScaler {
     void ScaleLeft(const Traits& traits) const;
     void ScaleHeight(const Traits& traits) const;
     void ScaleWidth(const Traits& traits) const;
+    void ScaleList(const Traits& traits) const;
     void ScaleFont(const Traits& traits);
+    void ScaleListFont(const Traits& traits) const;
     void KeepBoxInPlace(const Traits& traits) const;
     void ScaleColumns(const Traits& traits) const;
     void ScaleTabs(const Traits& traits) const;

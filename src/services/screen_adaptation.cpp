@@ -51,7 +51,11 @@ std::int16_t StateOf(const forms::Form& form) {
     return static_cast<std::int16_t>(form.WindowState());
 }
 
+/// A maximized form fills its area already, and can neither be moved nor sized.
 void Place(forms::Form& form, const forms::Form& mainWindow, const Fit& fit) {
+    if (form.WindowState() == forms::WindowState::Maximized) {
+        return;
+    }
     const double height = form.Height() * fit.ratio;
     form.SetTop(fit.top);
     form.SetLeft(0);

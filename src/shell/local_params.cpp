@@ -62,6 +62,9 @@ void ReadFile(LocalSettings& settings) {
 
 void Init_Params_Locaux() {
     LocalSettings settings;
+    // These two keep what they have unless the file says something else.
+    settings.PARAM_SITE = forms::ToText(TheSession().PARAM_SITE);
+    settings.PARAM_CALENDRIER = services::TheCalendarSettings().PARAM_CALENDRIER;
     try {
         ReadFile(settings);
     } catch (const basic::RuntimeError& error) {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include <basic/conversion.h>
+#include <basic/runtime_error.h>
 #include <basic/western.h>
 
 namespace quardele::shell {
@@ -23,9 +24,17 @@ Text FromWestern(const std::string& bytes) {
     return text;
 }
 
+/// A file that cannot be read further looks like one that ends here.
+void ThrowIfUnreadable(const std::istream& file) {
+    if (file.bad()) {
+        throw basic::RuntimeError(basic::error::kDeviceIo);
+    }
+}
+
 /// The next line without its end; empty optional at the end of the file.
 std::optional<Text> ReadLine(std::istream& file) {
     if (file.peek() == std::istream::traits_type::eof()) {
+        ThrowIfUnreadable(file);
         return {};
     }
     std::string bytes;
@@ -33,6 +42,7 @@ std::optional<Text> ReadLine(std::istream& file) {
     while (file.get(byte) && byte != '\r' && byte != '\n') {
         bytes.push_back(byte);
     }
+    ThrowIfUnreadable(file);
     if (file && byte == '\r' && file.peek() == '\n') {
         file.ignore();
     }

@@ -19,7 +19,8 @@ struct LocalSettings {
 
 /// Reads lines up to the first blank one, or to the end. The file is in the Western code page; a line ends
 /// with CR, LF or both. Throws what the conversion of the calendar's number throws (13 no number, 6 beyond 16
-/// bits); the lines before that one, and its own other settings, have been read then.
+/// bits), and 57 where the file cannot be read further; the lines before that one, and the other settings of
+/// a line with a bad number, have been read then.
 void ReadLocalSettings(std::istream& file, LocalSettings& settings);
 
 }  // namespace quardele::shell

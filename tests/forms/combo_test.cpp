@@ -1,9 +1,14 @@
 #include <QAbstractItemModelTester>
 #include <QAbstractItemView>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QSignalSpy>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QToolTip>
 
 #include <forms/combo.h>
+#include <forms/control_font.h>
 #include <forms/events.h>
 
 #include "forms_test.h"
@@ -93,6 +98,33 @@ class ComboTest : public QObject {
         QCOMPARE(combo_->view()->model()->rowCount(), 0);
     }
 
+    void ATextThatItsColumnCutsOffHasATip() {
+        rows_->Add({u"STE", u"Sainte-Foy-la-Grande & environs"});
+        data_->SetRecordset(rows_);
+        combo_->SetCol(1);
+        combo_->SetColWidth(900);
+        combo_->SetListWidth(3000);
+        combo_->SetTextTipFontSize(13.5);
+        combo_->showPopup();
+        HoverOver(3, 1);
+        QTRY_VERIFY(QToolTip::isVisible());
+        QTextDocument tip;
+        tip.setHtml(QToolTip::text());
+        QCOMPARE(tip.toPlainText(), QStringLiteral("Sainte-Foy-la-Grande & environs"));
+        QTextCursor text(&tip);
+        text.movePosition(QTextCursor::End);
+        QCOMPARE(text.charFormat().fontPointSize(), 13.5);
+        HoverOver(1, 1);
+        QTRY_VERIFY(!QToolTip::isVisible());
+    }
+
+    void TheTipHasTheSizeOfTheControlUntilItGetsItsOwn() {
+        QCOMPARE(combo_->TextTipFontSize(), FontSize(combo_));
+        const double before = combo_->TextTipFontSize();
+        SetFontSize(combo_, 2 * before);
+        QCOMPARE(combo_->TextTipFontSize(), before);
+    }
+
     void TheRowsAreAProperModel() {
         RowsModel model;
         QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
@@ -106,6 +138,14 @@ class ComboTest : public QObject {
     }
 
  private:
+    /// As long as the pointer must rest on an entry before its tip comes.
+    void HoverOver(int row, int column) {
+        QAbstractItemView* const list = combo_->view();
+        const QPoint place = list->visualRect(list->model()->index(row, column)).center();
+        QHelpEvent rest(QEvent::ToolTip, place, list->viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(list->viewport(), &rest);
+    }
+
     std::shared_ptr<test::MemoryRows> rows_;
     std::unique_ptr<test::Stage> stage_;
     DataControl* data_ = nullptr;

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <basic/runtime_error.h>
+#include <basic/western.h>
 #include <services/charset_converter.h>
 
 using quardele::services::CharsetConverter;
@@ -24,6 +25,23 @@ TEST(CharsetConverter, CharactersOfTheTargetStayAsTheyAre) {
 TEST(CharsetConverter, BytesOfTheSourceBecomeCharacters) {
     const QString bytes = QString::fromLatin1(QStringLiteral("Výběr").toUtf8());
     EXPECT_EQ(Utf8Converter().Convert(bytes, kCentralEuropean), QStringLiteral("Výběr"));
+}
+
+/// A tool that stores bytes as text takes them for characters of the Western code page, where 0x99 is a sign
+/// of its own.
+TEST(CharsetConverter, BytesThatCameThroughTheWesternCodePageBecomeCharacters) {
+    const QString text = QStringLiteral("Výběr řádku");
+    QString stored;
+    for (const char byte : text.toUtf8()) {
+        stored += QChar(quardele::basic::FromWestern(static_cast<std::uint8_t>(byte)));
+    }
+    EXPECT_NE(stored, QString::fromLatin1(text.toUtf8()));
+    EXPECT_EQ(Utf8Converter().Convert(stored, kCentralEuropean), text);
+}
+
+TEST(CharsetConverter, WesternCharactersThatAreNoBytesOfTheSourceStayAsTheyAre) {
+    const QString text = QStringLiteral("50 € – „Žižkov“");
+    EXPECT_EQ(Utf8Converter().Convert(text, kCentralEuropean), text);
 }
 
 TEST(CharsetConverter, WhatTheTargetLacksBecomesAQuestionMark) {

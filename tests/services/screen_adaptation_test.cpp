@@ -154,6 +154,8 @@ class ScreenAdaptationTest : public QObject {
     void AMinimizedFormIsLeftAlone_data();
     void AMinimizedFormIsLeftAlone();
     void AskingForTheStateChangesNothing();
+    void TheResultIsTheStateOfTheForm_data();
+    void TheResultIsTheStateOfTheForm();
     void OnAScreenOf768LinesTheFormTakesTheWidthAlone();
     void OnHigherScreensTheFormGrows();
     void AFormLargerThanTheMainWindowIsLeftAlone();
@@ -175,11 +177,15 @@ class ScreenAdaptationTest : public QObject {
     void ATabControlsStripGrows();
     void ColumnsWithRoomGrowWithTheGrid();
     void ColumnsWithoutRoomFillTheGrid();
+    void AHundredthOfRoomIsTheLeast_data();
+    void AHundredthOfRoomIsTheLeast();
     void ColumnsThatOverflowStay();
+    void ARowHeaderCountsAndGrows();
     void HiddenColumnsDoNotCount();
 
     // Names and places.
     void ANameThatBeginsWithZKeepsItsFont();
+    void AListNamedWithZKeepsItsFontsAndItsRows();
     void ASmallZIsALetterLikeOthers();
     void ABoxNamedWithZActsOnTheHeightBeforeIt();
     void ABoxNamedWithZAloneIsScaledOnly();
@@ -241,6 +247,24 @@ void ScreenAdaptationTest::AskingForTheStateChangesNothing() {
     QVERIFY(LeavesAlone([] { QCOMPARE(AdjustForm(Small(), kAskWindowState), 0); }));
     Small().SetWindowState(forms::WindowState::Maximized);
     QVERIFY(LeavesAlone([] { QCOMPARE(AdjustForm(Small(), kAskWindowState), 2); }));
+}
+
+void ScreenAdaptationTest::TheResultIsTheStateOfTheForm_data() {
+    QTest::addColumn<int>("mode");
+    QTest::newRow("fit") << int{kFitToMainWindow};
+    QTest::newRow("scale") << int{kScaleToMainWindow};
+    QTest::newRow("other") << 0;
+}
+
+void ScreenAdaptationTest::TheResultIsTheStateOfTheForm() {
+    QFETCH(const int, mode);
+    Small().SetWindowState(forms::WindowState::Maximized);
+    QCOMPARE(AdjustForm(Small(), static_cast<std::int16_t>(mode)), 2);
+    QVERIFY(Small().anchor->geometry() != QRect(20, 10, 100, 20));
+    Small().Unload();
+    Small().SetWindowState(forms::WindowState::Maximized);
+    QCOMPARE(AdjustWelcomeForm(Small(), static_cast<std::int16_t>(mode)), 2);
+    QVERIFY(Small().anchor->geometry() != QRect(20, 10, 100, 20));
 }
 
 void ScreenAdaptationTest::OnAScreenOf768LinesTheFormTakesTheWidthAlone() {
@@ -378,6 +402,7 @@ void ScreenAdaptationTest::AListOfColumnsGrowsInEverything() {
     list->SetColWidth(1500);
     list->SetListWidth(2400);
     list->SetRowHeight(300);
+    list->SetTextTipFontSize(8);
     Adapted(list);
     QCOMPARE(list->geometry(), QRect(60, 90, 120, 36));
     QCOMPARE(forms::FontSize(list), kPoints * kRatio);
@@ -387,6 +412,7 @@ void ScreenAdaptationTest::AListOfColumnsGrowsInEverything() {
     QCOMPARE(list->ColWidth(), 2250);
     QCOMPARE(list->ListWidth(), 3600);
     QCOMPARE(list->RowHeight(), 450);
+    QCOMPARE(list->TextTipFontSize(), 12.0);
 }
 
 void ScreenAdaptationTest::ATabControlsStripGrows() {
@@ -424,6 +450,39 @@ void ScreenAdaptationTest::ColumnsWithoutRoomFillTheGrid() {
     QCOMPARE(Corner(*grid), QStringLiteral("14830"));
 }
 
+void ScreenAdaptationTest::AHundredthOfRoomIsTheLeast_data() {
+    QTest::addColumn<double>("characters");
+    QTest::addColumn<double>("factor");
+    QTest::addColumn<QString>("corner");
+    // Inside the grid are 4250 twips, and 6500 afterwards; a character is 121.75.
+    QTest::newRow("1.012 times the columns") << 34.5 << kRatio << QStringLiteral("15000");
+    QTest::newRow("1.006 times") << 34.7 << 6500 / (34.7 * 121.75) << QStringLiteral("15385");  // 15385.6
+    QTest::newRow("0.99 times") << 35.2 << 6500 / (35.2 * 121.75) << QStringLiteral("15167");   // 15167.1
+}
+
+void ScreenAdaptationTest::AHundredthOfRoomIsTheLeast() {
+    QFETCH(const double, characters);
+    QFETCH(const double, factor);
+    QFETCH(const QString, corner);
+    auto* const grid = Adapted(GridOfColumns({QStringLiteral("A||%1|text").arg(characters)}));
+    QCOMPARE(ColumnWidth(*grid, 1), characters * factor);
+    QCOMPARE(Corner(*grid), corner);
+}
+
+void ScreenAdaptationTest::ARowHeaderCountsAndGrows() {
+    forms::Grid* const grid = GridOfColumns({"A||10|text", "B||10|text"});
+    grid->SetRowHeader(true);
+    grid->SetCol(0);
+    grid->SetColWidth(16);
+    Adapted(grid);
+    // 36 characters leave no room: with the header they fill the grid. A header is whole pixels.
+    const double factor = 6500 / 4383.0;
+    const double pixel = 15 / 121.75;
+    QVERIFY(std::abs(ColumnWidth(*grid, 1) - 10 * factor) < pixel);
+    QVERIFY(std::abs(ColumnWidth(*grid, 0) - 16 * factor) < 2 * pixel);
+    QVERIFY(std::abs(Corner(*grid).toInt() - 14830) < 100);
+}
+
 void ScreenAdaptationTest::ColumnsThatOverflowStay() {
     auto* const grid = Adapted(GridOfColumns({"A||30|text", "B||30|text"}));
     QCOMPARE(ColumnWidth(*grid, 1), 30.0);
@@ -448,6 +507,20 @@ void ScreenAdaptationTest::ANameThatBeginsWithZKeepsItsFont() {
     const auto* check = Adapted(Make<forms::CheckBox>("ZCHK", QRect(40, 60, 80, 22)));
     QCOMPARE(check->geometry(), QRect(60, 90, 120, 33));
     QCOMPARE(forms::FontSize(check), kPoints);
+}
+
+void ScreenAdaptationTest::AListNamedWithZKeepsItsFontsAndItsRows() {
+    auto* const list = Make<forms::ListCombo>("ZDBC_SITE", QRect(40, 60, 80, 24));
+    list->SetListFields({QStringLiteral("CODE")});
+    list->SetCol(0);
+    list->SetColWidth(600);
+    list->SetRowHeight(300);
+    list->SetTextTipFontSize(8);
+    Adapted(list);
+    QCOMPARE(forms::FontSize(list), kPoints);
+    QCOMPARE(list->TextTipFontSize(), 8.0);
+    QCOMPARE(list->RowHeight(), 300);
+    QCOMPARE(list->ColWidth(), 900);
 }
 
 void ScreenAdaptationTest::ASmallZIsALetterLikeOthers() {

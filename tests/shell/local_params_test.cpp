@@ -1,4 +1,6 @@
 // The workstation's local parameters, read from quardele.ini of the parent of the current folder.
+#include <filesystem>
+
 #include <QFile>
 #include <QTest>
 
@@ -45,6 +47,8 @@ class LocalParamsTest : public QObject {
     void ACurrencyWithoutValueLeavesTheOneBefore_data();
     void ACurrencyWithoutValueLeavesTheOneBefore();
     void EachStartBeginsWithTheDefaults();
+    void SiteAndCalendarKeepWhatTheyHave();
+    void AFileInAnotherFolderIsNotRead();
     // Last: the file stays open for the rest of the process.
     void AFailureIsShownAndKeepsWhatWasRead();
 };
@@ -224,6 +228,33 @@ void LocalParamsTest::EachStartBeginsWithTheDefaults() {
     shell::Init_Params_Locaux();
     QCOMPARE(shell::TheSession().MIRE_ACTIVE, true);
     QCOMPARE(shell::TheSession().MIRE_VEH, QString());
+    QCOMPARE(shell::TheSession().PARAM_DEVCAL, QString());
+}
+
+void LocalParamsTest::SiteAndCalendarKeepWhatTheyHave() {
+    const support::Installation installation;
+    Write(installation, "SITE=LYON\r\nCALENDRIER=2\r\n");
+    shell::Init_Params_Locaux();
+    std::filesystem::remove(installation.File("quardele.ini"));
+    shell::Init_Params_Locaux();
+    QCOMPARE(shell::TheSession().PARAM_SITE, QStringLiteral("LYON"));
+    QCOMPARE(services::TheCalendarSettings().PARAM_CALENDRIER, 2);
+    // A line of any kind undoes the calendar.
+    Write(installation, "[SUITE]\r\n");
+    shell::Init_Params_Locaux();
+    QCOMPARE(shell::TheSession().PARAM_SITE, QStringLiteral("LYON"));
+    QCOMPARE(services::TheCalendarSettings().PARAM_CALENDRIER, 0);
+}
+
+/// Neither beside the program nor at the root of the drive.
+void LocalParamsTest::AFileInAnotherFolderIsNotRead() {
+    const support::Installation installation;
+    for (const std::filesystem::path& folder : {installation.File("VEH"), installation.DriveC()}) {
+        std::filesystem::copy(installation.File("quardele.ini"), folder / "quardele.ini");
+    }
+    std::filesystem::remove(installation.File("quardele.ini"));
+    shell::Init_Params_Locaux();
+    QCOMPARE(shell::TheSession().MIRE_ACTIVE, true);
     QCOMPARE(shell::TheSession().PARAM_DEVCAL, QString());
 }
 

@@ -1,12 +1,14 @@
 // The rules by which local parameters are read, beside a second reader that is written as plainly as can be.
 #include <random>
 #include <sstream>
+#include <stdexcept>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include <basic/conversion.h>
 #include <basic/runtime_error.h>
+#include <basic/western.h>
 
 #include "local_settings.h"
 
@@ -47,7 +49,8 @@ Outcome Program(const std::string& file) {
     });
 }
 
-// The second reader works on bytes, one rule after the other, and takes files of ASCII.
+// The second reader works on bytes, one rule after the other. What a byte from 0x80 on means and how a number
+// is converted are not its subject: it asks the program's own conversions.
 
 std::vector<std::string> Lines(const std::string& file) {
     std::vector<std::string> lines;
@@ -89,8 +92,12 @@ bool Begins(const std::string& line, const std::string& key) {
     return capitals.rfind(key + "=", 0) == 0 || capitals.rfind(key + " =", 0) == 0;
 }
 
-Text AsText(const std::string& ascii) {
-    return {ascii.begin(), ascii.end()};
+Text AsText(const std::string& bytes) {
+    Text text;
+    for (const char byte : bytes) {
+        text += basic::FromWestern(static_cast<std::uint8_t>(byte));
+    }
+    return text;
 }
 
 void ReadPlainly(const std::string& file, LocalSettings& settings) {
@@ -162,8 +169,7 @@ class FileMaker {
         return OneOf({"1", "0", "-3", "2,5", "32768", "deux", "Paris", "C:\\mire.bmp", "EUR", "OFF", "off"});
     }
     std::string Noise() {
-        return OneOf(
-            {"\"", " ", "  ", "\t", "[SUITE]", ";", std::string(1, static_cast<char>(Number(127) + 1))});
+        return OneOf({"\"", " ", "  ", "\t", "[SUITE]", ";", std::string(1, static_cast<char>(Number(256)))});
     }
 
     std::string Setting() {
@@ -230,6 +236,36 @@ TEST(LocalSettings, ACalendarThatIsNoNumberKeepsWhatWasReadBefore) {
     EXPECT_EQ(outcome.settings.PARAM_SITE, u"A");
     EXPECT_EQ(outcome.settings.PARAM_DEVCAL, u"EUR");
     EXPECT_EQ(outcome.settings.PARAM_CALENDRIER, 0);
+}
+
+namespace {
+
+/// A share that goes away behind some bytes.
+class BrokenFile : public std::streambuf {
+ public:
+    explicit BrokenFile(std::string bytes) : bytes_(std::move(bytes)) {
+        setg(bytes_.data(), bytes_.data(), bytes_.data() + bytes_.size());
+    }
+
+ protected:
+    int_type underflow() override { throw std::runtime_error("the network is gone"); }
+
+ private:
+    std::string bytes_;
+};
+
+}  // namespace
+
+TEST(LocalSettings, AFileThatCannotBeReadFurtherIsAFailureAndKeepsItsWholeLines) {
+    for (const char* end : {"", "SITE=LY"}) {
+        BrokenFile share(std::string("DEVCAL=EUR\r\nSITE=PARIS\r\n") + end);
+        std::istream file(&share);
+        const Outcome outcome =
+            OutcomeOf([&](LocalSettings& settings) { shell::ReadLocalSettings(file, settings); });
+        EXPECT_EQ(outcome.failure, basic::error::kDeviceIo);
+        EXPECT_EQ(outcome.settings.PARAM_DEVCAL, u"EUR");
+        EXPECT_EQ(outcome.settings.PARAM_SITE, u"PARIS");
+    }
 }
 
 TEST(LocalSettings, ACalendarBeyondSixteenBitsIsRefused) {

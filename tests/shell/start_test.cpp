@@ -110,6 +110,8 @@ class StartTest : public QObject {
     void ADatabaseWithoutVersionAgrees();
     void TheRevisionTakesNoPartInTheComparison();
     void AReadOnlyFolderOpensTheWindow();
+    // Last: the file of local parameters stays open for the rest of the process.
+    void ABadLocalParameterIsToldFirstAndTheStartGoesOn();
 };
 
 void StartTest::initTestCase() {
@@ -407,6 +409,25 @@ void StartTest::AReadOnlyFolderOpensTheWindow() {
     });
     MakeWritable(installation);
     QVERIFY(opened);
+}
+
+void StartTest::ABadLocalParameterIsToldFirstAndTheStartGoesOn() {
+    const auto box = [](int error) {
+        return QStringLiteral("Procedure Init_Params_Locaux : ") +
+               forms::ToQString(basic::DescriptionOf(error));
+    };
+    {
+        const support::Installation installation;
+        std::ofstream(installation.File("quardele.ini")) << "CALENDRIER=deux\r\n";
+        std::filesystem::remove(installation.File("dbpath.mdb"));
+        QCOMPARE(StartProgram().boxes,
+                 (std::vector<QString>{box(basic::error::kTypeMismatch), kNoPathDatabase}));
+    }
+    const support::Installation installation;
+    const Start start = StartProgram();
+    QCOMPARE(start.boxes, std::vector<QString>{box(basic::error::kFileAlreadyOpen)});
+    QVERIFY(!start.ended);
+    QVERIFY(MainWindow().Visible());
 }
 
 int main(int argc, char* argv[]) {

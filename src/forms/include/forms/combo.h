@@ -7,6 +7,7 @@
 
 #include <forms/data_control.h>
 
+class QHelpEvent;
 class QTableView;
 
 namespace quardele::forms {
@@ -49,8 +50,12 @@ class ListCombo : public QComboBox, private RowsView {
     void SetListWidth(int twips) { listWidth_ = twips; }
     [[nodiscard]] int RowHeight() const;
     void SetRowHeight(int twips);
+    /// Size in points of the tip that shows a text of the list whole where its column cuts it off.
+    [[nodiscard]] double TextTipFontSize() const { return textTipFontSize_; }
+    void SetTextTipFontSize(double points) { textTipFontSize_ = points; }
 
     void showPopup() override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
  signals:
     /// The text changed, by hand or by the program.
@@ -72,6 +77,7 @@ class ListCombo : public QComboBox, private RowsView {
     void ShowRows();
     [[nodiscard]] QTableView& List() const;
     void ApplyColWidths();
+    void ShowTextTip(const QHelpEvent& event) const;
 
     DataControl* rowSource_ = nullptr;
     QString dataSourceName_;
@@ -79,6 +85,7 @@ class ListCombo : public QComboBox, private RowsView {
     std::map<int, int> colWidths_;
     int col_ = 0;
     int listWidth_ = 0;
+    double textTipFontSize_;
     RowsModel* rows_;
 };
 

@@ -15,7 +15,8 @@ class CharsetConverter {
 
     /// The text as a program of the target character set ("windows-1250") shows it: what that set lacks
     /// becomes "?". The text may hold characters or, each in a unit of its own, the bytes of the source
-    /// character set. Throws RuntimeError 5 for a character set that is not known.
+    /// character set: as their numbers or as the Western code page shows them. Throws RuntimeError 5 for a
+    /// character set that is not known.
     [[nodiscard]] QString Convert(const QString& text, const QString& targetCharset) const;
 
  private:

@@ -14,6 +14,7 @@
 
 #include <reminders/fchxmodl.h>
 #include <reminders/frelances.h>
+#include <reports/f_rpt.h>
 #include <vehicles/fficveh.h>
 #include "operator.h"
 #include "pdf_picture.h"
@@ -85,6 +86,7 @@ class Tour {
         PressKeys({Qt::Key_Return});
         Show("Fiche d'un véhicule", "fiche");
         ShowHistory();
+        ShowSheet();
         PressKeys({Qt::Key_F8});
         EnterVehicle();
         ChangeAndDeleteVehicle();
@@ -207,6 +209,54 @@ class Tour {
         Jobs().SetRow(row);
         Jobs().SetCol(column);
         return Jobs().Text();
+    }
+
+    /// In the viewer, and its page.
+    void ShowSheet() {
+        ToVehicleWithFullRecord();
+        const QTemporaryDir folder;
+        const QString pdf = folder.filePath(QStringLiteral("fiche.pdf"));
+        const ModalWatcher watcher([&](QWidget& window) {
+            if (window.findChild<QLabel*>(QStringLiteral("MsgBox_Text")) != nullptr) {
+                PressKeys({Qt::Key_Return});
+            } else if (forms::Instance<reports::F_RPT>().CRViewer91->Shown() != nullptr) {
+                ShowWindow(window, "Aperçu de la fiche", "fiche-apercu");
+                SavePdf(window, pdf);
+                window.close();
+            }
+        });
+        Click(VehicleControl("Cmd_Imprimer_0"));
+        // Without a desktop nobody makes the window behind the viewer active again.
+        mainWindow_.Window()->activateWindow();
+        Settle();
+        const fs::path picture = pictures_ / "fiche-imprimee.png";
+        if (PictureOfPdf(pdf.toStdString(), picture)) {
+            result_.stages.push_back({"Fiche imprimée", picture});
+        }
+    }
+
+    /// By the viewer's own button.
+    static void SavePdf(QWidget& viewer, const QString& path) {
+        const ModalWatcher watcher([&path](QWidget& dialog) {
+            if (auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
+                name->setText(path);
+                Click(*dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save));
+            }
+        });
+        Click(*viewer.findChild<QWidget*>(QStringLiteral("Cmd_Pdf")));
+    }
+
+    /// Goes down the list to a vehicle with driver and note. No report takes an apostrophe in a user field.
+    static void ToVehicleWithFullRecord() {
+        constexpr int kMostVehicles = 300;
+        for (int vehicle = 0; vehicle < kMostVehicles; ++vehicle) {
+            const QString driver = static_cast<const forms::TextBox&>(VehicleControl("CTX_USER_10")).Text();
+            const QString note = static_cast<const forms::MemoBox&>(VehicleControl("CTX_Note1")).Text();
+            if (!driver.isEmpty() && !driver.contains(u'\'') && !note.isEmpty()) {
+                return;
+            }
+            PressKeys({Qt::Key_F8, Qt::Key_Down, Qt::Key_Return});
+        }
     }
 
     void ShowChangeLog() {

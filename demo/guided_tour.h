@@ -28,10 +28,10 @@ struct TourResult {
     std::vector<std::string> messages;  ///< texts of message boxes that came up
 };
 
-/// Takes the tour: start, vehicle list, a record, its history, reminders, the ticks of three customers, their
-/// letters, the change log. The current folder must be the module's folder of an installation on `driveC`;
-/// pictures go to `pictures`.
-/// Visits are listed that fall due before `reference`, typed like that.
+/// Takes the tour: start, vehicle list, a record, its history, its sheet, reminders, the ticks of three
+/// customers, their letters, the change log. The current folder must be the module's folder of an
+/// installation on `driveC`; pictures go to `pictures`. Visits are listed that fall due before `reference`,
+/// typed like that.
 TourResult TakeTour(forms::MdiForm& mainWindow, const std::filesystem::path& driveC,
                     const std::filesystem::path& pictures, const QString& reference);
 

@@ -10,7 +10,7 @@ if(NOT count EQUAL 3)
     message(FATAL_ERROR "letters: ${letters}")
 endif()
 foreach(stage demarrage liste selection classement liste-choisie recherche fiche historique historique-detail
-        historique-date historique-choisi fiche-types fiche-nouvelle fiche-enregistree fiche-saisie suppression
+        historique-date historique-choisi fiche-apercu fiche-types fiche-nouvelle fiche-enregistree fiche-saisie suppression
         liste-suppression relances relances-cochees modele evolutions)
     if(NOT EXISTS ${FOLDER}/images/${stage}.png)
         message(FATAL_ERROR "no picture: ${stage}")

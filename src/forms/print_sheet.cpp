@@ -1,11 +1,10 @@
 #include "print_sheet.h"
 
 #include <QPrintPreviewDialog>
-#include <QPrinterInfo>
 
-#include <basic/runtime_error.h>
 #include <forms/msg_box.h>
 #include <forms/pdf_offer.h>
+#include <forms/printers.h>
 #include <forms/strings.h>
 #include <print/print.h>
 
@@ -13,11 +12,6 @@ namespace quardele::forms {
 namespace {
 
 constexpr QSize kPreviewSize(1000, 720);
-constexpr int kPrinterError = 482;
-
-basic::RuntimeError PrinterError() {
-    return {kPrinterError, u"Erreur d'imprimante : les pages n'ont pas pu être faites."};
-}
 
 void Tell(const basic::RuntimeError& error) {
     MsgBox(ToQString(error.Description()), BoxButtons::Ok, BoxIcon::Exclamation);
@@ -58,11 +52,10 @@ void ShowPreview(const print::Sheet& sheet, QPrinter& printer, QWidget* parent) 
 }
 
 void OfferSheet(const print::Sheet& sheet, QWidget* parent) {
-    if (QPrinterInfo::availablePrinterNames().isEmpty()) {
+    if (!HasPrinter()) {
         AskForPdf(sheet, parent);
     } else {
-        QPrinter printer(QPrinter::HighResolution);
-        ShowPreview(sheet, printer, parent);
+        ShowPreview(sheet, *MakePrinter(), parent);
     }
 }
 

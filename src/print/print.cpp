@@ -1,5 +1,7 @@
 #include <print/print.h>
 
+#include <vector>
+
 #include <QPainter>
 #include <QPdfWriter>
 
@@ -15,18 +17,19 @@ QPageLayout DefaultLayout(const Sheet& sheet) {
 }
 
 bool PaintPages(QPagedPaintDevice& device, int count, const std::function<void(QPainter&, int)>& paint) {
-    const QPageRanges wanted = device.pageRanges();
+    std::vector<int> wanted;
+    for (int page = 1; page <= count; ++page) {
+        if (device.pageRanges().isEmpty() || device.pageRanges().contains(page)) {
+            wanted.push_back(page);
+        }
+    }
     QPainter painter;
-    if (!painter.begin(&device)) {
+    if (wanted.empty() || !painter.begin(&device)) {
         return false;
     }
     painter.scale(device.logicalDpiX() / kTwipsPerInch, device.logicalDpiY() / kTwipsPerInch);
-    bool first = true;
-    for (int page = 1; page <= count; ++page) {
-        if (!wanted.isEmpty() && !wanted.contains(page)) {
-            continue;
-        }
-        if (!std::exchange(first, false) && !device.newPage()) {
+    for (const int page : wanted) {
+        if (page != wanted.front() && !device.newPage()) {
             return false;
         }
         painter.save();

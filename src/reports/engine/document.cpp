@@ -149,10 +149,10 @@ bool Document::Print(QPagedPaintDevice& device) const {
     });
 }
 
-void Document::WritePdf(QIODevice& out) const {
+bool Document::WritePdf(QIODevice& out) const {
     QPdfWriter writer(&out);
     writer.setTitle(title_);
-    Print(writer);
+    return out.isWritable() && Print(writer);
 }
 
 }  // namespace quardele::engine

@@ -1,43 +1,39 @@
 #include "output.h"
 
 #include <QPrintDialog>
-#include <QPrinterInfo>
 
-#include <basic/runtime_error.h>
 #include <forms/pdf_offer.h>
+#include <forms/printers.h>
 
 namespace quardele::engine {
 
-bool HasPrinter() {
-    return !QPrinterInfo::availablePrinterNames().isEmpty();
-}
-
-std::unique_ptr<QPrinter> MakePrinter(const Document& document) {
-    QPrinterInfo chosen = QPrinterInfo::defaultPrinter();
-    if (chosen.isNull()) {
-        chosen = QPrinterInfo::printerInfo(QPrinterInfo::availablePrinterNames().value(0));
-    }
-    auto printer = std::make_unique<QPrinter>(chosen, QPrinter::HighResolution);
-    printer->setDocName(document.Title());
-    printer->setPageLayout(document.Layout());
+std::unique_ptr<QPrinter> MakePrinter(const QString& title, const QPageLayout& layout) {
+    std::unique_ptr<QPrinter> printer = forms::MakePrinter();
+    printer->setDocName(title);
+    printer->setPageLayout(layout);
     return printer;
 }
 
-bool ConfirmPrinting(QPrinter& printer, QWidget* window) {
+bool ConfirmPrinting(QPrinter& printer, int pages, QWidget* window) {
     QPrintDialog dialog(&printer, window);
     dialog.setObjectName(QStringLiteral("PrintDialog"));
+    dialog.setMinMax(1, pages);
     return dialog.exec() == QDialog::Accepted;
 }
 
 void PrintOn(QPrinter& printer, const Document& document) {
     if (!document.Print(printer) || printer.printerState() == QPrinter::Error) {
-        throw basic::RuntimeError(basic::error::kPrinterError);
+        throw forms::PrinterError();
     }
 }
 
 void OfferPdf(const Document& document, QWidget* window) {
-    forms::OfferPdf(
-        document.Title(), [&document](QIODevice& out) { document.WritePdf(out); }, window);
+    const auto write = [&document](QIODevice& out) {
+        if (!document.WritePdf(out)) {
+            throw forms::PrinterError();
+        }
+    };
+    forms::OfferPdf(document.Title(), write, window);
 }
 
 }  // namespace quardele::engine

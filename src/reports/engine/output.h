@@ -9,14 +9,13 @@
 
 namespace quardele::engine {
 
-[[nodiscard]] bool HasPrinter();
-/// The default printer, or the first there is.
-[[nodiscard]] std::unique_ptr<QPrinter> MakePrinter(const Document& document);
-/// The print dialog ("PrintDialog"); false when the operator declines.
-[[nodiscard]] bool ConfirmPrinting(QPrinter& printer, QWidget* window);
-/// Throws RuntimeError 482 when the printer fails.
+/// A printer for a print job of a title on a paper.
+[[nodiscard]] std::unique_ptr<QPrinter> MakePrinter(const QString& title, const QPageLayout& layout);
+/// The print dialog ("PrintDialog") for so many pages; false when the operator declines.
+[[nodiscard]] bool ConfirmPrinting(QPrinter& printer, int pages, QWidget* window);
+/// Throws RuntimeError 482 when the printer fails or is to print none of the pages.
 void PrintOn(QPrinter& printer, const Document& document);
-/// Asks for a file.
+/// Asks for a file. Throws RuntimeError 482 when the pages cannot be made.
 void OfferPdf(const Document& document, QWidget* window);
 
 }  // namespace quardele::engine

@@ -4,6 +4,8 @@
 #include <QPageSetupDialog>
 #include <QPrinter>
 
+#include <forms/printers.h>
+
 #include "composer.h"
 #include "definition.h"
 #include "output.h"
@@ -72,10 +74,10 @@ std::shared_ptr<const Document> Report::Compose() const {
 }
 
 void Report::PrinterSetup(QWidget* window) {
-    if (!HasPrinter()) {
+    if (!forms::HasPrinter()) {
         return;
     }
-    printer_ = MakePrinter(Document(Title(), PageLayout(), nullptr));
+    printer_ = MakePrinter(Title(), PageLayout());
     QPageSetupDialog dialog(printer_.get(), window);
     dialog.setObjectName(QStringLiteral("PrinterSetup"));
     if (dialog.exec() == QDialog::Accepted) {
@@ -86,14 +88,14 @@ void Report::PrinterSetup(QWidget* window) {
 void Report::PrintOut(bool prompt) {
     std::shared_ptr<const Document> document = Compose();
     QWidget* const window = QApplication::activeWindow();
-    if (!HasPrinter()) {
+    if (!forms::HasPrinter()) {
         OfferPdf(*document, window);
         return;
     }
     if (printer_ == nullptr) {
-        printer_ = MakePrinter(*document);
+        printer_ = MakePrinter(Title(), PageLayout());
     }
-    if (prompt && !ConfirmPrinting(*printer_, window)) {
+    if (prompt && !ConfirmPrinting(*printer_, document->Pages(), window)) {
         return;
     }
     if (AdoptPaper(printer_->pageLayout())) {
@@ -102,7 +104,8 @@ void Report::PrintOut(bool prompt) {
     PrintOn(*printer_, *document);
 }
 
-/// The margins are the report's own. True when the paper is another one.
+/// Paper and orientation; the print dialog asks for no margins, so they stay. True when the paper is another
+/// one.
 bool Report::AdoptPaper(const QPageLayout& chosen) {
     QPageLayout layout = PageLayout();
     layout.setPageSize(chosen.pageSize(), layout.minimumMargins());

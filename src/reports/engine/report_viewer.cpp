@@ -13,6 +13,7 @@
 #include <forms/controls.h>
 #include <forms/events.h>
 #include <forms/msg_box.h>
+#include <forms/printers.h>
 #include <forms/strings.h>
 
 #include "output.h"
@@ -225,22 +226,31 @@ class ReportViewer::Private {
 
     /// What is shown is printed, whatever happens to the data meanwhile.
     void Print() {
-        try {
-            if (!HasPrinter()) {
-                OfferPdf(*document, viewer_.window());
-                return;
-            }
-            const std::unique_ptr<QPrinter> printer = MakePrinter(*document);
-            if (ConfirmPrinting(*printer, viewer_.window())) {
+        if (!forms::HasPrinter()) {
+            SavePdf();
+            return;
+        }
+        TellingFailures([this] {
+            const std::unique_ptr<QPrinter> printer = MakePrinter(document->Title(), document->Layout());
+            if (ConfirmPrinting(*printer, document->Pages(), viewer_.window())) {
                 PrintOn(*printer, *document);
             }
+        });
+    }
+
+    void SavePdf() {
+        TellingFailures([this] { OfferPdf(*document, viewer_.window()); });
+    }
+
+    template <class Action>
+    static void TellingFailures(const Action& action) {
+        try {
+            action();
         } catch (const basic::RuntimeError& failure) {
             forms::MsgBox(forms::ToQString(failure.Description()), forms::BoxButtons::Ok,
                           forms::BoxIcon::Exclamation);
         }
     }
-
-    void SavePdf() { OfferPdf(*document, viewer_.window()); }
 
     void Step(int direction) {
         const int percent = view->Percent();

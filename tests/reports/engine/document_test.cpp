@@ -68,7 +68,7 @@ TEST_F(DocumentTest, APdfFileHoldsThePages) {
     }
     QFile file(folder_.NativePath(QStringLiteral("etat.pdf")));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    document_->WritePdf(file);
+    ASSERT_TRUE(document_->WritePdf(file));
     file.close();
     EXPECT_EQ(PagesIn(file.fileName()), kPages);
     const QString info = Output(QStringLiteral("pdfinfo"), {file.fileName()});
@@ -115,6 +115,22 @@ TEST_F(DocumentTest, OnlyTheWantedPagesArePrinted) {
     printer.setPageRanges(ranges);
     ASSERT_TRUE(document_->Print(printer));
     EXPECT_EQ(PagesIn(printer.outputFileName()), QStringList(kPages[1]));
+}
+
+TEST_F(DocumentTest, PagesThatThereAreNotMakeNoBlankSheet) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(folder_.NativePath(QStringLiteral("papier.pdf")));
+    QPageRanges ranges;
+    ranges.addRange(7, 9);
+    printer.setPageRanges(ranges);
+    EXPECT_FALSE(document_->Print(printer));
+    EXPECT_FALSE(QFile::exists(printer.outputFileName()));
+}
+
+TEST_F(DocumentTest, APdfThatCannotBeMadeIsTold) {
+    QFile closed(folder_.NativePath(QStringLiteral("etat.pdf")));
+    EXPECT_FALSE(document_->WritePdf(closed));
 }
 
 TEST_F(DocumentTest, WhatIsPaintedStandsWhereItShould) {

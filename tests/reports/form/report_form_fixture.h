@@ -36,6 +36,10 @@ class ReportForm {
     bool Show(const std::function<void(F_RPT&)>& look = {});
     /// Answers the next dialog for a PDF file by that file, or declines when it is empty.
     void AnswerPdf(const QString& path) { watcher_.AnswerPdf(path); }
+    /// What the operator does in the dialogs of printers, which he accepts otherwise.
+    void OnPrintDialogs(std::function<void(QDialog&)> answer) { watcher_.OnPrintDialogs(std::move(answer)); }
+    /// Those shown so far, by their names.
+    [[nodiscard]] const QStringList& PrintDialogs() const { return watcher_.PrintDialogs(); }
     /// How often a PDF file was asked for, and the name proposed last.
     [[nodiscard]] int PdfAsked() const { return watcher_.PdfAsked(); }
     [[nodiscard]] const QString& ProposedPdf() const { return watcher_.ProposedPdf(); }

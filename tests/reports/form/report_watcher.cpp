@@ -1,7 +1,11 @@
 #include "report_watcher.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QLineEdit>
+#include <QPageSetupDialog>
+#include <QPrintDialog>
+#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 
@@ -21,14 +25,27 @@ void ReportWatcher::AnswerFileDialog(QFileDialog& dialog) {
     QTest::keyClick(name, Qt::Key_Return);
 }
 
+void ReportWatcher::Accept(QDialog& dialog) {
+    QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
+}
+
+bool ReportWatcher::AnswerDialog(QWidget* front) {
+    if (auto* const file = qobject_cast<QFileDialog*>(front)) {
+        AnswerFileDialog(*file);
+        return true;
+    }
+    if (qobject_cast<QPrintDialog*>(front) == nullptr && qobject_cast<QPageSetupDialog*>(front) == nullptr) {
+        return false;
+    }
+    dialogs_.push_back(front->objectName());
+    answerDialog_(static_cast<QDialog&>(*front));
+    return true;
+}
+
 void ReportWatcher::Glance(bool& seen, const std::function<void(F_RPT&)>& look) {
     QWidget* const front = QApplication::activeModalWidget();
-    if (auto* const dialog = qobject_cast<QFileDialog*>(front)) {
-        inFront_ = 0;
-        AnswerFileDialog(*dialog);
-        return;
-    }
-    if (seen || !forms::IsLoaded<F_RPT>() || front != forms::Instance<F_RPT>().Window()) {
+    if (AnswerDialog(front) || seen || !forms::IsLoaded<F_RPT>() ||
+        front != forms::Instance<F_RPT>().Window()) {
         inFront_ = 0;
         return;
     }

@@ -43,10 +43,10 @@ class Document {
     [[nodiscard]] QString TextOf(int page) const;
 
     /// Paints the pages on a device, those of its page ranges only where it has some. The layout of the
-    /// device's pages is made the document's. False when it cannot be painted on.
+    /// device's pages is made the document's. False when it cannot be painted on or wants none of the pages.
     bool Print(QPagedPaintDevice& device) const;
-    /// Whether the device has taken all bytes is the device's to tell.
-    void WritePdf(QIODevice& out) const;
+    /// False when it could not be made. Whether the device has taken all bytes is the device's to tell.
+    bool WritePdf(QIODevice& out) const;
 
  private:
     QString title_;

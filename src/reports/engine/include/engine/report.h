@@ -45,11 +45,13 @@ class Report {
     /// and formulas; the data engine's; 481 for pictures.
     [[nodiscard]] std::shared_ptr<const Document> Compose() const;
 
-    /// Asks for printer and paper, as the next PrintOut will use them. Does nothing on a machine without a
-    /// printer. The window is the dialog's parent.
+    /// Asks for paper, orientation and margins ("PrinterSetup"): the report's pages from then on. The printer
+    /// itself is chosen in the print dialog; the paper set there goes before. Does nothing on a machine
+    /// without a printer. The window is the dialog's parent.
     void PrinterSetup(QWidget* window);
-    /// Prints, after the print dialog with `prompt`. On a machine without a printer the operator is asked for
-    /// a PDF file instead. Declining is no error. Throws what Compose throws, 482 when the printer fails.
+    /// Prints, after the print dialog ("PrintDialog") with `prompt`. On a machine without a printer the
+    /// operator is asked for a PDF file instead. Declining is no error. Throws what Compose throws, 482 when
+    /// the printer fails.
     void PrintOut(bool prompt);
 
  private:

@@ -1,11 +1,15 @@
 // What the five tools do around their dialogs: the list's description, the starting filter, refusals, print
 // and Excel.
+#include <fstream>
+#include <set>
+
 #include <QLabel>
 
 #include <forms/beeps.h>
 #include <listtools/list_tool_context.h>
 
 #include "list_program.h"
+#include "write_protection.h"
 
 using namespace quardele;
 using namespace quardele::tests;
@@ -67,6 +71,7 @@ class ToolsTest : public QObject {
     void ToolsTellThatTheyWereNotDeclined();
     void WithBothListsOpenTheOneOpenedLastKeepsTheFilter();
     void AFailedExportIsNotToldApart();
+    void AnExportIntoAReadOnlyFolderLeavesTheOldFile();
 
  private:
     std::unique_ptr<ListProgram> program_;
@@ -383,6 +388,32 @@ void ToolsTest::AFailedExportIsNotToldApart() {
     QVERIFY(strip->isVisible());
     QCOMPARE(strip->text(), reason);
     QCOMPARE(forms::Screen::MousePointer(), 0);
+}
+
+void ToolsTest::AnExportIntoAReadOnlyFolderLeavesTheOldFile() {
+    const std::filesystem::path folder = program_->CurrentFolder();
+    const std::filesystem::path file = folder / "Liste des véhicules.XLS";
+    std::ofstream(file) << "ancien";
+    const auto files = [&folder] {
+        std::set<std::filesystem::path> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+            names.insert(entry.path());
+        }
+        return names;
+    };
+    const auto before = files();
+    {
+        const WriteProtection readOnly(folder);
+        PressTool(Vehicles(), kExcelTool);
+    }
+    CompareBoxes(program_->boxes, {kConfirm, kWritten});
+    QVERIFY(!Vehicles().grid->ExportFailure().isEmpty());
+    QVERIFY(Vehicles().grid->findChild<QLabel*>(QStringLiteral("GridNotice"))->isVisible());
+    QVERIFY(files() == before);
+    std::string content;
+    std::getline(std::ifstream(file), content);
+    QCOMPARE(content, std::string("ancien"));
+    QCOMPARE(program_->Ends(), 0);
 }
 
 int main(int argc, char* argv[]) {

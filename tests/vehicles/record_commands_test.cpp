@@ -74,6 +74,7 @@ class RecordCommandsTest : public QObject {
 
     void RefreshShowsWhatOthersHaveWritten();
     void EveryCommandSaysWhatItDoes();
+    void EveryMessageIsTranslated();
 
  private:
     void DeleteAllBut(const QString& registration) const;
@@ -380,6 +381,29 @@ void RecordCommandsTest::EveryCommandSaysWhatItDoes() {
     QCOMPARE(Button("Cmd_Annul")->toolTip(), QStringLiteral("Annuler"));
     QCOMPARE(Button("Cmd_Delete")->toolTip(), QStringLiteral("Supprimer l'affaire"));
     QCOMPARE(Button("CMD_REFRESH")->toolTip(), QStringLiteral("Actualiser"));
+}
+
+void RecordCommandsTest::EveryMessageIsTranslated() {
+    RaiseTranslation({{u"Ce véhicule existe déjà !!!", u"Taken"},
+                      {u"Ce code client est inconnu dans la table des Clients !", u"Unknown"},
+                      {u"Confirmez-vous la suppression de cette fiche ?", u"Delete?"},
+                      {u"Enregistrez ou annulez d'abord votre saisie !", u"Save first!"},
+                      {u"Enregistrez ou annulez d'abord votre saisie", u"Save first"}});
+    support::BoxAnswerer boxes;
+    boxes.AnswerNo();
+    PressKey(Qt::Key_D, Qt::ControlModifier);
+    OpenRecordOf(kToyota);
+    TypeOver(Box("CTX_CODCLI"), QStringLiteral("ZZZ"));
+    PressKey(Qt::Key_Return);
+    PressKey(Qt::Key_D, Qt::ControlModifier);
+    for (const Qt::Key key : {Qt::Key_F5, Qt::Key_F12, Qt::Key_F8, Qt::Key_F9}) {
+        PressKey(key);
+    }
+    PressKey(Qt::Key_N, Qt::ControlModifier);
+    TypeOver(Box("CTX_IMMAT"), kDacia);
+    PressKey(Qt::Key_Return);
+    CompareBoxes(boxes,
+                 {"Delete?", "Unknown", "Save first!", "Save first!", "Save first", "Save first", "Taken "});
 }
 
 int main(int argc, char* argv[]) {

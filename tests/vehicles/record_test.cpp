@@ -136,6 +136,11 @@ void RecordTest::TheCustomersNameIsNotTypedInto() {
     QTest::keyClicks(Box("CTX_RSCLI"), QStringLiteral("xyz"));
     QCOMPARE(Box("CTX_RSCLI")->Text(), name);
     QVERIFY(Box("CTX_RSCLI")->Locked());
+    const auto background = [](forms::TextBox* box) {
+        return box->grab().toImage().pixelColor(box->width() - 4, box->height() / 2);
+    };
+    QCOMPARE(background(Box("CTX_MARQUE")), background(Box("CTX_CODCLI")));
+    QVERIFY(background(Box("CTX_RSCLI")) != background(Box("CTX_MARQUE")));
 }
 
 void RecordTest::RefreshHoldsBackOnAPendingChange() {

@@ -60,7 +60,10 @@ void RecordTranslationDatabase() {
 
 word::CatalogueKey CurrentCatalogueKey() {
     const forms::Form* const form = forms::Screen::ActiveForm();
-    return {TheSession().NUMAPPLI_COURANT, form == nullptr ? basic::Text() : forms::ToText(form->Name())};
+    if (form == nullptr) {
+        throw basic::RuntimeError(basic::error::kObjectNotSet);
+    }
+    return {TheSession().NUMAPPLI_COURANT, forms::ToText(form->Name())};
 }
 
 }  // namespace

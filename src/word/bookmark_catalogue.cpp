@@ -11,7 +11,7 @@ constexpr int kReleaseReadLocks = 1;
 
 }  // namespace
 
-void GWORD::Enreg_Signet(TextView bookmark) {
+void GWORD::Enreg_Signet(const ObjectPtr&, TextView bookmark) {
     try {
         if (basic::Dir(kCatalogueFile).empty()) {
             return;

@@ -3,9 +3,6 @@
 
 namespace quardele::word {
 
-GWORD::GWORD(std::function<CatalogueKey()> catalogueKey, ShowBox showBox)
-    : catalogueKey_(std::move(catalogueKey)), showBox_(std::move(showBox)) {}
-
 bool GWORD::W_EditionAtteindre(const ObjectPtr& Word, TextView bookmark) {
     return Quietly([&] {
         ActiveDocument(Word)->Child(u"Bookmarks", {Text(bookmark)})->Call(u"Select");
@@ -31,7 +28,7 @@ bool GWORD::W_EditionSignet(const ObjectPtr& Word, TextView bookmark) {
 }
 
 bool GWORD::W_Existe_Signet(const ObjectPtr& Word, TextView bookmark) {
-    Enreg_Signet(bookmark);
+    Enreg_Signet(Word, bookmark);
     const bool exists = W_SignetExistant(Word, bookmark);
     if (exists) {
         W_EditionAtteindre(Word, bookmark);
@@ -42,7 +39,7 @@ bool GWORD::W_Existe_Signet(const ObjectPtr& Word, TextView bookmark) {
 bool GWORD::W_SignetExistant(const ObjectPtr& Word, TextView bookmark) {
     bool exists = false;
     OrBox(showBox_, u"Erreur Word (SignetExistant)", [&] {
-        Enreg_Signet(bookmark);
+        Enreg_Signet(Word, bookmark);
         const ObjectPtr bookmarks = ActiveDocument(Word)->Child(u"Bookmarks");
         exists = basic::CBool(bookmarks->Call(u"Exists", {Text(bookmark)}).Plain());
     });

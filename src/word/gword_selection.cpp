@@ -19,8 +19,8 @@ bool IsOn(const Variant& value) {
     return basic::CDbl(value) == kOn;
 }
 
-/// A property of the selection's range; Empty after a failure, which is shown.
-Variant OfSelectedRange(const ShowBox& showBox, const ObjectPtr& Word, TextView member, TextView title) {
+/// A position of the selection's range; Empty after a failure, which is shown.
+Variant PositionOfSelection(const ShowBox& showBox, const ObjectPtr& Word, TextView member, TextView title) {
     Variant value;
     OrBox(showBox, title, [&] { value = Selection(Word)->Child(u"Range")->Get(member).Plain(); });
     return value;
@@ -72,15 +72,18 @@ bool GWORD::W_LigneVersBas(const ObjectPtr& Word) {
 }
 
 Variant GWORD::W_LitPosDebSel(const ObjectPtr& Word) {
-    return OfSelectedRange(showBox_, Word, u"Start", u"Erreur Word (LitPosDebSel)");
+    return PositionOfSelection(showBox_, Word, u"Start", u"Erreur Word (LitPosDebSel)");
 }
 
 Variant GWORD::W_LitPosFinSel(const ObjectPtr& Word) {
-    return OfSelectedRange(showBox_, Word, u"End", u"Erreur Word (LitPosFinSel)");
+    return PositionOfSelection(showBox_, Word, u"End", u"Erreur Word (LitPosFinSel)");
 }
 
 Text GWORD::W_LitTexte(const ObjectPtr& Word, int, int) {
-    return basic::Joined(OfSelectedRange(showBox_, Word, u"Text", u"Erreur Word (LitTexte)"));
+    Text text;
+    OrBox(showBox_, u"Erreur Word (LitTexte)",
+          [&] { text = basic::CStr(Selection(Word)->Child(u"Range")->Get(u"Text").Plain()); });
+    return text;
 }
 
 Text GWORD::W_LitTexte_OLD(const ObjectPtr& Word, int start, int end) {

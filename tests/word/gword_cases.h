@@ -25,6 +25,8 @@ struct Case {
     const char* failingPath;
     basic::Variant resultOnFailure;
     const char16_t* boxTitle;
+    /// Without an application an operation within shows a box first: its title.
+    const char16_t* boxBefore = nullptr;
 };
 
 inline constexpr char kPageView[] = "ActiveWindow.ActivePane.View.Type = 3";

@@ -1,9 +1,5 @@
-// Each operation of GWORD on Word's double: the members it uses, in their order, its result, and what it does
-// when Word fails.
-#include <algorithm>
-#include <filesystem>
+// What the table of operations does not tell: choices by what Word answers, files, and single failures.
 #include <fstream>
-#include <iterator>
 #include <optional>
 #include <vector>
 
@@ -17,11 +13,9 @@
 #include <forms/msg_box.h>
 #include <forms/runtime.h>
 #include <support/boxes.h>
-#include <support/installation.h>
 #include <word/gword.h>
 
 #include "gword_cases.h"
-#include "memory_rows.h"
 #include "recording_word.h"
 
 namespace quardele::word {
@@ -46,75 +40,14 @@ using basic::RuntimeError;
 using word::GWORD;
 using Log = std::vector<std::string>;
 
-std::vector<Case> Cases() {
-    std::vector<Case> cases = CasesOfLetters();
-    std::ranges::move(OtherCases(), std::back_inserter(cases));
-    return cases;
-}
-
-/// A result as a Basic programmer would see it, with its kind.
-std::string Told(const basic::Variant& result) {
-    if (result.Is<bool>()) {
-        return result.As<bool>() ? "True" : "False";
-    }
-    return result.IsEmpty() ? "Empty" : '"' + basic::ToUtf8(basic::Joined(result)) + '"';
-}
-
-/// Values in one line, for comparison.
-template <class Values>
-std::string Written(const Values& values) {
-    std::string line;
-    for (const basic::Variant& value : values) {
-        line += (line.empty() ? "" : " ") + basic::ToUtf8(basic::Joined(value));
-    }
-    return line;
-}
-
-/// The catalogue's table in memory. It answers every search alike, and writes down what was sought.
-class CatalogueRows final : public forms::test::MemoryRows {
- public:
-    explicit CatalogueRows(bool known)
-        : MemoryRows({forms::test::FieldOfType(u"SIGNETS_Appli", dao::FieldType::Integer),
-                      forms::test::TextField(u"SIGNETS_nomdot"),
-                      forms::test::TextField(u"SIGNETS_nomsignet")}),
-          known_(known) {}
-
-    [[nodiscard]] bool NoMatch() const override { return !known_; }
-    void Seek(basic::TextView comparison, std::initializer_list<basic::Variant> keys) override {
-        sought.push_back(basic::ToUtf8(comparison) + " " + Written(keys));
-    }
-
-    Log sought;
-
- private:
-    bool known_;
-};
-
-QString Text(const char16_t* text) {
-    return QString::fromUtf16(text);
-}
-
 }  // namespace
 
 class GwordTest : public QObject {
     Q_OBJECT
 
     std::optional<RecordingWord> word_;
-    GWORD gword_{[] { return word::CatalogueKey{12, u"FRELANCES"}; }, forms::ShowBox};
+    GWORD gword_{[] { return word::CatalogueKey{}; }, forms::ShowBox};
     ObjectPtr application_;
-
-    /// Writes a bookmark into a catalogue whose table is `rows`.
-    static void CatalogueWith(const std::shared_ptr<CatalogueRows>& rows, basic::TextView bookmark) {
-        std::optional<GWORD> gword;
-        // The key is asked for once the table is open: the moment to put another in its place.
-        gword.emplace(
-            [&] {
-                gword->SetTABLE_SIGNETS(rows);
-                return word::CatalogueKey{12, u"FRELANCES"};
-            },
-            forms::ShowBox);
-        gword->Enreg_Signet(bookmark);
-    }
 
     /// A new application with one document; the log starts behind that.
     void OpenDocument() {
@@ -128,51 +61,6 @@ class GwordTest : public QObject {
     void init() {
         word_.emplace();
         OpenDocument();
-    }
-
-    void UsesTheseMembersAndAnswers_data() {
-        QTest::addColumn<int>("number");
-        for (int number = 0; number < static_cast<int>(Cases().size()); ++number) {
-            QTest::newRow(Cases()[static_cast<std::size_t>(number)].name) << number;
-        }
-    }
-    void UsesTheseMembersAndAnswers() {
-        QFETCH(int, number);
-        const Case test = Cases()[static_cast<std::size_t>(number)];
-        const support::BoxAnswerer boxes;
-        QCOMPARE(Told(test.operation(gword_, application_)), Told(test.result));
-        QCOMPARE(word_->TakeLog(), test.log);
-        QVERIFY(boxes.Shown().empty());
-    }
-
-    void FailsInItsOwnWay_data() { UsesTheseMembersAndAnswers_data(); }
-    void FailsInItsOwnWay() {
-        QFETCH(int, number);
-        const Case test = Cases()[static_cast<std::size_t>(number)];
-        word_->FailOn(test.failingPath, RuntimeError(4198, u"Échec de la commande."));
-        const support::BoxAnswerer boxes;
-        QCOMPARE(Told(test.operation(gword_, application_)), Told(test.resultOnFailure));
-        if (test.boxTitle == nullptr) {
-            QVERIFY(boxes.Shown().empty());
-        } else {
-            QCOMPARE(boxes.Shown().size(), std::size_t{1});
-            QCOMPARE(boxes.Shown()[0].title, Text(test.boxTitle));
-            QCOMPARE(boxes.Shown()[0].text, QStringLiteral("Échec de la commande."));
-            QCOMPARE(boxes.Shown()[0].button, QStringLiteral("OK"));
-        }
-    }
-
-    void FailsInItsOwnWayWithoutAnApplication_data() { UsesTheseMembersAndAnswers_data(); }
-    void FailsInItsOwnWayWithoutAnApplication() {
-        QFETCH(int, number);
-        const Case test = Cases()[static_cast<std::size_t>(number)];
-        const support::BoxAnswerer boxes;
-        QCOMPARE(Told(test.operation(gword_, nullptr)), Told(test.resultOnFailure));
-        QCOMPARE(word_->TakeLog(), Log{});
-        for (const auto& box : boxes.Shown()) {
-            QCOMPARE(box.text, QStringLiteral("Variable objet non définie"));
-        }
-        QCOMPARE(boxes.Shown().empty(), test.boxTitle == nullptr);
     }
 
     void CreatesAnApplication() {
@@ -340,8 +228,12 @@ class GwordTest : public QObject {
     }
     void AsksTheApplicationItselfToCloseInAnyModeButTwo() {
         QFETCH(int, mode);
+        const support::BoxAnswerer boxes;
         QVERIFY(!gword_.W_FichierFermer(application_, mode));
         QCOMPARE(word_->TakeLog(), Log{"Close(-1)"});
+        // Word's application knows no such method.
+        QCOMPARE(boxes.Shown().size(), std::size_t{1});
+        QCOMPARE(boxes.Shown()[0].text, QStringLiteral("Evitez de fermer Word vous même avant de quitter"));
     }
 
     void ClosesTheDocumentWithoutSavingInModeTwo() {
@@ -413,7 +305,7 @@ class GwordTest : public QObject {
         QVERIFY(!gword_.W_AtteindreNoteBasPgSuiv(application_));
         QVERIFY(!gword_.W_DebutLigne(application_));
         QVERIFY(gword_.W_EditionSignet(application_, u"FIN"));
-        QCOMPARE(Told(gword_.W_SelInfo(application_, 3)), std::string("\"2\""));
+        QCOMPARE(basic::CLng(gword_.W_SelInfo(application_, 3)), 2);
         QCOMPARE(word_->TakeLog(),
                  (Log{"Selection.GoToNext(4)", "Selection.HomeKey(5, 0)",
                       "ActiveDocument.Bookmarks.Add(\"FIN\")", "Selection.Information(3)"}));
@@ -465,114 +357,68 @@ class GwordTest : public QObject {
         QCOMPARE(word::GwordInside::ErrorTitle(gword_),
                  basic::Text(u"Erreur Word (W_AffichageEntetePiedPgSuiv)"));
         QVERIFY(boxes.Shown().empty());
+        gword_.W_AffichageEntete(application_);
+        QCOMPARE(word::GwordInside::ErrorTitle(gword_), basic::Text(u"Erreur Word (W_AffichageEntete)"));
     }
 
-    void ItsMembersAreGivenAndTaken() {
-        const support::Installation installation;
-        const auto base = dao::DBEngine::Instance().Workspaces(0).OpenDatabase(u"c:\\quardele\\SIGNETS.MDB");
-        gword_.LetBASE_SIGNETS(base);
-        QCOMPARE(gword_.BASE_SIGNETS(), base);
-        gword_.SetBASE_SIGNETS(nullptr);
-        QCOMPARE(gword_.BASE_SIGNETS(), nullptr);
-        const auto table = base->OpenRecordset(u"TSIGNETS");
-        gword_.LetTABLE_SIGNETS(table);
-        QCOMPARE(gword_.TABLE_SIGNETS(), table);
-        gword_.SetTABLE_SIGNETS(nullptr);
-        QCOMPARE(gword_.TABLE_SIGNETS(), nullptr);
-    }
+    // Operations within operations.
 
-    void OpensTheCatalogueOnceAndItsTableEachTime() {
-        const support::Installation installation;
-        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; }, forms::ShowBox);
-        QVERIFY(gword.BASE_SIGNETS() == nullptr);
-        gword.W_Existe_Signet(application_, u"RS");
-        const auto base = gword.BASE_SIGNETS();
-        const auto table = gword.TABLE_SIGNETS();
-        QVERIFY(base != nullptr);
-        QCOMPARE(table->Index(), basic::Text(u"PrimaryKey"));
-        gword.W_Existe_Signet(application_, u"RS");
-        QCOMPARE(gword.BASE_SIGNETS(), base);
-        QVERIFY(gword.TABLE_SIGNETS() != table);
-    }
-
-    void LeavesTheCatalogueAloneWhenItsFileIsMissing() {
-        const support::Installation installation;
-        std::filesystem::remove(installation.File("SIGNETS.MDB"));
-        int asked = 0;
-        GWORD gword(
-            [&asked] {
-                ++asked;
-                return word::CatalogueKey{};
-            },
-            forms::ShowBox);
-        QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
-        QVERIFY(gword.BASE_SIGNETS() == nullptr);
-        QCOMPARE(asked, 0);
-    }
-
-    void LooksTheBookmarkUpInTheCatalogueTwiceForOneTest() {
-        const support::Installation installation;
-        int asked = 0;
-        GWORD gword(
-            [&asked] {
-                ++asked;
-                return word::CatalogueKey{12, u"FRELANCES"};
-            },
-            forms::ShowBox);
-        gword.W_Existe_Signet(application_, u"RS");
-        QCOMPARE(asked, 2);
-    }
-
-    void WritesDownABookmarkThatTheCatalogueLacks() {
-        const support::Installation installation;
-        const auto rows = std::make_shared<CatalogueRows>(false);
-        CatalogueWith(rows, u"RS");
-        QCOMPARE(rows->sought, Log{"= 12 FRELANCES RS"});
-        QCOMPARE(rows->calls, (Log{"addnew", "update"}));
-        QCOMPARE(rows->RowCount(), std::size_t{1});
-        QCOMPARE(Written(rows->Stored(0)), std::string("12 FRELANCES RS"));
-    }
-
-    void WritesNothingDownForABookmarkThatTheCatalogueHas() {
-        const support::Installation installation;
-        const auto rows = std::make_shared<CatalogueRows>(true);
-        CatalogueWith(rows, u"RS");
-        QCOMPARE(rows->sought, Log{"= 12 FRELANCES RS"});
-        QCOMPARE(rows->calls, Log{});
-    }
-
-    void WritesEachBookmarkIntoTheCatalogueOnce() {
-        const support::Installation installation;
-        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; }, forms::ShowBox);
-        QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
-        QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
-        const auto table = gword.BASE_SIGNETS()->OpenRecordset(u"TSIGNETS");
-        QCOMPARE(table->RecordCount(), std::size_t{1});
-        const auto lines = support::Installation::ExportTable(installation.File("SIGNETS.MDB"), "TSIGNETS");
-        if (!lines.empty()) {
-            QCOMPARE(lines, (std::vector<std::string>{"SIGNETS_Appli,SIGNETS_nomdot,SIGNETS_nomsignet",
-                                                      "12,\"FRELANCES\",\"RS\""}));
-        }
-    }
-
-    void IsSilentWhileSomebodyKeepsTheCatalogueForHimself() {
-        const support::Installation installation;
-        const auto exclusive =
-            dao::DBEngine::Instance().Workspaces(0).OpenDatabase(u"c:\\quardele\\SIGNETS.MDB", true);
-        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; }, forms::ShowBox);
+    void TakesABookmarkForReachedWhenOnlyThePagesCannotBeShown() {
+        word_->FailOn(kSplitRead, RuntimeError(4198));
         const support::BoxAnswerer boxes;
-        QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
-        QVERIFY(boxes.Shown().empty());
-        QVERIFY(gword.BASE_SIGNETS() == nullptr);
+        QVERIFY(gword_.W_EditionAtteindre(application_, u"RS"));
+        QCOMPARE(boxes.Shown().size(), std::size_t{1});
+        QCOMPARE(boxes.Shown()[0].title, QStringLiteral("Erreur Word (AffichagePage)"));
     }
 
-    void IsSilentWhenTheCatalogueIsNoDatabase() {
-        const support::Installation installation;
-        std::ofstream(installation.File("SIGNETS.MDB"), std::ios::trunc) << "no database";
-        GWORD gword([] { return word::CatalogueKey{12, u"FRELANCES"}; }, forms::ShowBox);
+    void TurnsToTheFooterAlthoughThePagesCannotBeShown() {
+        word_->FailOn(kSplitRead, RuntimeError(4198));
         const support::BoxAnswerer boxes;
-        QVERIFY(gword.W_Existe_Signet(application_, u"RS"));
+        QVERIFY(!gword_.W_AffichagePiedPage(application_));
+        QCOMPARE(boxes.Shown().size(), std::size_t{1});
+        QCOMPARE(boxes.Shown()[0].title, QStringLiteral("Erreur Word (AffichagePage)"));
+        QCOMPARE(word_->TakeLog(), (Log{kSplitRead, kStoryRead, std::string(kStoryRead) + " = 10"}));
+    }
+
+    void IsSilentWhenTheColumnsCannotBeFitted() {
+        word_->FailOn("Selection.Cells.AutoFit", RuntimeError(4198));
+        const support::BoxAnswerer boxes;
+        QVERIFY(!gword_.W_TableauLargeurColonne(application_));
+        QCOMPARE(word_->TakeLog(), (Log{"Selection.Cells.HeightRule = 0", "Selection.Cells.AutoFit()"}));
         QVERIFY(boxes.Shown().empty());
+    }
+
+    void ShowsABoxWhenTheMarksOfANewDocumentCannotBeHidden() {
+        word_->Answer("ActiveWindow.ActivePane.View.ShowAll", true);
+        word_->FailOnWrite("ActiveWindow.ActivePane.View.ShowAll", RuntimeError(4198));
+        const support::BoxAnswerer boxes;
+        QVERIFY(!gword_.W_FichierNouveau(application_));
+        QCOMPARE(boxes.Shown().size(), std::size_t{1});
+        QCOMPARE(boxes.Shown()[0].title, QStringLiteral("Erreur Word (FichierNouveau)"));
+    }
+
+    void KnowsWhetherTheDocumentHasATable() {
+        QVERIFY(gword_.W_Existe_Tableau(application_));
+        word_->columns = 0;
+        QVERIFY(!gword_.W_Existe_Tableau(application_));
+    }
+
+    void ShowsABoxForATextThatIsNull_data() {
+        QTest::addColumn<bool>("old");
+        QTest::newRow("LitTexte") << false;
+        QTest::newRow("LitTexte_OLD") << true;
+    }
+    void ShowsABoxForATextThatIsNull() {
+        QFETCH(bool, old);
+        word_->Answer("Selection.Range.Text", basic::Variant(basic::Null{}));
+        word_->Answer("ActiveDocument.Range.Text", basic::Variant(basic::Null{}));
+        const support::BoxAnswerer boxes;
+        QVERIFY((old ? gword_.W_LitTexte_OLD(application_, 0, 1) : gword_.W_LitTexte(application_, 0, 1))
+                    .empty());
+        QCOMPARE(boxes.Shown().size(), std::size_t{1});
+        QCOMPARE(boxes.Shown()[0].title, QStringLiteral("Erreur Word (LitTexte)"));
+        QCOMPARE(boxes.Shown()[0].text,
+                 QString::fromStdU16String(basic::DescriptionOf(basic::error::kInvalidNull)));
     }
 };
 

@@ -20,37 +20,22 @@ namespace {
 constexpr int kNoDocument = 4248;
 constexpr int kNoSuchElement = 5941;
 
+/// A method that answers.
+constexpr char kBookmarkTest[] = "ActiveDocument.Bookmarks.Exists";
+
 const std::set<std::string> kObjects = {
     "ActiveDocument", "ActivePane", "ActiveWindow", "Bookmarks", "Cells", "Columns", "Documents",
     "Font",           "Range",      "Selection",    "Tables",    "Tasks", "View"};
-const std::set<std::string> kMethods = {"Activate",
-                                        "Add",
-                                        "AutoFit",
-                                        "Close",
-                                        "Copy",
-                                        "Cut",
-                                        "Delete",
-                                        "EndKey",
-                                        "GoTo",
-                                        "GoToNext",
-                                        "HomeKey",
-                                        "InsertRows",
-                                        "Move",
-                                        "MoveDown",
-                                        "MoveLeft",
-                                        "MoveRight",
-                                        "NextHeaderFooter",
-                                        "Open",
-                                        "Paste",
-                                        "PreviousHeaderFooter",
-                                        "Quit",
-                                        "Resize",
-                                        "Save",
-                                        "SaveAs",
-                                        "Select",
-                                        "SelectRow",
-                                        "StartOf",
-                                        "TypeText"};
+const std::set<std::string> kMethods = {"Activate",   "Add",       "AutoFit",
+                                        "Close",      "Copy",      "Cut",
+                                        "Delete",     "EndKey",    "Exists",
+                                        "GoTo",       "GoToNext",  "HomeKey",
+                                        "InsertRows", "Move",      "MoveDown",
+                                        "MoveLeft",   "MoveRight", "NextHeaderFooter",
+                                        "Open",       "Paste",     "PreviousHeaderFooter",
+                                        "Quit",       "Resize",    "Save",
+                                        "SaveAs",     "Select",    "SelectRow",
+                                        "StartOf",    "TypeText"};
 
 /// What every document answers, as long as a test says nothing else.
 const std::map<std::string, Value> kConstants = {{"ActiveDocument.Range.Text", u"Atelier"},
@@ -121,6 +106,7 @@ class RecordedObject final : public automation::Object {
         const auto place = Member(member);
         word_.Note(place, place.written + " = " + Written(value));
         word_.FailIfTold(place.path);
+        word_.FailIfTold(place.path + RecordingWord::kWriting);
         word_.Put(place, value);
     }
 
@@ -165,7 +151,7 @@ ObjectPtr RecordingWord::CreateObject(TextView name) {
 }
 
 bool RecordingWord::IsMethod(const std::string& member) {
-    return kMethods.contains(member) || member == "Exists";
+    return kMethods.contains(member);
 }
 
 void RecordingWord::FailOn(const std::string& path, const RuntimeError& error) {
@@ -198,8 +184,11 @@ void RecordingWord::RequireObject(const Place& place, std::span<const Value> arg
 }
 
 Value RecordingWord::Perform(const Place& place, std::span<const Value> arguments) {
-    if (!kMethods.contains(LastMember(place.path))) {
+    if (!kMethods.contains(LastMember(place.path)) || place.path == kBookmarkTest) {
         return Read(place, arguments);
+    }
+    if (place.path == "Close") {
+        throw RuntimeError(basic::error::kNoSuchMember);  // Documents can be closed, the application cannot.
     }
     State& state = StateOf(place);
     if (place.path == "Documents.Add" || place.path == "Documents.Open") {
@@ -216,7 +205,7 @@ Value RecordingWord::Read(const Place& place, std::span<const Value> arguments) 
         return answer->second;
     }
     const State& state = StateOf(place);
-    if (place.path == "ActiveDocument.Bookmarks.Exists") {
+    if (place.path == kBookmarkTest) {
         return Exists(FirstText(arguments));
     }
     if (place.path == "ActiveDocument.Tables.Count") {

@@ -12,7 +12,8 @@
 namespace quardele::tests {
 
 /// While it lives it is the session's factory. The applications that it creates are numbered from 1. Paths
-/// leave arguments out: "ActiveDocument.Bookmarks.Select". Texts are UTF-8.
+/// leave arguments out: "ActiveDocument.Bookmarks.Select". Texts are UTF-8. Names count in the spelling of
+/// Word's documentation only, although Word itself takes them in any case: one of another is a mistake here.
 ///
 /// Each call, read and write stands in the log as a Basic programmer would write it:
 ///
@@ -45,6 +46,10 @@ class RecordingWord final : public automation::Factory {
     /// No word processor is there: CreateObject throws 429.
     bool absent = false;
     void FailOn(const std::string& path, const basic::RuntimeError& error);
+    /// The same for writing a property; it can still be read.
+    void FailOnWrite(const std::string& path, const basic::RuntimeError& error) {
+        FailOn(path + kWriting, error);
+    }
     void Answer(const std::string& path, const automation::Value& value) { answers_[path] = value; }
 
     // What happened.
@@ -61,6 +66,9 @@ class RecordingWord final : public automation::Factory {
 
  private:
     friend class RecordedObject;
+
+    /// Behind the path of a property that is written.
+    static constexpr char kWriting[] = " =";
 
     /// An application and its document.
     struct State {

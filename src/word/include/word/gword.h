@@ -36,7 +36,8 @@ using ShowBox = std::function<void(const Text& text, const Text& title)>;
 
 class GWORD {
  public:
-    /// `catalogueKey` is asked each time a bookmark is looked for.
+    /// `catalogueKey` is asked each time a bookmark is looked for while the catalogue's file exists; its
+    /// failure leaves the catalogue alone.
     GWORD(std::function<CatalogueKey()> catalogueKey, ShowBox showBox);
 
     // Accessors of the catalogue's database and table, empty until the first bookmark is looked for.
@@ -48,7 +49,7 @@ class GWORD {
     void SetTABLE_SIGNETS(std::shared_ptr<dao::Recordset> table) { tableSignets_ = std::move(table); }
 
     /// Writes down that the active form asked for a bookmark, when the catalogue file exists.
-    void Enreg_Signet(TextView bookmark);
+    void Enreg_Signet(const ObjectPtr& Word, TextView bookmark);
 
     /// Creates a new Word application into `Word`; whether it did. Box on failure.
     bool W_CreationObjet(ObjectPtr& Word);
@@ -62,9 +63,11 @@ class GWORD {
     bool W_FichierEnregistrer(const ObjectPtr& Word, TextView fileName);
     /// Moves by characters; with `extend` 1 the selection grows. Box on failure; true all the same.
     bool W_CarDroite(const ObjectPtr& Word, int count, int extend);
+    /// The same, to the left.
     bool W_CarGauche(const ObjectPtr& Word, int count, int extend);
-    /// Opens a document by its Windows path, the second one for reading only. Box on failure.
+    /// Opens a document by its Windows path. Box on failure.
     bool W_FichierOuvrir(const ObjectPtr& Word, TextView fileName);
+    /// The same, for reading only.
     bool W_FichierOuvrirRO(const ObjectPtr& Word, TextView fileName);
     /// Goes to the end of the document, as a selection when `extend` is not 0. Box on failure.
     bool W_FinDocument(const ObjectPtr& Word, std::optional<int> extend = {});
@@ -77,9 +80,10 @@ class GWORD {
     bool W_FenAppDeplacement(const ObjectPtr& Word, TextView task, int left, int top);
     /// Box on failure.
     bool W_LigneVersBas(const ObjectPtr& Word);
-    /// Where the selection starts and ends, in characters from the start of its text; Empty after a failure,
-    /// which is shown in a box.
+    /// Where the selection starts, in characters from the start of its story; Empty after a failure, which is
+    /// shown in a box.
     Variant W_LitPosDebSel(const ObjectPtr& Word);
+    /// The same for the end.
     Variant W_LitPosFinSel(const ObjectPtr& Word);
     /// The selected text; `start` and `end` are ignored. Box on failure.
     Text W_LitTexte(const ObjectPtr& Word, int start, int end);
@@ -89,6 +93,7 @@ class GWORD {
     bool W_Masque(const ObjectPtr& Word, std::optional<bool> flag = {});
     /// To the next word; the selection grows when a marker is given, whatever it is.
     bool W_MotDroite(const ObjectPtr& Word, const std::optional<Variant>& marker = {});
+    // By the clipboard, for the selection; true whatever happened.
     bool W_EditionColler(const ObjectPtr& Word);
     bool W_EditionCopier(const ObjectPtr& Word);
     bool W_EditionCouper(const ObjectPtr& Word);
@@ -110,10 +115,11 @@ class GWORD {
     bool W_DebutDocument(const ObjectPtr& Word);
     /// Into the footer, or back from it. Failures behind W_AffichagePage reach the caller.
     bool W_AffichagePiedPage(const ObjectPtr& Word);
-    /// Failures reach the caller.
+    /// Goes to the next footnote. Failures reach the caller.
     bool W_AtteindreNoteBasPgSuiv(const ObjectPtr& Word);
+    /// Goes to the start of the line. Failures reach the caller.
     bool W_DebutLigne(const ObjectPtr& Word);
-    /// Selects a bookmark; whether it did.
+    /// Selects a bookmark and shows pages; whether the bookmark was selected. Box when the pages are not.
     bool W_EditionAtteindre(const ObjectPtr& Word, TextView bookmark);
     /// Whether the document has changes that are not saved; false after a failure.
     bool W_EstDocModifie(const ObjectPtr& Word);
@@ -143,7 +149,8 @@ class GWORD {
     bool W_TableauSupprimerCellules(const ObjectPtr& Word);
     bool W_TableauSelectionnerLigne(const ObjectPtr& Word);
     bool W_TableauLargeurColonne(const ObjectPtr& Word);
-    /// Whether the bookmark exists; if so the selection stands on it.
+    /// Whether the bookmark exists; if so the selection goes there, as W_EditionAtteindre does it, and what
+    /// becomes of that is not told. Box when the question itself fails.
     bool W_Existe_Signet(const ObjectPtr& Word, TextView bookmark);
     /// What Word tells of the selection under that code. Failures reach the caller.
     Variant W_SelInfo(const ObjectPtr& Word, int code);

@@ -56,9 +56,9 @@ class Value {
 
 using NamedArgument = std::pair<Text, Value>;
 
-/// An object of another program. Member names are case-insensitive. Every call may throw
-/// basic::RuntimeError: 438 no such member, 91 object not set, 462 the program is gone, others as the
-/// program reports them, with its text. One thread.
+/// An object of another program. Member names are that program's; Word takes its own in any case. Every call
+/// may throw basic::RuntimeError: 438 no such member, 91 object not set, 462 the program is gone, others as
+/// the program reports them, with its text. One thread.
 class Object {
  public:
     virtual ~Object() = default;

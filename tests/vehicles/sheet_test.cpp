@@ -133,6 +133,8 @@ class SheetTest : public QObject {
     void WithoutCustomerUserFieldsAndNotesNothingStandsForThem();
     void AHiddenFieldIsNotOnTheSheet();
     void AllFieldsOfASite();
+    void AFieldBehindTheParametersThatIsLabelledIsSentToo();
+    void AVehicleOfAWorkshop();
     void ALongRegistrationIsWhole_data();
     void ALongRegistrationIsWhole();
     void LongTextsAreWhole();
@@ -523,6 +525,39 @@ void SheetTest::AllFieldsOfASite() {
     QVERIFY(!lines.join(u'|').contains(QStringLiteral("valeur 16")));
 }
 
+/// A label of the form's design, as another edition may have it.
+void SheetTest::AFieldBehindTheParametersThatIsLabelledIsSentToo() {
+    SetVehicle(QStringLiteral("KG-361-VP"), u"TVEH_USER22", QStringLiteral("dernier"));
+    Open(QStringLiteral("KG-361-VP"));
+    UserLabel(22)->SetCaption(QStringLiteral("22 - Autre"));
+    const QStringList lines = OnlyPage();
+    QVERIFY2(lines.contains(QStringLiteral("3 - N° de série VFLJTBF4393544 22 - Autre dernier")),
+             qPrintable(lines.join(u'|')));
+    QCOMPARE(TheReportRequest().FormulaName(39), QStringLiteral("{@LIBUSER22}"));
+    QCOMPARE(TheReportRequest().FormulaName(40), QStringLiteral("{@VALUSER22}"));
+}
+
+void SheetTest::AVehicleOfAWorkshop() {
+    const std::filesystem::path workshop = std::filesystem::path(QUARDELE_SAMPLE_DIR) / "QUARDELE";
+    if (!std::filesystem::exists(workshop)) {
+        QSKIP("there is no sample of a workshop here");
+    }
+    program_.reset();
+    program_ = std::make_unique<RunningProgram>(workshop);
+    Open(QStringLiteral("FV-617-NF"));
+    const QStringList lines = OnlyPage();
+    const qsizetype heading = lines.indexOf(QStringLiteral("Caractéristiques"));
+    QCOMPARE(lines.mid(heading),
+             QStringList({QStringLiteral("Caractéristiques"),
+                          QStringLiteral("1 - 1er usage 19/02/2015 6 - Puissance (CV) 10"),
+                          QStringLiteral("2 - Kilométrage 225388 7 - Couleur Gris métallisé"),
+                          QStringLiteral("3 - N° de série VFPAFPQ5017475 10 - Conducteur Zoé Garnier"),
+                          QStringLiteral("4 - Énergie Essence"), QStringLiteral("Notes"),
+                          QStringLiteral("Prévoir véhicule de prêt ; clé n° 60"),
+                          QStringLiteral("Attention : pneus d'été à l'atelier")}) +
+                 WorkTable() + QStringList(QStringLiteral("FV-617-NF – DACIA Page 1/1")));
+}
+
 void SheetTest::ALongRegistrationIsWhole_data() {
     QTest::addColumn<QString>("registration");
     QTest::newRow("ten wide letters") << QStringLiteral("WWWWWWWWWW");
@@ -541,6 +576,7 @@ void SheetTest::ALongRegistrationIsWhole() {
                  lines.join(u' ').remove(QRegularExpression(QStringLiteral("[^MW]"))).contains(registration),
              qPrintable(lines.join(u'|')));
     QVERIFY(!lines.join(u' ').contains(u'…'));
+    QCOMPARE(lines.join(u' ').count(u'W'), registration.count(u'W'));
 }
 
 void SheetTest::LongTextsAreWhole() {

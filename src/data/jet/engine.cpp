@@ -119,7 +119,8 @@ void Engine::EnterLockFile() {
 }
 
 bool Engine::ShutOthersOut() {
-    return others_.Holds() || others_.TakeOthers(path_, rows_->UsersHere());
+    // Beside a lock file that was deleted, those who have come since are in another one.
+    return others_.Holds() || (users_.HasItsName() && others_.TakeOthers(path_, rows_->UsersHere()));
 }
 
 void Engine::LetOthersIn() {

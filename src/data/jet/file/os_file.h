@@ -51,6 +51,7 @@ class OsFile {
     /// Makes a new empty file, replacing one that is there.
     void Create(const std::filesystem::path& path);
     void Close();
+    [[nodiscard]] bool IsOpen() const { return handle_ >= 0; }
     /// Gives the file, which must be ours, the group and the permissions of another one, as far as the system
     /// lets us: who may use that one can use this one as well. Never throws.
     void ShareLike(const std::filesystem::path& model);

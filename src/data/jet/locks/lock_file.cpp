@@ -43,8 +43,7 @@ LockFile::Entry LockFile::Enter(const std::filesystem::path& dataFile, std::span
                              const OsFile::LockResult result = TakePlace(avoided);
                              // The last user may have deleted the file between our opening and our locking
                              // it: then another one has its name, or none.
-                             const bool sameFile = IdOf(path) == file_.Id();
-                             if (result == OsFile::LockResult::Taken && sameFile) {
+                             if (result == OsFile::LockResult::Taken && HasItsName()) {
                                  entry = Entry::Entered;
                                  return true;
                              }
@@ -95,14 +94,13 @@ void LockFile::Leave() {
     const std::filesystem::path path = file_.Path();
     held_.clear();
     commit_.Close();
-    isCommitOpen_ = false;
     file_.Unlock(lock_bytes::kUsers + static_cast<std::uint64_t>(user_ - 1));
     user_ = 0;
     try {
         // Who holds all places is alone, and nobody can come in while the name goes.
         if (file_.TryLock(lock_bytes::kUsers, OsFile::Lock::Exclusive, lock_bytes::kMostUsers) ==
                 OsFile::LockResult::Taken &&
-            IdOf(path) == file_.Id()) {
+            HasItsName()) {
             RemoveFile(path);
         }
     } catch (const basic::RuntimeError&) {
@@ -144,8 +142,7 @@ bool LockFile::TryHoldPages(std::span<const std::uint32_t> pages) {
     if (user_ == 0) {
         return true;
     }
-    isCommitOpen_ = isCommitOpen_ || commit_.OpenOrCreate(file_.Path());
-    if (!isCommitOpen_) {
+    if (!commit_.IsOpen() && !commit_.OpenOrCreate(file_.Path())) {
         throw basic::RuntimeError(basic::error::kReadOnly);
     }
     for (const Range& range : RangesOf(pages)) {

@@ -32,6 +32,9 @@ class LockFile {
     void Leave();
     /// 1 to 255; 0 for who has not entered.
     [[nodiscard]] int User() const { return user_; }
+    /// Whether those who come now meet us: false when somebody has deleted the file in spite of us. Only for
+    /// who has entered.
+    [[nodiscard]] bool HasItsName() const { return IdOf(file_.Path()) == file_.Id(); }
 
     /// Keeps other programs from changing a page; false when one of them is doing so. True without an effect
     /// for who has not entered. Not counted: a second lock of the same page changes nothing.
@@ -56,8 +59,7 @@ class LockFile {
     void WriteName();
 
     OsFile file_;
-    OsFile commit_;  ///< its own locks, so that the end of a commit leaves those of file_ alone
-    bool isCommitOpen_ = false;
+    OsFile commit_;            ///< as RowLocks' file of a step: its own locks, open from the first commit on
     std::vector<Range> held_;  ///< by commit_
     int user_ = 0;
 };

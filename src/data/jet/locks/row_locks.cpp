@@ -102,7 +102,7 @@ bool RowLocks::TryLockForStep(RowId row) {
     if (Has(row) || lockFile_.User() == 0) {
         return true;
     }
-    if (stepPages_.empty() && stepRows_.empty() && !step_.Open(file_.Path(), OsFile::Access::ReadWrite)) {
+    if (!step_.IsOpen() && !step_.Open(file_.Path(), OsFile::Access::ReadWrite)) {
         return false;
     }
     const auto lock = [&](std::uint64_t byte, std::uint64_t count) {
@@ -132,9 +132,14 @@ void RowLocks::DropStepLocks() {
     if (inStep_ || !borrowed_.empty()) {
         return;
     }
+    for (const std::uint32_t page : stepPages_) {
+        step_.Unlock(ByteOf({page, 0}), lock_bytes::kRowsPerPage);
+    }
+    for (const RowId row : stepRows_) {
+        step_.Unlock(ByteOf(row));
+    }
     stepPages_.clear();
     stepRows_.clear();
-    step_.Close();
 }
 
 std::vector<int> RowLocks::UsersHere() const {

@@ -51,7 +51,9 @@ class RowLocks {
     FileId id_;
     std::map<RowId, std::size_t> rows_;
     std::map<std::uint32_t, std::size_t> pages_;  ///< rows of rows_ on each page
-    OsFile step_;  ///< its own locks, so that the end of a step leaves those of file_ alone
+    /// Its own locks, so that the end of a step leaves those of file_ alone. It stays open from the first
+    /// step on: some systems keep the handles of a file that is closed while somebody has locked it.
+    OsFile step_;
     std::set<std::uint32_t> stepPages_;  ///< all rows of the page
     std::set<RowId> stepRows_;
     bool inStep_ = false;

@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-#include "../data/jet/refused_locks.h"
+#include "../data/jet/refused_calls.h"
 #include "child_action.h"
 #include "locks/lock_file.h"
 #include "mdb_program.h"

@@ -13,7 +13,7 @@
 #include "commit/journal.h"
 #include "dying.h"
 #include "locks/lock_file.h"
-#include "refused_locks.h"
+#include "refused_calls.h"
 #include "support.h"
 #include "workshop.h"
 

@@ -1,8 +1,6 @@
 #include "file/page_cache.h"
 
 #include <algorithm>
-#include <array>
-#include <numeric>
 
 namespace quardele::jet {
 
@@ -12,9 +10,7 @@ namespace {
 constexpr std::size_t kMostFrames = 10240;
 /// 4 MiB for who goes through the file in order and does not come back: memory that is used anew is at hand.
 constexpr std::size_t kMostFramesInOrder = 1024;
-/// A reader that goes through the file in order gets so many pages with one system call.
-constexpr std::uint32_t kReadAhead = 16;
-/// The same for one who says which pages he wants, the pages between them included.
+/// Who says which pages he wants gets so many with one system call, the pages between them included.
 constexpr std::uint32_t kLongestRun = 64;
 /// From one of these to the next, if both are to be read at once.
 constexpr std::uint32_t kWidestStep = 5;
@@ -72,10 +68,8 @@ PagePtr PageCache::ReadInside(std::uint32_t number) const {
         return frame.page;
     }
     const std::size_t mostFrames = number == expected_ ? kMostFramesInOrder : kMostFrames;
-    std::array<std::uint32_t, kReadAhead> run{};
-    std::iota(run.begin(), run.end(), number);
     expected_ = number + 1;
-    return Load(std::span(run).first(RunLength(number)), mostFrames);
+    return Load({&number, 1}, mostFrames);
 }
 
 PagePtr PageCache::ReadFirstInside(std::span<const std::uint32_t> pages) const {
@@ -89,10 +83,13 @@ PagePtr PageCache::ReadFirstInside(std::span<const std::uint32_t> pages) const {
 
 PagePtr PageCache::Load(std::span<const std::uint32_t> pages, std::size_t mostFrames) const {
     const std::uint32_t start = pages.front();
-    ReadRun(start, pages.back() - start + 1);
+    const std::uint32_t end = start + ReadRun(start, pages.back() - start + 1);
     const std::size_t pageSize = Layout().pageSize;
     PagePtr first;
     for (const std::uint32_t number : pages) {
+        if (number >= end) {
+            break;
+        }
         if (Holds(number)) {
             continue;
         }
@@ -110,29 +107,35 @@ PagePtr PageCache::Load(std::span<const std::uint32_t> pages, std::size_t mostFr
 }
 
 // The bytes count only if nobody had begun to change the file by the time they were read.
-void PageCache::ReadRun(std::uint32_t number, std::uint32_t run) const {
-    const std::size_t pageSize = Layout().pageSize;
-    readBuffer_.resize(run * pageSize);
-    pagesRead_ += run;
-    const std::size_t read = file_.ReadAt(std::uint64_t{number} * pageSize, readBuffer_);
+std::uint32_t PageCache::ReadRun(std::uint32_t number, std::uint32_t run) const {
+    const std::uint32_t whole = ReadWhatCanBeRead(number, run);
     if (pictures_ != nullptr && !pictures_->IsWhole(*picture_)) {
         Clear();
         throw PictureTorn();
     }
-    if (read != readBuffer_.size()) {
+    if (whole == 0) {
         ThrowDamaged(number, u"page incomplète");
     }
+    pagesRead_ += whole;
+    return whole;
 }
 
-std::uint32_t PageCache::RunLength(std::uint32_t number) const {
-    if (number != expected_) {
-        return 1;
+// A sector that cannot be read lets the whole call fail, and a disk takes seconds to say so: half as many
+// pages are tried each time, so that few of the calls meet it. It is the caller's matter once its page was
+// asked for.
+std::uint32_t PageCache::ReadWhatCanBeRead(std::uint32_t number, std::uint32_t run) const {
+    const std::size_t pageSize = Layout().pageSize;
+    for (;; run /= 2) {
+        readBuffer_.resize(run * pageSize);
+        try {
+            const std::size_t read = file_.ReadAt(std::uint64_t{number} * pageSize, readBuffer_);
+            return static_cast<std::uint32_t>(read / pageSize);
+        } catch (const basic::RuntimeError&) {
+            if (run == 1) {
+                throw;
+            }
+        }
     }
-    std::uint32_t run = 1;
-    while (run < kReadAhead && number + run < pageCount_ && !Holds(number + run)) {
-        ++run;
-    }
-    return run;
 }
 
 // How many pages of a list to read at once. Those of one table lie close together; what lies between them is

@@ -63,9 +63,13 @@ class PageCache final : public PageSource {
     }
     void TakePicture() const;
     /// Reads pages in ascending order, and what lies between them, with one system call. Keeps those that are
-    /// not there yet within a number of frames, and returns the first, which must be one of them.
+    /// not there yet within a number of frames, and returns the first, which must be one of them. What cannot
+    /// be read behind the first one is left out.
     PagePtr Load(std::span<const std::uint32_t> pages, std::size_t mostFrames) const;
-    void ReadRun(std::uint32_t number, std::uint32_t run) const;
+    /// Reads pages into the buffer, and returns how many: at least one. Throws RuntimeError 3343 when the
+    /// file ends within the first one, 57 when that one cannot be read.
+    [[nodiscard]] std::uint32_t ReadRun(std::uint32_t number, std::uint32_t run) const;
+    [[nodiscard]] std::uint32_t ReadWhatCanBeRead(std::uint32_t number, std::uint32_t run) const;
     /// Keeps a page within a number of frames.
     void Insert(PagePtr page, std::size_t mostFrames) const;
     [[nodiscard]] std::size_t FrameToReuse() const;
@@ -73,7 +77,6 @@ class PageCache final : public PageSource {
         return number < frameOf_.size() && frameOf_[number] != kNoFrame;
     }
     void Remember(std::uint32_t number, std::size_t frame) const;
-    [[nodiscard]] std::uint32_t RunLength(std::uint32_t number) const;
     [[nodiscard]] std::size_t WorthReading(std::span<const std::uint32_t> pages) const;
 
     const OsFile& file_;

@@ -96,6 +96,14 @@ TEST_F(ExecTest, AScriptThatIsNotInUtf8IsRefused) {
     EXPECT_EQ(Dump("T"), "id,t\n1,one\n");
 }
 
+// What comes through a pipe or from a file is UTF-8 whatever the code page of the system.
+TEST_F(ExecTest, AScriptInUtf8MayBeginWithAByteOrderMark) {
+    const std::string insert = "INSERT INTO T (id, t) VALUES (2, 'é€ΩЖ')";
+    EXPECT_EQ(Mdb({"exec", file_, "-"}, "\xEF\xBB\xBF" + insert).err, "");
+    EXPECT_EQ(Mdb({"import", file_, "T", "-"}, "\xEF\xBB\xBFid,t\n3,Ωé\n").err, "");
+    EXPECT_EQ(Dump("T"), "id,t\n1,one\n2,é€ΩЖ\n3,Ωé\n");
+}
+
 TEST_F(ExecTest, ASelectIsRefused) {
     const Outcome exec = Mdb({"exec", file_, "SELECT * FROM T"});
     EXPECT_EQ(exec.exitCode, 1);

@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace quardele::mdb {
@@ -23,6 +24,9 @@ class PlainStreams {
     unsigned consoleBefore_ = 0;  ///< the code page that the console had; 0 for none
 };
 [[nodiscard]] bool IsTerminal(std::FILE* stream);
+/// What somebody types, up to its end, in UTF-8; nothing where the standard input gives the bytes itself, as
+/// it does unless it is a console with a code page of its own. Throws Failure when it cannot be read.
+[[nodiscard]] std::optional<std::string> TypedText();
 /// Whether the user's system speaks French, where that is no matter of environment variables.
 [[nodiscard]] bool IsSystemFrench();
 

@@ -19,6 +19,10 @@ bool IsTerminal(std::FILE* stream) {
     return ::isatty(::fileno(stream)) == 1;
 }
 
+std::optional<std::string> TypedText() {
+    return std::nullopt;
+}
+
 bool IsSystemFrench() {
     return false;
 }

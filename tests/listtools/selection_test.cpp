@@ -353,6 +353,8 @@ void SelectionTest::AnApostropheEndsInTheMessageAndClosesTheDialog() {
              qPrintable(boxes.front()));
     QVERIFY(!forms::IsLoaded<listtools::FSELECT>());
     QCOMPARE(Source(), QStringLiteral("SELECT * FROM TVEH Where TVEH_MARQUE= 'L'OREE' ;"));
+    // The rows had been taken out for the new ones.
+    QCOMPARE(Vehicles().grid->MaxRows(), 0);
     QCOMPARE(forms::Screen::MousePointer(), 0);
     QCOMPARE(program_->Ends(), 0);
 }

@@ -64,6 +64,7 @@ class ToolsTest : public QObject {
     void ADeclinedExportWritesNothing();
     void TheExportLandsInTheCurrentFolder();
     void TheExportKeepsTheRecordAndTheProtection();
+    void TheGridIsNotProtectedWhileItIsWritten();
     void TheExportOfAGridWithoutADataControl();
     void TheExportOfAnEmptyListIsToldLikeAnyOther();
     void ADeclinedExportOfAnEmptyListWritesNothing();
@@ -275,6 +276,7 @@ void ToolsTest::ADeclinedExportWritesNothing() {
     PressKey(Qt::Key_Down);
     const QString before = Box("CTX_IMMAT")->Text();
     program_->boxes.AnswerNo();
+    program_->boxes.LookAtBoxes([] { Vehicles().data->Recordset()->MoveLast(); });
     QVERIFY(!listtools::GridToolAction(kExcelTool, *Vehicles().grid, Vehicles().data));
     CompareBoxes(program_->boxes, {kConfirm});
     QCOMPARE(Box("CTX_IMMAT")->Text(), before);
@@ -305,6 +307,16 @@ void ToolsTest::TheExportKeepsTheRecordAndTheProtection() {
     grid.SetProtect(false);
     QVERIFY(listtools::GridToolAction(kExcelTool, grid, Vehicles().data));
     QVERIFY(!grid.Protect());
+}
+
+void ToolsTest::TheGridIsNotProtectedWhileItIsWritten() {
+    forms::Grid& grid = *Vehicles().grid;
+    QList<bool> writing;
+    connect(&grid, &forms::Grid::DataFill, this, [&] { writing.append(grid.Protect()); });
+    PressTool(Vehicles(), kExcelTool);
+    QVERIFY(!writing.isEmpty());
+    QCOMPARE(writing.count(true), 0);
+    QVERIFY(grid.Protect());
 }
 
 void ToolsTest::TheExportOfAGridWithoutADataControl() {

@@ -43,6 +43,7 @@ class TabsTest : public QObject {
     void TheGuardReloadsTheVisits();
     void GoingBackHidesTheHistoryOnly();
     void AnEmptyFileGivesABlankRecord();
+    void AnApostropheInARegistrationIsAnUnhandledErrorAndLeavesNoVisits();
 
  private:
     std::unique_ptr<RunningProgram> program_;
@@ -205,6 +206,25 @@ void TabsTest::AnEmptyFileGivesABlankRecord() {
     for (const char* box : {"CTX_IMMAT", "CTX_MARQUE", "CTX_ComplIdent", "CTX_CODCLI", "CTX_RSCLI"}) {
         QCOMPARE(Box(box)->Text(), QString());
     }
+    QCOMPARE(Grid("DBG_DETAIL")->MaxRows(), 0);
+}
+
+void TabsTest::AnApostropheInARegistrationIsAnUnhandledErrorAndLeavesNoVisits() {
+    ExecuteElsewhere(program_->DataFile(),
+                     QStringLiteral("insert into TVEH (TVEH_IMMAT) values (\"L'AUTO\")"));
+    PressKey(Qt::Key_F5);
+    OpenRecordOf(QStringLiteral("2107 RC 59"));
+    QVERIFY(Grid("DBG_DETAIL")->MaxRows() > 0);
+    PressKey(Qt::Key_F8);
+    Data("DBD_TVEH")->Recordset()->FindFirst(u"TVEH_IMMAT = \"L'AUTO\"");
+    QCOMPARE(Box("CTX_IMMAT")->Text(), QStringLiteral("L'AUTO"));
+    support::BoxAnswerer boxes;
+    const int endsBefore = forms::CatchEndOfProcess(true);
+    PressKey(Qt::Key_Return);
+    QCOMPARE(boxes.Shown().size(), std::size_t{1});
+    const QString& text = boxes.Shown().front().text;
+    QVERIFY2(text.startsWith(QStringLiteral("Erreur d'exécution 3075")), qPrintable(text));
+    QCOMPARE(forms::CatchEndOfProcess(true), endsBefore + 1);
     QCOMPARE(Grid("DBG_DETAIL")->MaxRows(), 0);
 }
 

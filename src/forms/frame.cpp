@@ -6,6 +6,7 @@
 #include <forms/controls.h>
 
 #include "palette.h"
+#include "style.h"
 
 namespace quardele::forms {
 namespace {
@@ -67,9 +68,7 @@ void Frame::paintEvent(QPaintEvent* event) {
 void Frame::PaintFloating(QPainter& painter) const {
     const QRect sheet = rect().adjusted(0, 0, -kShadow, -kShadow);
     painter.fillRect(sheet.translated(kShadow, kShadow), QColor(0x1B, 0x24, 0x30, 0x60));
-    painter.fillRect(sheet, colors::kWindow);
-    painter.setPen(colors::kAccent);
-    painter.drawRect(sheet.adjusted(0, 0, -1, -1));
+    draw::Sheet(painter, sheet, colors::kWindow, colors::kAccent);
     const QRect band(sheet.left(), sheet.top(), sheet.width(), kTitleBand);
     painter.fillRect(band, colors::kAccent);
     painter.setPen(colors::kEntry);

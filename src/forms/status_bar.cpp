@@ -9,6 +9,7 @@
 #include <forms/twips.h>
 
 #include "palette.h"
+#include "style.h"
 
 namespace quardele::forms {
 namespace {
@@ -55,9 +56,7 @@ void StatusPanel::mouseReleaseEvent(QMouseEvent* event) {
 
 void StatusPanel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    painter.setPen(colors::kDecorativeLine);
-    painter.setBrush(index_ == 1 ? colors::kLocked : colors::kEntry);
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    draw::Sheet(painter, rect(), index_ == 1 ? colors::kLocked : colors::kEntry, colors::kDecorativeLine);
 }
 
 StatusBar::StatusBar(QWidget* parent) : QFrame(parent) {

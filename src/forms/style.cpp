@@ -171,6 +171,12 @@ void draw::CellFrame(QPainter& painter, const QRect& rect, const QColor& color) 
     painter.restore();
 }
 
+/// A line would lose the pixels that lie outside of the rectangle by half.
+void draw::Sheet(QPainter& painter, const QRect& rect, const QColor& fill, const QColor& border) {
+    painter.fillRect(rect, border);
+    painter.fillRect(rect.adjusted(1, 1, -1, -1), fill);
+}
+
 void draw::TickBox(QPainter& painter, const QRect& rect, bool ticked, bool enabled) {
     const QColor border = !enabled ? kDecorativeLine : ticked ? kAccent : kBorder;
     RoundedBox(painter, rect, ticked ? (enabled ? kAccent : kBorder) : kEntry, border, 1, kRadius + 1);

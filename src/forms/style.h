@@ -18,6 +18,8 @@ void CellFrame(QPainter& painter, const QRect& rect, const QColor& color);
 /// A tick box of kTickSize pixels.
 void TickBox(QPainter& painter, const QRect& rect, bool ticked, bool enabled);
 inline constexpr int kTickSize = 14;
+/// A face with square corners and a thin border, which stays whole at every scale of the desktop.
+void Sheet(QPainter& painter, const QRect& rect, const QColor& fill, const QColor& border);
 /// A face with rounded corners.
 void Face(QPainter& painter, const QRect& rect, const QColor& fill, const QColor& border, double borderWidth);
 }  // namespace draw

@@ -14,6 +14,7 @@
 #include <shell/session.h>
 
 #include "load_statements.h"
+#include "log_box.h"
 #include "ui_f_evolution.h"
 
 namespace quardele::shell {
@@ -70,7 +71,7 @@ F_EVOLUTION::F_EVOLUTION() : Form(QStringLiteral("F_EVOLUTION"), forms::FormKind
     FRM_Choix = layout.FRM_Choix;
     DBC_Choix = layout.DBC_Choix;
     CTX_Choix = layout.CTX_Choix;
-    CTX_EVOLUTION = layout.CTX_EVOLUTION;
+    CTX_EVOLUTION = log_ = layout.CTX_EVOLUTION;
     DBD_evolution = layout.DBD_evolution;
     DBD_Modules = layout.DBD_Modules;
 
@@ -168,6 +169,8 @@ void F_EVOLUTION::Form_Resize() {
     }
     forms::SetTop(CTX_EVOLUTION, top);
     forms::SetHeight(CTX_EVOLUTION, Height() - top);
+    // The form's height counts its frame: the box reaches behind the lower edge, its text does not.
+    log_->KeepFree(CTX_EVOLUTION->geometry().bottom() - Surface()->rect().bottom());
 }
 
 }  // namespace quardele::shell

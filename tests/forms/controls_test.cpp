@@ -1,4 +1,6 @@
 // Buttons, tick boxes, labels, frames, and what all controls have in common.
+#include <cmath>
+
 #include <QHelpEvent>
 #include <QSignalSpy>
 #include <QToolTip>
@@ -114,6 +116,29 @@ class ControlsTest : public QObject {
         QCOMPARE(stage_->children().last(), frame);
     }
 
+    void AFloatingFrameHasItsBorderAtEveryEdge_data() {
+        QTest::addColumn<double>("scale");
+        for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+            QTest::addRow("%.0f %%", 100 * scale) << scale;
+        }
+    }
+
+    void AFloatingFrameHasItsBorderAtEveryEdge() {
+        QFETCH(const double, scale);
+        constexpr int kShadow = 2;
+        auto* frame = Make<Frame>(QRect(10, 10, 201, 101));
+        frame->SetFloating(true);
+        const QImage picture = PictureOf(*frame, scale);
+        const QColor accent = picture.pixelColor(picture.width() / 2, 1);
+        const int middle = picture.height() / 2;
+        const auto right = static_cast<int>(std::lround((frame->width() - kShadow) * scale)) - 1;
+        const auto bottom = static_cast<int>(std::lround((frame->height() - kShadow) * scale)) - 1;
+        QCOMPARE(picture.pixelColor(0, middle), accent);
+        QCOMPARE(picture.pixelColor(right, middle), accent);
+        QCOMPARE(picture.pixelColor(picture.width() / 2, bottom), accent);
+        QVERIFY(picture.pixelColor(picture.width() / 2, middle) != accent);
+    }
+
     // In common.
 
     void NameAndIndexOfAnArraysElement() {
@@ -180,6 +205,14 @@ class ControlsTest : public QObject {
     static void Name(QWidget& control, const QString& name, int index) {
         control.setObjectName(QStringLiteral("%1_%2").arg(name).arg(index));
         control.setProperty("index", index);
+    }
+    /// As a desktop shows it that is scaled up.
+    static QImage PictureOf(QWidget& widget, double scale) {
+        QImage picture(widget.size() * scale, QImage::Format_RGB32);
+        picture.setDevicePixelRatio(scale);
+        picture.fill(Qt::white);
+        widget.render(&picture);
+        return picture;
     }
     static void ShowTip(QWidget& widget) {
         QHelpEvent event(QEvent::ToolTip, QPoint(2, 2), widget.mapToGlobal(QPoint(2, 2)));

@@ -119,6 +119,8 @@ class ChangeLogTest : public QObject {
     void ANewOpeningStartsAnew();
     void WithoutTheChoiceTheBoxFillsTheForm();
     void WithTheChoiceTheBoxBeginsBelowIt();
+    void TheLastLineIsSeen_data();
+    void TheLastLineIsSeen();
     void TheCommandLineNamesTheModule_data();
     void TheCommandLineNamesTheModule();
     void ACommandLineWithoutANumberIsAnErrorOfTheLog();
@@ -285,6 +287,27 @@ void ChangeLogTest::WithTheChoiceTheBoxBeginsBelowIt() {
         QCOMPARE(forms::Left(form.CTX_EVOLUTION), 0);
         QCOMPARE(forms::Top(form.CTX_EVOLUTION), 56 * 15);
         QCOMPARE(forms::Height(form.CTX_EVOLUTION), form.Height() - 56 * 15);
+    }
+}
+
+void ChangeLogTest::TheLastLineIsSeen_data() {
+    QTest::addColumn<int>("module");
+    QTest::newRow("without the choice") << 10;
+    QTest::newRow("with the choice") << 99;
+}
+
+void ChangeLogTest::TheLastLineIsSeen() {
+    QFETCH(const int, module);
+    F_EVOLUTION& form = OpenLogOf(module);
+    // The box reaches behind the lower edge of the form's inside by the height of the title bar.
+    QVERIFY(form.CTX_EVOLUTION->geometry().bottom() > form.Surface()->rect().bottom());
+    form.CTX_EVOLUTION->SetText(QString(QStringLiteral("ligne\r\n")).repeated(200));
+    QTest::keyClick(form.CTX_EVOLUTION, Qt::Key_End, Qt::ControlModifier);
+    for (const int pixels : {0, 60}) {
+        form.SetHeight(form.Height() + 15 * pixels);
+        const QWidget* const text = form.CTX_EVOLUTION->viewport();
+        QVERIFY(text->mapTo(form.Surface(), text->rect().bottomRight()).y() < form.Surface()->height());
+        QVERIFY(text->height() > form.Surface()->height() / 2);
     }
 }
 

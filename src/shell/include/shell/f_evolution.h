@@ -10,6 +10,8 @@
 
 namespace quardele::shell {
 
+class LogBox;
+
 /// Dialog that shows the revisions of one module with their changes, newest first. The module is the one that
 /// the command line names ("/10"), or else the session's; number 99 lets the operator choose one.
 class F_EVOLUTION : public forms::Form {
@@ -38,6 +40,8 @@ class F_EVOLUTION : public forms::Form {
     void ShowTitle();
     void FillLog();
 
+    /// CTX_EVOLUTION.
+    LogBox* log_ = nullptr;
     /// The module shown; a text, since the command line may hold anything.
     QString NumAppli;
     /// Whether the operator may choose another module.

@@ -143,6 +143,7 @@ class VisitsTest : public QObject {
     void AChoiceAloneIsNoChange();
     void WithoutTypesOfWorkThereIsNothingToChoose();
     void TheButtonClosesThePickerAsEscapeDoes();
+    void EscapeOnTheButtonOfThePickerClosesItToo();
 
     // In the file.
     void TwoVisitsOfANewVehicleAreTypedAndSavedWithoutTheMouse();
@@ -535,6 +536,14 @@ void VisitsTest::TheButtonClosesThePickerAsEscapeDoes() {
     QVERIFY(!PickerIsShown());
     QCOMPARE(forms::Screen::ActiveControl(), Visits());
     QCOMPARE(Visit(kType, 1), QStringLiteral("ZZZ"));
+}
+
+void VisitsTest::EscapeOnTheButtonOfThePickerClosesItToo() {
+    TypeVisit(kType, 1, QStringLiteral("ZZZ"));
+    forms::SetFocus(Button("Cmd_Fermer_TypTrav"));
+    PressKey(Qt::Key_Escape);
+    QVERIFY(!PickerIsShown());
+    QCOMPARE(forms::Screen::ActiveControl(), Visits());
 }
 
 // In the file.

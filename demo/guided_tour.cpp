@@ -11,6 +11,7 @@
 #include <QMainWindow>
 #include <QPixmap>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <reminders/fchxmodl.h>
 #include <reminders/frelances.h>
@@ -213,18 +214,25 @@ class Tour {
 
     /// In the viewer, and its page.
     void ShowSheet() {
+        constexpr int kGlanceMilliseconds = 30;
         ToVehicleWithFullRecord();
         const QTemporaryDir folder;
         const QString pdf = folder.filePath(QStringLiteral("fiche.pdf"));
-        const ModalWatcher watcher([&](QWidget& window) {
+        const ModalWatcher confirmation([](QWidget& window) {
             if (window.findChild<QLabel*>(QStringLiteral("MsgBox_Text")) != nullptr) {
                 PressKeys({Qt::Key_Return});
-            } else if (forms::Instance<reports::F_RPT>().CRViewer91->Shown() != nullptr) {
-                ShowWindow(window, "Aperçu de la fiche", "fiche-apercu");
-                SavePdf(window, pdf);
-                window.close();
             }
         });
+        QTimer glance;
+        QObject::connect(&glance, &QTimer::timeout, &glance, [&] {
+            if (QWidget* const viewer = ViewerWithPages()) {
+                glance.stop();
+                ShowWindow(*viewer, "Aperçu de la fiche", "fiche-apercu");
+                SavePdf(*viewer, pdf);
+                viewer->close();
+            }
+        });
+        glance.start(kGlanceMilliseconds);
         Click(VehicleControl("Cmd_Imprimer_0"));
         // Without a desktop nobody makes the window behind the viewer active again.
         mainWindow_.Window()->activateWindow();
@@ -233,6 +241,17 @@ class Tour {
         if (PictureOfPdf(pdf.toStdString(), picture)) {
             result_.stages.push_back({"Fiche imprimée", picture});
         }
+    }
+
+    /// It stands there, without pages, behind the confirmation too, and while that goes away.
+    static QWidget* ViewerWithPages() {
+        if (!forms::IsLoaded<reports::F_RPT>()) {
+            return nullptr;
+        }
+        const auto& form = forms::Instance<reports::F_RPT>();
+        const bool ready =
+            form.CRViewer91->Shown() != nullptr && QApplication::activeModalWidget() == form.Window();
+        return ready ? form.Window() : nullptr;
     }
 
     /// By the viewer's own button.

@@ -162,6 +162,7 @@ class FormLayoutTest : public QObject {
     void TheRecordGrowsWithTheScreen();
     void EveryTextIsReadable_data();
     void EveryTextIsReadable();
+    void OnASmallScreenEveryTextOfTheMaximizedFormIsReadable();
 };
 
 void FormLayoutTest::TheFormFitsTheMainWindow_data() {
@@ -303,6 +304,23 @@ void FormLayoutTest::EveryTextIsReadable() {
         QVERIFY(tabs->fontMetrics().horizontalAdvance(tabs->tabText(tab)) <= tabs->tabRect(tab).width());
     }
     QVERIFY(tabs->tabRect(kRecordTab).right() < Control<QWidget>("Pic_Boutons_ToolBar")->x());
+    CompareReadable();
+    OpenRecordOf(QStringLiteral("KG-361-VP"));
+    QCoreApplication::processEvents();
+    CompareReadable();
+}
+
+/// A screen of 1366 x 768 at 150 % is lower than the one that the forms were drawn for.
+void FormLayoutTest::OnASmallScreenEveryTextOfTheMaximizedFormIsReadable() {
+    constexpr int kWidth = 15 * 910;
+    constexpr int kHeight = 15 * 512;
+    forms::Screen::SetSizeForTests(kWidth, kHeight);
+    RunningProgram program;
+    program.OpenVehicles();
+    MainWindow().SetWidth(kWidth);
+    MainWindow().SetHeight(kHeight);
+    Form().SetWindowState(WindowState::Maximized);
+    QCoreApplication::processEvents();
     CompareReadable();
     OpenRecordOf(QStringLiteral("KG-361-VP"));
     QCoreApplication::processEvents();

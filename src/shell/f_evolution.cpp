@@ -82,17 +82,16 @@ F_EVOLUTION::F_EVOLUTION() : Form(QStringLiteral("F_EVOLUTION"), forms::FormKind
 }
 
 void F_EVOLUTION::Form_Load() {
-    int step = 0;
-    basic::ResumeNext statement = LoadStatements(step);
+    LoadStatements statement;
     statement([this] { ChooseModule(); });
     statement([this] { FRM_Choix->setVisible(ShowChoice); });
-    step = 10;
+    statement.ETAPE = 10;
     for (forms::DataControl* data : {DBD_evolution, DBD_Modules}) {
         statement([data] { data->SetDatabaseName(QStringLiteral(R"(c:\quardele\EvolutionV95.MDB)")); });
     }
-    step = 20;
+    statement.ETAPE = 20;
     statement([this] { DBD_evolution->SetRecordSource(LogStatement()); });
-    step = 30;
+    statement.ETAPE = 30;
     statement([this] {
         DBD_Modules->SetRecordSource(QStringLiteral("SELECT * From TNUMAPPLI ORDER BY NUMAPPLI;"));
     });

@@ -5,10 +5,9 @@
 
 namespace quardele::shell {
 
-basic::ResumeNext LoadStatements(const int& step) {
-    return basic::ResumeNext([&step](const basic::RuntimeError& error) {
-        forms::MsgBox(QStringLiteral("Load: (%1) : ").arg(step) + forms::ToQString(error.Description()));
-    });
-}
+LoadStatements::LoadStatements()
+    : ResumeNext([this](const basic::RuntimeError& error) {
+          forms::MsgBox(QStringLiteral("Load: (%1) : ").arg(ETAPE) + forms::ToQString(error.Description()));
+      }) {}
 
 }  // namespace quardele::shell

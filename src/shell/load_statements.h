@@ -5,9 +5,16 @@
 
 namespace quardele::shell {
 
-/// Runs the statements of a Load: of one that fails the operator is told the step as it stands then, with the
-/// error's description, and the next one runs. The text is the same in every language. `step` must live as
-/// long as the result.
-[[nodiscard]] basic::ResumeNext LoadStatements(const int& step);
+/// Runs the statements of a Load: of one that fails the operator is told the step, with the error's
+/// description, and the next one runs. The text is the same in every language.
+class LoadStatements : public basic::ResumeNext {
+ public:
+    LoadStatements();
+    LoadStatements(const LoadStatements&) = delete;
+    LoadStatements& operator=(const LoadStatements&) = delete;
+
+    /// The step that the Load has come to.
+    int ETAPE = 0;
+};
 
 }  // namespace quardele::shell

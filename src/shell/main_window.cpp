@@ -94,21 +94,20 @@ MDIMENU_VEH::MDIMENU_VEH() : MdiForm(QStringLiteral("MDIMENU_VEH")) {
 }
 
 void MDIMENU_VEH::Form_Load() {
-    int ETAPE = 0;
-    basic::ResumeNext statement = LoadStatements(ETAPE);
+    LoadStatements statement;
 
     statement([] { Init_Params_Locaux(); });
     PlaceOnScreen(statement);
-    ++ETAPE;
+    ++statement.ETAPE;
     statement([] { CONTROL_APPLI(); });
-    ++ETAPE;
+    ++statement.ETAPE;
     statement([] { RecordTranslationDatabase(); });
     statement([this] { services::TranslateForm(*this); });
-    ++ETAPE;
+    ++statement.ETAPE;
     statement(
         [] { TheSession().OBJ_WORD = std::make_unique<word::GWORD>(CurrentCatalogueKey, forms::ShowBox); });
     statement([this] { ExtendCaption(); });
-    ++ETAPE;
+    ++statement.ETAPE;
     statement([] {
         if (PATCH_VEH()) {
             forms::EndProcess();

@@ -139,7 +139,9 @@ class GridInputTest : public QObject {
 
     void FromColumnZeroTheFirstCellIsEntered_data() {
         QTest::addColumn<std::function<void()>>("step");
-        const auto row = [](const char* name, std::function<void()> step) { QTest::newRow(name) << step; };
+        const auto row = [](const char* name, const std::function<void()>& step) {
+            QTest::newRow(name) << step;
+        };
         row("click", [this] { ClickCell(2, 1); });
         row("right click",
             [this] { QTest::mouseClick(grid_->viewport(), Qt::RightButton, {}, RectOf(2, 1).center()); });

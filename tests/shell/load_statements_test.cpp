@@ -34,8 +34,7 @@ class LoadStatementsTest : public QObject {
 
 void LoadStatementsTest::AFailureIsToldWithItsStepAndTheNextStatementRuns() {
     support::BoxAnswerer boxes;
-    const int step = 0;
-    basic::ResumeNext statement = shell::LoadStatements(step);
+    shell::LoadStatements statement;
     bool ran = false;
     statement(Fail);
     statement([&] { ran = true; });
@@ -49,10 +48,9 @@ void LoadStatementsTest::AFailureIsToldWithItsStepAndTheNextStatementRuns() {
 
 void LoadStatementsTest::TheStepIsTheOneOfTheFailure() {
     support::BoxAnswerer boxes;
-    int step = 0;
-    basic::ResumeNext statement = shell::LoadStatements(step);
-    for (const int next : {10, 20, 30}) {
-        step = next;
+    shell::LoadStatements statement;
+    for (const int step : {10, 20, 30}) {
+        statement.ETAPE = step;
         statement(Fail);
     }
     QCOMPARE(boxes.TakeTexts(), (std::vector<QString>{QStringLiteral("Load: (10) : Fichier introuvable."),
@@ -64,8 +62,9 @@ void LoadStatementsTest::TheTextIsNotTranslated() {
     support::BoxAnswerer boxes;
     // There is no table: a text that is looked up has a box of its own.
     services::Translation().TranslationOn = true;
-    const int step = 3;
-    shell::LoadStatements(step)(Fail);
+    shell::LoadStatements statement;
+    statement.ETAPE = 3;
+    statement(Fail);
     QCOMPARE(boxes.TakeTexts(), std::vector<QString>{QStringLiteral("Load: (3) : Fichier introuvable.")});
 }
 

@@ -157,6 +157,7 @@ class DateSelectionTest : public QObject {
     void TheStatementOfAComparison();
     void ADateOfTheLastCenturyGoesOutWithTwoDigits();
     void TheSortedDateIsComparedNotTheShownOne();
+    void AnExitWithItsHourEqualsNoDay();
     void SelectionsAddUp();
     void TheConditionBindsToTheSecondHalfOnly();
     void AnEmptyDateBringsTheListBack();
@@ -382,6 +383,18 @@ void DateSelectionTest::TheSortedDateIsComparedNotTheShownOne() {
     QCOMPARE(ShownLabels(), QStringList{"2026"});
 }
 
+void DateSelectionTest::AnExitWithItsHourEqualsNoDay() {
+    constexpr double kTenToMidday = 0.493;
+    const basic::Date left{basic::DateOf(2025, 7, 1).days + kTenToMidday};
+    AddJob({kFirstJob + 4, kVehicle, QStringLiteral("avec heure"), {}, left});
+    Press("CMD_HistoVis");
+    SelectDate(2, QStringLiteral("01/07/2025"));
+    CompareBoxes(program_->boxes, {QStringLiteral("Sélection vide.")});
+    Press("CMD_HistoVis");
+    SelectDate(0, QStringLiteral("01/07/2025"));
+    QCOMPARE(ShownLabels(), (QStringList{"2026", "avec heure"}));
+}
+
 void DateSelectionTest::SelectionsAddUp() {
     SelectDate(0, QStringLiteral("01/01/2000"));
     QCOMPARE(ShownLabels(), (QStringList{"2026", "2024"}));
@@ -451,7 +464,13 @@ void DateSelectionTest::TheVehiclesGetTheHistorysFilterToo() {
     QVERIFY(!boxes.empty());
     QVERIFY2(boxes[0].text.startsWith(QStringLiteral("SELECTION (ERREUR 3061): ")),
              qPrintable(boxes[0].text));
+    // The form opened anew has forgotten the filter.
+    Press("Cmd_Quitter");
     QCOMPARE(program_->Ends(), 0);
+    program_->OpenList();
+    QCOMPARE(Form().Tag(), QString());
+    QCOMPARE(Vehicles().data->RecordSource(), before);
+    QVERIFY(Vehicles().grid->MaxRows() > 0);
 }
 
 void DateSelectionTest::NoComparisonOnATextColumnComparesFirstCharacters() {

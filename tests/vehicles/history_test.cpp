@@ -188,6 +188,7 @@ void HistoryTest::TheJobsOfAVehicleAreListed() {
         return a.order && (!b.order || a.order->days > b.order->days);
     });
     std::vector<QStringList> lines;
+    lines.reserve(expected.size());
     for (const JobLine& line : expected) {
         lines.push_back(line.shown);
     }

@@ -25,7 +25,7 @@ CompiledFormula CompiledSelection(const ReportDefinition& report, FormulaSet& fo
 }
 
 std::shared_ptr<dao::Database> OpenOneFile(const engine::Database& database) {
-    const std::shared_ptr<dao::Database> file = database.Open(database.Tables().Item(1));
+    std::shared_ptr<dao::Database> file = database.Open(database.Tables().Item(1));
     for (const std::shared_ptr<Table>& table : database.Tables()) {
         if (!basic::EqualNoCase(database.Open(*table)->Name(), file->Name())) {
             throw basic::RuntimeError(

@@ -99,13 +99,18 @@ class StatementWriter {
             } else if (++joined == 1) {
                 from = Named(*table);
             } else {
-                const Text conditions = LinksTo(*table);
-                from = (joined > 2 ? u"(" + from + u")" : from) +
-                       (IsOuter(*table) ? u" LEFT JOIN " : u" INNER JOIN ") + Named(*table) + u" ON " +
-                       conditions;
+                from = Joined(joined > 2 ? InParentheses(from) : from, *table);
             }
         }
         return from;
+    }
+
+    [[nodiscard]] static Text InParentheses(const Text& from) { return u"(" + from + u")"; }
+
+    [[nodiscard]] Text Joined(const Text& from, const Table& table) {
+        const Text conditions = LinksTo(table);
+        return from + (IsOuter(table) ? u" LEFT JOIN " : u" INNER JOIN ") + Named(table) + u" ON " +
+               conditions;
     }
 
     void RequireUnlinked(const Table& table) const {

@@ -118,6 +118,22 @@ TEST_F(RecordsTest, LinkedTablesGiveTheirRecords) {
     EXPECT_EQ(folder_.Pages(tables.arg(file, QStringLiteral("inner"))).value(0).count(u'\n'), 3);
 }
 
+TEST_F(RecordsTest, ATableIsLinkedToALinkedOne) {
+    EXPECT_EQ(
+        folder_
+            .Pages(QStringLiteral(
+                       "<tables><table name=\"TVEH\" location=\"%1\"/><table name=\"CLI\" source=\"TCLI\"/>"
+                       "<table name=\"SUITE\" source=\"TCLI\"/>"
+                       "<link from=\"{TVEH.CLI}\" to=\"{CLI.CODE}\" join=\"inner\"/>"
+                       "<link from=\"{CLI.CODE}\" to=\"{SUITE.CODE}\"/></tables>"
+                       "<selection>{TVEH.MARQUE} = 'Peugeot'</selection><details><section height=\"300\">"
+                       "<field width=\"5000\" height=\"300\" value=\"{TVEH.IMMAT} &amp; ' ' &amp; "
+                       "{SUITE.NOM}\"/></section></details>")
+                       .arg(folder_.WindowsPath(QStringLiteral("DONNEES.MDB"))))
+            .value(0),
+        QStringLiteral("CC-333-CC Martin"));
+}
+
 /// Two vehicles, and what the table of parameters says beside each.
 QString WithParameters(const QString& dataFile) {
     return QStringLiteral(

@@ -342,7 +342,7 @@ class Tour {
         form.CTX_DATEREL->setFocus();
         {
             const ModalWatcher watcher([this](QWidget& calendar) {
-                ShowWidget(calendar, "Calendrier", "calendrier");
+                Keep(PictureWithWindowInFront(*mainWindow_.Window(), calendar), "Calendrier", "calendrier");
                 PressKeys({Qt::Key_Escape});
             });
             PressKeys({Qt::Key_F4});

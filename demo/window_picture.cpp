@@ -30,4 +30,11 @@ QPixmap PictureWithCaption(QWidget& window) {
     return picture;
 }
 
+QPixmap PictureWithWindowInFront(QWidget& behind, QWidget& front) {
+    QPixmap picture = behind.grab();
+    QPainter painter(&picture);
+    painter.drawPixmap(behind.mapFromGlobal(front.mapToGlobal(QPoint(0, 0))), front.grab());
+    return picture;
+}
+
 }  // namespace quardele::demo

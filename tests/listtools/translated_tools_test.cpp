@@ -47,10 +47,10 @@ void TranslatedToolsTest::init() {
 }
 
 void TranslatedToolsTest::TheCaptionsOfSelectionAndSortAreSetBeforeTheFormIsTranslated() {
-    RaiseTranslation({{u"Sélection sur [Marque]", u"Filter 1"},
-                      {u"Filter 1", u"Filter 2"},
-                      {u"Classer sur [Marque]", u"Sort 1"},
-                      {u"Sort 1", u"Sort 2"}});
+    support::RaiseTranslation({{u"Sélection sur [Marque]", u"Filter 1"},
+                               {u"Filter 1", u"Filter 2"},
+                               {u"Classer sur [Marque]", u"Sort 1"},
+                               {u"Sort 1", u"Sort 2"}});
     QVERIFY(InDialog([] { PressTool(Vehicles(), kSelectionTool); },
                      [] { QCOMPARE(Selection().Caption(), QStringLiteral("Filter 2")); }));
     QVERIFY(InDialog([] { PressTool(Vehicles(), kSortTool); },
@@ -58,14 +58,15 @@ void TranslatedToolsTest::TheCaptionsOfSelectionAndSortAreSetBeforeTheFormIsTran
 }
 
 void TranslatedToolsTest::TheCaptionOfTheSearchIsSetBehindTheTranslationOfTheForm() {
-    RaiseTranslation({{u"Recherche sur [Marque]", u"Search 1"}, {u"Search 1", u"Search 2"}});
+    support::RaiseTranslation({{u"Recherche sur [Marque]", u"Search 1"}, {u"Search 1", u"Search 2"}});
     QVERIFY(InDialog([] { listtools::GridToolAction(kSearchTool, *Vehicles().grid, Vehicles().data); },
                      [] { QCOMPARE(SearchDialog().Caption(), QStringLiteral("Search 1")); }));
 }
 
 /// The texts that say where the button stands are the program's own.
 void TranslatedToolsTest::ATranslatedFormStartsItsSearchAsTheFrenchOne() {
-    RaiseTranslation({{u"Lancer la recherche", u"Search"}, {u"Suivant", u"Next"}, {u"Rechercher", u"Again"}});
+    support::RaiseTranslation(
+        {{u"Lancer la recherche", u"Search"}, {u"Suivant", u"Next"}, {u"Rechercher", u"Again"}});
     QVERIFY(InDialog([] { listtools::GridToolAction(kSearchTool, *Vehicles().grid, Vehicles().data); },
                      [] {
                          QCOMPARE(SearchDialog().Cmd_GoCherche->text(), QStringLiteral("Search"));
@@ -77,7 +78,7 @@ void TranslatedToolsTest::ATranslatedFormStartsItsSearchAsTheFrenchOne() {
 }
 
 void TranslatedToolsTest::TheRefusalOfAColumnIsTranslated() {
-    RaiseTranslation({{u"Opération impossible sur cette colonne.", u"Refused."}});
+    support::RaiseTranslation({{u"Opération impossible sur cette colonne.", u"Refused."}});
     ReplaceColumn(*Vehicles().grid, kMake, QStringLiteral("Marque||8|text|locked"));
     GoToColumn(*Vehicles().grid, kMake);
     QVERIFY(!InDialog([] { PressTool(Vehicles(), kSortTool); }, [] {}));
@@ -85,10 +86,10 @@ void TranslatedToolsTest::TheRefusalOfAColumnIsTranslated() {
 }
 
 void TranslatedToolsTest::TheBoxesOfTheExportAreTranslatedButForTheNames() {
-    RaiseTranslation({{u"Confirmez-vous la création du fichier Excel ?", u"Write?"},
-                      {u"Votre fichier Excel a été créé dans", u"Written to"},
-                      {u"sous le nom :", u"as"},
-                      {u"C:\\QUARDELE\\VEH", u"folder"}});
+    support::RaiseTranslation({{u"Confirmez-vous la création du fichier Excel ?", u"Write?"},
+                               {u"Votre fichier Excel a été créé dans", u"Written to"},
+                               {u"sous le nom :", u"as"},
+                               {u"C:\\QUARDELE\\VEH", u"folder"}});
     PressTool(Vehicles(), kExcelTool);
     CompareBoxes(program_->boxes,
                  {QStringLiteral("Write?"),
@@ -96,17 +97,18 @@ void TranslatedToolsTest::TheBoxesOfTheExportAreTranslatedButForTheNames() {
 }
 
 void TranslatedToolsTest::TheMessagesOfTheSelectionAreTranslated() {
-    RaiseTranslation({{u"Sélection vide.", u"Nothing."},
-                      {u"Ce mode de sélection est impossible sur ce type colonne...", u"No such mode..."}});
+    support::RaiseTranslation(
+        {{u"Sélection vide.", u"Nothing."},
+         {u"Ce mode de sélection est impossible sur ce type colonne...", u"No such mode..."}});
     SelectOn(Vehicles(), kDate, Contains, QStringLiteral("2"));
     SelectOn(Vehicles(), kMake, Equal, QStringLiteral("nulle part"));
     CompareBoxes(program_->boxes, {QStringLiteral("No such mode..."), QStringLiteral("Nothing.")});
 }
 
 void TranslatedToolsTest::OnlyTheEndOfAConversionFailureIsTranslated() {
-    RaiseTranslation({{u"Saisie d'une date attendue", u"A date, please"},
-                      {u"SELECTION ERR. 13", u"Failure"},
-                      {u"SELECTION ERR.", u"Failure"}});
+    support::RaiseTranslation({{u"Saisie d'une date attendue", u"A date, please"},
+                               {u"SELECTION ERR. 13", u"Failure"},
+                               {u"SELECTION ERR.", u"Failure"}});
     SelectOn(Vehicles(), kDate, Equal, QStringLiteral("hier"));
     CompareBoxes(program_->boxes, {QStringLiteral("SELECTION ERR. 13 A date, please ")});
 }
@@ -116,7 +118,7 @@ void TranslatedToolsTest::FailuresOfTheToolsAreNotTranslated() {
     SelectOn(Vehicles(), kMake, Equal, quote);
     const QString french = program_->boxes.TakeTexts().at(0);
     SelectOn(Vehicles(), kMake, Equal, QString());
-    RaiseTranslation({{forms::ToText(french), u"Failure"}, {u"SELECTION (ERREUR", u"Failure"}});
+    support::RaiseTranslation({{forms::ToText(french), u"Failure"}, {u"SELECTION (ERREUR", u"Failure"}});
     SelectOn(Vehicles(), kMake, Equal, quote);
     CompareBoxes(program_->boxes, {french});
 }
@@ -134,9 +136,9 @@ void TranslatedToolsTest::TheMessagesOfTheSearchAreTranslated() {
     QFETCH(int, column);
     QFETCH(QString, value);
     QFETCH(QString, box);
-    RaiseTranslation({{u"Elément non trouvé. Fin de la recherche.", u"Not found."},
-                      {u"Saisie d'une date attendue.", u"A date."},
-                      {u"Saisie d'une valeur numérique attendue.", u"A number."}});
+    support::RaiseTranslation({{u"Elément non trouvé. Fin de la recherche.", u"Not found."},
+                               {u"Saisie d'une date attendue.", u"A date."},
+                               {u"Saisie d'une valeur numérique attendue.", u"A number."}});
     ReplaceColumn(*Vehicles().grid, kNumber, QStringLiteral("Nombre|TVEH_USER2|8|float|locked"));
     GoToColumn(*Vehicles().grid, column);
     QVERIFY(InDialog([] { listtools::GridToolAction(kSearchTool, *Vehicles().grid, Vehicles().data); },

@@ -18,6 +18,7 @@
 #include <services/translation.h>
 #include <shell/main_window.h>
 #include <shell/session.h>
+#include <support/translation.h>
 
 #include "due_list.h"
 #include "run_tests.h"
@@ -140,7 +141,6 @@ class ReminderListTest : public QObject {
  private slots:
     void init() { workshop_ = std::make_unique<Workshop>(); }
     void cleanup() {
-        services::Translation() = {};
         workshop_.reset();
         QCOMPARE(forms::Forms::Count(), 0);
     }
@@ -416,9 +416,8 @@ class ReminderListTest : public QObject {
     void WrongDateIsSaidInTheOperatorsLanguageAndAFailureInFrench() {
         const QString failure = QStringLiteral("Procédure CTX_DATREL_CLICK  Erreur 13 : ") +
                                 forms::ToQString(basic::DescriptionOf(basic::error::kTypeMismatch));
-        Translate(u"Confirmation", QStringLiteral("Date erronnée"), u"Wrong date");
-        Translate(u"Sélection vide.", failure, u"Failure of the query");
-        RaiseTranslationSwitch();
+        support::RaiseTranslation(
+            {{u"Date erronnée", u"Wrong date"}, {forms::ToText(failure), u"Failure of the query"}});
         QCOMPARE(services::TRAD(failure), QStringLiteral("Failure of the query"));
         workshop_->ListDueBefore(QStringLiteral("demain"));
         workshop_->ListDueBefore(QString());
@@ -786,25 +785,6 @@ class ReminderListTest : public QObject {
     };
 
     [[nodiscard]] FRELANCES& Form() const { return workshop_->Reminders(); }
-
-    /// Gives a row of the translation table to another text.
-    static void Translate(basic::TextView row, const QString& text, basic::TextView translation) {
-        constexpr std::size_t kKeyLength = 20;
-        Workshop::Change(QStringLiteral("DATA\\BDTRAD.MDB"),
-                         u"SELECT * FROM TTRAD WHERE T_VALEUR = '" + basic::Text(row) + u"'",
-                         {{u"T_ABREGE", forms::ToText(text).substr(0, kKeyLength)},
-                          {u"T_VALEUR", forms::ToText(text)},
-                          {u"t_trad", translation}});
-    }
-    /// What the start-up of a translated edition does.
-    static void RaiseTranslationSwitch() {
-        const auto database =
-            dao::DBEngine::Instance().Workspaces(0).OpenDatabase(u"C:\\QUARDELE\\DATA\\BDTRAD.MDB");
-        services::TranslationSettings& settings = services::Translation();
-        settings.TranslationTable = database->OpenRecordset(u"TTRAD", dao::RecordsetType::Table);
-        settings.TranslationTable->SetIndex(u"T_ABREGE");
-        settings.TranslationOn = true;
-    }
 
     void ChangeVisit(basic::TextView registration, basic::TextView work, basic::TextView field,
                      const basic::Variant& value) const {

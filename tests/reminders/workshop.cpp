@@ -6,6 +6,7 @@
 #include <forms/runtime.h>
 #include <forms/strings.h>
 #include <services/calendar_settings.h>
+#include <services/translation.h>
 #include <shell/main_window.h>
 #include <shell/session.h>
 
@@ -35,6 +36,7 @@ Workshop::~Workshop() {
     forms::Screen::SetMousePointer(0);
     shell::TheSession() = shell::Session();
     services::TheCalendarSettings() = services::CalendarSettings();
+    services::Translation() = services::TranslationSettings();
 }
 
 FRELANCES& Workshop::Reminders() {

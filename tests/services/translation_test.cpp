@@ -19,9 +19,11 @@
 #include <services/translation.h>
 #include <support/boxes.h>
 #include <support/installation.h>
+#include <support/translation.h>
 
 using namespace quardele;
 using services::TRAD;
+using support::RaiseTranslation;
 
 namespace {
 
@@ -109,13 +111,6 @@ class TranslatedMain : public forms::MdiForm {
     QAction* separator;
 };
 
-/// A row of the translation table.
-struct TableRow {
-    basic::Variant key;
-    basic::Variant text;
-    basic::Text translation;
-};
-
 QString Heading(forms::Grid& grid, int column) {
     grid.SetRow(0);
     grid.SetCol(column);
@@ -157,10 +152,7 @@ class TranslationTest : public QObject {
     void AMenuIsTranslatedButForItsLines();
 
  private:
-    void RaiseSwitch();
     void SetTranslation(basic::TextView text, basic::TextView translation);
-    /// The switch raised on a table of these rows alone.
-    void RaiseSwitchOn(const std::vector<TableRow>& rows);
     std::unique_ptr<support::Installation> installation_;
 };
 
@@ -178,31 +170,6 @@ void TranslationTest::cleanup() {
     services::Translation() = {};
     services::CharsetConverter::Instance().SetSourceCharset(QStringLiteral("utf-8"));
     installation_.reset();
-}
-
-/// What the start-up of a translated edition does.
-void TranslationTest::RaiseSwitch() {
-    const auto database =
-        dao::DBEngine::Instance().Workspaces(0).OpenDatabase(u"C:\\QUARDELE\\DATA\\BDTRAD.MDB");
-    services::TranslationSettings& settings = services::Translation();
-    settings.TranslationTable = database->OpenRecordset(u"TTRAD", dao::RecordsetType::Table);
-    settings.TranslationTable->SetIndex(u"T_ABREGE");
-    settings.TranslationOn = true;
-}
-
-void TranslationTest::RaiseSwitchOn(const std::vector<TableRow>& rows) {
-    RaiseSwitch();
-    dao::Recordset& table = *services::Translation().TranslationTable;
-    for (table.MoveFirst(); !table.Eof(); table.MoveNext()) {
-        table.Delete();
-    }
-    for (const TableRow& row : rows) {
-        table.AddNew();
-        table.SetValue(u"T_ABREGE", row.key);
-        table.SetValue(u"T_VALEUR", row.text);
-        table.SetValue(u"t_trad", row.translation);
-        table.Update();
-    }
 }
 
 void TranslationTest::SetTranslation(basic::TextView text, basic::TextView translation) {
@@ -227,7 +194,7 @@ void TranslationTest::WithTheSwitchOffNoTableIsNeeded() {
 }
 
 void TranslationTest::ATextOfTheTableIsTranslated() {
-    RaiseSwitch();
+    RaiseTranslation();
     QCOMPARE(TRAD(kEmptySelection), kEmptySelectionCzech);
     QCOMPARE(TRAD(QStringLiteral("Confirmation")), QStringLiteral("Potvrzení"));
 }
@@ -245,31 +212,31 @@ void TranslationTest::ATextThatTheTableLacksComesBack_data() {
 
 void TranslationTest::ATextThatTheTableLacksComesBack() {
     QFETCH(const QString, text);
-    RaiseSwitch();
+    RaiseTranslation();
     support::BoxAnswerer boxes;
     QCOMPARE(TRAD(text), text);
     QVERIFY(boxes.Shown().empty());
 }
 
 void TranslationTest::BlanksAroundATextStay() {
-    RaiseSwitch();
+    RaiseTranslation();
     QCOMPARE(TRAD(QStringLiteral("  Sélection vide. ")), QStringLiteral("  Výběr je prázdný. "));
 }
 
 /// Its blanks stand before and behind the translation, each time all of them.
 void TranslationTest::ATextOfBlanksIsLookedUpAsTheEmptyText() {
-    RaiseSwitchOn({{basic::Text(), basic::Text(), u"nic"}, {u"Code", u"Code", u"Kód"}});
+    RaiseTranslation({{basic::Text(), basic::Text(), u"nic"}, {u"Code", u"Code", u"Kód"}});
     QCOMPARE(TRAD(QStringLiteral("  ")), QStringLiteral("  nic  "));
     QCOMPARE(TRAD(QString()), QStringLiteral("nic"));
 }
 
 void TranslationTest::CaseDoesNotMatter() {
-    RaiseSwitch();
+    RaiseTranslation();
     QCOMPARE(TRAD(QStringLiteral("CONFIRMATION")), QStringLiteral("Potvrzení"));
 }
 
 void TranslationTest::TextsThatShareTheirFirstTwentyCharactersAreToldApart() {
-    RaiseSwitch();
+    RaiseTranslation();
     QCOMPARE(TRAD(QStringLiteral("Enregistrez ou annulez d'abord votre saisie")),
              QStringLiteral("Nejprve uložte nebo zrušte zadání"));
     QCOMPARE(TRAD(QStringLiteral("Enregistrez ou annulez d'abord votre saisie !")),
@@ -277,28 +244,28 @@ void TranslationTest::TextsThatShareTheirFirstTwentyCharactersAreToldApart() {
 }
 
 void TranslationTest::ALongTextIsFoundByItsWhole() {
-    RaiseSwitch();
+    RaiseTranslation();
     QCOMPARE(TRAD(QStringLiteral("Aucune relance à effectuer")), QStringLiteral("Žádné upomínky"));
 }
 
 void TranslationTest::TheKeyIsTheFirstTwentyCharacters() {
-    RaiseSwitchOn({{u"12345678901234567890", u"123456789012345678901", u"dlouhý"},
-                   {u"1234567890123456789", u"1234567890123456789", u"krátký"}});
+    RaiseTranslation({{u"12345678901234567890", u"123456789012345678901", u"dlouhý"},
+                      {u"1234567890123456789", u"1234567890123456789", u"krátký"}});
     QCOMPARE(TRAD(QStringLiteral(" 123456789012345678901")), QStringLiteral(" dlouhý"));
 }
 
 void TranslationTest::RowsThatShareAKeyAreReadUntilTheTextIsFound() {
-    RaiseSwitchOn({{u"Enregistrez ou annul", u"Enregistrez ou annulez A", u"a"},
-                   {u"Enregistrez ou annul", u"Enregistrez ou annulez B", u"b"},
-                   {u"Enregistrez ou annul", u"Enregistrez ou annulez C", u"c"}});
+    RaiseTranslation({{u"Enregistrez ou annul", u"Enregistrez ou annulez A", u"a"},
+                      {u"Enregistrez ou annul", u"Enregistrez ou annulez B", u"b"},
+                      {u"Enregistrez ou annul", u"Enregistrez ou annulez C", u"c"}});
     QCOMPARE(TRAD(QStringLiteral("Enregistrez ou annulez C")), QStringLiteral("c"));
     QCOMPARE(TRAD(QStringLiteral("enregistrez ou annulez b")), QStringLiteral("b"));
 }
 
 void TranslationTest::BehindTheLastRowTheTextComesBack() {
     const QString text = QStringLiteral("Enregistrez ou annulez D");
-    RaiseSwitchOn({{u"Enregistrez ou annul", u"Enregistrez ou annulez A", u"a"},
-                   {u"Enregistrez ou annul", u"Enregistrez ou annulez B", u"b"}});
+    RaiseTranslation({{u"Enregistrez ou annul", u"Enregistrez ou annulez A", u"a"},
+                      {u"Enregistrez ou annul", u"Enregistrez ou annulez B", u"b"}});
     support::BoxAnswerer boxes;
     QCOMPARE(TRAD(text), text);
     QVERIFY(boxes.Shown().empty());
@@ -306,29 +273,29 @@ void TranslationTest::BehindTheLastRowTheTextComesBack() {
 
 /// Even where the text stands further on, under a key that is not its own.
 void TranslationTest::ARowOfALaterKeyEndsTheSearch() {
-    RaiseSwitchOn({{u"Code", u"Code postal", u"PSČ"}, {u"Date", u"Code", u"Kód"}});
+    RaiseTranslation({{u"Code", u"Code postal", u"PSČ"}, {u"Date", u"Code", u"Kód"}});
     QCOMPARE(TRAD(QStringLiteral("Code")), QStringLiteral("Code"));
     // A row of the same key whose text is another one does not.
-    RaiseSwitchOn({{u"Code", u"Code postal", u"PSČ"}, {u"Code", u"Code", u"Kód"}});
+    RaiseTranslation({{u"Code", u"Code postal", u"PSČ"}, {u"Code", u"Code", u"Kód"}});
     QCOMPARE(TRAD(QStringLiteral("Code")), QStringLiteral("Kód"));
 }
 
 void TranslationTest::ARowWithoutATextIsReadOver() {
-    RaiseSwitchOn({{u"Code", basic::Null{}, u"nic"}, {u"Code", u"Code", u"Kód"}});
+    RaiseTranslation({{u"Code", basic::Null{}, u"nic"}, {u"Code", u"Code", u"Kód"}});
     QCOMPARE(TRAD(QStringLiteral("Code")), QStringLiteral("Kód"));
-    RaiseSwitchOn({{basic::Null{}, basic::Null{}, u"nic"}});
+    RaiseTranslation({{basic::Null{}, basic::Null{}, u"nic"}});
     QCOMPARE(TRAD(QStringLiteral("  ")), QStringLiteral("  "));
 }
 
 void TranslationTest::BytesOfUtf8BecomeCharacters() {
     const QString bytes = QString::fromLatin1(QStringLiteral("Výběr").toUtf8());
-    RaiseSwitchOn({{u"Code", u"Code", forms::ToText(bytes)}});
+    RaiseTranslation({{u"Code", u"Code", forms::ToText(bytes)}});
     QCOMPARE(TRAD(QStringLiteral("Code ")), QStringLiteral("Výběr "));
     QCOMPARE(TRAD(QStringLiteral("Code"), services::Plain), bytes);
 }
 
 void TranslationTest::AFailedConversionLeavesTheTranslationAsItIsStored() {
-    RaiseSwitch();
+    RaiseTranslation();
     services::CharsetConverter::Instance().SetSourceCharset(QStringLiteral("no-such-charset"));
     SetTranslation(u"Confirmation", u"Potvrdit");
     support::BoxAnswerer boxes;
@@ -342,7 +309,7 @@ void TranslationTest::AFailedConversionLeavesTheTranslationAsItIsStored() {
 }
 
 void TranslationTest::PlainLeavesTheTranslationAsItIsStored() {
-    RaiseSwitch();
+    RaiseTranslation();
     // A letter that the Central European character set lacks.
     SetTranslation(u"Confirmation", u"Да č");
     QCOMPARE(TRAD(QStringLiteral("Confirmation"), services::Plain), QStringLiteral("Да č"));
@@ -367,7 +334,7 @@ void TranslationTest::WithTheSwitchOffAFormStaysFrench() {
 
 void TranslationTest::AFormIsTranslatedControlByControl() {
     auto& form = forms::Instance<TranslatedForm>();
-    RaiseSwitch();
+    RaiseTranslation();
     services::TranslateForm(form);
     QCOMPARE(form.Caption(), QStringLiteral("Potvrzení"));
     QCOMPARE(form.label->Caption(), kEmptySelectionCzech);
@@ -398,7 +365,7 @@ void TranslationTest::AFormIsTranslatedControlByControl() {
 
 void TranslationTest::AFormTakesTheFontOfTheTranslation() {
     auto& form = forms::Instance<TranslatedForm>();
-    RaiseSwitch();
+    RaiseTranslation();
     services::Translation().TranslationFont = QStringLiteral("DejaVu Serif");
     services::TranslateForm(form);
     const forms::Grid& grid = *form.grid;
@@ -413,7 +380,7 @@ void TranslationTest::WhatTheKindsDoNotNameStaysFrench() {
     form.grid->SetRow(1);
     form.grid->SetCol(1);
     form.grid->SetText(kEmptySelection);
-    RaiseSwitch();
+    RaiseTranslation();
     services::TranslateForm(form);
     QCOMPARE(form.check->toolTip(), kEmptySelection);
     QCOMPARE(form.frame->toolTip(), kEmptySelection);
@@ -434,7 +401,7 @@ void TranslationTest::AnEmptyTextIsNotLookedUp() {
     form.label->SetCaption(QString());
     form.frame->SetCaption(QString());
     form.label->setToolTip(QString());
-    RaiseSwitchOn({{basic::Text(), basic::Text(), u"nic"}});
+    RaiseTranslation({{basic::Text(), basic::Text(), u"nic"}});
     services::TranslateForm(form);
     QCOMPARE(form.label->Caption(), QString());
     QCOMPARE(form.label->toolTip(), QString());
@@ -443,9 +410,9 @@ void TranslationTest::AnEmptyTextIsNotLookedUp() {
 
 void TranslationTest::AMenuIsTranslatedButForItsLines() {
     auto& form = forms::Instance<TranslatedMain>();
-    RaiseSwitchOn({{u"-", u"-", u"nic"},
-                   {u"Confirmation", u"Confirmation", u"Potvrzení"},
-                   {u"Sélection vide.", u"Sélection vide.", u"Výběr je prázdný."}});
+    RaiseTranslation({{u"-", u"-", u"nic"},
+                      {u"Confirmation", u"Confirmation", u"Potvrzení"},
+                      {u"Sélection vide.", u"Sélection vide.", u"Výběr je prázdný."}});
     services::TranslateForm(form);
     QCOMPARE(form.Caption(), QStringLiteral("Potvrzení"));
     QCOMPARE(form.entry->text(), kEmptySelectionCzech);

@@ -1,13 +1,12 @@
 // Starting the main window as main() does, with its boxes answered and the end of the process caught.
 #pragma once
 
-#include <utility>
 #include <vector>
 
 #include <QString>
 
-#include <basic/text.h>
 #include <support/boxes.h>
+#include <support/translation.h>
 
 namespace quardele::shell {
 class MDIMENU_VEH;
@@ -23,11 +22,10 @@ struct Start {
 
 /// A fresh session, then the main window's load and first show.
 Start StartProgram();
+/// The same in the session as it stands.
+Start GoOnStarting();
 /// The running main window.
 shell::MDIMENU_VEH& MainWindow();
-/// Raises the translation switch as the start of a translated edition does; these texts take the places of
-/// the first rows of the table.
-void RaiseTranslation(const std::vector<std::pair<basic::Text, basic::Text>>& translations);
 /// Unloads what is loaded and forgets the session.
 void StopProgram();
 

@@ -193,7 +193,7 @@ void StartTest::TheSizeIsWrittenBeforeTheFirstResize() {
 
 void StartTest::TheCaptionIsTranslatedOnceBeforeTheFolderJoinsIt() {
     const support::Installation installation;
-    tests::RaiseTranslation({{u"Gestion des véhicules", u"Vozidla"}, {u"Vozidla", u"Podruhé"}});
+    support::RaiseTranslation({{u"Gestion des véhicules", u"Vozidla"}, {u"Vozidla", u"Podruhé"}});
     QCOMPARE(
         forms::Instance<shell::MDIMENU_VEH>().Caption(),
         QStringLiteral("Vozidla   V9.5.05") + QString(26, u' ') + QStringLiteral("C:\\QUARDELE\\DATA\\"));

@@ -1,10 +1,10 @@
 // Size and place of the vehicle form and of what grows with it, on screens of several sizes; what can be read
 // on them.
-#include <QHeaderView>
+#include <QMainWindow>
 #include <QTabBar>
 
 #include <forms/control_font.h>
-#include <forms/control_kind.h>
+#include <support/readable.h>
 
 #include "vehicle_form_fixture.h"
 
@@ -26,113 +26,37 @@ void CompareLayout() {
     QVERIFY(near(forms::Width(list), forms::Width(Tabs()) - 200));
 }
 
-/// Headings break between words.
-QString LongestWord(const QString& heading) {
-    const QStringList words = QString(heading).replace(u'\n', u' ').split(u' ');
-    return *std::max_element(words.begin(), words.end(), [](const QString& one, const QString& other) {
-        return one.size() < other.size();
-    });
-}
-
-/// What of a text would be cut off or shortened.
-QString Unreadable(const QString& name, const QString& text, const QFontMetrics& font, const QSize& room) {
-    for (const QString& line : text.split(u'\n')) {
-        if (font.horizontalAdvance(line) > room.width() || font.height() > room.height()) {
-            return QStringLiteral("%1: \"%2\" ").arg(name, text);
-        }
+/// A screen of the tests, and the program on it.
+struct ScreenProgram {
+    ScreenProgram(int width, int height) : name(QStringLiteral("fiche-%1x%2").arg(width).arg(height)) {
+        forms::Screen::SetSizeForTests(15 * width, 15 * height);
+        program = std::make_unique<RunningProgram>();
+        program->OpenVehicles();
     }
-    return {};
-}
 
-/// Labels, texts of buttons and headings of columns on screen now.
-QString UnreadableTexts() {
-    QString found;
-    for (const forms::Label* label : Form().Surface()->findChildren<forms::Label*>()) {
-        if (label->isVisible() && label->x() >= 0) {
-            found += Unreadable(label->objectName(), label->Caption(), label->fontMetrics(),
-                                label->contentsRect().size());
-        }
+    /// Nothing on it is cut off or stands on something else; a picture is kept for a reader.
+    void CompareReadable(const char* state) const {
+        QCoreApplication::processEvents();
+        QCOMPARE(support::WhatCannotBeRead(Form()), QString());
+        support::KeepPicture(*MainWindow().Window(), name + u'-' + QLatin1String(state));
     }
-    for (const forms::Grid* grid : Form().Surface()->findChildren<forms::Grid*>()) {
-        const QHeaderView* const heading = grid->horizontalHeader();
-        QFont font = heading->font();
-        if (grid->HeadingPixels() > 0) {
-            font.setPixelSize(grid->HeadingPixels());
-        }
-        font.setBold(grid->HeadingBold());
-        for (int column = 0; grid->isVisible() && column < heading->count(); ++column) {
-            if (!heading->isSectionHidden(column)) {
-                const QString text = grid->model()->headerData(column, Qt::Horizontal).toString();
-                found += Unreadable(grid->objectName(), LongestWord(text), QFontMetrics(font),
-                                    QSize(heading->sectionSize(column), heading->height()));
-            }
-        }
+
+    QString name;
+    std::unique_ptr<RunningProgram> program;
+};
+
+double WidthOfColumn(forms::Grid& grid, int column) {
+    grid.SetCol(column);
+    return grid.ColHidden() ? 0 : grid.ColWidth();
+}
+
+/// Of those that are seen; characters.
+double WidthOfColumns(forms::Grid& grid) {
+    double characters = 0;
+    for (int column = 1; column <= grid.MaxCols(); ++column) {
+        characters += WidthOfColumn(grid, column);
     }
-    return found;
-}
-
-/// Controls on screen now that reach out of their container, or out of the form.
-QString ControlsThatReachOut() {
-    QString found;
-    for (const QWidget* control : Form().Controls()) {
-        const bool parked = control->x() < 0;
-        const bool inside = control->parentWidget()->rect().contains(control->geometry());
-        if (control->isVisible() && !parked && !inside) {
-            found += control->objectName() + u' ';
-        }
-    }
-    return found;
-}
-
-/// What stands in front of the others on purpose.
-bool Floats(const QWidget& control) {
-    const auto* const frame = qobject_cast<const forms::Frame*>(&control);
-    return frame != nullptr && frame->IsFloating();
-}
-
-bool CanOverlap(const QWidget& one, const QWidget& other) {
-    const bool parked = one.x() < 0 || other.x() < 0;
-    return one.isVisible() && other.isVisible() && !parked && !Floats(one) && !Floats(other) &&
-           one.parentWidget() == other.parentWidget() && forms::KindOf(&one) != forms::ControlKind::TabPage &&
-           forms::KindOf(&other) != forms::ControlKind::TabPage;
-}
-
-/// Pairs of controls on screen now that stand on each other. A label, whose text does not fill its height,
-/// may reach some pixels under its neighbours.
-QString ControlsThatOverlap() {
-    constexpr int kLabelRoom = 3;
-    const auto placeOf = [](const QWidget& control) {
-        const bool label = qobject_cast<const forms::Label*>(&control) != nullptr;
-        return label ? control.geometry().adjusted(0, kLabelRoom, 0, -kLabelRoom) : control.geometry();
-    };
-    QString found;
-    const std::vector<QWidget*> controls = Form().Controls();
-    for (auto one = controls.begin(); one != controls.end(); ++one) {
-        for (auto other = one + 1; other != controls.end(); ++other) {
-            if (CanOverlap(**one, **other) && placeOf(**one).intersects(placeOf(**other))) {
-                found += (*one)->objectName() + u'/' + (*other)->objectName() + u' ';
-            }
-        }
-    }
-    return found;
-}
-
-/// Boxes of one line on screen now that are too low for their text.
-QString BoxesTooLow() {
-    QString found;
-    for (const forms::TextBox* box : Form().Surface()->findChildren<forms::TextBox*>()) {
-        if (box->isVisible() && box->fontMetrics().height() > box->height()) {
-            found += box->objectName() + u' ';
-        }
-    }
-    return found;
-}
-
-void CompareReadable() {
-    QCOMPARE(UnreadableTexts(), QString());
-    QCOMPARE(ControlsThatReachOut(), QString());
-    QCOMPARE(ControlsThatOverlap(), QString());
-    QCOMPARE(BoxesTooLow(), QString());
+    return characters;
 }
 
 /// The scaling factor of the form on a screen.
@@ -160,9 +84,13 @@ class FormLayoutTest : public QObject {
     void TheTabOrderIsTheReadingOrder();
     void TheRecordGrowsWithTheScreen_data();
     void TheRecordGrowsWithTheScreen();
+    void TheColumnsOfAGridGrowAsItHasRoom_data();
+    void TheColumnsOfAGridGrowAsItHasRoom();
     void EveryTextIsReadable_data();
     void EveryTextIsReadable();
     void OnASmallScreenEveryTextOfTheMaximizedFormIsReadable();
+    void EveryTextOfAFloatingFrameIsReadable_data();
+    void EveryTextOfAFloatingFrameIsReadable();
 };
 
 void FormLayoutTest::TheFormFitsTheMainWindow_data() {
@@ -279,6 +207,38 @@ void FormLayoutTest::TheRecordGrowsWithTheScreen() {
     QCOMPARE(UserLabel(22)->x(), -5000);
 }
 
+void FormLayoutTest::TheColumnsOfAGridGrowAsItHasRoom_data() {
+    EveryTextIsReadable_data();
+}
+
+/// Columns that have a hundredth of room to spare grow with the form, others as far as they fill their grid,
+/// and those that do not find room stay.
+void FormLayoutTest::TheColumnsOfAGridGrowAsItHasRoom() {
+    struct Columns {
+        const char* grid;
+        double characters;
+        int pixels;  ///< of the grid
+        bool haveRoom;
+    };
+    QFETCH(const int, width);
+    QFETCH(const int, height);
+    const ScreenProgram screen(width, height);
+    const double factor = FactorOn(height);
+    // As the form is designed.
+    for (const Columns& columns :
+         {Columns{"DBG_DETAIL", 41.99, 452, true}, Columns{"DBG_TypTrav", 31, 280, true},
+          Columns{"DBG_HISTO", 83, 696, false}}) {
+        const double filled = (columns.pixels * 15 * factor - 250) / 121.75;
+        const double grown = columns.haveRoom ? columns.characters * factor : filled;
+        const double expected = factor == 1 ? columns.characters : grown;
+        const double shown = WidthOfColumns(*Grid(columns.grid));
+        QVERIFY2(std::abs(shown - expected) < 0.2, columns.grid);
+    }
+    // The list has more columns than room at any size.
+    QCOMPARE(WidthOfColumn(*Grid("DBG_Liste"), 1), 14.25);
+    QCOMPARE(WidthOfColumn(*Grid("DBG_Liste"), 4), 18.0);
+}
+
 void FormLayoutTest::EveryTextIsReadable_data() {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
@@ -295,36 +255,57 @@ void FormLayoutTest::EveryTextIsReadable_data() {
 void FormLayoutTest::EveryTextIsReadable() {
     QFETCH(const int, width);
     QFETCH(const int, height);
-    forms::Screen::SetSizeForTests(15 * width, 15 * height);
-    RunningProgram program;
-    program.OpenVehicles();
+    const ScreenProgram screen(width, height);
     QCoreApplication::processEvents();
     const QTabBar* const tabs = Tabs()->tabBar();
     for (int tab = 0; tab < tabs->count(); ++tab) {
         QVERIFY(tabs->fontMetrics().horizontalAdvance(tabs->tabText(tab)) <= tabs->tabRect(tab).width());
     }
     QVERIFY(tabs->tabRect(kRecordTab).right() < Control<QWidget>("Pic_Boutons_ToolBar")->x());
-    CompareReadable();
+    screen.CompareReadable("liste");
     OpenRecordOf(QStringLiteral("KG-361-VP"));
-    QCoreApplication::processEvents();
-    CompareReadable();
+    screen.CompareReadable("detail");
+}
+
+void FormLayoutTest::EveryTextOfAFloatingFrameIsReadable_data() {
+    EveryTextIsReadable_data();
+}
+
+void FormLayoutTest::EveryTextOfAFloatingFrameIsReadable() {
+    QFETCH(const int, width);
+    QFETCH(const int, height);
+    const ScreenProgram screen(width, height);
+    Form().OpenQuickSearch();
+    QVERIFY(Shown(Control<QWidget>("Frm_ChercheVeh")));
+    screen.CompareReadable("recherche");
+    PressKey(Qt::Key_Escape);
+    OpenRecordOf(QStringLiteral("KG-361-VP"));
+    Press("CMD_HistoVis");
+    QVERIFY(Shown(Control<QWidget>("FRM_HISTO")));
+    screen.CompareReadable("historique");
+    Control<QWidget>("FRM_DETAIL")->show();
+    screen.CompareReadable("affaire");
+    Control<QWidget>("FRM_DETAIL")->hide();
+    Control<QWidget>("FRM_SelDate")->show();
+    screen.CompareReadable("date");
+    Control<QWidget>("FRM_SelDate")->hide();
+    Control<QWidget>("FRM_HISTO")->hide();
+    TypeVisit(1, 1, QStringLiteral("ZZZ"));
+    QVERIFY(Shown(Control<QWidget>("Frm_TypTrav")));
+    screen.CompareReadable("types");
 }
 
 /// A screen of 1366 x 768 at 150 % is lower than the one that the forms were drawn for.
 void FormLayoutTest::OnASmallScreenEveryTextOfTheMaximizedFormIsReadable() {
-    constexpr int kWidth = 15 * 910;
-    constexpr int kHeight = 15 * 512;
-    forms::Screen::SetSizeForTests(kWidth, kHeight);
-    RunningProgram program;
-    program.OpenVehicles();
-    MainWindow().SetWidth(kWidth);
-    MainWindow().SetHeight(kHeight);
+    constexpr int kWidth = 910;
+    constexpr int kHeight = 512;
+    const ScreenProgram screen(kWidth, kHeight);
+    MainWindow().SetWidth(15 * kWidth);
+    MainWindow().SetHeight(15 * kHeight);
     Form().SetWindowState(WindowState::Maximized);
-    QCoreApplication::processEvents();
-    CompareReadable();
+    screen.CompareReadable("liste");
     OpenRecordOf(QStringLiteral("KG-361-VP"));
-    QCoreApplication::processEvents();
-    CompareReadable();
+    screen.CompareReadable("detail");
 }
 
 int main(int argc, char* argv[]) {

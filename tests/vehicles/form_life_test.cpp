@@ -226,7 +226,7 @@ void FormLifeTest::WithoutADataDatabaseTheFormDoesNotLoad() {
 
 void FormLifeTest::TheCaptionIsTranslatedOnceBeforeTheFolderJoinsIt() {
     RunningProgram program;
-    RaiseTranslation({{u"Fiches Véhicules", u"Karty vozidel"}, {u"Karty vozidel", u"Podruhé"}});
+    support::RaiseTranslation({{u"Fiches Véhicules", u"Karty vozidel"}, {u"Karty vozidel", u"Podruhé"}});
     program.OpenVehicles();
     QCOMPARE(Form().Caption(),
              QStringLiteral("Karty vozidel") + QString(20, u' ') + QStringLiteral("C:\\QUARDELE\\DATA\\"));

@@ -384,11 +384,11 @@ void RecordCommandsTest::EveryCommandSaysWhatItDoes() {
 }
 
 void RecordCommandsTest::EveryMessageIsTranslated() {
-    RaiseTranslation({{u"Ce véhicule existe déjà !!!", u"Taken"},
-                      {u"Ce code client est inconnu dans la table des Clients !", u"Unknown"},
-                      {u"Confirmez-vous la suppression de cette fiche ?", u"Delete?"},
-                      {u"Enregistrez ou annulez d'abord votre saisie !", u"Save first!"},
-                      {u"Enregistrez ou annulez d'abord votre saisie", u"Save first"}});
+    support::RaiseTranslation({{u"Ce véhicule existe déjà !!!", u"Taken"},
+                               {u"Ce code client est inconnu dans la table des Clients !", u"Unknown"},
+                               {u"Confirmez-vous la suppression de cette fiche ?", u"Delete?"},
+                               {u"Enregistrez ou annulez d'abord votre saisie !", u"Save first!"},
+                               {u"Enregistrez ou annulez d'abord votre saisie", u"Save first"}});
     support::BoxAnswerer boxes;
     boxes.AnswerNo();
     PressKey(Qt::Key_D, Qt::ControlModifier);

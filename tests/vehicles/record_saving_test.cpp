@@ -601,9 +601,9 @@ void RecordSavingTest::CancellingWritesNothingAndWorksInAFileThatTurnedReadOnly(
 }
 
 void RecordSavingTest::FailuresAreToldInPlainWordsUnderATranslation() {
-    RaiseTranslation({{u"Cmd_Update Err.", u"Chyba"},
-                      {u"Cmd_Annul Err.", u"Chyba"},
-                      {u"Enregistrez ou annulez d'abord votre saisie", u"Nejprve uložte"}});
+    support::RaiseTranslation({{u"Cmd_Update Err.", u"Chyba"},
+                               {u"Cmd_Annul Err.", u"Chyba"},
+                               {u"Enregistrez ou annulez d'abord votre saisie", u"Nejprve uložte"}});
     TypeOver(Box("CTX_MARQUE"), QStringLiteral("RENAULT"));
     support::BoxAnswerer boxes;
     PressKey(Qt::Key_F8);

@@ -2,6 +2,7 @@
 #include <forms/control.h>
 #include <forms/strings.h>
 #include <services/translation.h>
+#include <support/translation.h>
 
 #include "report_form_fixture.h"
 
@@ -43,6 +44,13 @@ class StepsTest : public QObject {
         QCOMPARE(form_->boxes.Shown().size(), std::size_t{1});
         QCOMPARE(form_->boxes.Shown()[0].text, QStringLiteral("Confirmation"));
         QCOMPARE(form_->boxes.Shown()[0].button, QStringLiteral("Oui"));
+    }
+
+    void TheQuestionIsTranslated() {
+        const QStringList question{QStringLiteral("[Confirmation]")};
+        support::RaiseMarksFor(question, MakeTranslations());
+        QVERIFY(form_->Show());
+        QCOMPARE(support::TakeWithoutAccents(form_->boxes), question);
     }
 
     void NoUnloadsTheFormAndEmptiesTheRequest() {
@@ -94,7 +102,7 @@ class StepsTest : public QObject {
     }
 
     void WithTheTranslationOnTextsAndLiteralsAreTranslatedButNotWhatTheCallerInjects() {
-        RaiseTranslation();
+        support::RaiseTranslation({{u"Liste", u"List"}, {u"Parc", u"Fleet"}}, MakeTranslations());
         TheReportRequest().FormulaName(1) = QStringLiteral("{@SUITE}");
         TheReportRequest().FormulaText(1) = QStringLiteral("\"Liste\" & '!'");
         QVERIFY(form_->Show([](F_RPT& form) {
@@ -229,19 +237,14 @@ class StepsTest : public QObject {
         return form_->folder.WindowsPath(QStringLiteral("AUTRE.MDB"));
     }
 
-    void RaiseTranslation() {
+    /// Beside the program there is a table without rows.
+    basic::Text MakeTranslations() {
+        const QString file = QStringLiteral("TRAD.MDB");
         form_->folder.MakeData(
-            QStringLiteral("TRAD.MDB"),
-            {QStringLiteral("CREATE TABLE TTRAD (T_ABREGE TEXT(20), T_VALEUR TEXT(100), t_trad TEXT(100))"),
-             QStringLiteral("CREATE INDEX CLE ON TTRAD (T_ABREGE)"),
-             QStringLiteral("INSERT INTO TTRAD VALUES ('Liste', 'Liste', 'List')"),
-             QStringLiteral("INSERT INTO TTRAD VALUES ('Parc', 'Parc', 'Fleet')")});
-        const auto file = dao::DBEngine::Instance().Workspaces(0).OpenDatabase(
-            forms::ToText(form_->folder.WindowsPath(QStringLiteral("TRAD.MDB"))));
-        auto table = file->OpenRecordset(u"TTRAD", dao::RecordsetType::Table);
-        table->SetIndex(u"CLE");
-        services::Translation().TranslationTable = table;
-        services::Translation().TranslationOn = true;
+            file,
+            {QStringLiteral("CREATE TABLE TTRAD (T_ABREGE TEXT(20), T_VALEUR TEXT(255), t_trad TEXT(255))"),
+             QStringLiteral("CREATE INDEX T_ABREGE ON TTRAD (T_ABREGE)")});
+        return forms::ToText(form_->folder.WindowsPath(file));
     }
 
     std::unique_ptr<ReportForm> form_;

@@ -92,14 +92,23 @@ class ModalWatcher::Private {
         QWidget* const window = QApplication::activeModalWidget();
         if (window == nullptr || !window->isVisible()) {
             answered_ = nullptr;
-        } else if (window != answered_) {
+        } else if (window != answered_ && TakesKeys(*window)) {
             answered_ = window;
             answer_(*window);
         }
     }
 
+    /// On a busy machine a window is told late that the keys are its own; what is typed before that is lost.
+    bool TakesKeys(const QWidget& window) {
+        constexpr int kPatience = 200;
+        const bool takes = window.isActiveWindow() || ++glances_ > kPatience;
+        glances_ = takes ? 0 : glances_;
+        return takes;
+    }
+
     std::function<void(QWidget&)> answer_;
     QTimer timer_;
+    int glances_ = 0;  ///< at a window that does not take keys yet
     QPointer<QWidget> answered_;
 };
 

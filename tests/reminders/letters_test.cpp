@@ -10,6 +10,7 @@
 #include <basic/date.h>
 #include <forms/runtime.h>
 #include <forms/strings.h>
+#include <letter_loop.h>
 #include <recording_word.h>
 #include <reminders/fchxmodl.h>
 #include <shell/session.h>
@@ -302,6 +303,44 @@ class LettersTest : public QObject {
             QCOMPARE(log[i], expected[i]);
         }
         QCOMPARE(log.size(), expected.size());
+    }
+
+    // Tests of Word's other doubles, behind COM and in Writer, write their letters with this stand-in.
+    void LetterOfTheOtherTestsTakesTheSameSteps() {
+        MakeLetters({kOpel, kSeat});
+        const Log log = word_->TakeLog();
+        QVERIFY(workshop_->boxes.Shown().empty());
+
+        const tests::LetterText letter = {{{"CODCLI", "C0001"},
+                                           {"RS", "TRANSPORTS LEFÈVRE 61"},
+                                           {"ADR1", "86, route de Compiègne"},
+                                           {"ADR2", "Bâtiment C"},
+                                           {"ADR3", "59800   LILLE"},
+                                           {"CONTACT", "Jérôme D'Ornano"},
+                                           {"TEL", "03 53 01 15 08"},
+                                           {"FAX", "02 61 91 22 10"},
+                                           {"DATIMPR", Today()}},
+                                          {{{"IMMAT", "GB-197-PB"},
+                                            {"MARQUE", "OPEL"},
+                                            {"TYPTRAV", "Hayon élévateur"},
+                                            {"DERNVIS", "06/05/2026"},
+                                            {"PERIOD", "6"},
+                                            {"DATEPREV", "06/11/2026"}},
+                                           {{"IMMAT", "NK-140-QR"},
+                                            {"MARQUE", "SEAT"},
+                                            {"TYPTRAV", "Climatisation"},
+                                            {"DERNVIS", "01/10/2024"},
+                                            {"PERIOD", "24"},
+                                            {"DATEPREV", "01/10/2026"}}}};
+        automation::ObjectPtr Word;
+        tests::WriteLetter(*shell::TheSession().OBJ_WORD, Word, u"C:\\QUARDELE\\DATA\\RELVEH", letter,
+                           u"C:\\QUARDELE\\DATA\\C0001261125.RVE");
+        QVERIFY(workshop_->boxes.Shown().empty());
+        const Log standIn = word_->TakeLog();
+        for (std::size_t i = 0; i < std::min(log.size(), standIn.size()); ++i) {
+            QCOMPARE(standIn[i], log[i]);
+        }
+        QCOMPARE(standIn.size(), log.size());
     }
 
     void RulerThatIsOffStaysAlone() {

@@ -146,7 +146,7 @@ TEST_F(ComLetter, ErrorsOfTheServerArriveWithNumberAndText) {
     }
 }
 
-TEST_F(ComLetter, AProgramThatIsNotRegisteredCannotBeCreated) {
+TEST(ComFactory, CreatesNothingForAProgramThatIsNotRegistered) {
     try {
         automation::PlatformFactory().CreateObject(u"Quardele.Nobody");
         FAIL();

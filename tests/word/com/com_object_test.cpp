@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <winerror.h>
 
+#include <chrono>
+
 #include <basic/conversion.h>
 
 #include "com/com_object.h"
@@ -38,7 +40,8 @@ class ComObjectTest : public testing::Test {
     }
 
     ScriptedDispatch server_;
-    ComObject object_{ComPointer<IDispatch>::Shared(&server_)};
+    ComObject object_{ComPointer<IDispatch>::Shared(&server_),
+                      {.attempts = 3, .pause = std::chrono::milliseconds(1)}};
 };
 
 TEST_F(ComObjectTest, ArgumentsGoFromTheLastToTheFirstBehindThoseWithNames) {
@@ -78,6 +81,14 @@ TEST_F(ComObjectTest, AnswersComeBackInOurKinds) {
     EXPECT_EQ(answerOf(VT_I2, [](VARIANT& v) { v.iVal = -7; }), Value(-7));
     EXPECT_EQ(answerOf(VT_UI1, [](VARIANT& v) { v.bVal = 200; }), Value(200));
     EXPECT_EQ(answerOf(VT_UI4, [](VARIANT& v) { v.ulVal = 4000000000U; }), Value(4000000000.0));
+    EXPECT_EQ(answerOf(VT_I8, [](VARIANT& v) { v.llVal = -5; }), Value(-5));
+    EXPECT_EQ(answerOf(VT_I8, [](VARIANT& v) { v.llVal = -5000000000; }), Value(-5000000000.0));
+    EXPECT_EQ(answerOf(VT_DECIMAL,
+                       [](VARIANT& v) {
+                           VarDecFromR8(2.25, &v.decVal);
+                           v.vt = VT_DECIMAL;
+                       }),
+              Value(2.25));
     EXPECT_EQ(answerOf(VT_R4, [](VARIANT& v) { v.fltVal = 0.5F; }), Value(0.5));
     EXPECT_EQ(answerOf(VT_CY, [](VARIANT& v) { v.cyVal.int64 = 12500; }), Value(1.25));
     EXPECT_EQ(answerOf(VT_DATE, [](VARIANT& v) { v.date = 46346; }),
@@ -86,6 +97,28 @@ TEST_F(ComObjectTest, AnswersComeBackInOurKinds) {
     EXPECT_EQ(answerOf(VT_EMPTY, [](VARIANT&) {}), Value());
     EXPECT_EQ(answerOf(VT_BSTR, [](VARIANT& v) { v.bstrVal = nullptr; }), Value(u""));
     EXPECT_EQ(answerOf(VT_DISPATCH, [](VARIANT& v) { v.pdispVal = nullptr; }), Value(ObjectPtr()));
+    EXPECT_EQ(answerOf(VT_UNKNOWN, [](VARIANT& v) { v.punkVal = nullptr; }), Value(ObjectPtr()));
+    long pointedAt = 12;
+    EXPECT_EQ(answerOf(VT_BYREF | VT_I4, [&](VARIANT& v) { v.plVal = &pointedAt; }), Value(12));
+}
+
+TEST_F(ComObjectTest, AnObjectOfUnknownKindIsAskedWhetherItCanBeCalled) {
+    ScriptedDispatch child;
+    server_.answer.vt = VT_UNKNOWN;
+    server_.answer.punkVal = &child;
+    const ObjectPtr held = Call().Pointer();
+    held->Call(u"Known");
+    EXPECT_EQ(child.calls, 1);
+}
+
+TEST_F(ComObjectTest, AnObjectCanBePut) {
+    ScriptedDispatch other;
+    server_.answer.vt = VT_DISPATCH;
+    server_.answer.pdispVal = &other;
+    const ObjectPtr held = Call().Pointer();
+    object_.Set(u"Known", held);
+    EXPECT_THAT(server_.kinds, ElementsAre(VT_DISPATCH));
+    EXPECT_EQ(server_.kind, DISPATCH_PROPERTYPUT);
 }
 
 TEST_F(ComObjectTest, ATextComesBackWhole) {
@@ -169,6 +202,12 @@ TEST_F(ComObjectTest, ABusyServerIsAskedAgain) {
     server_.answer.vt = VT_I4;
     server_.answer.lVal = 3;
     EXPECT_EQ(Call(), Value(3));
+    EXPECT_EQ(server_.calls, 3);
+}
+
+TEST_F(ComObjectTest, AServerThatStaysBusyRefusesInTheEnd) {
+    server_.results.assign(10, RPC_E_CALL_REJECTED);
+    EXPECT_THROW(Call(), RuntimeError);
     EXPECT_EQ(server_.calls, 3);
 }
 

@@ -2,6 +2,8 @@
 // which is Word's double. It ends with its last object.
 #include <objbase.h>
 
+#include <utility>
+
 #include "fake_class.h"
 #include "recording_word.h"
 #include "served_object.h"
@@ -13,8 +15,8 @@ using quardele::tests::RecordingWord;
 using quardele::tests::ServedObject;
 
 constexpr UINT kLookMilliseconds = 100;
-/// A server that nobody calls ends by itself.
-constexpr int kMostLooks = 600;
+/// A server that nobody has called for a minute ends by itself: its caller may have died.
+constexpr int kMostIdleLooks = 600;
 
 class Class final : public IClassFactory {
  public:
@@ -44,17 +46,21 @@ class Class final : public IClassFactory {
     RecordingWord& word_;
 };
 
-/// Answers calls until an application was made and all objects are released.
+/// Answers calls until an application was made and all objects are released, or nobody calls any more.
 void Serve() {
     const UINT_PTR timer = SetTimer(nullptr, 0, kLookMilliseconds, nullptr);
     bool used = false;
-    int looks = 0;
+    int idleLooks = 0;
+    long calls = 0;
     MSG message;
     while (GetMessage(&message, nullptr, 0, 0) > 0) {
         DispatchMessage(&message);
         used = used || ServedObject::Alive() > 0;
-        looks += message.message == WM_TIMER ? 1 : 0;
-        if ((used && ServedObject::Alive() == 0) || looks == kMostLooks) {
+        idleLooks += message.message == WM_TIMER ? 1 : 0;
+        if (std::exchange(calls, ServedObject::Calls()) != ServedObject::Calls()) {
+            idleLooks = 0;
+        }
+        if ((used && ServedObject::Alive() == 0) || idleLooks == kMostIdleLooks) {
             break;
         }
     }

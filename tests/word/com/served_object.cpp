@@ -46,6 +46,7 @@ Value ValueOf(const VARIANT& variant) {
 }  // namespace
 
 std::atomic<long> ServedObject::alive_ = 0;
+std::atomic<long> ServedObject::calls_ = 0;
 
 ServedObject::ServedObject(RecordingWord& word, automation::ObjectPtr object)
     : word_(word), object_(std::move(object)) {
@@ -128,6 +129,7 @@ Value ServedObject::Perform(const Text& member, WORD flags, const DISPPARAMS& pa
 
 HRESULT ServedObject::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                              EXCEPINFO* exception, UINT*) {
+    ++calls_;
     try {
         const Value value = Perform(NameOf(member), flags, *parameters);
         if (result != nullptr) {

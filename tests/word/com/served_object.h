@@ -35,6 +35,8 @@ class ServedObject final : public IDispatch {
 
     /// Objects that somebody holds.
     [[nodiscard]] static long Alive() { return alive_; }
+    /// How many calls any of them has had.
+    [[nodiscard]] static long Calls() { return calls_; }
 
  private:
     ~ServedObject() { --alive_; }
@@ -46,6 +48,7 @@ class ServedObject final : public IDispatch {
     void Give(const automation::Value& value, VARIANT& result);
 
     static std::atomic<long> alive_;
+    static std::atomic<long> calls_;
 
     RecordingWord& word_;
     automation::ObjectPtr object_;

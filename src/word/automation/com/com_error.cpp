@@ -17,9 +17,7 @@ struct KnownResult {
     int number;
 };
 
-constexpr int kNoMemory = 7;
 constexpr int kNotPossible = 445;
-constexpr int kNoSuchNamedArgument = 448;
 constexpr int kArgumentRequired = 449;
 constexpr int kWrongArgumentCount = 450;
 
@@ -35,7 +33,7 @@ constexpr std::array kKnown = {
     KnownResult{DISP_E_PARAMNOTOPTIONAL, kArgumentRequired},
     KnownResult{DISP_E_BADPARAMCOUNT, kWrongArgumentCount},
     KnownResult{E_NOTIMPL, kNotPossible},
-    KnownResult{E_OUTOFMEMORY, kNoMemory},
+    KnownResult{E_OUTOFMEMORY, kOutOfMemory},
     KnownResult{CO_E_CLASSSTRING, basic::error::kCannotCreateObject},
     KnownResult{REGDB_E_CLASSNOTREG, basic::error::kCannotCreateObject},
     KnownResult{RPC_E_DISCONNECTED, basic::error::kServerGone},

@@ -7,6 +7,10 @@
 
 namespace quardele::automation::com {
 
+/// Numbers of the Basic runtime that only automation needs.
+inline constexpr int kOutOfMemory = 7;
+inline constexpr int kNoSuchNamedArgument = 448;
+
 /// Throws the run-time error of a failed result. Results of the facility of automation servers carry their
 /// error's number; well-known ones have one of the Basic runtime's; of the rest the whole result is the
 /// number, as Basic has it.

@@ -30,9 +30,9 @@ class ComFactory final : public Factory {
     }
 
  private:
-    /// Once more does no harm; a thread that works in another way already keeps it.
+    /// Once for each thread that asks; one that works in another way already keeps that.
     static void InitialiseThread() {
-        static const HRESULT result = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        static thread_local const HRESULT result = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
         if (FAILED(result) && result != RPC_E_CHANGED_MODE) {
             com::ThrowResult(result);
         }

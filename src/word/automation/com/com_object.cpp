@@ -12,28 +12,23 @@ namespace quardele::automation::com {
 
 namespace {
 
-constexpr int kNoSuchNamedArgument = 448;
-
-// A server that shows a box or lays out pages refuses calls.
-constexpr DWORD kPauseMilliseconds = 100;
-constexpr int kAttempts = 100;
-
 bool IsBusy(HRESULT result) {
     return result == RPC_E_CALL_REJECTED || result == RPC_E_SERVERCALL_RETRYLATER;
 }
 
 template <class Ask>
-HRESULT Patiently(const Ask& ask) {
+HRESULT Patiently(const Patience& patience, const Ask& ask) {
     HRESULT result = ask();
-    for (int attempt = 1; IsBusy(result) && attempt < kAttempts; ++attempt) {
-        Sleep(kPauseMilliseconds);
+    for (int attempt = 1; IsBusy(result) && attempt < patience.attempts; ++attempt) {
+        Sleep(static_cast<DWORD>(patience.pause.count()));
         result = ask();
     }
     return result;
 }
 
 /// The numbers under which a server knows a member and, behind it, the named arguments of a call.
-std::vector<DISPID> NumbersOf(IDispatch& dispatch, TextView member, std::span<const NamedArgument> named) {
+std::vector<DISPID> NumbersOf(IDispatch& dispatch, const Patience& patience, TextView member,
+                              std::span<const NamedArgument> named) {
     std::vector<std::wstring> names{{member.begin(), member.end()}};
     for (const auto& [name, value] : named) {
         names.emplace_back(name.begin(), name.end());
@@ -43,7 +38,7 @@ std::vector<DISPID> NumbersOf(IDispatch& dispatch, TextView member, std::span<co
         pointers.push_back(name.data());
     }
     std::vector<DISPID> numbers(names.size(), DISPID_UNKNOWN);
-    const HRESULT result = Patiently([&] {
+    const HRESULT result = Patiently(patience, [&] {
         return dispatch.GetIDsOfNames(IID_NULL, pointers.data(), static_cast<UINT>(pointers.size()),
                                       LOCALE_USER_DEFAULT, numbers.data());
     });
@@ -72,8 +67,8 @@ std::vector<ComVariant> InServersOrder(std::span<const Value> arguments,
 }
 
 /// Calls a member; `names` are the numbers of the first values.
-Value Invoke(IDispatch& dispatch, DISPID member, WORD kind, std::vector<ComVariant> values,
-             std::span<DISPID> names) {
+Value Invoke(IDispatch& dispatch, const Patience& patience, DISPID member, WORD kind,
+             std::vector<ComVariant> values, std::span<DISPID> names) {
     // A ComVariant is its VARIANT and nothing more, so that the values lie as COM wants them.
     static_assert(sizeof(ComVariant) == sizeof(VARIANT));
     DISPPARAMS parameters{values.empty() ? nullptr : &values.front().Raw(), names.data(),
@@ -81,7 +76,7 @@ Value Invoke(IDispatch& dispatch, DISPID member, WORD kind, std::vector<ComVaria
     ComVariant answer;
     EXCEPINFO exception{};
     UINT wrong = 0;
-    const HRESULT result = Patiently([&] {
+    const HRESULT result = Patiently(patience, [&] {
         return dispatch.Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters,
                                kind == DISPATCH_PROPERTYPUT ? nullptr : &answer.Raw(), &exception, &wrong);
     });
@@ -98,16 +93,16 @@ Value Invoke(IDispatch& dispatch, DISPID member, WORD kind, std::vector<ComVaria
 
 Value ComObject::Call(TextView member, std::span<const Value> arguments,
                       std::span<const NamedArgument> named) {
-    std::vector<DISPID> numbers = NumbersOf(*dispatch_.Get(), member, named);
-    return Invoke(*dispatch_.Get(), numbers[0], DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+    std::vector<DISPID> numbers = NumbersOf(*dispatch_.Get(), patience_, member, named);
+    return Invoke(*dispatch_.Get(), patience_, numbers[0], DISPATCH_METHOD | DISPATCH_PROPERTYGET,
                   InServersOrder(arguments, named), std::span(numbers).subspan(1));
 }
 
 void ComObject::Set(TextView member, const Value& value) {
-    const std::vector<DISPID> numbers = NumbersOf(*dispatch_.Get(), member, {});
+    const std::vector<DISPID> numbers = NumbersOf(*dispatch_.Get(), patience_, member, {});
     DISPID put = DISPID_PROPERTYPUT;
-    Invoke(*dispatch_.Get(), numbers[0], DISPATCH_PROPERTYPUT, InServersOrder(std::span(&value, 1), {}),
-           std::span(&put, 1));
+    Invoke(*dispatch_.Get(), patience_, numbers[0], DISPATCH_PROPERTYPUT,
+           InServersOrder(std::span(&value, 1), {}), std::span(&put, 1));
 }
 
 }  // namespace quardele::automation::com

@@ -3,18 +3,28 @@
 
 #include <oaidl.h>
 
+#include <chrono>
+
 #include <automation/object.h>
 
 #include "com_pointer.h"
 
 namespace quardele::automation::com {
 
-/// Lives in the thread that made it, whose COM must be initialised. A server that is busy is asked again for
-/// some seconds; its refusal is an error then.
+/// How often a server that shows a box or lays out pages, and so refuses calls, is asked, and after what
+/// pauses.
+struct Patience {
+    int attempts = 100;
+    std::chrono::milliseconds pause{100};
+};
+
+/// Lives in the thread that made it, whose COM must be initialised. A server that is busy is asked again,
+/// as long as its caller has patience; its refusal is an error then.
 class ComObject final : public Object {
  public:
     /// `dispatch` is not null.
-    explicit ComObject(ComPointer<IDispatch> dispatch) : dispatch_(std::move(dispatch)) {}
+    explicit ComObject(ComPointer<IDispatch> dispatch, Patience patience = {})
+        : dispatch_(std::move(dispatch)), patience_(patience) {}
 
     Value Call(TextView member, std::span<const Value> arguments,
                std::span<const NamedArgument> named) override;
@@ -26,6 +36,7 @@ class ComObject final : public Object {
 
  private:
     ComPointer<IDispatch> dispatch_;
+    Patience patience_;
 };
 
 }  // namespace quardele::automation::com

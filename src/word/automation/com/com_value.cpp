@@ -5,13 +5,12 @@
 
 #include <basic/conversion.h>
 
+#include "com_error.h"
 #include "com_object.h"
 
 namespace quardele::automation::com {
 
 namespace {
-
-constexpr int kOutOfMemory = 7;
 
 [[noreturn]] void ThrowTypeMismatch() {
     throw basic::RuntimeError(basic::error::kTypeMismatch);

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <stdlib.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -94,7 +95,8 @@ TEST_F(WithoutBridge, ComplainsThatNoObjectCanBeCreated) {
 }
 
 TEST_F(WithoutBridge, ComplainsAboutAFileThatIsNoLibrary) {
-    const auto file = std::filesystem::temp_directory_path() / "quardele-no-library.so";
+    const auto file =
+        std::filesystem::temp_directory_path() / ("quardele-no-library-" + std::to_string(getpid()) + ".so");
     std::ofstream(file) << "no library";
     EXPECT_THAT(Complaint(file), testing::HasSubstr("ne peut pas être chargé"));
     std::filesystem::remove(file);

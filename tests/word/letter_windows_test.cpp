@@ -14,6 +14,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <future>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -63,6 +64,16 @@ bool ComesTrue(const Condition& condition) {
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
     return true;
+}
+
+/// The same while the program calls Word again and again, and so leaves no pause for windows to be shown in.
+template <class Condition>
+bool ComesTrueWithoutAPause(automation::Object& word, const Condition& condition) {
+    auto outcome = std::async(std::launch::async, [&] { return ComesTrue(condition); });
+    while (outcome.wait_for(std::chrono::milliseconds(5)) != std::future_status::ready) {
+        (void)word.Get(u"Visible");
+    }
+    return outcome.get();
 }
 
 /// A display without a monitor; DISPLAY points at it while it lives.
@@ -181,19 +192,15 @@ TEST_F(LetterWindows, StayOpenWhenTheProgramEnds) {
                                      testing::StartsWith("L3.RVE")));
 }
 
-// Says what a letter costs; half a second is the aim. The program and the office take turns, so that the
-// office's work is nearly all of it; unlike the clock it says the same on a machine that has other things to
-// do.
-TEST_F(LetterWindows, OfFiveVisitsAreMeasured) {
+// The program and the office take turns, so that the office's work is nearly all of what a letter costs;
+// unlike the clock it says the same on a machine that has other things to do.
+TEST_F(LetterWindows, OfFiveVisitsCostTheOfficeNoMoreThanASecond) {
     constexpr int kLetters = 10;
+    constexpr long kMostMilliseconds = 1000;
     ASSERT_EQ(WriteLetters("start", 1, 5).size(), 1U);
     const long before = OfficeWork();
-    std::vector<int> times = WriteLetters("letters", kLetters, 5);
-    ASSERT_EQ(times.size(), std::size_t{kLetters});
-    const long work = (OfficeWork() - before) / kLetters;
-    std::sort(times.begin(), times.end());
-    std::printf("letter of five visits: %ld ms of the office's work, %d ms by the clock\n", work,
-                times[kLetters / 2]);
+    ASSERT_EQ(WriteLetters("letters", kLetters, 5).size(), std::size_t{kLetters});
+    EXPECT_LT((OfficeWork() - before) / kLetters, kMostMilliseconds);
 }
 
 TEST_F(LetterWindows, AppearWhenTheProgramPauses) {
@@ -205,7 +212,7 @@ TEST_F(LetterWindows, AppearWhenTheProgramPauses) {
 TEST_F(LetterWindows, AppearWhenTheNextLetterBegins) {
     const ObjectPtr first = SavedLetter("PREMIER.RVE");
     const ObjectPtr second = automation::SessionFactory().CreateObject(u"Word.Application");
-    EXPECT_TRUE(ComesTrue([] { return Display::LetterWindows().size() == 1; }));
+    EXPECT_TRUE(ComesTrueWithoutAPause(*second, [] { return Display::LetterWindows().size() == 1; }));
 }
 
 TEST_F(LetterWindows, DisappearAndComeBackWithTheApplication) {
@@ -215,6 +222,13 @@ TEST_F(LetterWindows, DisappearAndComeBackWithTheApplication) {
     EXPECT_TRUE(ComesTrue([] { return Display::LetterWindows().empty(); }));
     word->Set(u"Visible", true);
     EXPECT_TRUE(ComesTrue([] { return Display::LetterWindows().size() == 1; }));
+}
+
+TEST_F(LetterWindows, DoNotAppearWhenTheApplicationIsHiddenBeforeTheProgramPauses) {
+    const ObjectPtr word = SavedLetter("JAMAIS.RVE");
+    word->Set(u"Visible", false);
+    std::this_thread::sleep_for(std::chrono::seconds(1));
+    EXPECT_THAT(Display::LetterWindows(), testing::IsEmpty());
 }
 
 TEST_F(LetterWindows, ThatTheOperatorClosedAreNoDocumentAnyMore) {

@@ -41,7 +41,20 @@ fs::path NewFolder() {
 
 bool OfficeSession::IsAvailable() {
     const bool bridge = fs::exists(fs::path(BINARY_DIR) / "lib" / "libquardele_writer_bridge.so");
-    return bridge && std::system("command -v soffice >/dev/null") == 0;
+    return bridge && !Installation().empty();
+}
+
+// The command is a link into the installation's folder "program".
+fs::path OfficeSession::Installation() {
+    const char* searched = std::getenv("PATH");
+    std::istringstream folders(searched == nullptr ? "" : searched);
+    for (std::string folder; std::getline(folders, folder, ':');) {
+        std::error_code missing;
+        if (const fs::path target = fs::canonical(fs::path(folder) / "soffice", missing); !missing) {
+            return target.parent_path().parent_path();
+        }
+    }
+    return {};
 }
 
 OfficeSession::OfficeSession(Windows windows) : folder_(NewFolder()) {

@@ -20,6 +20,9 @@ class OfficeSession {
     /// otherwise.
     [[nodiscard]] static bool IsAvailable();
 
+    /// The folder of the LibreOffice that PATH leads to; empty when there is none.
+    [[nodiscard]] static std::filesystem::path Installation();
+
     /// Makes a scratch folder with a new profile and directs the bridge to it.
     explicit OfficeSession(Windows windows = Windows::Hidden);
     /// Kills what still runs in the profile, and removes the folder.

@@ -42,7 +42,7 @@ class WriterStart : public testing::Test {
 
     /// An installation whose program is a shell script.
     [[nodiscard]] fs::path InstallationWith(const std::string& script) const {
-        const fs::path real = fs::canonical("/usr/bin/soffice").parent_path();
+        const fs::path real = OfficeSession::Installation() / "program";
         const fs::path program = session_.File("office") / "program";
         fs::create_directories(program);
         for (const auto& entry : fs::directory_iterator(real)) {
@@ -98,6 +98,25 @@ TEST_F(WriterStart, EndsTheOfficeWhenNobodyHoldsTheApplicationAndNobodySeesItsDo
         word->Set(u"Visible", true);
         word->Child(u"Documents")->Call(u"Add");
     }
+    EXPECT_TRUE(session_.Ends());
+}
+
+TEST_F(WriterStart, EndsTheOfficeAfterAFileThatIsNoText) {
+    std::ofstream(session_.File("CLASSEUR.dot")) << R"(<?xml version="1.0" encoding="UTF-8"?>
+<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
+    xmlns:table="urn:oasis:names:tc:opendocument:xmlns:table:1.0" office:version="1.3"
+    office:mimetype="application/vnd.oasis.opendocument.spreadsheet">
+  <office:body><office:spreadsheet><table:table table:name="A"/></office:spreadsheet></office:body>
+</office:document>)";
+    const ObjectPtr word = Create();
+    try {
+        word->Child(u"Documents")->Call(u"Open", {session_.WindowsFile("CLASSEUR.dot")});
+        FAIL() << "a workbook was opened";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), 5174);
+    }
+    EXPECT_FALSE(fs::exists(session_.File(".~lock.CLASSEUR.dot#")));
+    word->Call(u"Quit");
     EXPECT_TRUE(session_.Ends());
 }
 

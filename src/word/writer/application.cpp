@@ -78,6 +78,20 @@ void Application::Adopt(const std::shared_ptr<OpenDocument>& document) {
     }
 }
 
+std::shared_ptr<OpenDocument> Application::OpenedFrom(const std::filesystem::path& file) {
+    const Documents documents = OpenDocuments();
+    const auto found = std::find_if(documents.begin(), documents.end(),
+                                    [&](const auto& document) { return document->IsFrom(file); });
+    return found == documents.end() ? nullptr : *found;
+}
+
+void Application::MakeActive(const std::shared_ptr<OpenDocument>& document) {
+    std::erase(documents_, document);
+    documents_.push_back(document);
+    document->SetPlace(place_);
+    document->Activate();
+}
+
 void Application::SetPlace(const WindowPlace& place) {
     place_ = place;
     if (!OpenDocuments().empty()) {
@@ -110,9 +124,9 @@ Value Application::ActiveWindow(const Arguments&) {
     return Make<Window>(Active());
 }
 
-Value Application::GetDocuments(const Arguments& arguments) {
+Value Application::GetDocuments(const Arguments&) {
     RunningOffice();
-    return CollectionOrItem(Make<writer::Documents>(shared_from_this()), arguments);
+    return ObjectPtr(Make<writer::Documents>(shared_from_this()));
 }
 
 Value Application::Quit(const Arguments&) {
@@ -138,6 +152,7 @@ void Application::SetVisible(const Value& visible) {
         if (show && !visible_) {
             GetOffice()->ShowSoon(document);
         } else if (!show) {
+            GetOffice()->DoNotShow(document);
             document->HideWindow();
         }
     }

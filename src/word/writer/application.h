@@ -2,6 +2,7 @@
 // document, and they all live in one office.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <vector>
 
@@ -20,13 +21,17 @@ class Application final : public WordObject<Application>, public std::enable_sha
     ~Application() override;
     static std::span<const Member<Application>> Members();
 
-    /// Its open documents, in the order of opening. Documents that the operator closed are not among them.
+    /// Its open documents, in the order in which they became active. Documents that the operator closed are
+    /// not among them.
     [[nodiscard]] Documents OpenDocuments();
     /// The document opened or activated last; throws RuntimeError 4248 when none is open.
     [[nodiscard]] std::shared_ptr<OpenDocument> Active() const;
     /// The office; throws RuntimeError 462 after Quit.
     const std::shared_ptr<Office>& RunningOffice() const;
     void Adopt(const std::shared_ptr<OpenDocument>& document);
+    /// The open document that lies in a file; null when there is none.
+    [[nodiscard]] std::shared_ptr<OpenDocument> OpenedFrom(const std::filesystem::path& file);
+    void MakeActive(const std::shared_ptr<OpenDocument>& document);
 
     /// The place of its windows.
     [[nodiscard]] const WindowPlace& Place() const { return place_; }
@@ -40,7 +45,7 @@ class Application final : public WordObject<Application>, public std::enable_sha
     Value Activate(const Arguments&);
     Value ActiveDocument(const Arguments&);
     Value ActiveWindow(const Arguments&);
-    Value GetDocuments(const Arguments& arguments);
+    Value GetDocuments(const Arguments&);
     Value Quit(const Arguments&);
     Value Selection(const Arguments&);
     Value Tasks(const Arguments& arguments);

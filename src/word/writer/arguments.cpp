@@ -8,6 +8,10 @@
 
 namespace quardele::word::writer {
 
+bool Truth(const Value& value) {
+    return basic::CBool(value.Plain());
+}
+
 const Value* Arguments::Find(std::size_t position, TextView name) const {
     const auto byName = std::find_if(named_.begin(), named_.end(), [&](const NamedArgument& argument) {
         return basic::EqualNoCase(argument.first, name);

@@ -15,6 +15,9 @@ using automation::Value;
 using basic::Text;
 using basic::TextView;
 
+/// A value as a truth, converted as the Basic runtime does.
+[[nodiscard]] bool Truth(const Value& value);
+
 /// Each argument has a position (0-based) and a name; a call gives it by either. Valid during the call only.
 class Arguments {
  public:

@@ -7,7 +7,7 @@
 #include <com/sun/star/text/XBookmarksSupplier.hpp>
 
 #include "range.h"
-#include "story.h"
+#include "text_range.h"
 #include "word_error.h"
 
 namespace quardele::word::writer {
@@ -85,15 +85,10 @@ Value Bookmarks::Item(const Arguments& arguments) {
 
 std::span<const Member<Bookmark>> Bookmark::Members() {
     static constexpr Member<Bookmark> kMembers[] = {
-        {u"Name", &Bookmark::Name},
         {u"Range", &Bookmark::GetRange},
         {u"Select", &Bookmark::Select},
     };
     return kMembers;
-}
-
-Value Bookmark::Name(const Arguments&) {
-    return ToText(Reference<css::container::XNamed>(bookmark_, UNO_QUERY_THROW)->getName());
 }
 
 Value Bookmark::GetRange(const Arguments&) {

@@ -32,7 +32,6 @@ class Bookmark final : public DocumentObject<Bookmark> {
     static std::span<const Member<Bookmark>> Members();
 
  private:
-    Value Name(const Arguments&);
     Value GetRange(const Arguments&);
     Value Select(const Arguments&);
 

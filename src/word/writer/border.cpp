@@ -20,8 +20,8 @@ Border& Border::Instance() {
 void Border::WhenQuiet(std::function<void()> work) {
     work_ = std::move(work);
     if (!running_) {
-        running_ = true;
         std::thread(&Border::Run, this).detach();
+        running_ = true;
     }
     workCame_.notify_one();
 }

@@ -8,6 +8,7 @@
 #include "application.h"
 #include "border.h"
 #include "host.h"
+#include "word_error.h"
 
 namespace {
 
@@ -22,6 +23,8 @@ using automation::abi::WireError;
 using automation::abi::WireText;
 using automation::abi::WireValue;
 using word::writer::Border;
+using word::writer::Failure;
+using word::writer::WordError;
 
 constexpr basic::TextView kWord = u"Word.Application";
 
@@ -58,9 +61,10 @@ void Fill(WireError& error, int number, basic::Text description) {
     error = {number, ToWire(basic::TextView(kept))};
 }
 
-/// Runs `work` as one call; false when it failed and `error` is filled in.
+/// Runs `work` as one call; false when it failed and `error` is filled in: as `otherwise`, when the failure
+/// is none of ours.
 template <class Work>
-bool Across(WireError* error, const Work& work) {
+bool Across(WireError* error, const basic::RuntimeError& otherwise, const Work& work) {
     const Border::Call call(Border::Instance());
     try {
         work();
@@ -68,14 +72,13 @@ bool Across(WireError* error, const Work& work) {
     } catch (const basic::RuntimeError& failure) {
         Fill(*error, failure.Number(), failure.Description());
     } catch (...) {
-        Fill(*error, basic::error::kCannotCreateObject,
-             basic::DescriptionOf(basic::error::kCannotCreateObject));
+        Fill(*error, otherwise.Number(), otherwise.Description());
     }
     return false;
 }
 
 bool CreateObject(WireText name, void** object, WireError* error) {
-    return Across(error, [&] {
+    return Across(error, basic::RuntimeError(basic::error::kCannotCreateObject), [&] {
         if (!basic::EqualNoCase(FromWire(name), kWord)) {
             throw basic::RuntimeError(basic::error::kCannotCreateObject);
         }
@@ -107,12 +110,13 @@ Value Perform(automation::Object& object, const WireCall& call) {
 }
 
 bool Invoke(void* object, const WireCall* call, WireValue* result, WireError* error) {
-    return Across(error, [&] { *result = Outgoing(Perform(*ObjectOf(object), *call)); });
+    return Across(error, Failure(WordError::CommandFailed),
+                  [&] { *result = Outgoing(Perform(*ObjectOf(object), *call)); });
 }
 
 void Release(void* object) {
     WireError ignored{};
-    Across(&ignored, [&] { delete &ObjectOf(object); });
+    Across(&ignored, Failure(WordError::CommandFailed), [&] { delete &ObjectOf(object); });
 }
 
 }  // namespace

@@ -46,7 +46,7 @@ Value Document::Close(const Arguments& arguments) {
 
 Value Document::Range(const Arguments& arguments) {
     return ObjectPtr(
-        Make<FlatRange>(Doc(), arguments.IntegerAt(0, u"Start", 0), arguments.IntegerAt(1, u"End")));
+        Make<FlatRange>(Doc(), arguments.IntegerAt(0, u"Start"), arguments.IntegerAt(1, u"End")));
 }
 
 Value Document::Save(const Arguments&) {

@@ -2,7 +2,6 @@
 
 #include "document.h"
 #include "host.h"
-#include "word_error.h"
 
 namespace quardele::word::writer {
 
@@ -10,7 +9,6 @@ std::span<const Member<Documents>> Documents::Members() {
     static constexpr Member<Documents> kMembers[] = {
         {u"Add", &Documents::Add},
         {u"Count", &Documents::Count},
-        {u"Item", &Documents::Item},
         {u"Open", &Documents::Open},
     };
     return kMembers;
@@ -34,19 +32,15 @@ Value Documents::Count(const Arguments&) {
     return static_cast<int>(application_->OpenDocuments().size());
 }
 
-Value Documents::Item(const Arguments& arguments) {
-    const int index = arguments.IntegerAt(0, u"Index");
-    const auto documents = application_->OpenDocuments();
-    if (index < 1 || index > static_cast<int>(documents.size())) {
-        throw Failure(WordError::NoSuchElement);
-    }
-    return Make<Document>(documents[static_cast<std::size_t>(index) - 1]);
-}
-
 Value Documents::Open(const Arguments& arguments) {
+    const auto file = NativePath(arguments.TextAt(0, u"FileName"));
+    if (const auto open = application_->OpenedFrom(file); open != nullptr) {
+        application_->MakeActive(open);
+        return Make<Document>(open);
+    }
     const bool readOnly = arguments.TruthAt(2, u"ReadOnly", false);
     return Adopted(
-        OpenDocument::FromFile(application_->RunningOffice(), NativePath(arguments.TextAt(0, u"FileName")),
+        OpenDocument::FromFile(application_->RunningOffice(), file,
                                readOnly ? OpenDocument::Mode::ReadOnly : OpenDocument::Mode::Edit));
 }
 

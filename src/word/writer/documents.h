@@ -17,7 +17,7 @@ class Documents final : public WordObject<Documents> {
  private:
     Value Add(const Arguments& arguments);
     Value Count(const Arguments&);
-    Value Item(const Arguments& arguments);
+    /// A file that is open already is shown, not opened again.
     Value Open(const Arguments& arguments);
     Value Adopted(const std::shared_ptr<OpenDocument>& document);
 

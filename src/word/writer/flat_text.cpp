@@ -6,7 +6,6 @@
 #include <com/sun/star/text/XTextTable.hpp>
 
 #include "cell_place.h"
-#include "story.h"
 #include "word_error.h"
 
 namespace quardele::word::writer {

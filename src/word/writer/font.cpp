@@ -1,8 +1,5 @@
 #include "font.h"
 
-#include <array>
-
-#include <com/sun/star/awt/FontSlant.hpp>
 #include <com/sun/star/awt/FontUnderline.hpp>
 #include <com/sun/star/awt/FontWeight.hpp>
 
@@ -16,26 +13,19 @@ namespace {
 
 namespace awt = css::awt;
 
-struct Line {
-    int word;
-    sal_Int16 writer;
-};
-constexpr std::array kLines = {Line{0, awt::FontUnderline::NONE}, Line{1, awt::FontUnderline::SINGLE},
-                               Line{3, awt::FontUnderline::DOUBLE}, Line{4, awt::FontUnderline::DOTTED}};
+constexpr int kNoLine = 0;
 constexpr int kSingleLine = 1;
 constexpr int kTrue = -1;
-
-bool Truth(const Value& value) {
-    return basic::CBool(value.Plain());
-}
 
 }  // namespace
 
 std::span<const Member<Font>> Font::Members() {
     static constexpr Member<Font> kMembers[] = {
-        {u"Bold", &Font::Bold, &Font::SetBold},       {u"Hidden", &Font::Hidden, &Font::SetHidden},
-        {u"Italic", &Font::Italic, &Font::SetItalic}, {u"Name", &Font::Name, &Font::SetName},
-        {u"Size", &Font::Size, &Font::SetSize},       {u"Underline", &Font::Underline, &Font::SetUnderline},
+        {u"Bold", &Font::Bold, &Font::SetBold},
+        {u"Hidden", &Font::Hidden, &Font::SetHidden},
+        {u"Name", &Font::Name, &Font::SetName},
+        {u"Size", &Font::Size, &Font::SetSize},
+        {u"Underline", &Font::Underline, &Font::SetUnderline},
     };
     return kMembers;
 }
@@ -56,14 +46,6 @@ void Font::SetHidden(const Value& hidden) {
     SetProperty(Doc()->Cursor(), "CharHidden", Truth(hidden));
 }
 
-Value Font::Italic(const Arguments&) {
-    return Property<awt::FontSlant>(Doc()->Cursor(), "CharPosture") != awt::FontSlant_NONE;
-}
-
-void Font::SetItalic(const Value& italic) {
-    SetProperty(Doc()->Cursor(), "CharPosture", Truth(italic) ? awt::FontSlant_ITALIC : awt::FontSlant_NONE);
-}
-
 Value Font::Name(const Arguments&) {
     return ToText(Property<rtl::OUString>(Doc()->Cursor(), "CharFontName"));
 }
@@ -81,24 +63,17 @@ void Font::SetSize(const Value& size) {
 }
 
 Value Font::Underline(const Arguments&) {
-    const auto shown = Property<sal_Int16>(Doc()->Cursor(), "CharUnderline");
-    for (const Line& line : kLines) {
-        if (line.writer == shown) {
-            return line.word;
-        }
-    }
-    return kSingleLine;
+    const bool underlined = Property<sal_Int16>(Doc()->Cursor(), "CharUnderline") != awt::FontUnderline::NONE;
+    return underlined ? kSingleLine : kNoLine;
 }
 
 void Font::SetUnderline(const Value& underline) {
     const int wanted = basic::CLng(underline.Plain());
-    for (const Line& line : kLines) {
-        if (line.word == (wanted == kTrue ? kSingleLine : wanted)) {
-            SetProperty(Doc()->Cursor(), "CharUnderline", line.writer);
-            return;
-        }
+    if (wanted != kNoLine && wanted != kSingleLine && wanted != kTrue) {
+        throw Failure(WordError::BadParameter);
     }
-    throw Failure(WordError::BadParameter);
+    SetProperty(Doc()->Cursor(), "CharUnderline",
+                wanted == kNoLine ? awt::FontUnderline::NONE : awt::FontUnderline::SINGLE);
 }
 
 }  // namespace quardele::word::writer

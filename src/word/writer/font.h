@@ -15,14 +15,13 @@ class Font final : public DocumentObject<Font> {
     void SetBold(const Value& bold);
     Value Hidden(const Arguments&);
     void SetHidden(const Value& hidden);
-    Value Italic(const Arguments&);
-    void SetItalic(const Value& italic);
     Value Name(const Arguments&);
     void SetName(const Value& name);
     /// Points.
     Value Size(const Arguments&);
     void SetSize(const Value& size);
-    /// Word's numbers: 0 none, 1 single, 3 double, 4 dotted; true is 1.
+    /// 0 none, 1 any line. Written: 0, and 1 or true for a single line; throws RuntimeError 4120 for Word's
+    /// other lines.
     Value Underline(const Arguments&);
     void SetUnderline(const Value& underline);
 };

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <fstream>
+#include <map>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -50,12 +51,17 @@ std::string NextPipeName() {
     return "quardele_" + std::to_string(getpid()) + "_" + std::to_string(++count);
 }
 
-/// The interface library of this process. It needs the office's type descriptions, else the first call across
-/// the connection ends the process.
-Reference<css::uno::XComponentContext> BootstrapHere(const fs::path& installation) {
-    const fs::path program = installation / "program";
-    rtl::Bootstrap::set("URE_MORE_TYPES", FileUrl(program / "types" / "offapi.rdb"));
-    return cppu::defaultBootstrap_InitialComponentContext(FileUrl(program / "unorc"));
+/// The interface library of this process, one for each installation, to the end of the process. It needs the
+/// office's type descriptions, else the first call across the connection ends the process.
+const Reference<css::uno::XComponentContext>& LocalContext(const fs::path& installation) {
+    static auto* contexts = new std::map<fs::path, Reference<css::uno::XComponentContext>>();
+    Reference<css::uno::XComponentContext>& context = (*contexts)[installation];
+    if (!context.is()) {
+        const fs::path program = installation / "program";
+        rtl::Bootstrap::set("URE_MORE_TYPES", FileUrl(program / "types" / "offapi.rdb"));
+        context = cppu::defaultBootstrap_InitialComponentContext(FileUrl(program / "unorc"));
+    }
+    return context;
 }
 
 Reference<css::uno::XComponentContext> Connect(const Reference<css::uno::XComponentContext>& here,
@@ -106,11 +112,11 @@ std::shared_ptr<Office> Office::Acquire() {
 }
 
 void Office::Start(const fs::path& installation) {
-    localContext_ = BootstrapHere(installation);
+    const auto& here = LocalContext(installation);
     const std::string pipe = NextPipeName();
     profile_ = PreparedProfile(showsWindows_);
     process_.emplace(installation, profile_, pipe, showsWindows_);
-    context_ = Connect(localContext_, pipe, *process_);
+    context_ = Connect(here, pipe, *process_);
     desktop_ = css::frame::Desktop::create(context_);
 }
 
@@ -139,6 +145,7 @@ bool Office::IsGone() {
         desktop_->getCurrentFrame();
     } catch (const css::uno::Exception&) {
         gone_ = true;
+        process_->NoteEnding();
         for (const fs::path& file : openFiles_) {
             RemoveLockOf(file, profile_);
         }
@@ -165,6 +172,10 @@ void Office::ShowSoon(const std::shared_ptr<OpenDocument>& document) {
             office->ShowPending();
         }
     });
+}
+
+void Office::DoNotShow(const std::shared_ptr<OpenDocument>& document) {
+    std::erase_if(pending_, [&](const auto& waiting) { return waiting.lock() == document; });
 }
 
 void Office::ShowPending() {

@@ -43,6 +43,8 @@ class Office : public std::enable_shared_from_this<Office> {
     /// Shows the document's window when the program pauses, see ShowPending. A letter is filled four times as
     /// fast while its window is hidden.
     void ShowSoon(const std::shared_ptr<OpenDocument>& document);
+    /// Takes back ShowSoon.
+    void DoNotShow(const std::shared_ptr<OpenDocument>& document);
     /// Shows the windows that wait for it.
     void ShowPending();
 
@@ -54,7 +56,6 @@ class Office : public std::enable_shared_from_this<Office> {
     bool gone_ = false;
     std::filesystem::path profile_;
     std::optional<OfficeProcess> process_;
-    Reference<css::uno::XComponentContext> localContext_;
     Reference<css::uno::XComponentContext> context_;
     Reference<css::frame::XDesktop2> desktop_;
     std::set<std::filesystem::path> openFiles_;

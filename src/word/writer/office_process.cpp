@@ -29,7 +29,7 @@ constexpr auto kHandOver = std::chrono::seconds(3);
 constexpr auto kEnding = std::chrono::seconds(10);
 constexpr auto kPollInterval = std::chrono::milliseconds(15);
 
-/// An office that was told to end; -1 for none.
+/// An office that ends; -1 for none.
 pid_t& Ending() {
     static pid_t pid = -1;
     return pid;

@@ -24,8 +24,8 @@ class OfficeProcess {
     void Watch();
     /// Ends the process if it still runs.
     void Kill();
-    /// Says that the office was told to end: the next start waits for that, because an office that ends takes
-    /// orders for its profile and never carries them out.
+    /// Says that the office ends, or has ended: the next start waits for that, because an office that ends
+    /// takes orders for its profile and never carries them out.
     void NoteEnding();
 
  private:

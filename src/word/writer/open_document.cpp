@@ -23,6 +23,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using css::uno::Any;
+using css::uno::UNO_QUERY;
 using css::uno::UNO_QUERY_THROW;
 
 constexpr char kBlankDocument[] = "private:factory/swriter";
@@ -53,6 +54,9 @@ std::shared_ptr<OpenDocument> OpenDocument::FromFile(const std::shared_ptr<Offic
     if (mode == Mode::Edit) {
         office->NoteOpenFile(file);
     }
+    if (mode != Mode::NewFromTemplate) {
+        document->file_ = file;
+    }
     return document;
 }
 
@@ -62,20 +66,24 @@ std::shared_ptr<OpenDocument> OpenDocument::Blank(const std::shared_ptr<Office>&
 
 std::shared_ptr<OpenDocument> OpenDocument::Load(const std::shared_ptr<Office>& office,
                                                  const rtl::OUString& url, Mode mode) {
-    Reference<css::text::XTextDocument> model;
+    Reference<css::lang::XComponent> component;
     try {
         constexpr sal_Int16 kNeverRunMacros = 0;
-        model.set(office->Desktop()->loadComponentFromURL(
-                      url, "_blank", 0,
-                      Settings({{"Hidden", Any(true)},
-                                {"AsTemplate", Any(mode == Mode::NewFromTemplate)},
-                                {"ReadOnly", Any(mode == Mode::ReadOnly)},
-                                {"MacroExecutionMode", Any(kNeverRunMacros)}})),
-                  css::uno::UNO_QUERY);
+        component = office->Desktop()->loadComponentFromURL(
+            url, "_blank", 0,
+            Settings({{"Hidden", Any(true)},
+                      {"AsTemplate", Any(mode == Mode::NewFromTemplate)},
+                      {"ReadOnly", Any(mode == Mode::ReadOnly)},
+                      {"MacroExecutionMode", Any(kNeverRunMacros)}}));
     } catch (const css::lang::IllegalArgumentException&) {
         throw Failure(WordError::FileNotFound);
     }
-    if (!model.is()) {
+    const Reference<css::text::XTextDocument> model(component, UNO_QUERY);
+    if (!model.is() || !model->getCurrentController().is()) {
+        // A workbook, for example: nobody sees it, and as long as it is open the office does not end.
+        if (const Reference<css::util::XCloseable> other(component, UNO_QUERY); other.is()) {
+            other->close(true);
+        }
         throw Failure(WordError::FileNotFound);
     }
     return std::shared_ptr<OpenDocument>(new OpenDocument(office, model));
@@ -103,9 +111,9 @@ bool OpenDocument::IsClosed() {
 }
 
 void OpenDocument::Close() {
-    closed_ = true;
     Reference<css::util::XModifiable>(model_, UNO_QUERY_THROW)->setModified(false);
     Reference<css::util::XCloseable>(model_, UNO_QUERY_THROW)->close(true);
+    closed_ = true;
 }
 
 void OpenDocument::SaveAs(const fs::path& file) {
@@ -113,6 +121,12 @@ void OpenDocument::SaveAs(const fs::path& file) {
     Reference<css::frame::XStorable>(model_, UNO_QUERY_THROW)
         ->storeAsURL(FileUrl(file), Settings({{"FilterName", Any(rtl::OUString(kLetterFormat))}}));
     office_->NoteOpenFile(file);
+    file_ = file;
+}
+
+bool OpenDocument::IsFrom(const fs::path& file) const {
+    std::error_code unequal;
+    return !file_.empty() && fs::equivalent(file_, file, unequal);
 }
 
 void OpenDocument::Save() {

@@ -66,6 +66,8 @@ class OpenDocument {
     /// Saves under a path of this machine in the format of today's Word, whatever the extension. Throws
     /// RuntimeError 5152 when the folder is missing or not writable.
     void SaveAs(const std::filesystem::path& file);
+    /// Whether it was opened from a file, or saved in it last.
+    [[nodiscard]] bool IsFrom(const std::filesystem::path& file) const;
     /// Throws RuntimeError 4198 when it was never saved under a name.
     void Save();
 
@@ -90,6 +92,7 @@ class OpenDocument {
     Reference<css::text::XTextDocument> model_;
     Reference<css::frame::XController> controller_;
     Reference<css::text::XTextViewCursor> cursor_;
+    std::filesystem::path file_;
     RememberedView view_;
     WindowPlace place_;
     bool shown_ = false;

@@ -2,6 +2,7 @@
 
 #include "flat_text.h"
 #include "story.h"
+#include "text_range.h"
 
 namespace quardele::word::writer {
 

@@ -3,7 +3,7 @@
 #include <basic/conversion.h>
 
 #include "cells.h"
-#include "story.h"
+#include "text_range.h"
 
 namespace quardele::word::writer {
 

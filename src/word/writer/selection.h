@@ -16,7 +16,7 @@ class Selection final : public DocumentObject<Selection> {
  private:
     // Moving; units are Word's: 1 character, 2 word, 4 paragraph, 5 line, 6 story, 9 column, 10 row, 12 cell.
     Value EndKey(const Arguments& arguments);
-    /// To the next, previous or n-th table; without one the selection stays.
+    /// To the next table; without one the selection stays. Throws RuntimeError 4120 for other ways.
     Value GoTo(const Arguments& arguments);
     /// To the next footnote; without one the selection stays.
     Value GoToNext(const Arguments& arguments);
@@ -47,7 +47,7 @@ class Selection final : public DocumentObject<Selection> {
 
     void SelectContent(const Reference<css::text::XText>& cell);
     void GoToEdge(int unit, bool extend, bool end);
-    void MoveByWords(int count, bool extend, bool forward);
+    void MoveByWords(int count, bool extend);
     void MoveByParagraphs(int count, bool extend);
     void MoveByCells(int count, bool forward);
     void Move(const Arguments& arguments, bool forward);

@@ -5,8 +5,8 @@
 #include "font.h"
 #include "range.h"
 #include "selection.h"
-#include "story.h"
 #include "tables.h"
+#include "text_range.h"
 #include "word_error.h"
 
 namespace quardele::word::writer {

@@ -1,17 +1,19 @@
 // The moves of the selection.
-#include <com/sun/star/text/XFootnotesSupplier.hpp>
 #include <com/sun/star/text/XParagraphCursor.hpp>
-#include <com/sun/star/text/XTextRangeCompare.hpp>
 #include <com/sun/star/text/XWordCursor.hpp>
 #include <com/sun/star/view/XLineCursor.hpp>
 #include <com/sun/star/view/XViewCursor.hpp>
 
 #include <algorithm>
+#include <limits>
 
+#include "behind_selection.h"
 #include "cells.h"
+#include "footnotes.h"
 #include "selection.h"
 #include "story.h"
 #include "tables.h"
+#include "text_range.h"
 #include "word_error.h"
 
 namespace quardele::word::writer {
@@ -33,9 +35,7 @@ constexpr int kCell = 12;
 
 // What GoTo looks for, and which of them.
 constexpr int kTable = 2;
-constexpr int kAbsolute = 1;
 constexpr int kNext = 2;
-constexpr int kPrevious = 3;
 constexpr int kFootnote = 4;
 
 bool ExtendsAt(const Arguments& arguments, std::size_t position) {
@@ -43,56 +43,24 @@ bool ExtendsAt(const Arguments& arguments, std::size_t position) {
 }
 
 int CountOf(const Arguments& arguments) {
-    return arguments.IntegerAt(1, u"Count", 1);
-}
-
-using Places = std::vector<Reference<XTextRange>>;
-
-/// Whether `place` stands behind the selection, both in the body.
-class BehindSelection {
- public:
-    explicit BehindSelection(const OpenDocument& document)
-        : compare_(document.Model()->getText(), UNO_QUERY_THROW), selection_(document.Cursor().get()) {
-        // A table's own place stands for all that is in it.
-        if (const auto table = TableUnder(document); table.is()) {
-            selection_ = table->getAnchor();
-        }
-    }
-    bool operator()(const Reference<XTextRange>& place) const {
-        return compare_->compareRegionStarts(selection_, place) > 0;
-    }
-
- private:
-    Reference<css::text::XTextRangeCompare> compare_;
-    Reference<XTextRange> selection_;
-};
-
-/// The places of all tables of the body.
-Places TablePlaces(const OpenDocument& document) {
-    Places places;
-    for (const auto& table : BodyTables(document)) {
-        places.push_back(table->getAnchor());
-    }
-    return places;
-}
-
-/// The number of the place that a jump leads to, from 0; outside the list when there is none. A jump over
-/// several ends with the last one there is.
-int Destination(const OpenDocument& document, const Places& places, int which, int count) {
-    const auto size = static_cast<int>(places.size());
-    if (which == kAbsolute) {
-        return std::min(count, size) - 1;
-    }
-    const BehindSelection behind(document);
-    const auto next = static_cast<int>(std::find_if(places.begin(), places.end(), behind) - places.begin());
-    if (which == kNext) {
-        return next == size ? size : std::min(next + count, size) - 1;
-    }
-    if (which != kPrevious) {
+    const int count = arguments.IntegerAt(1, u"Count", 1);
+    if (count < 0) {
         throw Failure(WordError::BadParameter);
     }
-    const bool inTable = TableUnder(document).is();
-    return std::max(next - count - (inTable ? 1 : 0), next > (inTable ? 1 : 0) ? 0 : -1);
+    return count;
+}
+
+/// Has `go` move by so many, in steps that the view's cursor can count; it stops where there is no further.
+template <class Go>
+void InSteps(int count, const Go& go) {
+    constexpr int kLongest = std::numeric_limits<sal_Int16>::max();
+    while (count > 0) {
+        const int step = std::min(count, kLongest);
+        if (!go(static_cast<sal_Int16>(step))) {
+            return;
+        }
+        count -= step;
+    }
 }
 
 }  // namespace
@@ -127,12 +95,12 @@ void Selection::GoToEdge(int unit, bool extend, bool end) {
     }
 }
 
-void Selection::MoveByWords(int count, bool extend, bool forward) {
+void Selection::MoveByWords(int count, bool extend) {
     // The view's own cursor knows no words.
     const auto cursor = ModelCursor(Doc()->Cursor().get());
     const Reference<css::text::XWordCursor> words(cursor, UNO_QUERY_THROW);
     for (int step = 0; step < count; ++step) {
-        forward ? words->gotoNextWord(extend) : words->gotoPreviousWord(extend);
+        words->gotoNextWord(extend);
     }
     Doc()->Cursor()->gotoRange(cursor.get(), false);
 }
@@ -159,13 +127,16 @@ void Selection::Move(const Arguments& arguments, bool forward) {
     const int count = CountOf(arguments);
     const bool extend = ExtendsAt(arguments, 2);
     const auto& cursor = Doc()->Cursor();
-    switch (arguments.IntegerAt(0, u"Unit", kCharacter)) {
+    const int unit = arguments.IntegerAt(0, u"Unit", kCharacter);
+    if (unit == kWord && forward) {
+        MoveByWords(count, extend);
+        return;
+    }
+    switch (unit) {
         case kCharacter:
-            forward ? cursor->goRight(static_cast<sal_Int16>(count), extend)
-                    : cursor->goLeft(static_cast<sal_Int16>(count), extend);
-            break;
-        case kWord:
-            MoveByWords(count, extend, forward);
+            InSteps(count, [&](sal_Int16 step) {
+                return forward ? cursor->goRight(step, extend) : cursor->goLeft(step, extend);
+            });
             break;
         case kCell:
             MoveByCells(count, forward);
@@ -181,15 +152,18 @@ Value Selection::EndKey(const Arguments& arguments) {
 }
 
 Value Selection::GoTo(const Arguments& arguments) {
-    if (arguments.IntegerAt(0, u"What", kTable) != kTable) {
+    const bool toNextTable = arguments.IntegerAt(0, u"What", kTable) == kTable &&
+                             arguments.IntegerAt(1, u"Which", kNext) == kNext &&
+                             arguments.IntegerAt(2, u"Count", 1) == 1;
+    if (!toNextTable) {
         throw Failure(WordError::BadParameter);
     }
     const TableList tables = BodyTables(*Doc());
-    const int found = Destination(*Doc(), TablePlaces(*Doc()), arguments.IntegerAt(1, u"Which", kAbsolute),
-                                  arguments.IntegerAt(2, u"Count", 1));
-    if (found >= 0 && found < static_cast<int>(tables.size())) {
-        const auto& table = tables[static_cast<std::size_t>(found)];
-        const auto first = table->getCellByName(table->getCellNames()[0]);
+    const BehindSelection behind(*Doc());
+    const auto next = std::find_if(tables.begin(), tables.end(),
+                                   [&](const auto& table) { return behind(table->getAnchor()); });
+    if (next != tables.end()) {
+        const auto first = (*next)->getCellByName((*next)->getCellNames()[0]);
         Doc()->Cursor()->gotoRange(Reference<XText>(first, UNO_QUERY_THROW)->getStart(), false);
     }
     return {};
@@ -199,15 +173,8 @@ Value Selection::GoToNext(const Arguments& arguments) {
     if (arguments.IntegerAt(0, u"What") != kFootnote) {
         throw Failure(WordError::BadParameter);
     }
-    const auto notes =
-        Reference<css::text::XFootnotesSupplier>(Doc()->Model(), UNO_QUERY_THROW)->getFootnotes();
-    const BehindSelection behind(*Doc());
-    for (sal_Int32 number = 0; number < notes->getCount(); ++number) {
-        const Reference<css::text::XTextContent> note(notes->getByIndex(number), UNO_QUERY_THROW);
-        if (Contains(Doc()->Model()->getText(), note->getAnchor()) && behind(note->getAnchor())) {
-            Doc()->Cursor()->gotoRange(note->getAnchor()->getStart(), false);
-            break;
-        }
+    if (const auto note = NextFootnote(*Doc()); note.is()) {
+        Doc()->Cursor()->gotoRange(note->getAnchor()->getStart(), false);
     }
     return {};
 }
@@ -222,8 +189,10 @@ Value Selection::MoveDown(const Arguments& arguments) {
     const bool extend = ExtendsAt(arguments, 2);
     switch (arguments.IntegerAt(0, u"Unit", kLine)) {
         case kLine:
-            Reference<css::view::XViewCursor>(Doc()->Cursor(), UNO_QUERY_THROW)
-                ->goDown(static_cast<sal_Int16>(count), extend);
+            InSteps(count, [&](sal_Int16 step) {
+                return Reference<css::view::XViewCursor>(Doc()->Cursor(), UNO_QUERY_THROW)
+                    ->goDown(step, extend);
+            });
             break;
         case kParagraph:
             MoveByParagraphs(count, extend);

@@ -1,14 +1,13 @@
 #include "story.h"
 
-#include <algorithm>
 #include <array>
 
 #include <com/sun/star/container/XNameAccess.hpp>
-#include <com/sun/star/lang/IllegalArgumentException.hpp>
 #include <com/sun/star/style/XStyleFamiliesSupplier.hpp>
 #include <com/sun/star/text/XPageCursor.hpp>
-#include <com/sun/star/text/XTextRangeCompare.hpp>
 
+#include "footnotes.h"
+#include "text_range.h"
 #include "word_error.h"
 
 namespace quardele::word::writer {
@@ -20,6 +19,7 @@ using css::text::XTextRange;
 using css::uno::UNO_QUERY_THROW;
 
 constexpr int kBody = 0;
+constexpr int kFootnotes = 7;
 constexpr int kCurrentHeader = 9;
 constexpr int kCurrentFooter = 10;
 
@@ -27,6 +27,11 @@ constexpr int kCurrentFooter = 10;
 constexpr std::array<const char*, 6> kStoryTexts = {"HeaderText", "HeaderTextFirst", "HeaderTextLeft",
                                                     "FooterText", "FooterTextFirst", "FooterTextLeft"};
 constexpr int kFirstFooter = 4;
+
+/// Whether it is a header or footer, by its own number.
+bool IsOfPage(int story) {
+    return story > kBody && story <= static_cast<int>(kStoryTexts.size());
+}
 
 bool IsFooter(int story) {
     return story >= kFirstFooter;
@@ -56,61 +61,79 @@ Reference<XText> StoryText(const Reference<css::uno::XInterface>& style, int sto
     return Property<Reference<XText>>(style, kStoryTexts[static_cast<std::size_t>(story) - 1]);
 }
 
+bool IsInBody(const OpenDocument& document) {
+    return Contains(document.Model()->getText(), document.Cursor().get());
+}
+
+/// To where the body was left, if it was left.
 void GoToBody(OpenDocument& document) {
-    const auto place =
-        document.View().bodyPlace.is() ? document.View().bodyPlace : document.Model()->getText()->getStart();
-    document.Cursor()->gotoRange(place, false);
+    auto& left = document.View().bodyPlace;
+    if (!IsInBody(document)) {
+        document.Cursor()->gotoRange(left.is() ? left : document.Model()->getText()->getStart(), false);
+    }
+    left.clear();
+}
+
+void LeaveBody(OpenDocument& document) {
+    if (IsInBody(document)) {
+        document.View().bodyPlace.set(ModelCursor(document.Cursor().get()).get());
+    }
+}
+
+void GoToFootnote(OpenDocument& document) {
+    GoToBody(document);
+    const Reference<XText> note(NextFootnote(document), css::uno::UNO_QUERY);
+    if (!note.is()) {
+        throw Failure(WordError::CommandFailed);
+    }
+    LeaveBody(document);
+    document.Cursor()->gotoRange(note->getStart(), false);
+}
+
+void GoToPageStory(OpenDocument& document, int story) {
+    const bool current = story == kCurrentHeader || story == kCurrentFooter;
+    LeaveBody(document);
+    const auto style = PageStyle(document);
+    const bool footer = story == kCurrentFooter || (!current && IsFooter(story));
+    if (const char* isOn = footer ? "FooterIsOn" : "HeaderIsOn"; !Property<bool>(style, isOn)) {
+        SetProperty(style, isOn, true);
+    }
+    const int number = current ? StoryOfCurrentPage(document, style, footer) : story;
+    const auto text = StoryText(style, number);
+    if (!text.is()) {
+        throw Failure(WordError::CommandFailed);
+    }
+    document.Cursor()->gotoRange(text->getStart(), false);
 }
 
 }  // namespace
 
-Reference<css::text::XTextCursor> ModelCursor(const Reference<XTextRange>& range) {
-    return range->getText()->createTextCursorByRange(range);
-}
-
-Text TextOf(const Reference<XTextRange>& range) {
-    Text text = ToText(ModelCursor(range)->getString());
-    std::replace(text.begin(), text.end(), u'\n', u'\r');
-    return text;
-}
-
-bool Contains(const Reference<XText>& text, const Reference<XTextRange>& range) {
-    try {
-        const Reference<css::text::XTextRangeCompare> compare(text, UNO_QUERY_THROW);
-        compare->compareRegionStarts(range, text->getStart());
-        return true;
-    } catch (const css::lang::IllegalArgumentException&) {
-        return false;
-    }
-}
-
 int CurrentStory(const OpenDocument& document) {
-    const Reference<XTextRange> selection(document.Cursor().get());
-    if (Contains(document.Model()->getText(), selection)) {
+    if (IsInBody(document)) {
         return kBody;
     }
+    const Reference<XTextRange> selection(document.Cursor().get());
     const auto style = PageStyle(document);
     for (int number = 1; number <= static_cast<int>(kStoryTexts.size()); ++number) {
         if (const auto story = StoryText(style, number); story.is() && Contains(story, selection)) {
             return number;
         }
     }
-    return kBody;
+    return IsInFootnote(document) ? kFootnotes : kBody;
 }
 
 Reference<XText> StoryUnder(const OpenDocument& document) {
-    const auto body = document.Model()->getText();
-    if (Contains(body, document.Cursor().get())) {
-        return body;
-    }
     const int story = CurrentStory(document);
-    return story == kBody ? document.Cursor()->getText() : StoryText(PageStyle(document), story);
+    if (IsOfPage(story)) {
+        return StoryText(PageStyle(document), story);
+    }
+    return IsInBody(document) ? document.Model()->getText() : document.Cursor()->getText();
 }
 
 int StoryBeside(const OpenDocument& document, bool next) {
     constexpr int kKinds = kFirstFooter - 1;
     const int story = CurrentStory(document);
-    if (story == kBody || IsFooter(story) == next) {
+    if (!IsOfPage(story) || IsFooter(story) == next) {
         throw Failure(WordError::CommandFailed);
     }
     return next ? story + kKinds : story - kKinds;
@@ -119,22 +142,13 @@ int StoryBeside(const OpenDocument& document, bool next) {
 void GoToStory(OpenDocument& document, int story) {
     if (story == kBody) {
         GoToBody(document);
-        return;
-    }
-    const bool current = story == kCurrentHeader || story == kCurrentFooter;
-    if (!current && (story < kBody || story > static_cast<int>(kStoryTexts.size()))) {
+    } else if (story == kFootnotes) {
+        GoToFootnote(document);
+    } else if (IsOfPage(story) || story == kCurrentHeader || story == kCurrentFooter) {
+        GoToPageStory(document, story);
+    } else {
         throw Failure(WordError::BadParameter);
     }
-    if (Contains(document.Model()->getText(), document.Cursor().get())) {
-        document.View().bodyPlace.set(ModelCursor(document.Cursor().get()).get());
-    }
-    const auto style = PageStyle(document);
-    const bool footer = story == kCurrentFooter || (!current && IsFooter(story));
-    if (const char* isOn = footer ? "FooterIsOn" : "HeaderIsOn"; !Property<bool>(style, isOn)) {
-        SetProperty(style, isOn, true);
-    }
-    const int number = current ? StoryOfCurrentPage(document, style, footer) : story;
-    document.Cursor()->gotoRange(StoryText(style, number)->getStart(), false);
 }
 
 }  // namespace quardele::word::writer

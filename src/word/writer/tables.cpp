@@ -9,7 +9,7 @@
 
 #include "cell_place.h"
 #include "cells.h"
-#include "story.h"
+#include "text_range.h"
 #include "word_error.h"
 
 namespace quardele::word::writer {

@@ -12,7 +12,8 @@ namespace quardele::word::writer {
 
 using TableList = std::vector<Reference<css::text::XTextTable>>;
 
-/// The tables of the body, in the order of the text; tables within cells count too.
+/// The tables of the body, in the order of the text; those within cells count too, which Word
+/// leaves out: Writer does not tell what a table's place lies in.
 [[nodiscard]] TableList BodyTables(const OpenDocument& document);
 
 /// The widest row's cells. Writer's own count is wrong for a table with merged cells.

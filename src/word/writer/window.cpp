@@ -12,10 +12,6 @@ constexpr int kWebLayout = 6;
 constexpr char kOnlineLayout[] = "ShowOnlineLayout";
 constexpr char kMarks[] = "ShowNonprintingCharacters";
 
-bool Truth(const Value& value) {
-    return basic::CBool(value.Plain());
-}
-
 bool ViewSetting(const OpenDocument& document, const char* name) {
     return Property<bool>(document.ViewSettings(), name);
 }

@@ -51,17 +51,33 @@ CompiledFormula FormulaSet::Compile(const QString& text, const QString& where) {
 }
 
 void FormulaSet::NoteDependence(CompiledFormula& compiled) const {
+    int mentioned = 0;
     for (const Place& place : compiled.places) {
         if (const auto* const special = std::get_if<formula::Special>(&place)) {
             compiled.onPage = compiled.onPage || *special == formula::Special::PageNumber;
             compiled.onTotal = compiled.onTotal || *special == formula::Special::TotalPageCount;
+            compiled.onRecord = compiled.onRecord || *special == formula::Special::RecordNumber;
         } else if (const auto* const formula = std::get_if<FormulaPlace>(&place)) {
-            compiled.onPage = compiled.onPage || Formula(*formula).onPage;
-            compiled.onTotal = compiled.onTotal || Formula(*formula).onTotal;
-            compiled.summing = compiled.summing || Formula(*formula).summing;
-        } else if (std::holds_alternative<SummaryPlace>(place)) {
-            compiled.summing = true;
+            const CompiledFormula& other = Formula(*formula);
+            compiled.onRecord = compiled.onRecord || other.onRecord;
+            compiled.onPage = compiled.onPage || other.onPage;
+            compiled.onTotal = compiled.onTotal || other.onTotal;
+            compiled.summing = compiled.summing || other.summing;
+            mentioned = std::max(mentioned, other.depth);
+        } else {
+            compiled.onRecord = true;
+            compiled.summing = compiled.summing || std::holds_alternative<SummaryPlace>(place);
         }
+    }
+    compiled.depth = compiled.formula.Depth() + mentioned;
+    RequireDepth(compiled.depth);
+}
+
+/// Deeper formulas would need more stack than there is.
+void FormulaSet::RequireDepth(int depth) {
+    constexpr int kDeepest = 1000;
+    if (depth > kDeepest) {
+        formula::FailTooComplex();
     }
 }
 
@@ -95,11 +111,13 @@ FormulaPlace FormulaSet::PlaceOfFormula(TextView name) {
             ToText(QStringLiteral("La formule {@%1} a besoin d'elle-même.").arg(forms::ToQString(name))));
     }
     if (formulas_[index] == nullptr) {
+        RequireDepth(++nested_);
         reading_[index] = true;
         const FormulaField& field = report_.formulas.Item(static_cast<int>(index) + 1);
         formulas_[index] = std::make_unique<CompiledFormula>(
             Compile(field.Text(), QStringLiteral("formule %1").arg(field.Name())));
         reading_[index] = false;
+        --nested_;
     }
     return {index};
 }

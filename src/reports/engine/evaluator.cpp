@@ -71,7 +71,7 @@ class Evaluator::ValuesAt : public formula::Values {
                                     : Variant(basic::Null());
         }
         if (const auto* const formula = std::get_if<FormulaPlace>(&place)) {
-            return evaluator_.Evaluate(evaluator_.formulas_.Formula(*formula), position_);
+            return evaluator_.ValueOfNamed(*formula, position_);
         }
         if (const auto* const summary = std::get_if<SummaryPlace>(&place)) {
             return evaluator_.SummaryAt(summary->summary, position_);
@@ -124,6 +124,24 @@ Variant Evaluator::Evaluate(const CompiledFormula& formula, const Position& posi
                       [&] { return formula.formula.Evaluate(ValuesAt(*this, formula, position)); });
 }
 
+Variant Evaluator::ValueOfNamed(FormulaPlace place, const Position& position) const {
+    RememberAt(position);
+    if (!remembered_[place.formula]) {
+        Variant value = Evaluate(formulas_.Formula(place), position);
+        // A summary that the formula needed may have been elsewhere meanwhile.
+        RememberAt(position);
+        remembered_[place.formula] = std::move(value);
+    }
+    return *remembered_[place.formula];
+}
+
+void Evaluator::RememberAt(const Position& position) const {
+    if (rememberedAt_ != position || remembered_.empty()) {
+        remembered_.assign(formulas_.Count(), std::nullopt);
+        rememberedAt_ = position;
+    }
+}
+
 bool Evaluator::Holds(const CompiledFormula& formula, const Position& position) const {
     const Variant value = Evaluate(formula, position);
     return Concerning(formula.where, [&] { return formula::IsTrue(value); });
@@ -153,8 +171,7 @@ Variant Evaluator::Summarised(const Summary& summary, std::size_t first) const {
         if (const auto* const field = std::get_if<FieldPlace>(&summary.of)) {
             collector.Add(records_.At(record, field->column));
         } else {
-            collector.Add(
-                Evaluate(formulas_.Formula(std::get<FormulaPlace>(summary.of)), {.record = record}));
+            collector.Add(ValueOfNamed(std::get<FormulaPlace>(summary.of), {.record = record}));
         }
     }
     return collector.Result();

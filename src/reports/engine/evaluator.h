@@ -13,6 +13,8 @@ struct Position {
     std::optional<std::size_t> record;
     int page = 0;
     int pages = 0;
+
+    friend bool operator==(const Position&, const Position&) = default;
 };
 
 class Evaluator {
@@ -30,6 +32,10 @@ class Evaluator {
  private:
     class ValuesAt;
 
+    /// Of a formula with a name. It is computed once for each position that is asked for, however often other
+    /// formulas mention it.
+    [[nodiscard]] Variant ValueOfNamed(FormulaPlace place, const Position& position) const;
+    void RememberAt(const Position& position) const;
     [[nodiscard]] Variant SummaryAt(std::size_t summary, const Position& position) const;
     /// Over the group that begins at a record.
     [[nodiscard]] Variant Summarised(const Summary& summary, std::size_t first) const;
@@ -37,6 +43,9 @@ class Evaluator {
     const FormulaSet& formulas_;
     const Records& records_;
     std::vector<std::size_t> groupColumns_;
+    mutable Position rememberedAt_;
+    /// By formula, at that position.
+    mutable std::vector<std::optional<Variant>> remembered_;
     /// By summary and first record of its group.
     mutable std::map<std::pair<std::size_t, std::size_t>, Variant> known_;
     /// By record: the first group that begins there.

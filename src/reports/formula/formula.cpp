@@ -18,6 +18,10 @@ Variant Formula::Evaluate(const Values& values) const {
     return root_->Evaluate(values);
 }
 
+int Formula::Depth() const {
+    return root_->Depth();
+}
+
 std::vector<Requirement> Formula::Requirements() const {
     std::vector<Requirement> all;
     root_->Require(all);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <basic/conversion.h>
+#include <formula/formula.h>
 
 namespace quardele::formula {
 namespace {

@@ -20,7 +20,5 @@ inline constexpr int kTooComplex = 3360;
 [[noreturn]] void FailSyntax(TextView reason, TextView formula, std::size_t position);
 /// Throws 3085 with the name of the function.
 [[noreturn]] void FailUnknownFunction(TextView name);
-/// Throws 3360.
-[[noreturn]] void FailTooComplex();
 
 }  // namespace quardele::formula

@@ -10,18 +10,8 @@
 namespace quardele::formula {
 namespace {
 
-/// A text that a formula makes is not longer.
-constexpr std::size_t kLongestText = 1 << 20;
-
 std::ptrdiff_t CountIn(const Variant& value) {
     return basic::CLng(NumberIn(value));
-}
-
-Variant NotTooLong(Text text) {
-    if (text.size() > kLongestText) {
-        throw basic::RuntimeError(basic::error::kOverflow);
-    }
-    return text;
 }
 
 Variant Len(Arguments a) {

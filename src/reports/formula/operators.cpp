@@ -30,6 +30,13 @@ int Order(const T& left, const T& right) {
 
 }  // namespace
 
+Variant NotTooLong(Text text) {
+    if (text.size() > kLongestText) {
+        throw RuntimeError(error::kOverflow);
+    }
+    return text;
+}
+
 double NumberIn(const Variant& value) {
     if (!value.IsNumber()) {
         throw RuntimeError(error::kTypeMismatch);
@@ -49,7 +56,7 @@ Variant Add(const Variant& left, const Variant& right) {
         return basic::Null();
     }
     if (left.IsText() && right.IsText()) {
-        return left.As<Text>() + right.As<Text>();
+        return NotTooLong(left.As<Text>() + right.As<Text>());
     }
     if (left.IsDate()) {
         return Moved(left.As<Date>(), NumberIn(right));
@@ -92,7 +99,7 @@ Variant Divide(const Variant& left, const Variant& right) {
 }
 
 Variant Join(const Variant& left, const Variant& right) {
-    return basic::Joined(left) + basic::Joined(right);
+    return NotTooLong(basic::Joined(left) + basic::Joined(right));
 }
 
 Variant Negate(const Variant& value) {

@@ -7,6 +7,8 @@
 #include "report_reader.h"
 #include "statement_text.h"
 
+#include <functional>
+
 #include <QBuffer>
 
 #include <forms/strings.h>
@@ -275,6 +277,10 @@ TEST_F(RecordsTest, BadFormulasAreToldWithTheirNames) {
     EXPECT_EQ(complaint(QStringLiteral("1 +")),
               "3075 Erreur de syntaxe dans l'expression « 1 + ». Une valeur est attendue (caractère 4). "
               "(formule {@F})");
+    EXPECT_EQ(
+        complaint(QStringLiteral("'x (formule ' +")),
+        "3075 Erreur de syntaxe dans l'expression « 'x (formule ' + ». Une valeur est attendue (caractère "
+        "16). (formule {@F})");
     EXPECT_EQ(complaint(QStringLiteral("{@F} + 1")),
               "3001 La formule {@F} a besoin d'elle-même. (formule {@F})");
     EXPECT_EQ(complaint(QStringLiteral("Truc(1)")),
@@ -293,6 +299,62 @@ TEST_F(RecordsTest, BadFormulasAreToldWithTheirNames) {
               "3001 ");
     EXPECT_EQ(ErrorOf([&] { static_cast<void>(Selected(QStringLiteral("{TVEH.MARQUE}"))); }),
               "13 Type incompatible (formule de sélection)");
+}
+
+QString Formulas(int count, const std::function<QString(int)>& text) {
+    QString formulas;
+    for (int i = 0; i < count; ++i) {
+        formulas += QStringLiteral("<formula name=\"F%1\"><![CDATA[%2]]></formula>").arg(i).arg(text(i));
+    }
+    return QStringLiteral("<formulas>%1</formulas>").arg(formulas);
+}
+QString FieldOf(const QString& value) {
+    return QStringLiteral(
+               "<reportHeader><section><field width=\"9000\" value=\"%1\"/></section></reportHeader>")
+        .arg(value);
+}
+
+TEST_F(RecordsTest, AFormulaIsComputedOnceHoweverOftenOthersMentionIt) {
+    const QString formulas = Formulas(60, [](int i) {
+        return i == 0 ? QStringLiteral("3") : QStringLiteral("({@F%1} + {@F%1}) / 2").arg(i - 1);
+    });
+    EXPECT_EQ(folder_.Pages(formulas + FieldOf(QStringLiteral("{@F59}"))), QStringList(QStringLiteral("3")));
+    EXPECT_EQ(folder_.Pages(formulas + FieldOf(QStringLiteral("Sum({@F59})"))),
+              QStringList(QStringLiteral("15")));
+}
+
+TEST_F(RecordsTest, AFormulasValueIsThatOfItsRecordAndPage) {
+    EXPECT_EQ(folder_.Pages(QStringLiteral(
+                  "<formulas><formula name=\"F\">{TVEH.KM} + Sum({@K}) * 0</formula><formula "
+                  "name=\"K\">{TVEH.KM}</formula></formulas><sort><by field=\"{TVEH.KM}\"/></sort><details>"
+                  "<section><field width=\"900\" value=\"{@K}\"/><field x=\"900\" width=\"3000\" "
+                  "value=\"{@F} &amp; '/' &amp; {@K}\"/></section></details>")),
+              QStringList(QStringLiteral("10000\t10000/10000\n20000\t20000/20000\n30000\t30000/30000\n"
+                                         "40000\t40000/40000\n50000\t50000/50000")));
+}
+
+TEST_F(RecordsTest, TextsThatFormulasDoubleEndBeforeTheMemoryDoes) {
+    const QString formulas = Formulas(40, [](int i) {
+        return i == 0 ? QStringLiteral("'0123456789'") : QStringLiteral("{@F%1} & {@F%1}").arg(i - 1);
+    });
+    EXPECT_EQ(ErrorOf([&] {
+                  static_cast<void>(folder_.Pages(formulas + FieldOf(QStringLiteral("{@F39}"))));
+              }).substr(0, 2),
+              "6 ");
+}
+
+TEST_F(RecordsTest, FormulasThatMentionEachOtherTooDeepAreRefused) {
+    constexpr int kCount = 1200;
+    const auto complaint = [&](const std::function<QString(int)>& text) {
+        return ErrorOf([&] { static_cast<void>(folder_.Pages(Formulas(kCount, text))); }).substr(0, 5);
+    };
+    EXPECT_EQ(complaint([](int i) {
+                  return i + 1 == kCount ? QStringLiteral("1") : QStringLiteral("{@F%1}").arg(i + 1);
+              }),
+              "3360 ");
+    EXPECT_EQ(
+        complaint([](int i) { return i == 0 ? QStringLiteral("1") : QStringLiteral("{@F%1}").arg(i - 1); }),
+        "3360 ");
 }
 
 TEST_F(RecordsTest, SummariesAreOverAllRecordsOrOverAGroup) {

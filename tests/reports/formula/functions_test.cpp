@@ -69,6 +69,9 @@ TEST(Functions, RefuseWhatWouldFillTheMemory) {
     EXPECT_EQ(Shown(u"Space(2000000000)"), "error 6");
     EXPECT_EQ(Shown(u"Space(-1)"), "error 5");
     EXPECT_EQ(Shown(u"Replace(Space(1000000), ' ', '0123456789')"), "error 6");
+    EXPECT_EQ(Shown(u"Len(Space(1000000) & Space(1000000))"), "error 6");
+    EXPECT_EQ(Shown(u"Len(Space(1000000) + Space(1000000))"), "error 6");
+    EXPECT_EQ(Shown(u"Len(Space(1000000) & Space(1000))"), "1001000");
 }
 
 TEST(Functions, RefuseArgumentsOfTheWrongKind) {

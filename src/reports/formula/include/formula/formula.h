@@ -45,6 +45,8 @@ class Formula {
     [[nodiscard]] Variant Evaluate(const Values& values) const;
     /// The comparisons of a field with a constant that are joined by "and" at the top of the formula.
     [[nodiscard]] std::vector<Requirement> Requirements() const;
+    /// Levels of operators and functions inside each other; evaluating needs stack for each.
+    [[nodiscard]] int Depth() const;
 
  private:
     Formula(std::shared_ptr<const Node> root, std::vector<Reference> references);
@@ -52,6 +54,9 @@ class Formula {
     std::shared_ptr<const Node> root_;
     std::vector<Reference> references_;
 };
+
+/// Throws 3360: what a formula asks for is too long or too deep.
+[[noreturn]] void FailTooComplex();
 
 /// Whether a condition holds: Null does not, numbers other than 0 do. Throws 13 for texts and dates.
 [[nodiscard]] bool IsTrue(const Variant& value);

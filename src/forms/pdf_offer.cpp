@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QDir>
 #include <QFileDialog>
+#include <QRegularExpression>
 
 #include <basic/runtime_error.h>
 #include <forms/msg_box.h>
@@ -22,6 +23,13 @@ void SavePdf(const QByteArray& pdf, const QString& path) {
     }
 }
 
+/// A document's title as the name of a file, without what would name a folder or is refused by Windows.
+QString FileNameOf(const QString& document) {
+    static const QRegularExpression refused(QStringLiteral("[\\\\/:*?\"<>|]"));
+    const QString name = QString(document).replace(refused, QStringLiteral("-")).trimmed();
+    return (name.isEmpty() ? QStringLiteral("Impression") : name) + QStringLiteral(".pdf");
+}
+
 }  // namespace
 
 void OfferPdf(const QString& document, const std::function<void(QIODevice&)>& write, QWidget* parent) {
@@ -31,8 +39,7 @@ void OfferPdf(const QString& document, const std::function<void(QIODevice&)>& wr
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setNameFilter(QStringLiteral("Documents PDF (*.pdf)"));
     dialog.setDefaultSuffix(QStringLiteral("pdf"));
-    dialog.selectFile((document.isEmpty() ? QStringLiteral("Impression") : document) +
-                      QStringLiteral(".pdf"));
+    dialog.selectFile(FileNameOf(document));
     if (dialog.exec() == QDialog::Rejected) {
         return;
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <forms/control.h>
+#include <forms/events.h>
 #include <forms/msg_box.h>
 #include <forms/runtime.h>
 #include <forms/strings.h>
@@ -20,8 +21,6 @@ namespace {
 
 constexpr int kKeyEscape = 27;
 constexpr int kNormalPointer = 0;
-/// The viewer fits the width of a page.
-constexpr int kFitWidth = 1;
 
 enum OutputModes { kView = 0, kPrint = 1, kPrintAfterSetup = 2 };
 
@@ -31,6 +30,10 @@ F_RPT::F_RPT() : Form(QStringLiteral("F_RPT"), forms::FormKind::Dialog) {
     Ui::F_RPT layout;
     layout.setupUi(Surface());
     CRViewer91 = layout.CRViewer91;
+    forms::On(CRViewer91, &engine::ReportViewer::TextNotFound, this, [](const QString& text) {
+        forms::MsgBox(TRAD(QStringLiteral("« %1 » ne se trouve pas dans l'état.")).arg(text),
+                      forms::BoxButtons::Ok, forms::BoxIcon::Information);
+    });
 }
 
 F_RPT::~F_RPT() = default;
@@ -53,7 +56,7 @@ void F_RPT::Form_Activate() {
     }
     forms::SetWidth(CRViewer91, ScaleWidth());
     forms::SetHeight(CRViewer91, ScaleHeight());
-    CRViewer91->Zoom(kFitWidth);
+    CRViewer91->Zoom(engine::ReportViewer::kFitWidth);
     OpenReport();
     CRViewer91->SetReportSource(report_);
     converter_ = std::make_unique<services::CharsetConverter>();
@@ -97,7 +100,9 @@ void F_RPT::TranslateFormulas() {
     for (const auto& formula : report_->FormulaFields()) {
         if (formula->Kind() == engine::FieldKind::Formula) {
             const basic::Text translated = WithTranslatedLiterals(forms::ToText(formula->Text()), translate);
-            formula->SetText(forms::ToQString(translated));
+            if (translated != forms::ToText(formula->Text())) {
+                formula->SetText(forms::ToQString(translated));
+            }
         }
     }
 }

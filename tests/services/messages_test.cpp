@@ -59,8 +59,7 @@ std::set<std::string> PlainTexts(std::string statement) {
 }
 
 /// Prefixes of failures, whose descriptions are the runtime's; the box of the hidden menu entry; what joins
-/// the folder and the name of a workbook; Word's own boxes; what a search in a report tells. They stay as
-/// they are in every language.
+/// the folder and the name of a workbook; Word's own boxes. They stay as they are in every language.
 const std::set<std::string>& KnownPlainTexts() {
     static const std::set<std::string> texts{
         "   sous le nom :  ",
@@ -69,7 +68,6 @@ const std::set<std::string>& KnownPlainTexts() {
         "Cmd_Annul Err. ",
         "Cmd_Update Err. ",
         "Evitez de fermer Word vous même avant de quitter",
-        "« %1 » ne se trouve pas dans l'état.",
         "H: %1\\r\\nW: %2",
         "Load: (%1) : ",
         "Procedure Init_Params_Locaux : ",

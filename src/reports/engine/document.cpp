@@ -9,11 +9,10 @@
 #include <print/print.h>
 
 #include "content.h"
+#include "paper.h"
 
 namespace quardele::engine {
 namespace {
-
-constexpr qreal kTwipsPerPoint = 20;
 
 class PiecePainter {
  public:
@@ -93,7 +92,7 @@ int Document::Pages() const {
 }
 
 QSizeF Document::PageSize() const {
-    return layout_.fullRect(QPageLayout::Point).size() * kTwipsPerPoint;
+    return SizeOf(layout_);
 }
 
 void Document::Paint(QPainter& painter, int page) const {
@@ -107,7 +106,7 @@ void Document::Paint(QPainter& painter, int page) const {
 
 std::vector<Occurrence> Document::Find(const QString& text) const {
     std::vector<Occurrence> found;
-    const QPointF corner = layout_.paintRect(QPageLayout::Point).topLeft() * kTwipsPerPoint;
+    const QPointF corner = CornerOf(layout_);
     for (int page = 1; page <= Pages() && !text.isEmpty(); ++page) {
         for (const Piece* piece : InReadingOrder(content_->pages[static_cast<std::size_t>(page) - 1])) {
             const auto& mark = std::get<TextMark>(piece->mark);
@@ -142,7 +141,7 @@ bool Document::Print(QPagedPaintDevice& device) const {
     QPageLayout whole = layout_;
     whole.setMode(QPageLayout::FullPageMode);
     device.setPageLayout(whole);
-    const QPointF corner = layout_.paintRect(QPageLayout::Point).topLeft() * kTwipsPerPoint;
+    const QPointF corner = CornerOf(layout_);
     return print::PaintPages(device, Pages(), [&](QPainter& painter, int page) {
         painter.translate(corner);
         Paint(painter, page);

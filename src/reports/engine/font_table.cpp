@@ -5,11 +5,12 @@
 
 #include <QGuiApplication>
 
+#include "paper.h"
+
 namespace quardele::engine {
 
 namespace {
 
-constexpr double kTwipsPerPoint = 20;
 constexpr double kLeastSpacing = 1.0 / 64;
 
 }  // namespace

@@ -9,16 +9,24 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
+#include "paper.h"
+
 namespace quardele::engine {
 namespace {
 
-constexpr double kTwipsPerInch = 1440;
-constexpr double kTwipsPerPoint = 20;
 constexpr int kGap = 14;  ///< around the pages
 constexpr int kLine = 40;
 constexpr QColor kDesk(0x8C, 0x9A, 0xA8);
 constexpr QColor kEdge(0x4A, 0x57, 0x65);
 constexpr QColor kMark(0x0B, 0x5C, 0x8A);
+
+/// Scrolls a place, told in pixels of a view of some length, to the first third of the view, unless it is
+/// there already.
+void Reveal(QScrollBar& bar, double from, double to, int length) {
+    if (from < 0 || to > length) {
+        bar.setValue(bar.value() + qRound(from) - length / 3);
+    }
+}
 
 }  // namespace
 
@@ -39,18 +47,33 @@ void PageView::SetDocument(std::shared_ptr<const Document> document) {
 }
 
 void PageView::SetFit(Fit fit) {
-    fit_ = fit;
-    const int page = current_;
-    Arrange();
-    ShowPage(page);
+    Rescale([&] { fit_ = fit; });
 }
 
 void PageView::SetPercent(int percent) {
-    fit_ = Fit::None;
-    scale_ = PixelsPerTwip(percent);
-    const int page = current_;
+    Rescale([&] {
+        fit_ = Fit::None;
+        scale_ = PixelsPerTwip(percent);
+    });
+}
+
+/// What is in the middle of the view stays there, unless it belongs to another page.
+void PageView::Rescale(const std::function<void()>& change) {
+    if (document_ == nullptr) {
+        change();
+        return;
+    }
+    const QScopedValueRollback<bool> moving(moving_, true);
+    const QPointF middle = QRectF(viewport()->rect()).center();
+    const QRectF before = PageRect(current_);
+    const QPointF place = (middle - before.topLeft()) / scale_;
+    change();
     Arrange();
-    ShowPage(page);
+    const QRectF after = PageRect(current_);
+    const QPointF moved = after.topLeft() - middle +
+                          QPointF(place.x(), std::clamp(place.y(), 0.0, after.height() / scale_)) * scale_;
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() + qRound(moved.x()));
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + qRound(moved.y()));
 }
 
 int PageView::Percent() const {
@@ -67,7 +90,10 @@ QSizeF PageView::PagePixels() const {
 
 /// Computes the scale that fits and how far one can scroll.
 void PageView::Arrange() {
+    viewport()->update();
     if (document_ == nullptr) {
+        verticalScrollBar()->setRange(0, 0);
+        horizontalScrollBar()->setRange(0, 0);
         return;
     }
     const QSizeF paper = document_->PageSize();
@@ -86,7 +112,6 @@ void PageView::Arrange() {
     horizontalScrollBar()->setRange(
         0, std::max(0, static_cast<int>(std::ceil(page.width())) + 2 * kGap - viewport()->width()));
     horizontalScrollBar()->setPageStep(viewport()->width());
-    viewport()->update();
 }
 
 QRectF PageView::PageRect(int page) const {
@@ -116,12 +141,10 @@ void PageView::ShowPage(int page) {
 void PageView::ShowOccurrence(const Occurrence& occurrence) {
     mark_ = occurrence;
     const QScopedValueRollback<bool> moving(moving_, true);
-    const double top =
-        (occurrence.page - 1) * (PagePixels().height() + kGap) + occurrence.area.top() * scale_;
-    const int value = verticalScrollBar()->value();
-    if (top < value || top + occurrence.area.height() * scale_ + 2 * kGap > value + viewport()->height()) {
-        verticalScrollBar()->setValue(static_cast<int>(top) - viewport()->height() / 3);
-    }
+    const QPointF corner = PageRect(occurrence.page).topLeft() + occurrence.area.topLeft() * scale_;
+    const QRectF place(corner, occurrence.area.size() * scale_);
+    Reveal(*horizontalScrollBar(), place.left(), place.right(), viewport()->width());
+    Reveal(*verticalScrollBar(), place.top(), place.bottom(), viewport()->height());
     SetCurrent(occurrence.page);
     viewport()->update();
 }
@@ -145,9 +168,7 @@ void PageView::paintEvent(QPaintEvent* /*event*/) {
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
                            QPainter::SmoothPixmapTransform);
     painter.fillRect(viewport()->rect(), kDesk);
-    const QPointF corner = document_ == nullptr
-                               ? QPointF()
-                               : document_->Layout().paintRect(QPageLayout::Point).topLeft() * kTwipsPerPoint;
+    const QPointF corner = document_ == nullptr ? QPointF() : CornerOf(document_->Layout());
     for (int page = 1; document_ != nullptr && page <= document_->Pages(); ++page) {
         const QRectF paper = PageRect(page);
         if (!paper.intersects(viewport()->rect())) {

@@ -1,6 +1,7 @@
 // The pages of a document, one below the other.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -47,6 +48,7 @@ class PageView : public QAbstractScrollArea {
     [[nodiscard]] QRectF PageRect(int page) const;
     [[nodiscard]] int PageInTheMiddle() const;
     void Arrange();
+    void Rescale(const std::function<void()>& change);
     void SetCurrent(int page);
     void Scrolled();
 

@@ -56,6 +56,27 @@ class OutputTest : public QObject {
         QCOMPARE(form_->PdfAsked(), 1);
         QVERIFY(!QFile::exists(pdf_));
         QVERIFY(!forms::IsLoaded<F_RPT>());
+        QCOMPARE(form_->boxes.Shown().size(), std::size_t{1});
+    }
+
+    void AFileThatCannotBeWrittenIsToldAndIsNoFailureOfTheCaller() {
+        TheReportRequest().OutputMode = 1;
+        form_->AnswerPdf(form_->folder.NativePath(QStringLiteral("absent/fiche.pdf")));
+        QVERIFY(!form_->Show());
+        QCOMPARE(form_->boxes.Shown().size(), std::size_t{2});
+        QCOMPARE(form_->boxes.Shown()[1].icon, QStringLiteral("avertissement"));
+        QVERIFY(!forms::IsLoaded<F_RPT>());
+        QVERIFY(TheReportRequest().ReportFile.isEmpty());
+    }
+
+    void ATitleIsProposedWithoutWhatNoFileNameHolds() {
+        form_->PlaceBytes(form_->folder.Xml({})
+                              .replace(QStringLiteral("\"Essai\""), QStringLiteral("\"Parc 1/2 : A\""))
+                              .toUtf8());
+        TheReportRequest().SelectionFormula.clear();
+        TheReportRequest().OutputMode = 1;
+        QVERIFY(!form_->Show());
+        QCOMPARE(form_->ProposedPdf(), QStringLiteral("Parc 1-2 - A.pdf"));
     }
 
     void AnyOtherModeLeavesTheFormWithAnEmptyViewer() {

@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include <forms/strings.h>
 #include <services/translation.h>
 
 namespace quardele::reports::test {
@@ -38,6 +39,14 @@ void ReportForm::PlaceBytes(const QByteArray& bytes) {
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(bytes), bytes.size());
     TheReportRequest().ReportFile = QStringLiteral("ESSAI-%1.RPT").arg(QCoreApplication::applicationPid());
+}
+
+basic::Text ReportForm::MakeTranslations() const {
+    const QString name = QStringLiteral("TRAD.MDB");
+    folder.MakeData(name, {QStringLiteral("CREATE TABLE TTRAD (T_ABREGE TEXT(20), T_VALEUR TEXT(255), "
+                                          "t_trad TEXT(255))"),
+                           QStringLiteral("CREATE INDEX T_ABREGE ON TTRAD (T_ABREGE)")});
+    return forms::ToText(folder.WindowsPath(name));
 }
 
 bool ReportForm::Show(const std::function<void(F_RPT&)>& look) {

@@ -31,6 +31,9 @@ class ReportForm {
     void Place(const QString& elements);
     void PlaceBytes(const QByteArray& bytes);
 
+    /// The Windows path of a table of translations without rows. One lies beside the program.
+    [[nodiscard]] basic::Text MakeTranslations() const;
+
     /// Shows the form as a caller does; once it stands there without a box in front, `look` sees it, and it
     /// is closed. Whether it came so far.
     bool Show(const std::function<void(F_RPT&)>& look = {});

@@ -34,9 +34,12 @@ class StepsTest : public QObject {
 
     void ARequestWithoutAFileShowsNoBoxAndUnloads() {
         TheReportRequest().ReportFile.clear();
+        TheReportRequest().SelectionFormula = QStringLiteral("true");
+        TheReportRequest().FormulaText(7) = QStringLiteral("1");
         QVERIFY(!form_->Show());
         QVERIFY(form_->boxes.Shown().empty());
         QVERIFY(!forms::IsLoaded<F_RPT>());
+        QVERIFY(TheReportRequest().SelectionFormula.isEmpty() && TheReportRequest().FormulaText(7).isEmpty());
     }
 
     void TheOperatorIsAskedForAConfirmation() {
@@ -48,15 +51,17 @@ class StepsTest : public QObject {
 
     void TheQuestionIsTranslated() {
         const QStringList question{QStringLiteral("[Confirmation]")};
-        support::RaiseMarksFor(question, MakeTranslations());
+        support::RaiseMarksFor(question, form_->MakeTranslations());
         QVERIFY(form_->Show());
         QCOMPARE(support::TakeWithoutAccents(form_->boxes), question);
     }
 
     void NoUnloadsTheFormAndEmptiesTheRequest() {
         TheReportRequest().SelectionFormula = QStringLiteral("false");
+        TheReportRequest().ReportFile = QStringLiteral("absent.rpt");
         form_->boxes.AnswerNo();
         QVERIFY(!form_->Show());
+        QCOMPARE(form_->boxes.Shown().size(), std::size_t{1});
         QVERIFY(!forms::IsLoaded<F_RPT>());
         QVERIFY(TheReportRequest().ReportFile.isEmpty());
         QVERIFY(TheReportRequest().SelectionFormula.isEmpty());
@@ -81,6 +86,24 @@ class StepsTest : public QObject {
         }));
     }
 
+    void TheWidthFitsAgainWhenTheFormIsActivatedAgain() {
+        QVERIFY(form_->Show([&](F_RPT& form) {
+            form.CRViewer91->Zoom(200);
+            ActivateAgain();
+            QCOMPARE(form.CRViewer91->ZoomLevel(), 1);
+        }));
+    }
+
+    void AModeThatShowsNothingLeavesNoPagesOfTheLastActivation() {
+        QVERIFY(form_->Show([&](F_RPT& form) {
+            TheReportRequest().OutputMode = 3;
+            ActivateAgain();
+            QVERIFY(form.CRViewer91->Shown() == nullptr);
+            QCOMPARE(form.CRViewer91->CurrentPage(), 0);
+            QVERIFY(!form.CRViewer91->findChild<QWidget*>(QStringLiteral("Cmd_Imprimer"))->isEnabled());
+        }));
+    }
+
     void TheReportIsShown() {
         QVERIFY(form_->Show([](F_RPT& form) {
             QCOMPARE(ReportForm::Pages(form), QStringList(QStringLiteral("Parc Liste Liste suite ") + kAll));
@@ -102,12 +125,28 @@ class StepsTest : public QObject {
     }
 
     void WithTheTranslationOnTextsAndLiteralsAreTranslatedButNotWhatTheCallerInjects() {
-        support::RaiseTranslation({{u"Liste", u"List"}, {u"Parc", u"Fleet"}}, MakeTranslations());
+        support::RaiseTranslation({{u"Liste", u"List"}, {u"Parc", u"Fleet"}}, form_->MakeTranslations());
         TheReportRequest().FormulaName(1) = QStringLiteral("{@SUITE}");
         TheReportRequest().FormulaText(1) = QStringLiteral("\"Liste\" & '!'");
         QVERIFY(form_->Show([](F_RPT& form) {
             QCOMPARE(ReportForm::Pages(form).value(0).section(u' ', 0, 3),
                      QStringLiteral("Fleet List List Liste!"));
+        }));
+    }
+
+    /// A text keeps letters that no Windows code page of its language has; a literal goes through the
+    /// conversion that all other texts go through.
+    void TextsAreTranslatedPlainAndLiteralsAsUsual() {
+        const QString translation = QStringLiteral("Seña");
+        support::RaiseTranslation({{u"Parc", u"Seña"}}, form_->MakeTranslations());
+        form_->Place(
+            QStringLiteral("<formulas><formula name=\"F\">\"Parc\"</formula></formulas>"
+                           "<reportHeader><section><text width=\"4000\">Parc</text><field y=\"400\" "
+                           "width=\"4000\" value=\"{@F}\"/></section></reportHeader>"));
+        const QString usual = services::TRAD(QStringLiteral("Parc"));
+        QVERIFY2(usual != translation, "the conversion does nothing");
+        QVERIFY(form_->Show([&](F_RPT& form) {
+            QCOMPARE(ReportForm::Pages(form), QStringList(translation + u' ' + usual));
         }));
     }
 
@@ -159,6 +198,8 @@ class StepsTest : public QObject {
         TheReportRequest().FormulaText(1) = QStringLiteral("'x'");
         TheReportRequest().FormulaName(2) = QStringLiteral("SUITE");
         TheReportRequest().FormulaText(2) = QStringLiteral("'y'");
+        TheReportRequest().FormulaName(3) = QStringLiteral("{@suite}");
+        TheReportRequest().FormulaText(3) = QStringLiteral("'z'");
         QVERIFY(form_->Show([](F_RPT& form) {
             QVERIFY(ReportForm::Pages(form).value(0).startsWith(QStringLiteral("Parc Liste Liste suite ")));
         }));
@@ -183,23 +224,70 @@ class StepsTest : public QObject {
         }));
     }
 
+    void ASortFieldIsAddedForEachTableThatHasItFromTheCallersDataFile() {
+        form_->folder.MakeData(QStringLiteral("DEUX.MDB"),
+                               {QStringLiteral("CREATE TABLE TVEH (IMMAT TEXT(20), RANG LONG)"),
+                                QStringLiteral("CREATE TABLE TCLI (CODE TEXT(20), RANG LONG)"),
+                                QStringLiteral("INSERT INTO TVEH VALUES ('A', 2)"),
+                                QStringLiteral("INSERT INTO TVEH VALUES ('B', 1)")});
+        form_->Place(
+            QStringLiteral("<tables><table name=\"TVEH\"/><table name=\"TCLI\"/><link from=\"{TVEH.IMMAT}\" "
+                           "to=\"{TCLI.CODE}\"/></tables><details><section><field width=\"900\" "
+                           "value=\"{TVEH.IMMAT}\"/></section></details>"));
+        TheReportRequest().TableLocation(1) = form_->folder.WindowsPath(QStringLiteral("DEUX.MDB"));
+        TheReportRequest().SortField(3) = QStringLiteral("rang");
+        QVERIFY(form_->Show([](F_RPT& form) {
+            const engine::SortFields& fields = form.CRViewer91->ReportSource()->RecordSortFields();
+            QCOMPARE(fields.Count(), 2);
+            QCOMPARE(fields.Item(1).table, QStringLiteral("TVEH"));
+            QCOMPARE(fields.Item(2).table, QStringLiteral("TCLI"));
+            QCOMPARE(static_cast<int>(fields.Item(2).direction), 0);
+            QCOMPARE(ReportForm::Pages(form), QStringList(QStringLiteral("B A")));
+        }));
+    }
+
+    void ASecondTableTakesItsLocationByPositionAndByName() {
+        form_->Place(QStringLiteral("<tables><table name=\"TVEH\"/><table name=\"TCLI\"/></tables>"));
+        TheReportRequest().TableLocation(2) = QStringLiteral("Z:\\deux.mdb");
+        TheReportRequest().TableName(3) = QStringLiteral("TCLI");
+        TheReportRequest().TableName(4) = QStringLiteral("TVEH");
+        TheReportRequest().TableLocation(4) = QStringLiteral("Z:\\un.mdb");
+        TheReportRequest().OutputMode = 3;
+        QVERIFY(form_->Show([](F_RPT& form) {
+            const auto& tables = form.CRViewer91->ReportSource()->Database().Tables();
+            QCOMPARE(tables.Item(1).Location(), QStringLiteral("Z:\\un.mdb"));
+            QCOMPARE(tables.Item(2).Location(), QStringLiteral("Z:\\deux.mdb"));
+        }));
+    }
+
     void UnloadEmptiesTheRequestButForNamesAndMode() {
         ReportRequest& request = TheReportRequest();
         request.SelectionFormula = QStringLiteral("true");
-        request.OutputMode = 0;
-        request.TableLocation(6) = OtherData();
-        request.TableName(6) = QStringLiteral("T");
-        request.FormulaText(60) = QStringLiteral("1");
-        request.FormulaName(60) = QStringLiteral("{@F}");
+        request.OutputMode = 3;
+        const QString other = OtherData();
         request.SortField(0) = QStringLiteral("zéro");
-        request.SortField(6) = QStringLiteral("KM");
+        for (int i = 1; i <= 6; ++i) {
+            request.TableLocation(i) = other;
+            request.TableName(i) = QStringLiteral("T%1").arg(i);
+            request.SortField(i) = QStringLiteral("KM");
+        }
+        for (int i = 1; i <= 60; ++i) {
+            request.FormulaText(i) = QStringLiteral("1");
+            request.FormulaName(i) = QStringLiteral("{@F%1}").arg(i);
+        }
         QVERIFY(form_->Show());
         QVERIFY(request.ReportFile.isEmpty() && request.SelectionFormula.isEmpty());
-        QVERIFY(request.TableLocation(6).isEmpty() && request.FormulaText(60).isEmpty() &&
-                request.SortField(6).isEmpty());
-        QCOMPARE(request.TableName(6), QStringLiteral("T"));
-        QCOMPARE(request.FormulaName(60), QStringLiteral("{@F}"));
+        QCOMPARE(request.OutputMode, std::int16_t{3});
         QCOMPARE(request.SortField(0), QStringLiteral("zéro"));
+        for (int i = 1; i <= 6; ++i) {
+            QCOMPARE(request.TableLocation(i), QString());
+            QCOMPARE(request.TableName(i), QStringLiteral("T%1").arg(i));
+            QCOMPARE(request.SortField(i), QString());
+        }
+        for (int i = 1; i <= 60; ++i) {
+            QCOMPARE(request.FormulaText(i), QString());
+            QCOMPARE(request.FormulaName(i), QStringLiteral("{@F%1}").arg(i));
+        }
     }
 
     void TheReportIsReleased() {
@@ -213,8 +301,7 @@ class StepsTest : public QObject {
         std::shared_ptr<engine::Report> after;
         QVERIFY(form_->Show([&](F_RPT& form) {
             before = form.CRViewer91->ReportSource();
-            forms::Instance<OtherForm>().Show();
-            forms::Instance<OtherForm>().Unload();
+            ActivateAgain();
             after = form.CRViewer91->ReportSource();
         }));
         QCOMPARE(form_->boxes.Shown().size(), std::size_t{2});
@@ -225,26 +312,30 @@ class StepsTest : public QObject {
         QVERIFY(form_->Show([](F_RPT& form) {
             QTest::keyClick(form.CRViewer91->focusProxy(), Qt::Key_Escape);
             QVERIFY(!forms::IsLoaded<F_RPT>());
+            QVERIFY(TheReportRequest().ReportFile.isEmpty());
+        }));
+    }
+
+    void ClosingTheWindowEmptiesTheRequest() {
+        QVERIFY(form_->Show([](F_RPT& form) {
+            form.Window()->close();
+            QVERIFY(!forms::IsLoaded<F_RPT>());
+            QVERIFY(TheReportRequest().ReportFile.isEmpty());
         }));
     }
 
  private:
+    static void ActivateAgain() {
+        forms::Instance<OtherForm>().Show();
+        forms::Instance<OtherForm>().Unload();
+    }
+
     QString OtherData() {
         form_->folder.MakeData(
             QStringLiteral("AUTRE.MDB"),
             {QStringLiteral("CREATE TABLE TVEH (IMMAT TEXT(20), MARQUE TEXT(20), KM LONG)"),
              QStringLiteral("INSERT INTO TVEH VALUES ('AUTRE', 'x', 1)")});
         return form_->folder.WindowsPath(QStringLiteral("AUTRE.MDB"));
-    }
-
-    /// Beside the program there is a table without rows.
-    basic::Text MakeTranslations() {
-        const QString file = QStringLiteral("TRAD.MDB");
-        form_->folder.MakeData(
-            file,
-            {QStringLiteral("CREATE TABLE TTRAD (T_ABREGE TEXT(20), T_VALEUR TEXT(255), t_trad TEXT(255))"),
-             QStringLiteral("CREATE INDEX T_ABREGE ON TTRAD (T_ABREGE)")});
-        return forms::ToText(form_->folder.WindowsPath(file));
     }
 
     std::unique_ptr<ReportForm> form_;

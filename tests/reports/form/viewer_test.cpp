@@ -1,10 +1,18 @@
 // The viewer's tools: pages, zoom, search, printing, by mouse and by keys.
+#include <cmath>
+
+#include <QAbstractItemView>
 #include <QAbstractScrollArea>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProcess>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScrollBar>
+#include <QStandardPaths>
+
+#include <support/translation.h>
 
 #include "report_form_fixture.h"
 
@@ -125,6 +133,7 @@ class ViewerTest : public QObject {
 
     void ATextIsSoughtFromPlaceToPlace() {
         Try([](engine::ReportViewer& viewer) {
+            viewer.ShowPage(4);
             Press(viewer, Qt::Key_F, Qt::ControlModifier);
             auto* box = viewer.findChild<QLineEdit*>(QStringLiteral("CTX_Recherche"));
             QVERIFY(box->hasFocus());
@@ -133,16 +142,61 @@ class ViewerTest : public QObject {
             QTest::keyClick(box, Qt::Key_Backspace);
             QTest::keyClick(box, Qt::Key_Backspace);
             QTest::keyClick(box, Qt::Key_Return);
-            QCOMPARE(viewer.CurrentPage(), 1);
+            QCOMPARE(viewer.CurrentPage(), 4);
             Press(viewer, Qt::Key_F3, Qt::NoModifier);
-            QCOMPARE(viewer.CurrentPage(), 1);
+            QCOMPARE(viewer.CurrentPage(), 4);
             Press(viewer, Qt::Key_F3, Qt::NoModifier);
-            QCOMPARE(viewer.CurrentPage(), 2);
+            QCOMPARE(viewer.CurrentPage(), 5);
+            Press(viewer, Qt::Key_F3, Qt::NoModifier);
+            Press(viewer, Qt::Key_F3, Qt::NoModifier);
+            QVERIFY2(viewer.CurrentPage() == 1, "the first place follows the last");
             box->setText(QStringLiteral("ee-555"));
             Click(viewer, "Cmd_Recherche");
             QCOMPARE(viewer.CurrentPage(), 5);
             Click(viewer, "Cmd_Recherche");
             QCOMPARE(viewer.CurrentPage(), 5);
+        });
+    }
+
+    void APlaceThatWasFoundIsInView() {
+        form_->Place(QStringLiteral(
+            "<page size=\"A4\" orientation=\"landscape\"/><reportHeader><section height=\"9000\">"
+            "<text width=\"2000\">mot</text><text x=\"13000\" y=\"8500\" width=\"2000\">mot</text>"
+            "</section></reportHeader>"));
+        Try([](engine::ReportViewer& viewer) {
+            Choose(viewer, QStringLiteral("400 %"));
+            auto* view = qobject_cast<QAbstractScrollArea*>(viewer.focusProxy());
+            QVERIFY(viewer.FindNext(QStringLiteral("mot")));
+            const bool firstInView = HasMark(*view);
+            QVERIFY(viewer.FindNext(QStringLiteral("mot")));
+            const bool secondInView = HasMark(*view);
+            QVERIFY(viewer.FindNext(QStringLiteral("mot")));
+            QVERIFY(firstInView && secondInView && HasMark(*view));
+        });
+    }
+
+    void PagesAreShownAsTheyArePrinted() {
+        Try([](engine::ReportViewer& viewer) {
+            auto* view = qobject_cast<QAbstractScrollArea*>(viewer.focusProxy());
+            const QImage shown = view->viewport()->grab().toImage();
+            QCOMPARE(shown.pixelColor(shown.width() / 2, shown.height() / 2), QColor(Qt::white));
+            QVERIFY2(shown.pixelColor(2, 2) != QColor(Qt::white), "the desk");
+            QVERIFY2(Inked(shown), "the text of the first page");
+            QVERIFY(!HasMark(*view));
+        });
+    }
+
+    void ZoomKeepsWhatIsInTheMiddle() {
+        Try([](engine::ReportViewer& viewer) {
+            auto* view = qobject_cast<QAbstractScrollArea*>(viewer.focusProxy());
+            Choose(viewer, QStringLiteral("200 %"));
+            viewer.ShowPage(3);
+            view->verticalScrollBar()->setValue(view->verticalScrollBar()->value() + 150);
+            const double before = MiddleOf(*view);
+            const int page = viewer.CurrentPage();
+            Press(viewer, Qt::Key_Plus, Qt::ControlModifier);
+            QCOMPARE(viewer.CurrentPage(), page);
+            QVERIFY2(std::abs(MiddleOf(*view) - before) < 0.005, "elsewhere");
         });
     }
 
@@ -153,6 +207,19 @@ class ViewerTest : public QObject {
             Click(viewer, "Cmd_Recherche");
             QCOMPARE(form_->boxes.TakeTexts(),
                      std::vector<QString>{QStringLiteral("« absent » ne se trouve pas dans l'état.")});
+        });
+    }
+
+    void ItIsToldInTheLanguageOfTheProgram() {
+        support::RaiseTranslation(
+            {{u"« %1 » ne se trouve pas dans l'état.", u"The report does not hold %1."}},
+            form_->MakeTranslations());
+        Try([this](engine::ReportViewer& viewer) {
+            form_->boxes.TakeTexts();
+            viewer.findChild<QLineEdit*>(QStringLiteral("CTX_Recherche"))->setText(QStringLiteral("absent"));
+            Click(viewer, "Cmd_Recherche");
+            QCOMPARE(form_->boxes.TakeTexts(),
+                     std::vector<QString>{QStringLiteral("The report does not hold absent.")});
         });
     }
 
@@ -167,7 +234,16 @@ class ViewerTest : public QObject {
             Click(viewer, "Cmd_Imprimer");
         });
         QCOMPARE(form_->PdfAsked(), 2);
-        QVERIFY(QFile::exists(printed) && QFile::exists(saved));
+        if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty()) {
+            QSKIP("pdftotext is not installed");
+        }
+        for (const QString& file : {printed, saved}) {
+            QProcess reader;
+            reader.start(QStringLiteral("pdftotext"), {file, QStringLiteral("-")});
+            QVERIFY(reader.waitForFinished());
+            QCOMPARE(QString::fromUtf8(reader.readAllStandardOutput()).simplified(),
+                     QStringLiteral("AA-111-AA BB-222-BB CC-333-CC DD-444-DD EE-555-EE"));
+        }
     }
 
     void EveryToolHasANameAndATipWithItsKey() {
@@ -182,13 +258,15 @@ class ViewerTest : public QObject {
 
     void TheToolsFitIntoTheForm() {
         Try([](engine::ReportViewer& viewer) {
-            for (const QWidget* tool : viewer.findChildren<QWidget*>()) {
-                if (!tool->objectName().startsWith(QStringLiteral("C")) || !tool->isVisible()) {
-                    continue;
-                }
+            int tools = 0;
+            for (const QWidget* tool :
+                 viewer.findChildren<QWidget*>(QRegularExpression(QStringLiteral("^(Cmd|CTX|CTL|BXC)_")))) {
+                ++tools;
+                QVERIFY2(tool->isVisible(), qPrintable(tool->objectName()));
                 const QRect place(tool->mapTo(&viewer, QPoint()), tool->size());
                 QVERIFY2(viewer.rect().contains(place), qPrintable(tool->objectName()));
             }
+            QCOMPARE(tools, 14);
         });
     }
 
@@ -210,8 +288,11 @@ class ViewerTest : public QObject {
     }
     static void Choose(engine::ReportViewer& viewer, const QString& entry) {
         QComboBox& zoom = ZoomBox(viewer);
-        zoom.setCurrentIndex(zoom.findText(entry));
-        emit zoom.activated(zoom.currentIndex());
+        zoom.setFocus();
+        zoom.showPopup();
+        zoom.view()->setCurrentIndex(zoom.model()->index(zoom.findText(entry), 0));
+        QTest::keyClick(zoom.view(), Qt::Key_Return);
+        viewer.focusProxy()->setFocus();
     }
     static void TypePage(engine::ReportViewer& viewer, const QString& text) {
         auto* page = viewer.findChild<QLineEdit*>(QStringLiteral("CTX_Page"));
@@ -219,6 +300,35 @@ class ViewerTest : public QObject {
         page->selectAll();
         QTest::keyClicks(page, text);
         QTest::keyClick(page, Qt::Key_Return);
+    }
+    static bool Inked(const QImage& image) {
+        for (int x = 0; x < image.width(); ++x) {
+            for (int y = 0; y < image.height(); ++y) {
+                if (image.pixelColor(x, y).lightness() < 40) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    }
+    /// Whether the blue frame around a place that was found is to be seen.
+    static bool HasMark(QAbstractScrollArea& view) {
+        const QImage image = view.viewport()->grab().toImage();
+        for (int x = 0; x < image.width(); ++x) {
+            for (int y = 0; y < image.height(); ++y) {
+                const QColor color = image.pixelColor(x, y);
+                if (color.blue() - color.red() > 100) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    }
+    /// What is in the middle of the view, as a part of all pages.
+    static double MiddleOf(const QAbstractScrollArea& view) {
+        const QScrollBar& bar = *view.verticalScrollBar();
+        const double length = view.viewport()->height();
+        return (bar.value() + length / 2) / (bar.maximum() + length);
     }
     /// "n / m" as the bar has it.
     static QString Said(engine::ReportViewer& viewer) {

@@ -41,6 +41,7 @@ class F_RPT : public forms::Form {
 
     std::unique_ptr<engine::Application> application_;
     std::shared_ptr<engine::Report> report_;
+    /// Ready for texts in UTF-8 while a report is open; none comes by now.
     std::unique_ptr<services::CharsetConverter> converter_;
 };
 

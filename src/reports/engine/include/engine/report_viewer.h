@@ -12,12 +12,17 @@ namespace quardele::engine {
 class ReportViewer : public QWidget {
     Q_OBJECT
  public:
+    /// Zoom levels that fit the pages into the window.
+    static constexpr int kFitWidth = 1;
+    static constexpr int kFitPage = 2;
+
     explicit ReportViewer(QWidget* parent = nullptr);
     ~ReportViewer() override;
 
     [[nodiscard]] std::shared_ptr<Report> ReportSource() const;
+    /// Shows no pages until ViewReport.
     void SetReportSource(std::shared_ptr<Report> report);
-    /// 1 fits the width of a page, 2 a whole page; 25 to 400 is per cent. Throws RuntimeError 5 for others.
+    /// kFitWidth, kFitPage, or 25 to 400 per cent. Throws RuntimeError 5 for others.
     void Zoom(int level);
     [[nodiscard]] int ZoomLevel() const;
     /// Composes the report and shows its first page. Throws what Report::Compose throws, 91 without a report.
@@ -28,9 +33,13 @@ class ReportViewer : public QWidget {
     /// The page in view, from 1; 0 without pages.
     [[nodiscard]] int CurrentPage() const;
     void ShowPage(int page);
-    /// Goes to the next place of a text behind the last one found, from the first page again after the last
-    /// place; false when there is none.
+    /// Goes to the next place of a text behind the last one found, of another text to the first one from the
+    /// page in view on; from the first page again after the last place. False when there is none.
     bool FindNext(const QString& text);
+
+ signals:
+    /// The operator has sought a text that stands nowhere. It is the form's to tell, in its language.
+    void TextNotFound(const QString& text);
 
  private:
     class Private;

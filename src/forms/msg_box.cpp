@@ -11,6 +11,7 @@
 
 #include <QApplication>
 
+#include <forms/line_feeds.h>
 #include <forms/runtime.h>
 #include <forms/strings.h>
 
@@ -38,10 +39,6 @@ QString IconName(BoxIcon icon) {
             return QStringLiteral("information");
     }
     return {};
-}
-
-QString WithLineFeeds(QString text) {
-    return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
 }
 
 class Box : public QDialog {

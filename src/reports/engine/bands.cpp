@@ -48,7 +48,7 @@ class BandMaker {
         for (const CompiledSection& compiled : sections) {
             Strip strip = layout_.Lay(compiled, {.record = record});
             const Section& section = *compiled.section;
-            if (strip.height > 0) {
+            if (strip.height > 0 || !strip.pieces.empty()) {
                 bands_.push_back({.strip = std::move(strip),
                                   .record = record,
                                   .kind = section.Kind(),

@@ -3,14 +3,13 @@
 #include <forms/strings.h>
 
 #include "paginator.h"
+#include "paper.h"
 #include "records.h"
 
 namespace quardele::engine {
 namespace {
 
 using forms::ToText;
-
-constexpr qreal kTwipsPerPoint = 20;
 
 class Composer {
  public:
@@ -28,8 +27,9 @@ class Composer {
         const Evaluator evaluator(formulas_, records, std::move(groupColumns));
         const SectionLayout layout(evaluator, materials_);
         PageFrame frame;
-        frame.height = report_.layout.paintRect(QPageLayout::Point).height() * kTwipsPerPoint;
+        frame.height = RoomOf(report_.layout).height();
         frame.header = [&](const Position& position) { return layout.Lay(pageHeader, position); };
+        frame.footerRoom = [&](const Position& position) { return layout.Room(pageFooter, position); };
         frame.footer = [&](const Position& position) { return layout.Lay(pageFooter, position); };
         for (const Group& group : report_.groups) {
             frame.repeatHeader.push_back(group.repeatHeader);

@@ -42,7 +42,33 @@ qreal BottomOf(const ReportObject& object) {
     return object.area.y() + object.area.height();
 }
 
+const TextLook* LookOf(const ReportObject& object) {
+    switch (object.Kind()) {
+        case ObjectKind::Text:
+            return &static_cast<const TextObject&>(object).look;
+        case ObjectKind::Field:
+            return &static_cast<const FieldObject&>(object).look;
+        default:
+            return nullptr;
+    }
+}
+
 }  // namespace
+
+qreal ObjectLayout::EndOf(const ReportObject& object) const {
+    const TextLook* const look = LookOf(object);
+    const bool takesALine = look != nullptr && !look->grows && object.area.height() == 0;
+    return takesALine ? object.area.y() + materials_.fonts.LineHeight(materials_.fonts.NumberOf(look->font))
+                      : BottomOf(object);
+}
+
+qreal ObjectLayout::HeightOf(const std::vector<CompiledObject>& objects, int height) const {
+    qreal most = height;
+    for (const CompiledObject& object : objects) {
+        most = std::max(most, EndOf(*object.object));
+    }
+    return most;
+}
 
 Strip ObjectLayout::Lay(const std::vector<CompiledObject>& objects, int height) {
     std::vector<Laid> laid;
@@ -81,7 +107,8 @@ Strip ObjectLayout::Lay(const std::vector<CompiledObject>& objects, int height) 
     Strip strip;
     strip.height = height;
     for (Laid& object : laid) {
-        strip.height = std::max(strip.height, height + object.shift + object.growth);
+        const qreal moved = object.shift + object.growth;
+        strip.height = std::max({strip.height, height + moved, EndOf(*object.object) + moved});
         MoveDown(object.pieces, object.shift);
         std::move(object.pieces.begin(), object.pieces.end(), std::back_inserter(strip.pieces));
     }
@@ -162,7 +189,9 @@ ObjectLayout::Laid ObjectLayout::LayPending(const FieldObject& field, const Comp
     materials_.pending.push_back({&value, field.format, position_, field.look.alignment});
     TextMark mark{{}, font, field.look.color, static_cast<int>(materials_.pending.size()) - 1};
     const QRectF line(area.left(), area.top(), area.width(), materials_.fonts.LineHeight(font));
-    return {.object = &field, .pieces = {{line, std::move(mark)}}};
+    return {.object = &field,
+            .pieces = {{line, std::move(mark)}},
+            .growth = field.look.grows ? std::max(0.0, line.bottom() - area.bottom()) : 0};
 }
 
 ObjectLayout::Laid ObjectLayout::LayPicture(const PictureObject& picture) {

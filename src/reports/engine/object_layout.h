@@ -16,14 +16,16 @@ class ObjectLayout {
     ObjectLayout(const Evaluator& evaluator, Materials& materials, const Position& position)
         : evaluator_(evaluator), materials_(materials), position_(position) {}
 
-    /// `height` is the designed one.
+    /// `height` is the designed one; the strip is at least as high as its objects.
     [[nodiscard]] Strip Lay(const std::vector<CompiledObject>& objects, int height);
+    /// The height of objects that do not grow, those left out too.
+    [[nodiscard]] qreal HeightOf(const std::vector<CompiledObject>& objects, int height) const;
     /// Whether a field that was laid out has a text.
     [[nodiscard]] bool HasFieldText() const { return hasFieldText_; }
 
  private:
-    /// An object with the pieces that it is made of, counted from its designed place, and by how much it is
-    /// higher than designed.
+    /// An object with the pieces that it is made of, at their designed places in the section, and by how much
+    /// it is higher than designed and moves down.
     struct Laid {
         const ReportObject* object;
         Pieces pieces;
@@ -31,6 +33,8 @@ class ObjectLayout {
         qreal shift = 0;
     };
 
+    /// Where an object ends before it grows. A text without a height takes a line.
+    [[nodiscard]] qreal EndOf(const ReportObject& object) const;
     [[nodiscard]] bool IsSuppressed(const std::optional<CompiledFormula>& condition) const;
     [[nodiscard]] Laid LayObject(const CompiledObject& object);
     [[nodiscard]] Laid LayText(const ReportObject& object, const QString& text, const TextLook& look);

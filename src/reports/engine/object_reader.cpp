@@ -10,10 +10,11 @@ constexpr int kMostColumns = 20;
 
 class ObjectReader {
  public:
-    ObjectReader(ReportXml& xml, const QDir& folder) : xml_(xml), folder_(folder) {}
+    ObjectReader(ReportXml& xml, SectionKind kind, const QDir& folder)
+        : xml_(xml), kind_(kind), folder_(folder) {}
 
-    std::shared_ptr<Section> ReadSection(SectionKind kind) {
-        auto section = std::make_shared<Section>(kind);
+    std::shared_ptr<Section> ReadSection() {
+        auto section = std::make_shared<Section>(kind_);
         Attributes attributes(xml_);
         section->height = attributes.Length(Name("height"));
         section->suppress = attributes.Text(Name("suppress"));
@@ -22,6 +23,7 @@ class ObjectReader {
         section->newPageBefore = attributes.Truth(Name("newPageBefore"), false);
         section->newPageAfter = attributes.Truth(Name("newPageAfter"), false);
         attributes.RequireKnown();
+        RequireNoPageBreaks(attributes);
         xml_.ForEachChild([&](const QString& name) {
             section->objects.push_back(name == Name("flow") ? ReadFlow() : ReadObject(name));
         });
@@ -29,6 +31,20 @@ class ObjectReader {
     }
 
  private:
+    /// Page headers and footers stand where pages begin and end.
+    void RequireNoPageBreaks(const Attributes& attributes) const {
+        if (kind_ != SectionKind::PageHeader && kind_ != SectionKind::PageFooter) {
+            return;
+        }
+        for (const auto name : {Name("keepTogether"), Name("newPageBefore"), Name("newPageAfter")}) {
+            if (attributes.Has(name)) {
+                xml_.Fail(
+                    QStringLiteral("l'attribut « %1 » n'a pas de sens dans un en-tête ou un pied de page")
+                        .arg(name));
+            }
+        }
+    }
+
     std::shared_ptr<ReportObject> ReadObject(const QString& name) {
         if (name == Name("text")) {
             return ReadText();
@@ -48,13 +64,25 @@ class ObjectReader {
         xml_.FailUnknownElement(name);
     }
 
+    /// Lines may have no width or no height.
     static void ReadPlace(Attributes& attributes, ReportObject& object) {
         object.area = QRect(attributes.Length(Name("x")), attributes.Length(Name("y")),
                             attributes.Length(Name("width")), attributes.Length(Name("height")));
         object.suppress = attributes.Text(Name("suppress"));
     }
 
-    static void ReadLook(Attributes& attributes, TextLook& look) {
+    /// Texts and flows need a width only: they take the height of a line, or of their cells.
+    static void ReadWidePlace(Attributes& attributes, ReportObject& object) {
+        ReadPlace(attributes, object);
+        object.area.setWidth(attributes.Extent(Name("width")));
+    }
+
+    static void ReadFullPlace(Attributes& attributes, ReportObject& object) {
+        ReadWidePlace(attributes, object);
+        object.area.setHeight(attributes.Extent(Name("height")));
+    }
+
+    void ReadLook(Attributes& attributes, TextLook& look) {
         look.font.name = attributes.Text(Name("font"));
         look.font.points = attributes.Points(Name("size"), look.font.points);
         look.font.bold = attributes.Truth(Name("bold"), false);
@@ -66,12 +94,22 @@ class ObjectReader {
                                                                  {Name("center"), Qt::AlignHCenter},
                                                                  {Name("right"), Qt::AlignRight}});
         look.grows = attributes.Truth(Name("grow"), false);
+        if (look.grows) {
+            RequireMayGrow();
+        }
+    }
+
+    /// The foot of a page is as high at its end as it was when the page was begun.
+    void RequireMayGrow() const {
+        if (kind_ == SectionKind::PageFooter) {
+            xml_.Fail(QStringLiteral("rien ne grandit dans un pied de page"));
+        }
     }
 
     std::shared_ptr<ReportObject> ReadText() {
         auto text = std::make_shared<TextObject>();
         Attributes attributes(xml_);
-        ReadPlace(attributes, *text);
+        ReadWidePlace(attributes, *text);
         ReadLook(attributes, text->look);
         attributes.RequireKnown();
         text->SetText(xml_.TextToEnd());
@@ -81,7 +119,7 @@ class ObjectReader {
     std::shared_ptr<ReportObject> ReadField() {
         auto field = std::make_shared<FieldObject>();
         Attributes attributes(xml_);
-        ReadPlace(attributes, *field);
+        ReadWidePlace(attributes, *field);
         ReadLook(attributes, field->look);
         field->value = attributes.Name(Name("value"));
         field->format = attributes.Text(Name("format"));
@@ -97,6 +135,9 @@ class ObjectReader {
         line->color = attributes.Color(Name("color")).value_or(Qt::black);
         line->thickness = attributes.Length(Name("thickness"), line->thickness);
         attributes.RequireKnown();
+        if (line->area.size() == QSize(0, 0)) {
+            xml_.Fail(QStringLiteral("la ligne n'a ni largeur ni hauteur"));
+        }
         xml_.ExpectEmpty();
         return line;
     }
@@ -104,7 +145,7 @@ class ObjectReader {
     std::shared_ptr<ReportObject> ReadBox() {
         auto box = std::make_shared<BoxObject>();
         Attributes attributes(xml_);
-        ReadPlace(attributes, *box);
+        ReadFullPlace(attributes, *box);
         box->color = attributes.Color(Name("color")).value_or(Qt::black);
         box->thickness = attributes.Length(Name("thickness"), box->thickness);
         box->fill = attributes.Color(Name("fill"));
@@ -117,17 +158,28 @@ class ObjectReader {
     std::shared_ptr<ReportObject> ReadPicture() {
         auto picture = std::make_shared<PictureObject>();
         Attributes attributes(xml_);
-        ReadPlace(attributes, *picture);
-        picture->file = folder_.filePath(attributes.Name(Name("file")));
+        ReadFullPlace(attributes, *picture);
+        picture->file = PathOfPicture(attributes.Name(Name("file")));
         attributes.RequireKnown();
         xml_.ExpectEmpty();
         return picture;
     }
 
+    /// Report files may be copied from anywhere; what they show comes from their own folder.
+    [[nodiscard]] QString PathOfPicture(QString windowsName) const {
+        const QString name = QDir::cleanPath(windowsName.replace(u'\\', u'/'));
+        if (name.startsWith(u'/') || name.contains(u':') || name == QLatin1StringView("..") ||
+            name.startsWith(QLatin1StringView("../"))) {
+            xml_.Fail(QStringLiteral("une image est dans le dossier de l'état ou en dessous"));
+        }
+        return folder_.filePath(name);
+    }
+
     std::shared_ptr<ReportObject> ReadFlow() {
+        RequireMayGrow();
         auto flow = std::make_shared<FlowObject>();
         Attributes attributes(xml_);
-        ReadPlace(attributes, *flow);
+        ReadWidePlace(attributes, *flow);
         flow->columns = attributes.Number(Name("columns"), 1, 1, kMostColumns);
         flow->gap = attributes.Length(Name("gap"));
         attributes.RequireKnown();
@@ -154,6 +206,7 @@ class ObjectReader {
     }
 
     ReportXml& xml_;
+    SectionKind kind_;
     const QDir& folder_;
 };
 
@@ -166,7 +219,7 @@ std::vector<std::shared_ptr<Section>> ReadSections(ReportXml& xml, SectionKind k
         if (name != Name("section")) {
             xml.FailUnknownElement(name);
         }
-        sections.push_back(ObjectReader(xml, folder).ReadSection(kind));
+        sections.push_back(ObjectReader(xml, kind, folder).ReadSection());
     });
     return sections;
 }

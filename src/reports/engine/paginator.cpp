@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 #include <utility>
 
 #include <basic/runtime_error.h>
@@ -12,34 +13,73 @@ namespace {
 /// A body that is lower than a line of text makes no sense.
 constexpr qreal kLeastRoom = 240;
 
-/// Parts a strip that is higher than the room: returns what stays. Lines of text and pictures are never cut,
-/// unless one alone is higher than the room; boxes and lines go on on the next page.
-Pieces CutOff(Strip& strip, qreal room) {
-    qreal cut = room;
+bool IsCut(const Piece& piece, qreal room) {
+    const bool whole =
+        std::holds_alternative<TextMark>(piece.mark) || std::holds_alternative<PictureMark>(piece.mark);
+    return whole && piece.area.top() < room && piece.area.bottom() > room;
+}
+
+/// Where a strip that is higher than the room is parted without cutting lines of text and pictures.
+qreal PartingOf(const Strip& strip, qreal room) {
+    qreal parting = room;
     for (const Piece& piece : strip.pieces) {
-        const bool whole =
-            std::holds_alternative<TextMark>(piece.mark) || std::holds_alternative<PictureMark>(piece.mark);
-        if (whole && piece.area.top() > 0 && piece.area.bottom() > room) {
-            cut = std::min(cut, piece.area.top());
+        if (IsCut(piece, room)) {
+            parting = std::min(parting, piece.area.top());
         }
     }
+    return parting;
+}
+
+/// What a strip that may be parted needs to begin: its first line.
+qreal BeginningOf(const Strip& strip) {
+    qreal first = strip.height;
+    qreal atTheTop = kLeastRoom;
+    for (const Piece& piece : strip.pieces) {
+        if (std::holds_alternative<TextMark>(piece.mark)) {
+            first = std::min(first, piece.area.bottom());
+            atTheTop = piece.area.top() <= 0 ? std::max(atTheTop, piece.area.bottom()) : atTheTop;
+        }
+    }
+    return std::min(std::max(first, atTheTop), strip.height);
+}
+
+/// As large as it can be with its own proportions.
+void FitPicture(Piece& piece, qreal room) {
+    if (std::holds_alternative<PictureMark>(piece.mark) && piece.area.height() > room) {
+        piece.area.setSize(piece.area.size().scaled(piece.area.width(), room, Qt::KeepAspectRatio));
+    }
+}
+
+/// Boxes and lines go on below; slanting lines keep their slope.
+Piece PartShape(Piece& shape, qreal parting) {
+    Piece below = shape;
+    if (std::holds_alternative<LineMark>(shape.mark)) {
+        const qreal part = (parting - shape.area.top()) / shape.area.height();
+        const qreal x = shape.area.left() + part * shape.area.width();
+        shape.area.setRight(x);
+        below.area.setLeft(x);
+    }
+    shape.area.setBottom(parting);
+    below.area.setTop(parting);
+    return below;
+}
+
+/// Parts a strip: returns what stays above.
+Pieces CutOff(Strip& strip, qreal parting) {
     Pieces staying;
     Pieces rest;
     for (Piece& piece : strip.pieces) {
         const bool shape =
             std::holds_alternative<BoxMark>(piece.mark) || std::holds_alternative<LineMark>(piece.mark);
-        const bool above = piece.area.top() < cut || (shape && piece.area.bottom() <= cut);
-        if (shape && above && piece.area.bottom() > cut) {
-            Piece below = piece;
-            below.area.setTop(cut);
-            piece.area.setBottom(cut);
-            rest.push_back(std::move(below));
+        const bool above = piece.area.top() < parting || (shape && piece.area.bottom() <= parting);
+        if (shape && above && piece.area.bottom() > parting) {
+            rest.push_back(PartShape(piece, parting));
         }
         (above ? staying : rest).push_back(std::move(piece));
     }
-    MoveDown(rest, -cut);
+    MoveDown(rest, -parting);
     strip.pieces = std::move(rest);
-    strip.height -= cut;
+    strip.height -= parting;
     return staying;
 }
 
@@ -64,7 +104,7 @@ class Paginator {
         const Position position{.record = record, .page = static_cast<int>(pages_.size()) + 1};
         pages_.emplace_back();
         lastRecord_ = record;
-        footerHeight_ = frame_.footer(position).height;
+        footerHeight_ = frame_.footerRoom(position);
         top_ = 0;
         Put(frame_.header(position));
         bodyTop_ = top_;
@@ -77,19 +117,30 @@ class Paginator {
 
     void EndPage() {
         const Position position{.record = lastRecord_, .page = static_cast<int>(pages_.size())};
-        top_ = Bottom();
-        Put(frame_.footer(position));
+        Strip footer = frame_.footer(position);
+        top_ = frame_.height - footer.height;
+        Put(std::move(footer));
     }
 
-    /// As far as they leave room for more than themselves.
     void RepeatHeaders(std::size_t depth) {
+        for (const std::size_t group : HeadersToRepeat(depth)) {
+            Put(headers_[group]);
+        }
+        pageTop_ = top_;
+        contentTop_ = top_;
+    }
+
+    /// By group, as far as they leave room for more than themselves.
+    [[nodiscard]] std::vector<std::size_t> HeadersToRepeat(std::size_t depth) const {
+        std::vector<std::size_t> groups;
+        qreal height = 0;
         for (std::size_t group = 0; group < std::min(depth, headers_.size()); ++group) {
-            if (frame_.repeatHeader[group] &&
-                top_ + headers_[group].height < bodyTop_ + (Bottom() - bodyTop_) / 2) {
-                Put(headers_[group]);
+            if (frame_.repeatHeader[group] && height + headers_[group].height < WholeRoom() / 2) {
+                height += headers_[group].height;
+                groups.push_back(group);
             }
         }
-        contentTop_ = top_;
+        return groups;
     }
 
     void NewPage() {
@@ -99,8 +150,18 @@ class Paginator {
 
     [[nodiscard]] qreal Bottom() const { return frame_.height - footerHeight_; }
     [[nodiscard]] qreal Room() const { return Bottom() - top_; }
-    /// What a fresh page offers.
+    /// What a page offers below its header.
     [[nodiscard]] qreal WholeRoom() const { return Bottom() - bodyTop_; }
+    /// What a new page offers below the headers of so many groups.
+    [[nodiscard]] qreal RoomBelowHeaders(std::size_t depth) const {
+        qreal room = WholeRoom();
+        for (const std::size_t group : HeadersToRepeat(depth)) {
+            room -= headers_[group].height;
+        }
+        return room;
+    }
+    [[nodiscard]] bool IsEmpty() const { return top_ <= pageTop_; }
+    /// Nothing but headers of groups stands there.
     [[nodiscard]] bool IsFresh() const { return top_ <= contentTop_; }
 
     void Put(Strip strip) {
@@ -125,14 +186,42 @@ class Paginator {
         KeepHeader(band);
         MakeRoom(band);
         lastRecord_ = band.record;
-        while (band.strip.height > Room()) {
-            if (IsFresh() || Room() >= kLeastRoom) {
-                Put({CutOff(band.strip, Room()), 0});
+        PartWhatIsTooHigh(band.strip);
+        const bool beginsPage = IsFresh();
+        Put(std::move(band.strip));
+        pageIsFull_ = band.newPageAfter;
+        if (beginsPage && band.kind == SectionKind::GroupHeader && !band.newPageAfter) {
+            contentTop_ = top_;
+        }
+    }
+
+    void PartWhatIsTooHigh(Strip& strip) {
+        while (strip.height > Room()) {
+            if (IsEmpty()) {
+                FitFirstLine(strip);
+            }
+            if (const qreal parting = PartingOf(strip, Room());
+                parting > 0 && (IsFresh() || Room() >= kLeastRoom)) {
+                Put({CutOff(strip, parting), 0});
+                if (strip.pieces.empty()) {
+                    // What is left is empty: no page for that.
+                    strip.height = 0;
+                    top_ = Bottom();
+                    return;
+                }
             }
             NewPage();
         }
-        Put(std::move(band.strip));
-        pageIsFull_ = band.newPageAfter;
+    }
+
+    /// What stands first and is higher than a page cannot go on anywhere.
+    void FitFirstLine(Strip& strip) const {
+        for (Piece& piece : strip.pieces) {
+            if (piece.area.top() <= 0 && IsCut(piece, Room())) {
+                FitPicture(piece, Room());
+                piece.area.setBottom(std::min(piece.area.bottom(), Room()));
+            }
+        }
     }
 
     /// Remembers the header for the pages to come.
@@ -152,7 +241,7 @@ class Paginator {
             return;
         }
         const qreal height = HeightOfGroup(group);
-        if (height > Room() && height <= WholeRoom()) {
+        if (height > Room() && height <= RoomBelowHeaders(group)) {
             NewPage();
         }
     }
@@ -180,16 +269,21 @@ class Paginator {
         NewPage();
     }
 
-    /// A header needs the first of what it is the header of.
+    /// A header needs the first of what it is the header of; where that may be parted, the beginning of it.
     [[nodiscard]] qreal Needed(const Band& band) const {
         qreal height = band.strip.height;
         for (std::size_t i = next_ + 1; band.kind == SectionKind::GroupHeader && i < bands_.size(); ++i) {
-            height += bands_[i].strip.height;
-            if (!bands_[i].starts && bands_[i].kind != SectionKind::GroupHeader) {
+            const Band& below = bands_[i];
+            if (below.newPageBefore) {
+                // The header goes there, too.
+                return std::numeric_limits<qreal>::infinity();
+            }
+            height += below.keepTogether ? below.strip.height : BeginningOf(below.strip);
+            if (!below.starts && below.kind != SectionKind::GroupHeader) {
                 break;
             }
         }
-        return band.kind == SectionKind::GroupHeader && height > WholeRoom() ? band.strip.height : height;
+        return height;
     }
 
     std::vector<Band> bands_;
@@ -200,8 +294,9 @@ class Paginator {
     std::optional<std::size_t> lastRecord_;
     qreal footerHeight_ = 0;
     qreal top_ = 0;
-    qreal bodyTop_ = 0;
-    qreal contentTop_ = 0;
+    qreal bodyTop_ = 0;     ///< below the page header
+    qreal pageTop_ = 0;     ///< below page header and repeated headers
+    qreal contentTop_ = 0;  ///< below the headers of groups that begin there
     bool pageIsFull_ = false;
 };
 

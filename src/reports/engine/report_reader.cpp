@@ -3,6 +3,7 @@
 #include <QSet>
 
 #include "object_reader.h"
+#include "paper.h"
 #include "report_xml.h"
 
 namespace quardele::engine {
@@ -10,7 +11,6 @@ namespace {
 
 using Name = QLatin1StringView;
 
-constexpr double kTwipsPerPoint = 20;
 constexpr int kDefaultMargin = 567;  ///< 1 cm
 
 class ReportReader {
@@ -96,15 +96,19 @@ class ReportReader {
         const auto orientation = attributes.Choice<QPageLayout::Orientation>(
             Name("orientation"),
             {{Name("portrait"), QPageLayout::Portrait}, {Name("landscape"), QPageLayout::Landscape}});
-        const int width = attributes.Length(Name("width"));
-        const int height = attributes.Length(Name("height"));
+        const bool isOwnSize = attributes.Has(Name("width")) || attributes.Has(Name("height"));
+        const bool isNamedSize = attributes.Has(Name("size")) || attributes.Has(Name("orientation"));
+        if (isOwnSize && isNamedSize) {
+            xml_.Fail(QStringLiteral("une page qui a sa propre taille n'a ni « size » ni « orientation »"));
+        }
+        const QSize own =
+            isOwnSize ? QSize(attributes.Extent(Name("width")), attributes.Extent(Name("height"))) : QSize();
         const auto margin = [&](const char* side) { return attributes.Length(Name(side), kDefaultMargin); };
         const QMargins margins(margin("left"), margin("top"), margin("right"), margin("bottom"));
         attributes.RequireKnown();
-        if (width > 0 && height > 0) {
-            // As it stands: a size of its own knows no orientation.
-            SetPage(QPageSize(QSizeF(width, height) / kTwipsPerPoint, QPageSize::Point),
-                    QPageLayout::Portrait, margins);
+        if (isOwnSize) {
+            SetPage(QPageSize(QSizeF(own) / kTwipsPerPoint, QPageSize::Point), QPageLayout::Portrait,
+                    margins);
         } else {
             SetPage(QPageSize(id), orientation, margins);
         }
@@ -114,9 +118,8 @@ class ReportReader {
 
     void RequireRoom(const QMargins& margins) const {
         constexpr double kLeastRoom = 1440;
-        const QSizeF paper = report_->layout.fullRect(QPageLayout::Point).size() * kTwipsPerPoint;
-        if (paper.width() - margins.left() - margins.right() < kLeastRoom ||
-            paper.height() - margins.top() - margins.bottom() < kLeastRoom) {
+        const QSizeF room = SizeOf(report_->layout).shrunkBy(margins);
+        if (room.width() < kLeastRoom || room.height() < kLeastRoom) {
             xml_.Fail(QStringLiteral("les marges ne laissent pas de place sur la page"));
         }
     }

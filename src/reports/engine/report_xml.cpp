@@ -11,6 +11,7 @@ constexpr int kLargestLength = 31680;
 constexpr double kLeastPoints = 1;
 constexpr double kMostPoints = 400;
 constexpr auto kNamespace = "urn:quardele:report";
+constexpr auto kSchemaInstance = "http://www.w3.org/2001/XMLSchema-instance";
 
 }  // namespace
 
@@ -18,14 +19,20 @@ Attributes::Attributes(const ReportXml& xml) : xml_(xml), attributes_(xml.reader
 
 void Attributes::RequireKnown() const {
     for (const QXmlStreamAttribute& attribute : attributes_) {
-        if (attribute.namespaceUri().isEmpty() && !asked_.contains(attribute.name())) {
-            xml_.Fail(QStringLiteral("l'attribut « %1 » est inconnu").arg(attribute.name()));
+        // Where a schema lies may stand in any XML file.
+        if (attribute.namespaceUri() != QLatin1StringView(kSchemaInstance) &&
+            !asked_.contains(attribute.qualifiedName())) {
+            xml_.Fail(QStringLiteral("l'attribut « %1 » est inconnu").arg(attribute.qualifiedName()));
         }
     }
 }
 
 void Attributes::FailValue(QLatin1StringView name) const {
     xml_.Fail(QStringLiteral("la valeur de l'attribut « %1 » est incorrecte").arg(name));
+}
+
+void Attributes::FailMissing(QLatin1StringView name) const {
+    xml_.Fail(QStringLiteral("l'attribut « %1 » manque").arg(name));
 }
 
 QString Attributes::Text(QLatin1StringView name) {
@@ -36,7 +43,7 @@ QString Attributes::Text(QLatin1StringView name) {
 QString Attributes::Name(QLatin1StringView name) {
     const QString text = Text(name).trimmed();
     if (text.isEmpty()) {
-        xml_.Fail(QStringLiteral("l'attribut « %1 » manque").arg(name));
+        FailMissing(name);
     }
     return text;
 }
@@ -56,6 +63,13 @@ int Attributes::Number(QLatin1StringView name, int otherwise, int least, int mos
 
 int Attributes::Length(QLatin1StringView name, int otherwise) {
     return Number(name, otherwise, 0, kLargestLength);
+}
+
+int Attributes::Extent(QLatin1StringView name) {
+    if (!Has(name)) {
+        FailMissing(name);
+    }
+    return Number(name, 0, 1, kLargestLength);
 }
 
 double Attributes::Points(QLatin1StringView name, double otherwise) {
@@ -112,6 +126,9 @@ void ReportXml::ForEachChild(const std::function<void(const QString& name)>& ele
         reader_.readNext();
         RequireReadable();
         if (reader_.isStartElement()) {
+            if (reader_.namespaceUri() != QLatin1StringView(kNamespace)) {
+                FailUnknownElement(reader_.qualifiedName().toString());
+            }
             element(reader_.name().toString());
         } else if (reader_.isEndElement()) {
             return;

@@ -33,6 +33,8 @@ class Attributes {
     [[nodiscard]] int Number(QLatin1StringView name, int otherwise, int least, int most);
     /// Twips of paper, not negative.
     [[nodiscard]] int Length(QLatin1StringView name, int otherwise = 0);
+    /// Twips of paper that have to be given, at least one: without it there would be nothing to see.
+    [[nodiscard]] int Extent(QLatin1StringView name);
     [[nodiscard]] double Points(QLatin1StringView name, double otherwise);
     [[nodiscard]] bool Truth(QLatin1StringView name, bool otherwise);
     [[nodiscard]] std::optional<QColor> Color(QLatin1StringView name);
@@ -47,7 +49,7 @@ class Attributes {
                 return value;
             }
         }
-        if (!given.isEmpty()) {
+        if (Has(name)) {
             FailValue(name);
         }
         return words.begin()->second;
@@ -55,6 +57,7 @@ class Attributes {
 
  private:
     [[noreturn]] void FailValue(QLatin1StringView name) const;
+    [[noreturn]] void FailMissing(QLatin1StringView name) const;
 
     const ReportXml& xml_;
     QXmlStreamAttributes attributes_;

@@ -35,6 +35,17 @@ Strip SectionLayout::Lay(const CompiledSections& sections, const Position& posit
     return all;
 }
 
+qreal SectionLayout::Room(const CompiledSections& sections, const Position& position) const {
+    const ObjectLayout layout(evaluator_, materials_, position);
+    qreal room = 0;
+    for (const CompiledSection& section : sections) {
+        const bool isLeftOut =
+            section.suppress && !section.suppress->onRecord && evaluator_.Holds(*section.suppress, position);
+        room += isLeftOut ? 0 : layout.HeightOf(section.objects, section.section->height);
+    }
+    return room;
+}
+
 void SectionLayout::Resolve(Piece& piece, int page, int pages) const {
     auto* const text = std::get_if<TextMark>(&piece.mark);
     if (text == nullptr || text->pending < 0) {

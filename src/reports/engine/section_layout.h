@@ -41,6 +41,9 @@ class SectionLayout {
     [[nodiscard]] Strip Lay(const CompiledSection& section, const Position& position) const;
     /// One below the other.
     [[nodiscard]] Strip Lay(const CompiledSections& sections, const Position& position) const;
+    /// The height that sections need at most on a page whose records are not known yet. Only page numbers
+    /// leave one out for certain.
+    [[nodiscard]] qreal Room(const CompiledSections& sections, const Position& position) const;
     /// Puts the text of a piece in, now that the pages are known.
     void Resolve(Piece& piece, int page, int pages) const;
 

@@ -2,14 +2,11 @@
 
 #include <limits>
 
+#include <forms/line_feeds.h>
 #include <print/wrapped_text.h>
 
 namespace quardele::engine {
 namespace {
-
-QString WithLineFeeds(QString text) {
-    return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
-}
 
 /// The most units of a word that fit; at least one, and no surrogate pair is parted.
 qsizetype FittingLength(QStringView word, const QFontMetricsF& metrics, qreal width) {
@@ -46,7 +43,7 @@ QString WithBrokenWords(const QString& text, const QFontMetricsF& metrics, qreal
 }  // namespace
 
 QStringList AllLines(const QString& text, const QFontMetricsF& metrics, qreal width) {
-    const QString plain = WithLineFeeds(text);
+    const QString plain = forms::WithLineFeeds(text);
     if (!plain.contains(u'\n') && metrics.horizontalAdvance(plain) <= width) {
         return {plain};
     }
@@ -55,10 +52,11 @@ QStringList AllLines(const QString& text, const QFontMetricsF& metrics, qreal wi
 }
 
 QStringList FittingLines(const QString& text, const QFontMetricsF& metrics, qreal width, int mostLines) {
-    if (!text.contains(u'\n') && metrics.horizontalAdvance(text) <= width) {
-        return {print::OnOneLine(text, metrics, width)};
+    const QString plain = forms::WithLineFeeds(text);
+    if (!plain.contains(u'\n') && metrics.horizontalAdvance(plain) <= width) {
+        return {print::OnOneLine(plain, metrics, width)};
     }
-    return print::OnLines(WithLineFeeds(text), metrics, width, mostLines);
+    return print::OnLines(plain, metrics, width, mostLines);
 }
 
 }  // namespace quardele::engine

@@ -1,6 +1,10 @@
 // What stands on which page, and where.
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <QImage>
+#include <QPainter>
+
 #include "report_folder.h"
 
 namespace quardele::engine {
@@ -122,6 +126,134 @@ TEST_F(PagesTest, AGroupsHeaderNeverStandsAloneAtTheEndOfAPage) {
               Area(QStringLiteral("details"), Section(Field(QStringLiteral("Left({TVEH.IMMAT}, 1)")), 2000)));
     EXPECT_EQ(tight[0], QStringLiteral("Citroën B")) << "the header of the next would still have fitted";
     EXPECT_EQ(tight[1], QStringLiteral("Peugeot C"));
+}
+
+TEST_F(PagesTest, AHeaderStandsAboveTheBeginningOfWhatIsTooHighForItsPage) {
+    for (const int height : {2800, 4000}) {
+        const QString group =
+            QStringLiteral("<selection>{TVEH.IMMAT}='AA-111-AA'</selection><group by=\"{TVEH.MARQUE}\">") +
+            Area(QStringLiteral("header"), Section(Field(QStringLiteral("{TVEH.MARQUE}")), 400)) +
+            QStringLiteral("</group>") +
+            Area(QStringLiteral("details"),
+                 Section(Field(QStringLiteral("{TVEH.IMMAT}")) + Text(QStringLiteral("fin"), height - 300),
+                         height));
+        EXPECT_EQ(Pages(kSmallPage + group),
+                  QStringList({QStringLiteral("Renault AA-111-AA"), QStringLiteral("fin")}))
+            << height;
+        EXPECT_EQ(
+            Pages(kSmallPage +
+                  Area(QStringLiteral("reportHeader"), Section(Text(QStringLiteral("tête")), 500)) + group),
+            QStringList({QStringLiteral("tête"), QStringLiteral("Renault AA-111-AA"), QStringLiteral("fin")}))
+            << height;
+    }
+}
+
+TEST_F(PagesTest, AHeaderGoesToTheNewPageThatItsDetailAsksFor) {
+    EXPECT_EQ(Pages(kSmallPage + QStringLiteral("<group by=\"{TVEH.MARQUE}\">") +
+                    Area(QStringLiteral("header"), Section(Field(QStringLiteral("{TVEH.MARQUE}")), 400)) +
+                    QStringLiteral("</group>") + kSorted +
+                    Area(QStringLiteral("details"), Section(Field(QStringLiteral("Left({TVEH.IMMAT}, 1)")),
+                                                            300, QStringLiteral("newPageBefore=\"true\"")))),
+              QStringList({QStringLiteral("Citroën B"), QStringLiteral("Peugeot C"), QStringLiteral("D"),
+                           QStringLiteral("Renault A"), QStringLiteral("E")}));
+}
+
+TEST_F(PagesTest, AGroupIsNotMovedForARoomThatRepeatedHeadersTake) {
+    EXPECT_EQ(
+        Pages(kSmallPage + QStringLiteral("<selection>{TVEH.CLI}='DUP'</selection>") + kSorted +
+              Area(QStringLiteral("reportHeader"), Section(Text(QStringLiteral("tête")), 500)) +
+              QStringLiteral("<group by=\"{TVEH.CLI}\" repeatHeader=\"true\">") +
+              Area(QStringLiteral("header"), Section(Field(QStringLiteral("{TVEH.CLI}")), 1000)) +
+              QStringLiteral("</group><group by=\"{TVEH.MARQUE}\" keepTogether=\"true\"/>") +
+              Area(QStringLiteral("details"), Section(Field(QStringLiteral("Left({TVEH.IMMAT}, 1)")), 1250))),
+        QStringList({QStringLiteral("tête DUP A"), QStringLiteral("DUP E")}));
+}
+
+TEST_F(PagesTest, AFooterThatItsRecordLeavesOutKeepsItsRoom) {
+    const auto document =
+        folder_
+            .Open(kSmallPage + kSorted +
+                  Area(QStringLiteral("details"), Section(Field(QStringLiteral("{TVEH.IMMAT}")), 1000)) +
+                  Area(QStringLiteral("pageFooter"),
+                       Section(Text(QStringLiteral("Pied")), 300,
+                               QStringLiteral("suppress=\"{TVEH.IMMAT} = 'AA-111-AA'\""))))
+            ->Compose();
+    EXPECT_EQ(PlaceOf(*document, QStringLiteral("Pied")).top(), 2700);
+    EXPECT_EQ(document->TextOf(1), QStringLiteral("AA-111-AA\nBB-222-BB\nPied"));
+}
+
+TEST_F(PagesTest, AFooterThatItsPageLeavesOutGivesItsRoom) {
+    EXPECT_EQ(
+        Pages(kSmallPage + kSorted +
+              Area(QStringLiteral("details"), Section(Field(QStringLiteral("Left({TVEH.IMMAT}, 1)")), 1000)) +
+              Area(QStringLiteral("pageFooter"), Section(Text(QStringLiteral("Pied")), 300,
+                                                         QStringLiteral("suppress=\"PageNumber = 1\"")))),
+        QStringList({QStringLiteral("A B C"), QStringLiteral("D E Pied")}));
+}
+
+TEST_F(PagesTest, ASectionIsAtLeastAsHighAsItsObjects) {
+    for (const char* height : {"", "height=\"0\"", "height=\"200\""}) {
+        const auto document =
+            folder_
+                .Open(kSmallPage +
+                      QStringLiteral("<reportHeader><section %1><text y=\"100\" width=\"900\" "
+                                     "height=\"300\">un</text></section>")
+                          .arg(QLatin1StringView(height)) +
+                      Section(Text(QStringLiteral("deux"))) + QStringLiteral("</reportHeader>"))
+                ->Compose();
+        EXPECT_EQ(document->TextOf(1), QStringLiteral("un\ndeux")) << height;
+        EXPECT_EQ(PlaceOf(*document, QStringLiteral("deux")).top(), 400) << height;
+    }
+}
+
+TEST_F(PagesTest, ATextWithoutAHeightTakesALine) {
+    const auto document =
+        folder_
+            .Open(kSmallPage +
+                  QStringLiteral("<reportHeader><section><text width=\"900\">un</text><field "
+                                 "x=\"1000\" width=\"900\" value=\"'deux'\"/></section>") +
+                  Section(Text(QStringLiteral("trois"))) + QStringLiteral("</reportHeader>"))
+            ->Compose();
+    EXPECT_EQ(document->TextOf(1), QStringLiteral("un\tdeux\ntrois"));
+    EXPECT_EQ(PlaceOf(*document, QStringLiteral("trois")).top(),
+              PlaceOf(*document, QStringLiteral("un")).height());
+}
+
+TEST_F(PagesTest, WhatIsHigherThanAPageLeavesNoBlankOne) {
+    QImage logo(10, 50, QImage::Format_RGB32);
+    logo.fill(Qt::blue);
+    ASSERT_TRUE(logo.save(folder_.NativePath(QStringLiteral("logo.png"))));
+    const QString picture =
+        QStringLiteral("<picture y=\"%1\" width=\"2000\" height=\"5000\" file=\"logo.png\"/>");
+    EXPECT_EQ(Pages(kSmallPage + Area(QStringLiteral("reportHeader"), Section(picture.arg(0), 5000))).size(),
+              1);
+    EXPECT_EQ(Pages(kSmallPage +
+                    Area(QStringLiteral("reportHeader"),
+                         Section(Text(QStringLiteral("haut")) + picture.arg(400), 5400)) +
+                    Area(QStringLiteral("reportFooter"), Section(Text(QStringLiteral("bas"))))),
+              QStringList({QStringLiteral("haut"), QString(), QStringLiteral("bas")}));
+}
+
+TEST_F(PagesTest, ASlantingLineKeepsItsSlopeWhenItIsParted) {
+    const auto document =
+        folder_
+            .Open(kSmallPage +
+                  Area(QStringLiteral("reportHeader"),
+                       Section(QStringLiteral("<line width=\"2000\" height=\"4000\" thickness=\"40\"/>"),
+                               4000)))
+            ->Compose();
+    const auto inkAt = [&](int page, int x, int y) {
+        QImage image(200, 300, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.scale(0.1, 0.1);
+        document->Paint(painter, page);
+        painter.end();
+        return image.pixelColor(x, y).lightness() < 128;
+    };
+    ASSERT_EQ(document->Pages(), 2);
+    EXPECT_TRUE(inkAt(1, 75, 150));
+    EXPECT_TRUE(inkAt(2, 175, 50));
 }
 
 TEST_F(PagesTest, AGroupThatIsKeptTogetherGoesToTheNextPageAsAWhole) {
@@ -253,6 +385,18 @@ TEST_F(PagesTest, LinesOfAMemoStayLines) {
         QStringList(QStringLiteral("un\ndeux\ntrois")));
 }
 
+TEST_F(PagesTest, ALineBreakOfAnyKindIsOneWhereATextDoesNotGrow) {
+    for (const char* lineBreak : {"Chr(13)", "Chr(10)", "Chr(13) &amp; Chr(10)"}) {
+        EXPECT_EQ(folder_.Pages(Area(QStringLiteral("reportHeader"),
+                                     QStringLiteral("<section height=\"900\"><field width=\"2000\" "
+                                                    "height=\"900\" value=\"'un' &amp; %1 &amp; 'deux'\"/>"
+                                                    "</section>")
+                                         .arg(QLatin1StringView(lineBreak)))),
+                  QStringList(QStringLiteral("un\ndeux")))
+            << lineBreak;
+    }
+}
+
 TEST_F(PagesTest, ASectionHigherThanAPageGoesOnOnTheNextWithoutLosingALine) {
     QStringList words;
     for (int i = 0; i < 60; ++i) {
@@ -376,6 +520,22 @@ TEST_F(PagesTest, HeadersThatLeaveNoRoomAreRefused) {
             static_cast<void>(Pages(kSmallPage + Area(QStringLiteral("pageHeader"), Section({}, 2900))));
         }).substr(0, 5),
         "3001 ");
+}
+
+TEST_F(PagesTest, PicturesMayLieBelowTheReportsFolder) {
+    QImage logo(10, 10, QImage::Format_RGB32);
+    logo.fill(Qt::blue);
+    ASSERT_TRUE(QDir(folder_.NativePath({})).mkpath(QStringLiteral("images")));
+    ASSERT_TRUE(logo.save(folder_.NativePath(QStringLiteral("images/logo.png"))));
+    for (const char* file : {"images/logo.png", "images\\logo.png"}) {
+        EXPECT_EQ(ErrorOf([&] {
+                      static_cast<void>(Pages(
+                          Area(QStringLiteral("pageHeader"),
+                               Section(QStringLiteral("<picture width=\"300\" height=\"300\" file=\"%1\"/>")
+                                           .arg(QLatin1StringView(file))))));
+                  }),
+                  "");
+    }
 }
 
 TEST_F(PagesTest, PicturesThatAreMissingOrNoneAreTold) {

@@ -1,6 +1,7 @@
 // Report files and what their object model says of them.
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 
@@ -139,8 +140,8 @@ TEST_F(ReportFileTest, ADamagedFileIsToldWhereverItEnds) {
 }
 
 TEST_F(ReportFileTest, ErrorsNameTheFileTheLineAndWhatIsWrong) {
-    const std::string complaint =
-        Complaint(QStringLiteral("\n<details>\n<section>\n<text widht=\"3\"/></section></details>"));
+    const std::string complaint = Complaint(
+        QStringLiteral("\n<details>\n<section>\n<text width=\"900\" widht=\"3\"/></section></details>"));
     EXPECT_EQ(complaint, "321 Format de fichier incorrect : « " +
                              folder_.WindowsPath(QStringLiteral("ESSAI.RPT")).toStdString() +
                              " », ligne 6 : l'attribut « widht » est inconnu.");
@@ -152,19 +153,38 @@ TEST_F(ReportFileTest, ElementsAttributesAndValuesThatDoNotBelongAreRefused) {
           "<details><text/></details>",
           "<details><section><flow width=\"100\"><text/></flow></section></details>",
           "<details><section height=\"-1\"/></details>",
+          "<details><section><text height=\"300\">x</text></section></details>",
+          "<details><section><text width=\"0\" height=\"300\">x</text></section></details>",
+          "<details><section><field height=\"300\" value=\"1\"/></section></details>",
+          "<details><section><flow><cell/></flow></section></details>",
+          "<details><section><picture width=\"300\" file=\"logo.png\"/></section></details>",
+          "<details><section><box width=\"300\"/></section></details>",
+          "<details><section><line/></section></details>",
+          "<pageHeader><section height=\"300\" newPageBefore=\"true\"/></pageHeader>",
+          "<pageFooter><section height=\"300\" keepTogether=\"false\"/></pageFooter>",
+          "<pageFooter><section height=\"300\"><text width=\"9\" "
+          "grow=\"true\">x</text></section></pageFooter>",
+          "<pageFooter><section height=\"300\"><flow width=\"9\"/></section></pageFooter>",
+          "<x:details xmlns:x=\"other\"/>",
+          "<details><section><text width=\"9\" align=\"\">x</text></section></details>",
+          "<details><section><text width=\"9\" x:y=\"1\" xmlns:x=\"other\">x</text></section></details>",
+          "<sort><by field=\"{T.F}\" direction=\"\"/></sort>",
+          "<page width=\"6000\"/>",
+          "<page height=\"6000\"/>",
+          "<page width=\"6000\" height=\"6000\" size=\"A4\"/>",
           "<details><section height=\"1cm\"/></details>",
           "<details><section keepTogether=\"oui\"/></details>",
-          "<details><section><text color=\"rouge\">x</text></section></details>",
-          "<details><section><text size=\"0\">x</text></section></details>",
-          "<details><section><text align=\"middle\">x</text></section></details>",
-          "<details><section><field/></section></details>",
-          "<details><section><field value=\"1\">x</field></section></details>",
-          "<details><section><text>a<b/></text></section></details>",
+          "<details><section><text width=\"9\" color=\"rouge\">x</text></section></details>",
+          "<details><section><text width=\"9\" size=\"0\">x</text></section></details>",
+          "<details><section><text width=\"9\" align=\"middle\">x</text></section></details>",
+          "<details><section><field width=\"9\"/></section></details>",
+          "<details><section><field width=\"9\" value=\"1\">x</field></section></details>",
+          "<details><section><text width=\"9\">a<b/></text></section></details>",
           "<details><section><flow width=\"100\" columns=\"2\" gap=\"200\"/></section></details>",
           "<details><section><flow width=\"100\" columns=\"0\"/></section></details>",
           "<details><section><flow width=\"100\"><cell><flow "
           "width=\"10\"/></cell></flow></section></details>",
-          "<details><section><picture/></section></details>",
+          "<details><section><picture width=\"9\" height=\"9\"/></section></details>",
           "<details>texte</details>",
           "<details/><details/>",
           "<group/>",
@@ -182,6 +202,28 @@ TEST_F(ReportFileTest, ElementsAttributesAndValuesThatDoNotBelongAreRefused) {
     }
 }
 
+TEST_F(ReportFileTest, PicturesOutsideTheReportsFolderAreRefused) {
+    for (const char* file :
+         {"C:\\logo.png", "/logo.png", "..\\logo.png", "../logo.png", "a/../../logo.png", ".."}) {
+        EXPECT_EQ(Complaint(QStringLiteral("<details><section><picture width=\"9\" height=\"9\" "
+                                           "file=\"%1\"/></section></details>")
+                                .arg(QLatin1StringView(file)))
+                      .substr(0, 4),
+                  "321 ")
+            << file;
+    }
+}
+
+TEST_F(ReportFileTest, PapersAreAsLargeAsTheyReallyAre) {
+    EXPECT_EQ(folder_.Open(QStringLiteral("<page size=\"A4\"/>"))->Compose()->PageSize(),
+              QSizeF(11906, 16838));
+    EXPECT_EQ(
+        folder_.Open(QStringLiteral("<page size=\"A5\" orientation=\"landscape\"/>"))->Compose()->PageSize(),
+        QSizeF(11906, 8391));
+    EXPECT_EQ(folder_.Open(QStringLiteral("<page size=\"Letter\"/>"))->Compose()->PageSize(),
+              QSizeF(12240, 15840));
+}
+
 TEST_F(ReportFileTest, PaperMayHaveASizeOfItsOwn) {
     const auto report =
         folder_.Open(QStringLiteral("<page width=\"4000\" height=\"2000\" left=\"100\" top=\"100\" "
@@ -189,26 +231,51 @@ TEST_F(ReportFileTest, PaperMayHaveASizeOfItsOwn) {
     EXPECT_EQ(report->Compose()->PageSize(), QSizeF(4000, 2000));
 }
 
+/// Held against the schema by a program of its own.
+bool IsValid(const QString& nativePath) {
+    return QProcess::execute(QStringLiteral("xmllint"),
+                             {QStringLiteral("--noout"), QStringLiteral("--schema"),
+                              QStringLiteral(QUARDELE_SOURCE_DIR "/docs/report.xsd"), nativePath}) == 0;
+}
+
+TEST_F(ReportFileTest, TheExampleOfTheDocumentationIsAReport) {
+    QFile documentation(QStringLiteral(QUARDELE_SOURCE_DIR "/docs/report-format.md"));
+    ASSERT_TRUE(documentation.open(QIODevice::ReadOnly));
+    const QByteArray text = documentation.readAll();
+    const qsizetype begin = text.indexOf("<?xml");
+    folder_.WriteFile(QStringLiteral("PARC.RPT"), text.sliced(begin, text.indexOf("```", begin) - begin));
+    const auto report = Application().OpenReport(folder_.WindowsPath(QStringLiteral("PARC.RPT")));
+    EXPECT_EQ(report->Title(), QStringLiteral("Parc"));
+    EXPECT_EQ(report->FormulaFields().Count(), 1);
+    if (QStandardPaths::findExecutable(QStringLiteral("xmllint")).isEmpty()) {
+        GTEST_SKIP() << "xmllint is not installed";
+    }
+    EXPECT_TRUE(IsValid(folder_.NativePath(QStringLiteral("PARC.RPT"))));
+}
+
 TEST_F(ReportFileTest, TheSchemaTakesWhatTheProgramTakes) {
     if (QStandardPaths::findExecutable(QStringLiteral("xmllint")).isEmpty()) {
         GTEST_SKIP() << "xmllint is not installed";
     }
-    const auto isValidFile = [](const QString& path) {
-        return QProcess::execute(QStringLiteral("xmllint"),
-                                 {QStringLiteral("--noout"), QStringLiteral("--schema"),
-                                  QStringLiteral(QUARDELE_SOURCE_DIR "/docs/report.xsd"), path}) == 0;
-    };
     const auto isValid = [&](const QString& elements) {
         folder_.WriteFile(QStringLiteral("X.RPT"), folder_.Xml(elements).toUtf8());
-        return isValidFile(folder_.NativePath(QStringLiteral("X.RPT")));
+        return IsValid(folder_.NativePath(QStringLiteral("X.RPT")));
     };
-    EXPECT_TRUE(isValidFile(QStringLiteral(QUARDELE_SOURCE_DIR "/resources/reports/IMPVEH.RPT")));
+    EXPECT_TRUE(IsValid(QStringLiteral(QUARDELE_SOURCE_DIR "/resources/reports/IMPVEH.RPT")));
     EXPECT_TRUE(isValid(QString::fromUtf8(kEverything)));
     EXPECT_TRUE(isValid(QStringLiteral("<details/>")));
     EXPECT_TRUE(isValid(QStringLiteral("<tables><table name=\"T\" records=\"first\"/></tables>")));
     EXPECT_FALSE(isValid(QStringLiteral("<tables><table name=\"T\" records=\"last\"/></tables>")));
     EXPECT_FALSE(isValid(QStringLiteral("<detail/>")));
-    EXPECT_FALSE(isValid(QStringLiteral("<details><section><text widht=\"3\"/></section></details>")));
+    for (const char* wrong :
+         {"<text widht=\"3\" width=\"9\"/>", "<text height=\"300\">x</text>", "<text width=\"0\">x</text>",
+          "<field value=\"1\"/>", "<flow/>", "<picture width=\"9\" file=\"a.png\"/>", "<box width=\"9\"/>",
+          "<text width=\"9\" align=\"\">x</text>", "<x:line xmlns:x=\"other\" width=\"9\"/>"}) {
+        EXPECT_FALSE(
+            isValid(QStringLiteral("<details><section>%1</section></details>").arg(QLatin1StringView(wrong))))
+            << wrong;
+    }
+    EXPECT_FALSE(isValid(QStringLiteral("<pageHeader><section newPageBefore=\"true\"/></pageHeader>")));
     EXPECT_FALSE(isValid(QStringLiteral("<details><section height=\"-1\"/></details>")));
 }
 

@@ -76,11 +76,67 @@ Date Join(const SplitDate& split) {
         ThrowInvalidCall();
     }
     const auto day = static_cast<double>(split.dayNumber);
+    if (split.seconds == 0) {
+        return Date{day};
+    }
     const double time = static_cast<double>(split.seconds) / static_cast<double>(kSecondsInDay);
     return Date{split.dayNumber < 0 ? day - time : day + time};
 }
 
+/// The days of the years in which nearly all dates lie, with their months: lists add months to a million
+/// dates, for which this is a third of the time that the calendar takes.
+class DayTable {
+ public:
+    DayTable() {
+        std::uint16_t month = 0;
+        for (int year = kFirst; year <= kLast; ++year) {
+            for (int ofYear = 1; ofYear <= kMonthsInYear; ++ofYear, ++month) {
+                starts_[month] = static_cast<std::int32_t>(DayNumber({year, ofYear, 1}));
+                const int days = DaysInMonth(year, ofYear);
+                for (int day = 0; day < days; ++day) {
+                    days_[Place(starts_[month] + day)] = static_cast<std::uint16_t>(month << kDayBits | day);
+                }
+            }
+        }
+        starts_[month] = static_cast<std::int32_t>(DayNumber({kLast + 1, 1, 1}));
+    }
+
+    /// The number of the day so many months later, or of that month's last day; empty where the table ends.
+    [[nodiscard]] std::optional<std::int64_t> Later(std::int64_t dayNumber, std::int64_t months) const {
+        if (dayNumber < starts_.front() || dayNumber >= starts_.back()) {
+            return std::nullopt;
+        }
+        const unsigned place = days_[Place(dayNumber)];
+        const std::int64_t month = (place >> kDayBits) + months;
+        if (month < 0 || month >= std::int64_t{kMonths}) {
+            return std::nullopt;
+        }
+        const auto target = static_cast<std::size_t>(month);
+        const auto day = static_cast<std::int32_t>(place & ((1U << kDayBits) - 1));
+        return std::min(starts_[target] + day, starts_[target + 1] - 1);
+    }
+
+ private:
+    static constexpr int kFirst = 1980;
+    static constexpr int kLast = 2079;
+    static constexpr std::size_t kMonths = std::size_t{kLast - kFirst + 1} * kMonthsInYear;
+    static constexpr std::size_t kDays = 36525;
+    static constexpr int kDayBits = 5;
+
+    [[nodiscard]] std::size_t Place(std::int64_t dayNumber) const {
+        return static_cast<std::size_t>(dayNumber - starts_.front());
+    }
+
+    std::array<std::int32_t, kMonths + 1>
+        starts_{};                             ///< first day of each month, and the first one behind all
+    std::array<std::uint16_t, kDays> days_{};  ///< month, counted from the first, and day of it from 0
+};
+
 Date AddMonths(const SplitDate& start, std::int64_t months) {
+    static const DayTable usual;
+    if (const auto later = usual.Later(start.dayNumber, months)) {
+        return Join({*later, start.seconds});
+    }
     const CivilDate civil = CivilOfDay(start.dayNumber);
     const std::int64_t total = std::int64_t{civil.year} * kMonthsInYear + (civil.month - 1) + months;
     if (total < std::int64_t{kFirstYear} * kMonthsInYear ||

@@ -1,5 +1,6 @@
 #include <basic/date.h>
 
+#include <algorithm>
 #include <cmath>
 #include <ctime>
 #include <limits>
@@ -151,6 +152,24 @@ INSTANTIATE_TEST_SUITE_P(TheNumberIsRoundedHalvesToEven, DateAddTest,
                          testing::Values(AddCase{u"m", 2.5, DateOf(2024, 1, 1), DateOf(2024, 3, 1)},
                                          AddCase{u"m", 3.5, DateOf(2024, 1, 1), DateOf(2024, 5, 1)},
                                          AddCase{u"d", 1.6, DateOf(2024, 1, 1), DateOf(2024, 1, 3)}));
+
+/// Months later, counted on the calendar.
+Date MonthsLater(Date start, int months) {
+    const CivilDate day = CivilOf(start);
+    const int total = day.year * 12 + day.month - 1 + months;
+    const int year = total / 12;
+    const int month = total % 12 + 1;
+    return DateOf(year, month, std::min(day.day, DaysInMonth(year, month)));
+}
+
+TEST(DateAddTest, AnyDayIsMovedByMonthsAsTheCalendarSays) {
+    for (Date day = DateOf(1970, 1, 1); day.days < DateOf(2090, 1, 1).days; ++day.days) {
+        for (const int months : {-1300, -120, -13, -1, 0, 1, 6, 11, 12, 60, 1200, 1300}) {
+            ASSERT_EQ(DateAdd(u"m", months, day).days, MonthsLater(day, months).days)
+                << day.days << " " << months;
+        }
+    }
+}
 
 TEST(DateAddTest, UnknownIntervalOrResultOutsideTheCalendarFails) {
     const Date date = DateOf(2024, 1, 1);

@@ -57,14 +57,29 @@ bool TableImpl::HasSlot(const Page& page, int slotNumber) const {
 }
 
 std::optional<Row> TableImpl::RowAt(const PagePtr& page, int slotNumber) const {
+    Row row(this, {}, nullptr, {});
+    return RowAt(page, slotNumber, row) ? std::optional(std::move(row)) : std::nullopt;
+}
+
+bool TableImpl::RowAt(const PagePtr& page, int slotNumber, Row& row) const {
     const DataPage slots(*page, Layout());
     const std::uint16_t flags = slots.Flags(slotNumber);
     if ((flags & slot::kHidden) != 0) {
-        return std::nullopt;
+        return false;
     }
     const RowId id{page->number, static_cast<std::uint8_t>(slotNumber)};
     const ByteView bytes = slots.Row(slotNumber);
-    return flags == slot::kMoved ? Moved(id, bytes) : Row(this, id, page, bytes.Span());
+    if (flags == slot::kMoved) {
+        row = Moved(id, bytes);
+        return true;
+    }
+    if (row.page_ != page) {
+        row.page_ = page;
+    }
+    row.id_ = id;
+    row.bytes_ = bytes.Span();
+    row.shape_ = {};
+    return true;
 }
 
 Row TableImpl::Moved(RowId id, const ByteView& pointer) const {
@@ -180,6 +195,21 @@ std::optional<Row> RowScan::Next() {
             }
         } while (Advance());
         return std::nullopt;
+    });
+}
+
+bool RowScan::Next(Row& row) {
+    return table_->Owner().Reading([&] {
+        LookAgain();
+        do {
+            for (; slot_ < slotCount_; ++slot_) {
+                if (table_->RowAt(page_, slot_, row)) {
+                    ++slot_;
+                    return true;
+                }
+            }
+        } while (Advance());
+        return false;
     });
 }
 

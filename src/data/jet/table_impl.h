@@ -36,6 +36,8 @@ class TableImpl {
     [[nodiscard]] bool HasSlot(const Page& page, int slotNumber) const;
     /// The row of a slot that a page shows; empty for a deleted slot and for the target of a moved row.
     [[nodiscard]] std::optional<Row> RowAt(const PagePtr& page, int slotNumber) const;
+    /// The same into a row of this table; false for these.
+    [[nodiscard]] bool RowAt(const PagePtr& page, int slotNumber, Row& row) const;
 
     [[nodiscard]] IndexCursor OpenIndex(int index) const;
     void Update(RowId id, std::span<const ColumnChange> changes);

@@ -1,19 +1,24 @@
 #include "file/page_cache.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quardele::jet {
 
 namespace {
 
-/// 40 MiB of pages of 4 KiB: rows in an order that is not theirs come back to the same pages again and again.
-constexpr std::size_t kMostFrames = 10240;
+/// 36 MiB of pages of 4 KiB: rows in an order that is not theirs come back to the same pages again and again.
+constexpr std::size_t kMostFramesByPlace = 9216;
 /// 4 MiB for who goes through the file in order and does not come back: memory that is used anew is at hand.
 constexpr std::size_t kMostFramesInOrder = 1024;
 /// Who says which pages he wants gets so many with one system call, the pages between them included.
 constexpr std::uint32_t kLongestRun = 64;
 /// From one of these to the next, if both are to be read at once.
 constexpr std::uint32_t kWidestStep = 5;
+
+constexpr std::size_t MostFrames(bool inOrder) {
+    return inOrder ? kMostFramesInOrder : kMostFramesByPlace;
+}
 
 }  // namespace
 
@@ -27,8 +32,8 @@ void PageCache::TakePicture() const {
 
 void PageCache::Clear() const {
     frameOf_.clear();
-    frames_.clear();
-    hand_ = 0;
+    inOrder_ = {};
+    byPlace_ = {};
     expected_ = 0;
     picture_.reset();
     ++pictureNumber_;
@@ -52,9 +57,9 @@ void PageCache::Adopt(const ChangeMark& mark) {
 void PageCache::Put(PagePtr page) {
     pageCount_ = std::max(pageCount_, page->number + 1);
     if (Holds(page->number)) {
-        frames_[frameOf_[page->number]].page = std::move(page);
+        FrameOf(page->number).page = std::move(page);
     } else {
-        Insert(std::move(page), kMostFramesInOrder);
+        Insert(std::move(page), Reader::InOrder);
     }
     ++generation_;
 }
@@ -62,14 +67,14 @@ void PageCache::Put(PagePtr page) {
 PagePtr PageCache::ReadInside(std::uint32_t number) const {
     ++pagesAsked_;
     if (Holds(number)) {
-        Frame& frame = frames_[frameOf_[number]];
+        Frame& frame = FrameOf(number);
         frame.used = true;
         expected_ = number + 1;
         return frame.page;
     }
-    const std::size_t mostFrames = number == expected_ ? kMostFramesInOrder : kMostFrames;
+    const Reader reader = number == expected_ ? Reader::InOrder : Reader::ByPlace;
     expected_ = number + 1;
-    return Load({&number, 1}, mostFrames);
+    return Load({&number, 1}, reader);
 }
 
 PagePtr PageCache::ReadFirstInside(std::span<const std::uint32_t> pages) const {
@@ -78,10 +83,10 @@ PagePtr PageCache::ReadFirstInside(std::span<const std::uint32_t> pages) const {
     }
     ++pagesAsked_;
     expected_ = pages.front() + 1;
-    return Load(pages.first(WorthReading(pages)), kMostFramesInOrder);
+    return Load(pages.first(WorthReading(pages)), Reader::InOrder);
 }
 
-PagePtr PageCache::Load(std::span<const std::uint32_t> pages, std::size_t mostFrames) const {
+PagePtr PageCache::Load(std::span<const std::uint32_t> pages, Reader reader) const {
     const std::uint32_t start = pages.front();
     const std::uint32_t end = start + ReadRun(start, pages.back() - start + 1);
     const std::size_t pageSize = Layout().pageSize;
@@ -93,7 +98,7 @@ PagePtr PageCache::Load(std::span<const std::uint32_t> pages, std::size_t mostFr
         if (Holds(number)) {
             continue;
         }
-        auto page = std::make_shared_for_overwrite<Page>();
+        const std::shared_ptr<Page> page = MemoryFor(reader);
         page->number = number;
         page->size = Layout().pageSize;
         std::copy_n(readBuffer_.begin() + static_cast<std::ptrdiff_t>((number - start) * pageSize), pageSize,
@@ -101,7 +106,7 @@ PagePtr PageCache::Load(std::span<const std::uint32_t> pages, std::size_t mostFr
         if (number == start) {
             first = page;
         }
-        Insert(std::move(page), mostFrames);
+        Insert(page, reader);
     }
     return first;
 }
@@ -126,9 +131,11 @@ std::uint32_t PageCache::ReadRun(std::uint32_t number, std::uint32_t run) const 
 std::uint32_t PageCache::ReadWhatCanBeRead(std::uint32_t number, std::uint32_t run) const {
     const std::size_t pageSize = Layout().pageSize;
     for (;; run /= 2) {
-        readBuffer_.resize(run * pageSize);
+        const std::size_t wanted = run * pageSize;
+        readBuffer_.resize(std::max(readBuffer_.size(), wanted));
         try {
-            const std::size_t read = file_.ReadAt(std::uint64_t{number} * pageSize, readBuffer_);
+            const std::size_t read =
+                file_.ReadAt(std::uint64_t{number} * pageSize, std::span(readBuffer_).first(wanted));
             return static_cast<std::uint32_t>(read / pageSize);
         } catch (const basic::RuntimeError&) {
             if (run == 1) {
@@ -154,34 +161,57 @@ std::size_t PageCache::WorthReading(std::span<const std::uint32_t> pages) const 
     return count;
 }
 
-void PageCache::Insert(PagePtr page, std::size_t mostFrames) const {
-    const std::uint32_t number = page->number;
-    if (frames_.size() < mostFrames) {
-        Remember(number, frames_.size());
-        frames_.push_back({std::move(page), false});
-        return;
-    }
-    const std::size_t index = FrameToReuse();
-    frameOf_[frames_[index].page->number] = kNoFrame;
-    Remember(number, index);
-    frames_[index] = {std::move(page), false};
+PageCache::Frame& PageCache::FrameOf(std::uint32_t number) const {
+    const std::uint32_t place = frameOf_[number];
+    return ((place & 1) == 0 ? inOrder_ : byPlace_).frames[place / 2];
 }
 
-void PageCache::Remember(std::uint32_t number, std::size_t frame) const {
+void PageCache::Insert(PagePtr page, Reader reader) const {
+    const std::uint32_t number = page->number;
+    Frames& kept = FramesOf(reader);
+    std::size_t frame = kept.frames.size();
+    if (frame < MostFrames(reader == Reader::InOrder)) {
+        kept.frames.push_back({std::move(page), false});
+    } else {
+        frame = FrameToReuse(kept);
+        if (kept.frames[frame].page != nullptr) {
+            frameOf_[kept.frames[frame].page->number] = kNoFrame;
+        }
+        kept.frames[frame] = {std::move(page), false};
+    }
+    Remember(number, frame * 2 + (reader == Reader::InOrder ? 0 : 1));
+}
+
+std::shared_ptr<Page> PageCache::MemoryFor(Reader reader) const {
+    Frames& kept = FramesOf(reader);
+    if (kept.frames.size() == MostFrames(reader == Reader::InOrder)) {
+        const std::size_t index = FrameToReuse(kept);
+        kept.hand = (index + kept.frames.size() - 1) % kept.frames.size();  // it is the next to be filled
+        PagePtr& page = kept.frames[index].page;
+        if (page != nullptr && page.use_count() == 1) {
+            frameOf_[page->number] = kNoFrame;
+            return std::const_pointer_cast<Page>(std::exchange(page, nullptr));
+        }
+    }
+    return std::make_shared_for_overwrite<Page>();
+}
+
+void PageCache::Remember(std::uint32_t number, std::size_t place) const {
     if (number >= frameOf_.size()) {
         frameOf_.resize(std::max(number + 1, pageCount_), kNoFrame);
     }
-    frameOf_[number] = static_cast<std::uint32_t>(frame);
+    frameOf_[number] = static_cast<std::uint32_t>(place);
 }
 
 // Second chance: a frame that was used since the hand last passed stays for one more round.
-std::size_t PageCache::FrameToReuse() const {
+std::size_t PageCache::FrameToReuse(Frames& kept) {
     for (;;) {
-        hand_ = (hand_ + 1) % frames_.size();
-        if (!frames_[hand_].used) {
-            return hand_;
+        kept.hand = (kept.hand + 1) % kept.frames.size();
+        Frame& frame = kept.frames[kept.hand];
+        if (!frame.used) {
+            return kept.hand;
         }
-        frames_[hand_].used = false;
+        frame.used = false;
     }
 }
 

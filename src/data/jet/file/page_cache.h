@@ -54,6 +54,13 @@ class PageCache final : public PageSource {
         PagePtr page;
         bool used = false;
     };
+    /// Those who go through the file in order leave their pages to each other, so that none of the others has
+    /// to go: a list reads a million rows between two looks at what it shows.
+    enum class Reader { InOrder, ByPlace };
+    struct Frames {
+        std::vector<Frame> frames = {};
+        std::size_t hand = 0;
+    };
 
     /// Takes a picture if there is none.
     void Look() const {
@@ -63,20 +70,27 @@ class PageCache final : public PageSource {
     }
     void TakePicture() const;
     /// Reads pages in ascending order, and what lies between them, with one system call. Keeps those that are
-    /// not there yet within a number of frames, and returns the first, which must be one of them. What cannot
+    /// not there yet, and returns the first, which must be one of them. What cannot
     /// be read behind the first one is left out.
-    PagePtr Load(std::span<const std::uint32_t> pages, std::size_t mostFrames) const;
+    PagePtr Load(std::span<const std::uint32_t> pages, Reader reader) const;
     /// Reads pages into the buffer, and returns how many: at least one. Throws RuntimeError 3343 when the
     /// file ends within the first one, 57 when that one cannot be read.
     [[nodiscard]] std::uint32_t ReadRun(std::uint32_t number, std::uint32_t run) const;
     [[nodiscard]] std::uint32_t ReadWhatCanBeRead(std::uint32_t number, std::uint32_t run) const;
-    /// Keeps a page within a number of frames.
-    void Insert(PagePtr page, std::size_t mostFrames) const;
-    [[nodiscard]] std::size_t FrameToReuse() const;
+    void Insert(PagePtr page, Reader reader) const;
+    /// Memory for a page that Insert will be given: that of the page which has to go, if nobody else holds
+    /// it.
+    [[nodiscard]] std::shared_ptr<Page> MemoryFor(Reader reader) const;
+    [[nodiscard]] Frames& FramesOf(Reader reader) const {
+        return reader == Reader::InOrder ? inOrder_ : byPlace_;
+    }
+    [[nodiscard]] static std::size_t FrameToReuse(Frames& kept);
     [[nodiscard]] bool Holds(std::uint32_t number) const {
         return number < frameOf_.size() && frameOf_[number] != kNoFrame;
     }
-    void Remember(std::uint32_t number, std::size_t frame) const;
+    /// The frame of a page that is held.
+    [[nodiscard]] Frame& FrameOf(std::uint32_t number) const;
+    void Remember(std::uint32_t number, std::size_t place) const;
     [[nodiscard]] std::size_t WorthReading(std::span<const std::uint32_t> pages) const;
 
     const OsFile& file_;
@@ -87,10 +101,11 @@ class PageCache final : public PageSource {
     mutable std::uint64_t generation_ = 0;
     mutable std::uint64_t pagesRead_ = 0;
     mutable std::uint64_t pagesAsked_ = 0;
-    /// By page number, as far as pages were read: a list finds a page for every row that it shows.
+    /// By page number, as far as pages were read: a list finds a page for every row that it shows. Twice the
+    /// frame, and 1 more for those of readers by place.
     mutable std::vector<std::uint32_t> frameOf_;
-    mutable std::vector<Frame> frames_;
-    mutable std::size_t hand_ = 0;
+    mutable Frames inOrder_;
+    mutable Frames byPlace_;
     mutable std::uint32_t expected_ = 0;  ///< the page that a sequential reader would ask for next
     mutable std::vector<std::uint8_t> readBuffer_;
 };

@@ -45,6 +45,10 @@ SoughtKey MakeSoughtKey(const TableImpl& table, const RealIndex& index, std::spa
             continue;
         }
         CheckSeekable(column, values[i]);
+        if (column.IsText() && values[i].IsText()) {
+            AppendTextKey(values[i].As<Text>(), part.ascending, key.bytes);
+            continue;
+        }
         const SoughtValue sought = EncodeSought(column, values[i]);
         AppendKey(column, part.ascending, ByteView(sought.bytes, table.Def().page), table.Layout(),
                   key.bytes);
@@ -76,6 +80,7 @@ struct IndexCursor::State {
     IndexWalk walk;
     bool valid = false;
     std::uint64_t generation = 0;
+    ByteString sought;  ///< by the last Seek
 };
 
 IndexCursor::IndexCursor(std::unique_ptr<State> state) : state_(std::move(state)) {}
@@ -113,8 +118,8 @@ bool IndexCursor::Previous() {
 
 bool IndexCursor::Seek(SeekOperator op, std::span<const Variant> values) {
     state_->valid = false;
-    const SoughtKey key = MakeSoughtKey(state_->table, state_->index, values);
-    return state_->Find([&](IndexWalk& walk) {
+    SoughtKey key = MakeSoughtKey(state_->table, state_->index, values);
+    const bool found = state_->Find([&](IndexWalk& walk) {
         switch (op) {
             case SeekOperator::Equal:
                 return key.exact && walk.FirstFrom(key.bytes, false) && StartsWith(walk.Entry(), key.bytes);
@@ -129,6 +134,12 @@ bool IndexCursor::Seek(SeekOperator op, std::span<const Variant> values) {
         }
         return false;
     });
+    state_->sought = std::move(key.bytes);
+    return found;
+}
+
+bool IndexCursor::NextEqual() {
+    return Next() && StartsWith(state_->walk.Entry(), state_->sought);
 }
 
 bool IndexCursor::Matches(std::span<const Variant> values) const {

@@ -84,13 +84,28 @@ std::uint32_t IndexView::Child(std::size_t entry) const {
     return view_.U32Big(format_->index.entries + Behind(entry) - kEntryChild);
 }
 
+// What the entries leave away is compared once, not for each of them.
 std::size_t IndexView::LowerBound(std::span<const std::uint8_t> sought, bool behind) const {
+    const auto shared = IsEmpty() ? std::span<const std::uint8_t>() : Prefix();
+    const std::size_t common = std::min(shared.size(), sought.size());
+    const int orderOfShared = CompareBytes(shared.first(common), sought.first(common));
+    const auto rest = sought.subspan(common);
+    const auto compare = [&](std::size_t entry) {
+        if (entry == 0) {
+            return CompareStart(entry, sought);
+        }
+        if (orderOfShared != 0) {
+            return orderOfShared;
+        }
+        const auto stored = Stored(entry);
+        return CompareBytes(stored.first(std::min(stored.size(), rest.size())), rest);
+    };
     std::size_t low = 0;
     std::size_t high = end_;
     while (low < high) {
         const std::size_t middle = (low + high) / 2;
         const std::size_t entry = middle == 0 ? 0 : std::max(low, PreviousBit(Bits(), middle).value_or(0));
-        const int order = CompareStart(entry, sought);
+        const int order = compare(entry);
         if (order < 0 || (order == 0 && behind)) {
             low = Behind(entry);
         } else {

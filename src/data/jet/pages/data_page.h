@@ -32,6 +32,35 @@ class DataPage {
     int slotCount_;
 };
 
+// Asked for every row, and so here.
+
+inline DataPage::DataPage(const Page& page, const Format& format)
+    : view_(page.View()), format_(&format), slotCount_(page.View().U16(format.data.rowCount)) {
+    if (page.Type() != PageType::Data) {
+        ThrowDamaged(page.number, u"page de données attendue");
+    }
+    if (format.data.slots + static_cast<std::size_t>(slotCount_) * 2 > page.size) {
+        ThrowDamaged(page.number, u"nombre de lignes impossible");
+    }
+}
+
+inline std::uint16_t DataPage::Entry(int slotNumber) const {
+    if (slotNumber >= slotCount_) {
+        ThrowDamaged(view_.Page(), u"ligne inexistante");
+    }
+    return view_.U16(format_->data.slots + static_cast<std::size_t>(slotNumber) * 2);
+}
+
+inline ByteView DataPage::Row(int slotNumber) const {
+    const std::size_t start = Offset(slotNumber);
+    const std::size_t end = slotNumber == 0 ? view_.Size() : Offset(slotNumber - 1);
+    const std::size_t slotsEnd = format_->data.slots + static_cast<std::size_t>(slotCount_) * 2;
+    if (start < slotsEnd || start > end || end > view_.Size()) {
+        ThrowDamaged(view_.Page(), u"ligne hors de sa page");
+    }
+    return view_.Sub(start, end - start);
+}
+
 /// The bytes of a row with the page that holds them.
 struct RowBytes {
     PagePtr page;

@@ -105,6 +105,12 @@ Variant Row::Value(int column) const {
 }
 
 std::optional<double> Row::Number(int column) const {
+    const StoredColumn& stored = table_->Def().stored.at(static_cast<std::size_t>(column));
+    const auto size = NaturalSize(stored.type);
+    if (stored.fixed && size && table_->Layout().wideText) {
+        const auto field = FixedField(bytes_, id_.page, stored, *size);
+        return field ? std::optional(DecodeNumber(stored, *field)) : std::nullopt;
+    }
     const RowReader reader(*this, column);
     if (reader.Column().type == ColumnType::Boolean) {
         return reader.IsNull() ? 0 : kTrue;

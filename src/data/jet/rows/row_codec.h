@@ -78,4 +78,26 @@ inline ByteView RowLayout::StoredBytes(const StoredColumn& column) const {
     return row_.Sub(start, end - start);
 }
 
+/// The bytes of a column of fixed size, of `length`, in a row with counts of two bytes; empty option when it
+/// is null. They follow from both ends of the row, without a look at the variable columns: lists ask a
+/// million rows for their numbers.
+inline std::optional<ByteView> FixedField(std::span<const std::uint8_t> row, std::uint32_t page,
+                                          const StoredColumn& column, std::size_t length) {
+    constexpr std::size_t kStart = 2;
+    const std::size_t columns = row.size() < kStart ? 0 : row[0] | std::size_t{row[1]} << 8;
+    const std::size_t bitmapSize = (columns + 7) / 8;
+    if (kStart + bitmapSize > row.size()) {
+        ThrowDamaged(page, u"ligne trop courte");
+    }
+    const std::size_t bitmap = row.size() - bitmapSize;
+    if (column.number >= columns || (row[bitmap + column.number / 8u] >> (column.number % 8) & 1) == 0) {
+        return std::nullopt;
+    }
+    const std::size_t at = kStart + column.fixedOffset;
+    if (at + length > bitmap) {
+        ThrowDamaged(page, u"colonne hors de sa ligne");
+    }
+    return ByteView(row.subspan(at, length), page);
+}
+
 }  // namespace quardele::jet

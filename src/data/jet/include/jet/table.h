@@ -143,6 +143,9 @@ class RowScan {
  public:
     /// The next row, or empty at the end.
     [[nodiscard]] std::optional<Row> Next();
+    /// The same into a row of the table that there is already, which is the shorter way for who looks at each
+    /// and keeps none; false, and the row as it was, at the end.
+    bool Next(Row& row);
     /// The next row's identity only, without reading its columns.
     [[nodiscard]] std::optional<RowId> NextId();
 
@@ -186,6 +189,8 @@ class IndexCursor {
     /// column cannot hold exactly (1.5 for a Long) equals nothing and is compared all the same. Throws 3421
     /// for a value of another type, 3251 when the index or a text is not seekable (see Index, HasSortKey).
     bool Seek(SeekOperator op, std::span<const Variant> values);
+    /// Goes on to the next entry that equals the values of the last Seek, which found one with Equal.
+    bool NextEqual();
     /// Whether the entry at the position has these values in its leading columns.
     [[nodiscard]] bool Matches(std::span<const Variant> values) const;
 

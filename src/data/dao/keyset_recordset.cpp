@@ -193,32 +193,27 @@ int KeysetRecordset::FindField(TextView name) const {
 }
 
 std::optional<jet::RowId> KeysetRecordset::RowIn(std::size_t table) const {
+    Freshen();
     return rows_.Key(row_, table);
 }
 
 Bookmark KeysetRecordset::TakeIn(const RowParts& parts) {
-    const std::size_t row = rows_.Append(Joined(parts));
+    const std::size_t row = rows_.Append(parts.size() > 1 ? query_->Completed(parts) : parts);
     ++added_;
     return BookmarkOf(run_, row);
 }
 
-RowParts KeysetRecordset::Joined(const RowParts& parts) const {
-    if (std::all_of(parts.begin(), parts.end(), [](const auto& part) { return part.has_value(); })) {
-        return parts;
+void KeysetRecordset::RowWritten() {
+    RowParts parts(Layout().tables.size());
+    if (parts.size() < 2) {
+        return;
     }
-    const sql::RowSet now = query_->Run();
-    for (std::size_t row = 0; row < now.Size(); ++row) {
-        RowParts candidate(parts.size());
-        bool found = true;
-        for (std::size_t table = 0; table < parts.size() && found; ++table) {
-            candidate[table] = now.Key(row, table);
-            found = !parts[table] || parts[table] == candidate[table];
-        }
-        if (found) {
-            return candidate;
-        }
+    for (std::size_t table = 0; table < parts.size(); ++table) {
+        parts[table] = IsOneSide(table) ? std::nullopt : RowIn(table);
     }
-    return parts;
+    if (std::any_of(parts.begin(), parts.end(), [](const auto& part) { return part.has_value(); })) {
+        rows_.Replace(row_, query_->Completed(std::move(parts)));
+    }
 }
 
 void KeysetRecordset::RowLost(std::size_t table) {

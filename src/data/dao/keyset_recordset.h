@@ -46,6 +46,8 @@ class KeysetRecordset final : public RecordsetBase, private RowFinder {
     [[nodiscard]] Variant Stored(int field) const override { return Read(row_, field); }
     [[nodiscard]] std::optional<jet::RowId> RowIn(std::size_t table) const override;
     [[nodiscard]] Bookmark TakeIn(const RowParts& parts) override;
+    /// A line whose link was changed belongs to another row of the "one" side.
+    void RowWritten() override;
     void RowLosing(std::size_t /*table*/) override {}
     void RowLost(std::size_t table) override;
     [[nodiscard]] std::size_t RowsAhead() const override;
@@ -57,6 +59,7 @@ class KeysetRecordset final : public RecordsetBase, private RowFinder {
 
  private:
     void FindRest() override { (void)RowsFound(SIZE_MAX); }
+    void KeyChanged(const jet::Table& table, jet::RowId row) override { rows_.TakeKeyOf(table, row); }
     void Run();
     [[nodiscard]] bool HasRow(std::size_t row) const;
     bool Land(std::size_t row);
@@ -74,8 +77,6 @@ class KeysetRecordset final : public RecordsetBase, private RowFinder {
     void FinishSearch(std::optional<std::size_t> found, bool wasEditing);
     [[nodiscard]] const sql::Condition& Prepared(TextView condition);
     void Visit(std::size_t rows);
-    /// The parts of an added record with those that its join finds.
-    [[nodiscard]] RowParts Joined(const RowParts& parts) const;
 
     RecordsetType type_;
     std::shared_ptr<sql::Query> query_;

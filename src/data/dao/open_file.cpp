@@ -56,6 +56,12 @@ void OpenFile::FindRests() {
     }
 }
 
+void OpenFile::TellKeyChanged(const jet::Table& table, jet::RowId row) {
+    for (RowFinder* finder : finders_) {
+        finder->KeyChanged(table, row);
+    }
+}
+
 bool OpenFile::Take(const jet::Table& table, jet::RowId row) {
     return taken_.emplace(&table, row).second;
 }

@@ -16,6 +16,8 @@ class RowFinder {
     virtual ~RowFinder() = default;
     /// Finds those that are left.
     virtual void FindRest() = 0;
+    /// This program has given a row another key.
+    virtual void KeyChanged(const jet::Table& table, jet::RowId row) = 0;
 };
 
 /// One file in one mode. Databases of the program share it, so that each sees at once what another one
@@ -39,6 +41,8 @@ class OpenFile {
     void Remove(RowFinder& finder) { finders_.erase(&finder); }
     /// Before this program changes the file: recordsets that are open have the rows that it holds now.
     void FindRests();
+    /// After it has changed a row's key.
+    void TellKeyChanged(const jet::Table& table, jet::RowId row);
 
     // Rows that a recordset of this program has locked; see RowHold.
     /// False when one has the row already.

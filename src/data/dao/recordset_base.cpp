@@ -337,7 +337,27 @@ void RecordsetBase::WriteEdit() {
         originals_[table]->Write(ChangesOf(table));
     }
     steps.Commit();
+    TellKeyChanges(tables);
+    RowWritten();
     lastModified_ = RowBookmark();
+}
+
+void RecordsetBase::TellKeyChanges(const std::vector<std::size_t>& tables) const {
+    for (const std::size_t table : tables) {
+        const Changes changes = ChangesOf(table);
+        const auto isInKey = [&](const jet::Index& index) {
+            return index.unique &&
+                   std::any_of(index.columns.begin(), index.columns.end(), [&](const jet::IndexColumn& part) {
+                       return std::any_of(
+                           changes.begin(), changes.end(),
+                           [&](const jet::ColumnChange& change) { return change.column == part.column; });
+                   });
+        };
+        const auto& indexes = layout_.tables[table]->Indexes();
+        if (std::any_of(indexes.begin(), indexes.end(), isInKey)) {
+            database_->Shared()->TellKeyChanged(*layout_.tables[table], originals_[table]->Id());
+        }
+    }
 }
 
 void RecordsetBase::WriteNew() {

@@ -113,6 +113,8 @@ class RecordsetBase : public Recordset {
     /// Takes in a record that was added, given by the identities of its parts, one per table of the layout;
     /// parts that were not added are empty. Returns its bookmark.
     [[nodiscard]] virtual Bookmark TakeIn(const RowParts& parts) = 0;
+    /// After the row was edited.
+    virtual void RowWritten() {}
     /// Before the row's part from a table is deleted.
     virtual void RowLosing(std::size_t table) = 0;
     /// After that: the row stays where it is, but nothing can be read from it.
@@ -175,6 +177,8 @@ class RecordsetBase : public Recordset {
     /// So that a record of several tables is written whole or not at all.
     [[nodiscard]] jet::TableSteps Begin(const std::vector<std::size_t>& tables) const;
     void WriteEdit();
+    /// Says which of the rows that were written have another key now.
+    void TellKeyChanges(const std::vector<std::size_t>& tables) const;
     void WriteNew();
     /// The table that loses a row with the record: of a join the "many" side, else the first that is shown.
     [[nodiscard]] std::size_t TableToDeleteFrom() const;

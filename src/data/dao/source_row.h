@@ -21,6 +21,7 @@ class SourceRow {
     /// Locks a row for its change, then reads it. Throws as RowHold.
     SourceRow(const std::shared_ptr<OpenFile>& file, std::shared_ptr<jet::Table> table, jet::RowId id);
 
+    [[nodiscard]] jet::RowId Id() const { return id_; }
     [[nodiscard]] const Variant& Value(int column) const { return values_[static_cast<std::size_t>(column)]; }
     /// Throws RuntimeError 3197 when the values are not those of the same row as it was read before.
     void RequireSame(const SourceRow& before) const;

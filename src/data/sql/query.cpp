@@ -49,16 +49,39 @@ bool Query::IsOneSide(std::size_t source) const {
     return select_->Plan().oneSides[source];
 }
 
+std::vector<std::optional<jet::RowId>> Query::Completed(std::vector<std::optional<jet::RowId>> parts) const {
+    const SelectPlan& plan = select_->Plan();
+    const ProducerPtr rows = PlanAround(parts, plan.from, plan.SourceScope());
+    RowContext row(plan.tables);
+    rows->Produce(row, [&] {
+        RowParts found(parts.size());
+        for (std::size_t source = 0; source < found.size(); ++source) {
+            const jet::RowId key = row.KeyOf(source);
+            found[source] = key == kNoRow ? std::nullopt : std::optional(key);
+            if (parts[source] && found[source] != parts[source]) {
+                return true;  // an outer join has left the known row out
+            }
+        }
+        parts = std::move(found);
+        return false;
+    });
+    return parts;
+}
+
 RowSet Query::Run() const {
     return RowSet(
         std::make_shared<RowSet::Data>(shared_from_this(), select_->Plan(), Execute(select_->Plan())));
 }
 
 RowSet Query::RunInSteps() const {
-    auto rest = PendingRows::Of(select_->Plan());
-    return rest == nullptr
-               ? Run()
-               : RowSet(std::make_shared<RowSet::Data>(shared_from_this(), select_->Plan(), std::move(rest)));
+    const SelectPlan& plan = select_->Plan();
+    if (!plan.IsKeyed()) {
+        return Run();
+    }
+    if (auto rest = PendingRows::Of(plan)) {
+        return RowSet(std::make_shared<RowSet::Data>(shared_from_this(), plan, std::move(rest)));
+    }
+    return RowSet(std::make_shared<RowSet::Data>(shared_from_this(), plan, ExecuteMarked(plan)));
 }
 
 }  // namespace quardele::sql

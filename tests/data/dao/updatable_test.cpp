@@ -86,6 +86,45 @@ TEST_F(UpdatableTest, OfAJoinTheManySideCanBeWrittenAndTheOneSideNot) {
     EXPECT_EQ(ErrorOfWriting(*rows, u"TVEH_MARQUE", u"LADA"), error::kFieldNotUpdatable);
 }
 
+TEST_F(UpdatableTest, AVisitThatIsGivenToAnotherVehicleShowsThatOne) {
+    const auto visits = OpenTable(u"TVEH_DETAIL");
+    visits->AddNew();
+    visits->SetValue(u"TVEH_DETAIL_Immat", u"FQ-453-HQ");
+    visits->SetValue(u"TVEH_DETAIL_TypTrav", u"NEUF");
+    visits->Update();
+    for (const TextView kind : {u"INNER", u"LEFT"}) {
+        const auto rows =
+            OpenDynaset(u"SELECT TVEH_DETAIL_Immat, TVEH_IMMAT, TVEH_MARQUE FROM TVEH_DETAIL " + Text(kind) +
+                        u" JOIN TVEH ON TVEH_DETAIL.TVEH_DETAIL_Immat = TVEH.TVEH_IMMAT "
+                        u"WHERE TVEH_DETAIL_Immat='FQ-453-HQ' AND TVEH_DETAIL_TypTrav='NEUF'");
+        const auto give = [&](TextView vehicle) {
+            rows->Edit();
+            rows->SetValue(u"TVEH_DETAIL_Immat", Text(vehicle));
+            rows->Update();
+        };
+        give(u"KG-361-VP");
+        EXPECT_EQ(rows->Value(u"TVEH_DETAIL_Immat"), Variant(u"KG-361-VP"));
+        EXPECT_EQ(rows->Value(u"TVEH_IMMAT"), Variant(u"KG-361-VP")) << "although the condition refuses it";
+        EXPECT_EQ(rows->RowCount(), 1U);
+        give(u"ZZ-999-ZZ");
+        EXPECT_EQ(rows->Value(u"TVEH_DETAIL_Immat"), Variant(u"ZZ-999-ZZ"));
+        EXPECT_TRUE(rows->Value(u"TVEH_IMMAT").IsNull()) << "there is no such vehicle";
+        give(u"FQ-453-HQ");
+        EXPECT_EQ(rows->Value(u"TVEH_IMMAT"), Variant(u"FQ-453-HQ"));
+    }
+}
+
+TEST_F(UpdatableTest, ANewVisitThatTheConditionRefusesShowsItsVehicle) {
+    const auto rows = OpenDynaset(u"SELECT TVEH_DETAIL_Immat, TVEH_DETAIL_TypTrav, TVEH_IMMAT" + Text(kJoin) +
+                                  u" WHERE TVEH_DETAIL_TypTrav='CT'");
+    rows->AddNew();
+    rows->SetValue(u"TVEH_DETAIL_Immat", u"KG-361-VP");
+    rows->SetValue(u"TVEH_DETAIL_TypTrav", u"NEUF");
+    rows->Update();
+    rows->SetBookmark(rows->LastModified());
+    EXPECT_EQ(rows->Value(u"TVEH_IMMAT"), Variant(u"KG-361-VP"));
+}
+
 TEST_F(UpdatableTest, OfAJoinASideWhoseKeyIsUniqueInTheResultCanBeWritten) {
     const auto rows = OpenDynaset(u"SELECT TVEH_MARQUE, TVEH_DETAIL_PERIOD" + Text(kJoin) +
                                   u" WHERE TVEH_IMMAT='FQ-453-HQ' AND TVEH_DETAIL_TypTrav='CT'");

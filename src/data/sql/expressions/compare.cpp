@@ -86,7 +86,20 @@ Truth Outcome(BinaryOperator comparison, std::optional<std::weak_ordering> order
 }
 
 Truth Outcome(BinaryOperator comparison, double left, double right) {
-    return Outcome(comparison, OrderOf(left, right));
+    switch (comparison) {
+        case BinaryOperator::Equal:
+            return TruthOf(!(left < right) && !(left > right));
+        case BinaryOperator::NotEqual:
+            return TruthOf(left < right || left > right);
+        case BinaryOperator::Less:
+            return TruthOf(left < right);
+        case BinaryOperator::LessOrEqual:
+            return TruthOf(!(left > right));
+        case BinaryOperator::Greater:
+            return TruthOf(left > right);
+        default:
+            return TruthOf(!(left < right));
+    }
 }
 
 Truth TruthOfValue(const Variant& value) {

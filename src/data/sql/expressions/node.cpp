@@ -73,6 +73,8 @@ class ResultNode final : public Node {
         const Variant& value = row.Result(column_);
         return value.IsText() ? std::optional<TextView>(value.As<Text>()) : std::nullopt;
     }
+    /// The value lies there already, but it may be none that fits.
+    bool NeverFails() const override { return Type().has_value(); }
 
  private:
     std::size_t column_;

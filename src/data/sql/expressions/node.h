@@ -78,7 +78,7 @@ using NodeList = std::vector<NodePtr>;
 /// all constant; null, and the arguments untouched, for others.
 [[nodiscard]] NodePtr MakeShortCall(TextView function, NodeList& arguments);
 
-/// The node, whose failures to calculate name the expression; a constant stays as it is.
+/// The node, whose failures to calculate name the expression.
 [[nodiscard]] NodePtr MakePlaced(NodePtr node, Text expression);
 
 /// The node itself, or its value as a constant when all its parts are constant. A part that fails to be

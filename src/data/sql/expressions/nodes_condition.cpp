@@ -155,6 +155,7 @@ class ConstantListNode final : public ConditionNode {
         }
         return hasNull_ ? Truth::Unknown : Truth::False;
     }
+    bool NeverFails() const override { return operand_->NeverFails(); }
 
  private:
     NodePtr operand_;
@@ -261,6 +262,7 @@ class ConnectiveNode final : public ConditionNode {
                 return Imp(left, right);
         }
     }
+    bool NeverFails() const override { return left_->NeverFails() && right_->NeverFails(); }
 
  private:
     BinaryOperator op_;
@@ -320,15 +322,21 @@ NodePtr MakeIsNull(NodePtr operand) {
 }
 
 NodePtr MakeNot(NodePtr operand) {
+    RequireCondition(operand->Type());
     return MakeFolded<NotNode>(std::move(operand));
 }
 
 NodePtr MakeJunction(bool isAnd, NodeList operands) {
+    for (const NodePtr& operand : operands) {
+        RequireCondition(operand->Type());
+    }
     const bool constant = AllConstant(operands);
     return WorkedOut(std::make_unique<const JunctionNode>(isAnd, std::move(operands)), constant);
 }
 
 NodePtr MakeConnective(BinaryOperator op, NodePtr left, NodePtr right) {
+    RequireCondition(left->Type());
+    RequireCondition(right->Type());
     const bool constant = left->Constant() != nullptr && right->Constant() != nullptr;
     return WorkedOut(std::make_unique<const ConnectiveNode>(op, std::move(left), std::move(right)), constant);
 }

@@ -49,9 +49,6 @@ class PlacedNode final : public Node {
 }  // namespace
 
 NodePtr MakePlaced(NodePtr node, Text expression) {
-    if (node->Constant() != nullptr || node->NeverFails()) {
-        return node;
-    }
     return std::make_unique<const PlacedNode>(std::move(node), std::move(expression));
 }
 

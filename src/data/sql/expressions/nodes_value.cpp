@@ -64,8 +64,14 @@ class ConcatenationNode final : public Node {
         return buffer;
     }
     bool IsNull(RowContext&) const override { return false; }
+    /// Numbers and texts have a text, other values have none.
+    bool NeverFails() const override { return HasText(*left_) && HasText(*right_); }
 
  private:
+    static bool HasText(const Node& node) {
+        const TypeClass typeClass = ClassOf(node.Type());
+        return (typeClass == TypeClass::Texts || typeClass == TypeClass::Numbers) && node.NeverFails();
+    }
     /// A Null adds nothing.
     static TextView Operand(const Node& node, RowContext& row, Text& buffer) {
         if (ClassOf(node.Type()) == TypeClass::Texts) {

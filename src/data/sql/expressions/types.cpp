@@ -91,6 +91,10 @@ void RequireComparable(StaticType left, StaticType right) {
     }
 }
 
+void RequireCondition(StaticType type) {
+    RequireComparable(type, ColumnType::Boolean);
+}
+
 StaticType TypeOf(const Variant& value) {
     return std::visit(TypeVisitor(), value.Stored());
 }

@@ -19,6 +19,8 @@ enum class TypeClass { Unknown, Numbers, Texts, Bytes, Guids };
 [[nodiscard]] TypeClass ClassOf(StaticType type);
 /// Throws 3464 when values of the two types never compare.
 void RequireComparable(StaticType left, StaticType right);
+/// Throws 3464 when values of the type are never conditions.
+void RequireCondition(StaticType type);
 /// The column type that holds a value; empty for Null.
 [[nodiscard]] StaticType TypeOf(const Variant& value);
 /// The type of a value that comes from either of two expressions.

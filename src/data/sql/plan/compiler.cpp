@@ -10,17 +10,6 @@
 namespace quardele::sql {
 namespace {
 
-/// Whether something in the expression may fail to be worked out for a row.
-bool CanFail(const Expression& expression) {
-    const auto* binary = expression.As<Binary>();
-    const bool fails = expression.As<Call>() != nullptr || expression.As<Unary>() != nullptr ||
-                       expression.As<Subquery>() != nullptr ||
-                       (binary != nullptr && SpellingOf(binary->op).precedence > kConcatenation);
-    const auto parts = PartsOf(expression);
-    return fails ||
-           std::any_of(parts.begin(), parts.end(), [](const Expression* part) { return CanFail(*part); });
-}
-
 class Compiler {
  public:
     Compiler(const Expression& whole, const CompileScope& scope) : whole_(whole), scope_(scope) {}
@@ -146,10 +135,20 @@ class Compiler {
 NodePtr Compile(const Expression& expression, const CompileScope& scope) {
     try {
         NodePtr node = Compiler(expression, scope).Make(expression);
-        return CanFail(expression) ? MakePlaced(std::move(node), Print(expression)) : std::move(node);
+        return node->NeverFails() ? std::move(node) : MakePlaced(std::move(node), Print(expression));
     } catch (const basic::RuntimeError& failure) {
         FailIn(failure, Print(expression));
     }
+}
+
+NodePtr CompileCondition(const Expression& expression, const CompileScope& scope) {
+    NodePtr node = Compile(expression, scope);
+    try {
+        RequireCondition(node->Type());
+    } catch (const basic::RuntimeError& failure) {
+        FailIn(failure, Print(expression));
+    }
+    return node;
 }
 
 }  // namespace quardele::sql

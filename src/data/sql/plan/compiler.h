@@ -22,5 +22,7 @@ struct CompileScope {
 
 /// Throws 3122 for a column that is neither grouped nor aggregated, 3085, 3464, 3075.
 [[nodiscard]] NodePtr Compile(const Expression& expression, const CompileScope& scope);
+/// The same for an expression that stands as a condition; throws 3464 when its values are never conditions.
+[[nodiscard]] NodePtr CompileCondition(const Expression& expression, const CompileScope& scope);
 
 }  // namespace quardele::sql

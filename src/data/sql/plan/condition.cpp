@@ -89,7 +89,7 @@ struct Condition::Impl {
         ExpressionPtr expression = ParseCondition(text);
         BindNames(query->select_->Database(), expression, plan);
         const CompileScope scope = ScopeOf(plan);
-        node = Compile(*expression, scope);
+        node = CompileCondition(*expression, scope);
         equality = FindEquality(expression, scope);
     }
 
@@ -105,21 +105,32 @@ struct Condition::Impl {
         }
     }
 
-    /// The rows that can fulfil the condition, in ascending order; empty when all must be looked at.
-    [[nodiscard]] std::optional<std::vector<std::size_t>> Candidates(RowSet::Data& data) const {
-        if (!equality) {
-            return std::nullopt;
+    /// The next row at or behind `from` that can fulfil the condition, which has an equality.
+    [[nodiscard]] std::optional<std::size_t> Candidate(RowSet::Data& data, std::size_t from) const {
+        const auto found = Index(data).Find(equality->value, from);
+        const auto changed = data.forgotten.lower_bound(from);
+        if (changed == data.forgotten.end()) {
+            return found;
         }
+        return found ? std::min(*found, *changed) : *changed;
+    }
+
+    /// All of them, in ascending order.
+    [[nodiscard]] std::vector<std::size_t> Candidates(RowSet::Data& data) const {
+        const std::vector<std::size_t> rows = Index(data).RowsWith(equality->value);
+        std::vector<std::size_t> candidates;
+        std::set_union(rows.begin(), rows.end(), data.forgotten.begin(), data.forgotten.end(),
+                       std::back_inserter(candidates));
+        return candidates;
+    }
+
+    FindIndex& Index(RowSet::Data& data) const {
         data.FindAll();
         FindIndex& index = data.findIndexes[equality->signature];
         if (!index.IsBuilt()) {
             Build(index, data);
         }
-        const std::vector<std::size_t> rows = index.RowsWith(equality->value);
-        std::vector<std::size_t> candidates;
-        std::set_union(rows.begin(), rows.end(), data.forgotten.begin(), data.forgotten.end(),
-                       std::back_inserter(candidates));
-        return candidates;
+        return index;
     }
 
     /// A row whose value cannot be had now is looked at in every search.
@@ -155,11 +166,12 @@ std::optional<std::size_t> Condition::FindForward(const RowSet& rows, std::size_
         return std::nullopt;
     }
     RowSet::Data& data = *rows.data_;
-    if (const auto candidates = impl_->Candidates(data)) {
-        const auto found =
-            std::find_if(std::lower_bound(candidates->begin(), candidates->end(), from), candidates->end(),
-                         [&](std::size_t row) { return impl_->Fulfils(data, row); });
-        return found == candidates->end() ? std::nullopt : std::optional(*found);
+    if (impl_->equality) {
+        auto candidate = impl_->Candidate(data, from);
+        while (candidate && !impl_->Fulfils(data, *candidate)) {
+            candidate = impl_->Candidate(data, *candidate + 1);
+        }
+        return candidate;
     }
     for (std::size_t row = from; data.Has(row); ++row) {
         if (impl_->Fulfils(data, row)) {
@@ -176,11 +188,12 @@ std::optional<std::size_t> Condition::FindBackward(const RowSet& rows, std::size
         return std::nullopt;
     }
     RowSet::Data& data = *rows.data_;
-    if (const auto candidates = impl_->Candidates(data)) {
-        const auto behind = std::upper_bound(candidates->begin(), candidates->end(), from);
-        const auto last = std::find_if(std::make_reverse_iterator(behind), candidates->rend(),
+    if (impl_->equality) {
+        const std::vector<std::size_t> candidates = impl_->Candidates(data);
+        const auto behind = std::upper_bound(candidates.begin(), candidates.end(), from);
+        const auto last = std::find_if(std::make_reverse_iterator(behind), candidates.rend(),
                                        [&](std::size_t row) { return impl_->Fulfils(data, row); });
-        return last == candidates->rend() ? std::nullopt : std::optional(*last);
+        return last == candidates.rend() ? std::nullopt : std::optional(*last);
     }
     for (std::size_t next = std::min(end, found); next > 0; --next) {
         if (impl_->Fulfils(data, next - 1)) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "expressions/node.h"
@@ -21,13 +22,23 @@ class FindIndex {
     void Add(const Node& expression, RowContext& row, std::size_t number);
     void Finish() { built_ = true; }
 
+    /// The first row at or behind `from` with a value, empty when there is none. A search that goes on behind
+    /// the row that it found last does not begin anew.
+    [[nodiscard]] std::optional<std::size_t> Find(const Variant& value, std::size_t from);
     /// The rows with a value, in ascending order.
     [[nodiscard]] std::vector<std::size_t> RowsWith(const Variant& value) const;
 
  private:
+    /// A row that was found.
+    struct Place {
+        std::string key;
+        std::uint32_t entry = KeyedRows::kEnd;
+    };
+
     KeyedRows rows_;
     NodeKeys keys_;
     std::string key_;
+    Place last_;
     bool built_ = false;
 };
 

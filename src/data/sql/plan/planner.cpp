@@ -7,6 +7,7 @@
 #include "plan/conjuncts.h"
 #include "plan/index_choice.h"
 #include "rows/alternatives_producer.h"
+#include "rows/join_producer.h"
 #include "rows/query_producer.h"
 
 namespace quardele::sql {
@@ -56,7 +57,8 @@ struct JoinTerms {
 
 class Planner {
  public:
-    explicit Planner(const CompileScope& scope) : scope_(scope) {}
+    explicit Planner(const CompileScope& scope, RowParts known = {})
+        : scope_(scope), known_(std::move(known)) {}
 
     Plan Make(const Select& select) {
         Conjuncts where;
@@ -70,6 +72,8 @@ class Planner {
         }
         return plan;
     }
+
+    ProducerPtr Make(const std::vector<FromItem>& from) { return FromList(from, from.size(), {}).rows; }
 
  private:
     /// The rows of the whole clause: all at once, or by the ways in which one of the conditions can be true
@@ -110,7 +114,7 @@ class Planner {
     NodeList CompileAll(const Conjuncts& conjuncts) {
         NodeList nodes;
         for (const Conjunct& conjunct : conjuncts) {
-            nodes.push_back(Compile(*conjunct.expression, scope_));
+            nodes.push_back(CompileCondition(*conjunct.expression, scope_));
         }
         return nodes;
     }
@@ -140,6 +144,10 @@ class Planner {
         const std::size_t source = nextSource_++;
         Relation relation;
         relation.sources = {source};
+        if (source < known_.size() && known_[source]) {
+            relation.rows = std::make_unique<const KnownRowProducer>(source, *known_[source]);
+            return relation;
+        }
         if (const auto& query = (*scope_.sources)[source].query) {
             relation.rows = std::make_unique<const QueryProducer>(source, query, CompileAll(conditions));
             return relation;
@@ -265,12 +273,15 @@ class Planner {
     }
 
     Relation MakeJoin(Relation outer, Relation inner, const Conjuncts& on, bool keepOuter) {
-        JoinTerms terms = TermsOf(outer, inner, on);
+        const JoinTerms terms = TermsOf(outer, inner, on);
         const auto indexed = FindIndexed(inner, terms);
         const bool throughIndex = indexed && PrefersIndex(outer, inner);
         Relation joined;
         joined.sources = outer.sources;
         joined.sources.insert(joined.sources.end(), inner.sources.begin(), inner.sources.end());
+        // Conditions may leave far fewer outer rows than expected.
+        const TableProducer* table = outer.rows->AsTable();
+        const bool mayBeFew = indexed && (table == nullptr || table->HasConditions());
 
         JoinParts parts;
         parts.outer = std::move(outer.rows);
@@ -278,39 +289,40 @@ class Planner {
         parts.innerSources = std::move(inner.sources);
         parts.on = CompileAll(terms.others);
         parts.keepOuter = keepOuter;
-        joined.rows = throughIndex ? ThroughIndex(std::move(parts), terms, *indexed)
-                                   : ThroughHash(std::move(parts), terms);
+        joined.rows = std::make_unique<const JoinProducer>(
+            std::move(parts),
+            throughIndex || mayBeFew ? std::optional(ThroughIndex(terms, *indexed)) : std::nullopt,
+            throughIndex ? std::nullopt : std::optional(ThroughHash(terms)));
         return joined;
     }
 
-    ProducerPtr ThroughIndex(JoinParts parts, const JoinTerms& terms, const JoinIndex& indexed) {
-        NodeList outerKeys;
+    JoinByIndex ThroughIndex(const JoinTerms& terms, const JoinIndex& indexed) {
+        JoinByIndex way;
+        way.index = indexed.index;
         for (const std::size_t sought : indexed.columns) {
-            outerKeys.push_back(Compile(*terms.equalities[sought].outer, scope_));
+            way.outerKeys.push_back(Compile(*terms.equalities[sought].outer, scope_));
         }
         for (std::size_t i = 0; i < terms.equalities.size(); ++i) {
             if (std::find(indexed.columns.begin(), indexed.columns.end(), i) == indexed.columns.end()) {
-                parts.on.push_back(MakeComparison(BinaryOperator::Equal,
-                                                  Compile(*terms.equalities[i].outer, scope_),
-                                                  Compile(*terms.equalities[i].inner, scope_)));
+                way.on.push_back(MakeComparison(BinaryOperator::Equal,
+                                                Compile(*terms.equalities[i].outer, scope_),
+                                                Compile(*terms.equalities[i].inner, scope_)));
             }
         }
-        return std::make_unique<const IndexJoinProducer>(std::move(parts), std::move(outerKeys),
-                                                         indexed.index);
+        return way;
     }
 
-    ProducerPtr ThroughHash(JoinParts parts, const JoinTerms& terms) {
-        NodeList outerKeys;
-        NodeList innerKeys;
+    JoinByHash ThroughHash(const JoinTerms& terms) {
+        JoinByHash way;
         for (const JoinTerms::Equality& equality : terms.equalities) {
-            outerKeys.push_back(Compile(*equality.outer, scope_));
-            innerKeys.push_back(Compile(*equality.inner, scope_));
+            way.outerKeys.push_back(Compile(*equality.outer, scope_));
+            way.innerKeys.push_back(Compile(*equality.inner, scope_));
         }
-        return std::make_unique<const HashJoinProducer>(std::move(parts), std::move(outerKeys),
-                                                        std::move(innerKeys));
+        return way;
     }
 
     const CompileScope& scope_;
+    RowParts known_;  ///< of which sources one row is known; may be shorter
     std::size_t nextSource_ = 0;
 };
 
@@ -318,6 +330,10 @@ class Planner {
 
 Plan MakePlan(const Select& select, const CompileScope& scope) {
     return Planner(scope).Make(select);
+}
+
+ProducerPtr PlanAround(const RowParts& known, const std::vector<FromItem>& from, const CompileScope& scope) {
+    return Planner(scope, known).Make(from);
 }
 
 }  // namespace quardele::sql

@@ -47,6 +47,7 @@ class PlanMaker {
         if (GroupsComeInOrder()) {
             plan_.order.clear();
         }
+        plan_.from = std::move(bound_.select.from);
         plan_.sources = std::move(bound_.sources);
         plan_.items = std::move(bound_.items);
         return std::move(plan_);
@@ -92,7 +93,7 @@ class PlanMaker {
         scope_ = std::move(groupScope);
         scope_.grouped = &parts_;
         if (bound_.select.having) {
-            groups.having = Compile(*bound_.select.having, scope_);
+            groups.having = CompileCondition(*bound_.select.having, scope_);
         }
         plan_.groups = std::move(groups);
     }
@@ -119,7 +120,7 @@ class PlanMaker {
         }
         NodePtr argument = call->star ? nullptr : Compile(*call->arguments.front(), scope_);
         groupScope.resultTypes.push_back(AggregateType(*kind, argument ? argument->Type() : std::nullopt));
-        groups.aggregates.push_back({*kind, std::move(argument)});
+        groups.aggregates.push_back({*kind, std::move(argument), Print(expression)});
         parts_.push_back(&expression);
     }
 

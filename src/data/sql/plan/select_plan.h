@@ -21,6 +21,7 @@ struct OrderStep {
 struct AggregateStep {
     AggregateKind kind;
     NodePtr argument;  ///< empty for Count(*)
+    Text text;         ///< as it is written
 };
 
 /// How rows become groups. A group's result row holds the keys, then the aggregates.
@@ -38,6 +39,7 @@ struct StepPlan {
 struct SelectPlan {
     std::vector<Source> sources;
     Tables tables;
+    std::vector<FromItem> from;  ///< the shape of the joins
     std::vector<bool> oneSides;  ///< see FindOneSides
     std::vector<ResultItem> items;
     std::vector<ResultColumn> columns;

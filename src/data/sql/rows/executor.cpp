@@ -56,8 +56,9 @@ std::vector<T> Rearranged(const std::vector<T>& items, const std::vector<std::ui
     return arranged;
 }
 
-ResultRows ExecuteKeyed(const SelectPlan& plan, const RunEnvironment& environment) {
+ResultRows ExecuteKeyed(const SelectPlan& plan, const RunEnvironment& environment, RowMarks marks = {}) {
     ResultRows result;
+    result.marks = std::move(marks);
     result.keys.resize(plan.tables.size());
     RowContext row(plan.tables, environment);
     RowSorter sorter(plan.top);
@@ -71,6 +72,7 @@ ResultRows ExecuteKeyed(const SelectPlan& plan, const RunEnvironment& environmen
             return true;
         }
         result.kept.Add(row);
+        result.marks.Add(row);
         for (std::size_t source = 0; source < result.keys.size(); ++source) {
             result.keys[source].push_back(row.KeyOf(source));
         }
@@ -79,6 +81,7 @@ ResultRows ExecuteKeyed(const SelectPlan& plan, const RunEnvironment& environmen
     if (sorted) {
         const std::vector<std::uint32_t> order = sorter.Order();
         result.kept.Rearrange(order);
+        result.marks.Rearrange(order);
         result.size = order.size();
         for (auto& keys : result.keys) {
             keys = Rearranged(keys, order);
@@ -88,6 +91,7 @@ ResultRows ExecuteKeyed(const SelectPlan& plan, const RunEnvironment& environmen
         for (auto& keys : result.keys) {
             keys.resize(result.size);
         }
+        result.marks.Resize(result.size);
     }
     return result;
 }
@@ -179,6 +183,10 @@ ResultRows ExecuteValues(const SelectPlan& plan, const RunEnvironment& environme
 
 ResultRows Execute(const SelectPlan& plan, const RunEnvironment& environment) {
     return plan.IsKeyed() ? ExecuteKeyed(plan, environment) : ExecuteValues(plan, environment);
+}
+
+ResultRows ExecuteMarked(const SelectPlan& plan) {
+    return ExecuteKeyed(plan, {}, RowMarks(plan.tables));
 }
 
 }  // namespace quardele::sql

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "rows/row_sorter.h"
+#include "sql_error.h"
 
 namespace quardele::sql {
 
@@ -20,12 +21,21 @@ void Grouper::Add(RowContext& row) {
     const std::size_t first = GroupOf(row) * plan_.aggregates.size();
     for (std::size_t i = 0; i < plan_.aggregates.size(); ++i) {
         Accumulator& accumulator = accumulators_[first + i];
-        if (const NodePtr& argument = plan_.aggregates[i].argument) {
-            Variant scratch;
-            accumulator.Add(argument->Peek(row, scratch));
+        if (plan_.aggregates[i].argument) {
+            AddValue(plan_.aggregates[i], row, accumulator);
         } else {
             accumulator.AddRow();
         }
+    }
+}
+
+void Grouper::AddValue(const AggregateStep& step, RowContext& row, Accumulator& accumulator) {
+    Variant scratch;
+    const Variant& value = step.argument->Peek(row, scratch);
+    try {
+        accumulator.Add(value);
+    } catch (const basic::RuntimeError& failure) {
+        FailIn(failure, step.text);
     }
 }
 

@@ -20,6 +20,7 @@ class Grouper {
 
  private:
     std::uint32_t GroupOf(RowContext& row);
+    static void AddValue(const AggregateStep& step, RowContext& row, Accumulator& accumulator);
 
     const GroupPlan& plan_;
     ValueNumbers keys_;

@@ -1,34 +1,12 @@
-#include <algorithm>
+#include "rows/join_producer.h"
 
-#include <jet/collation.h>
-
-#include "rows/key_table.h"
-#include "rows/node_key.h"
-#include "rows/producer.h"
+#include "rows/inner_rows.h"
 
 namespace quardele::sql {
 namespace {
 
-/// The values that must be equal, as one key.
-class JoinKey {
- public:
-    /// False when one of the values is Null, which equals nothing.
-    bool Make(const NodeList& nodes, RowContext& row) {
-        bytes_.clear();
-        return std::all_of(nodes.begin(), nodes.end(),
-                           [&](const NodePtr& node) { return keys_.AppendUnlessNull(bytes_, *node, row); });
-    }
-    [[nodiscard]] std::string_view Bytes() const { return bytes_; }
-
- private:
-    NodeKeys keys_;
-    std::string bytes_;
-};
-
-/// A Null equals nothing, nor does a text that no index can hold.
-bool IsSeekable(const Variant& value) {
-    return !value.IsNull() && (!value.IsText() || jet::HasSortKey(value.As<Text>()));
-}
+/// So many seeks, which read the row as well, take as long as making the hash takes for one inner row.
+constexpr double kSeeksPerHashedRow = 0.5;
 
 void Clear(const std::vector<std::size_t>& sources, RowContext& row) {
     for (const std::size_t source : sources) {
@@ -38,87 +16,51 @@ void Clear(const std::vector<std::size_t>& sources, RowContext& row) {
 
 }  // namespace
 
-/// The inner side: one identity per source and row.
-struct HashJoinProducer::InnerRows {
-    KeyedRows byKey;
-    std::vector<jet::RowId> ids;
-    std::uint32_t count = 0;
-};
-
-double HashJoinProducer::Estimate() const {
+double JoinProducer::Estimate() const {
     const double outer = parts_.outer->Estimate();
-    return outerKeys_.empty() ? outer * parts_.inner->Estimate() : outer;
+    const bool anyRow = !byIndex_ && byHash_->outerKeys.empty();
+    return anyRow ? outer * parts_.inner->Estimate() : outer;
 }
 
-double HashJoinProducer::Cost() const {
-    return parts_.outer->Cost() + parts_.inner->Cost() + parts_.inner->Estimate() + Estimate();
+double JoinProducer::Cost() const {
+    const Producer& outer = *parts_.outer;
+    if (!byHash_) {
+        return outer.Cost() + outer.Estimate() * (1 + kSeekCost);
+    }
+    return outer.Cost() + parts_.inner->Cost() + parts_.inner->Estimate() + Estimate();
 }
 
-void HashJoinProducer::Collect(RowContext& row, InnerRows& inner) const {
-    JoinKey key;
-    parts_.inner->Produce(row, [&] {
-        if (key.Make(innerKeys_, row)) {
-            inner.byKey.Add(key.Bytes(), inner.count++);
-            for (const std::size_t source : parts_.innerSources) {
-                inner.ids.push_back(row.KeyOf(source));
-            }
+std::size_t JoinProducer::MostSeeks() const {
+    if (!byIndex_) {
+        return 0;
+    }
+    return byHash_ ? static_cast<std::size_t>(parts_.inner->Cost() * kSeeksPerHashedRow) : SIZE_MAX;
+}
+
+bool JoinProducer::Produce(RowContext& row, const Emit& emit) const {
+    std::optional<SoughtInnerRows> sought;
+    std::optional<HashedInnerRows> hashed;
+    if (byIndex_) {
+        sought.emplace(parts_, *byIndex_);
+    } else {
+        hashed.emplace(parts_, *byHash_, row);
+    }
+    std::size_t seeksLeft = MostSeeks();
+    bool matched = false;
+    const Emit use = [&] {
+        if (!AllTrue(parts_.on, row)) {
+            return true;
         }
-        return true;
-    });
-}
-
-bool HashJoinProducer::Produce(RowContext& row, const Emit& emit) const {
-    InnerRows inner;
-    Collect(row, inner);
-    const std::size_t width = parts_.innerSources.size();
-    JoinKey key;
+        matched = true;
+        return emit();
+    };
     return parts_.outer->Produce(row, [&] {
-        bool matched = false;
-        if (key.Make(outerKeys_, row)) {
-            for (std::uint32_t entry = inner.byKey.First(key.Bytes()); entry != KeyedRows::kEnd;
-                 entry = inner.byKey.Next(entry)) {
-                const std::size_t first = inner.byKey.Row(entry) * width;
-                for (std::size_t i = 0; i < width; ++i) {
-                    row.SetKey(parts_.innerSources[i], inner.ids[first + i]);
-                }
-                if (!AllTrue(parts_.on, row)) {
-                    continue;
-                }
-                matched = true;
-                if (!emit()) {
-                    return false;
-                }
-            }
+        matched = false;
+        if (!hashed && seeksLeft-- == 0) {
+            hashed.emplace(parts_, *byHash_, row);
         }
-        Clear(parts_.innerSources, row);
-        return matched || !parts_.keepOuter || emit();
-    });
-}
-
-bool IndexJoinProducer::Produce(RowContext& row, const Emit& emit) const {
-    const TableProducer& table = *parts_.inner->AsTable();
-    jet::IndexCursor cursor = table.Table().OpenIndex(index_);
-    std::vector<Variant> sought(outerKeys_.size());
-    std::vector<jet::RowId> ids;
-    return parts_.outer->Produce(row, [&] {
-        ids.clear();
-        for (std::size_t i = 0; i < sought.size(); ++i) {
-            sought[i] = outerKeys_[i]->Value(row);
-        }
-        for (bool found = std::all_of(sought.begin(), sought.end(), IsSeekable) &&
-                          cursor.Seek(jet::SeekOperator::Equal, sought);
-             found; found = cursor.Next() && cursor.Matches(sought)) {
-            ids.push_back(cursor.Current());
-        }
-        bool matched = false;
-        for (const jet::RowId id : ids) {
-            if (!table.Accepts(id, row) || !AllTrue(parts_.on, row)) {
-                continue;
-            }
-            matched = true;
-            if (!emit()) {
-                return false;
-            }
+        if (!(hashed ? hashed->Each(row, use) : sought->Each(row, use))) {
+            return false;
         }
         Clear(parts_.innerSources, row);
         return matched || !parts_.keepOuter || emit();

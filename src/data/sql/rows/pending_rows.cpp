@@ -39,7 +39,8 @@ bool PendingRows::Find(std::size_t wanted, ResultRows& rows) {
     while (rows.size < wanted) {
         const auto next = steps_->Next();
         if (next) {
-            Add(*next, rows);
+            const jet::KeyMarks* marks = rows.marks.OfSingleTable();
+            Add(*next, marks == nullptr ? jet::KeyMarks::kNone : steps_->MarkOf(*marks), rows);
             continue;
         }
         if (steps_->IsLongWay()) {
@@ -52,13 +53,13 @@ bool PendingRows::Find(std::size_t wanted, ResultRows& rows) {
 
 void PendingRows::FindRest(ResultRows& rows) {
     Remember(rows);
-    const ResultRows all = Execute(plan_);
-    for (const jet::RowId row : all.keys.front()) {
-        Add(row, rows);
+    const ResultRows all = ExecuteMarked(plan_);
+    for (std::size_t row = 0; row < all.size; ++row) {
+        Add(all.keys.front()[row], all.marks.MarkOf(row), rows);
     }
 }
 
-void PendingRows::Add(jet::RowId row, ResultRows& rows) {
+void PendingRows::Add(jet::RowId row, std::uint32_t mark, ResultRows& rows) {
     // A row that has another key by now may lie ahead once more.
     if (State() != state_) {
         Remember(rows);
@@ -67,6 +68,7 @@ void PendingRows::Add(jet::RowId row, ResultRows& rows) {
         return;
     }
     rows.keys.front().push_back(row);
+    rows.marks.Add(mark);
     ++rows.size;
 }
 

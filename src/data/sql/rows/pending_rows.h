@@ -26,7 +26,7 @@ class PendingRows {
 
  private:
     void FindRest(ResultRows& rows);
-    void Add(jet::RowId row, ResultRows& rows);
+    void Add(jet::RowId row, std::uint32_t mark, ResultRows& rows);
     void Remember(const ResultRows& rows);
     [[nodiscard]] std::uint64_t State() const { return plan_.tables.front()->Home().StateNumber(); }
 

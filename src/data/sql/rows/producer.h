@@ -114,6 +114,19 @@ class IndexOrderProducer final : public Producer {
     bool backwards_;
 };
 
+/// One row of a table, which is known.
+class KnownRowProducer final : public Producer {
+ public:
+    KnownRowProducer(std::size_t source, jet::RowId id) : source_(source), id_(id) {}
+
+    bool Produce(RowContext& row, const Emit& emit) const override;
+    [[nodiscard]] double Estimate() const override { return 1; }
+
+ private:
+    std::size_t source_;
+    jet::RowId id_;
+};
+
 /// What a SELECT without FROM reads: one row without sources.
 class SingleRowProducer final : public Producer {
  public:
@@ -134,53 +147,6 @@ class FilterProducer final : public Producer {
  private:
     ProducerPtr input_;
     NodeList conditions_;
-};
-
-/// What both kinds of joins need: for each row of `outer`, in its order, the rows of `inner` for which `on`
-/// is true; with `keepOuter` an outer row without any comes once with the inner sources empty.
-struct JoinParts {
-    ProducerPtr outer;
-    ProducerPtr inner;
-    std::vector<std::size_t> innerSources;
-    NodeList on;
-    bool keepOuter = false;
-};
-
-/// Holds the inner rows' identities in memory, found by a hash of the values that must be equal.
-class HashJoinProducer final : public Producer {
- public:
-    HashJoinProducer(JoinParts parts, NodeList outerKeys, NodeList innerKeys)
-        : parts_(std::move(parts)), outerKeys_(std::move(outerKeys)), innerKeys_(std::move(innerKeys)) {}
-
-    bool Produce(RowContext& row, const Emit& emit) const override;
-    [[nodiscard]] double Estimate() const override;
-    [[nodiscard]] double Cost() const override;
-
- private:
-    struct InnerRows;
-    void Collect(RowContext& row, InnerRows& inner) const;
-
-    JoinParts parts_;
-    NodeList outerKeys_;
-    NodeList innerKeys_;
-};
-
-/// Seeks the inner rows, of one table, in an index whose leading columns must equal values of the outer row.
-class IndexJoinProducer final : public Producer {
- public:
-    IndexJoinProducer(JoinParts parts, NodeList outerKeys, int index)
-        : parts_(std::move(parts)), outerKeys_(std::move(outerKeys)), index_(index) {}
-
-    bool Produce(RowContext& row, const Emit& emit) const override;
-    [[nodiscard]] double Estimate() const override { return parts_.outer->Estimate(); }
-    [[nodiscard]] double Cost() const override {
-        return parts_.outer->Cost() + parts_.outer->Estimate() * (1 + kSeekCost);
-    }
-
- private:
-    JoinParts parts_;
-    NodeList outerKeys_;
-    int index_;
 };
 
 }  // namespace quardele::sql

@@ -20,6 +20,17 @@ void RowContext::SetRow(std::size_t source, jet::Row row) {
     slots_[source].row = std::move(row);
 }
 
+bool RowContext::Advance(std::size_t source, jet::RowScan& scan) {
+    Slot& slot = slots_[source];
+    if (!slot.row) {
+        slot.row = scan.Next();
+    } else if (!scan.Next(*slot.row)) {
+        slot.row.reset();
+    }
+    slot.key = slot.row ? slot.row->Id() : kNoRow;
+    return slot.row.has_value();
+}
+
 void RowContext::SetKey(std::size_t source, jet::RowId key) {
     slots_[source].key = key;
     slots_[source].row.reset();

@@ -18,6 +18,8 @@ using Tables = std::vector<std::shared_ptr<jet::Table>>;
 inline constexpr jet::RowId kNoRow{};
 /// Marks a row that has been deleted.
 inline constexpr jet::RowId kDeletedRow{0, 1};
+/// The identities of the rows that a row of a result is made of, one per source.
+using RowParts = std::vector<std::optional<jet::RowId>>;
 /// The identity of a row that a query within the statement gives, by its position.
 [[nodiscard]] constexpr jet::RowId QueryRowKey(std::size_t row) {
     return {static_cast<std::uint32_t>(row) + 1, 0};
@@ -40,6 +42,8 @@ class RowContext {
 
     /// A row that has been read already.
     void SetRow(std::size_t source, jet::Row row);
+    /// The next row of a scan of the source's table; false, and no row, at its end.
+    [[nodiscard]] bool Advance(std::size_t source, jet::RowScan& scan);
     /// A row to be read when a column is asked for.
     void SetKey(std::size_t source, jet::RowId key);
     void SetResults(std::span<const Variant> results) { results_ = results; }

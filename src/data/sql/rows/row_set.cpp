@@ -20,7 +20,8 @@ RowSet::Data::Data(std::shared_ptr<const Query> ofQuery, const SelectPlan& ofPla
 
 RowSet::Data::Data(std::shared_ptr<const Query> ofQuery, const SelectPlan& ofPlan,
                    std::unique_ptr<PendingRows> rest)
-    : Data(std::move(ofQuery), ofPlan, ResultRows{.size = 0, .keys = {{}}, .values = {}, .kept = {}}) {
+    : Data(std::move(ofQuery), ofPlan,
+           ResultRows{.size = 0, .keys = {{}}, .values = {}, .kept = {}, .marks = RowMarks(ofPlan.tables)}) {
     pending_ = std::move(rest);
 }
 
@@ -41,12 +42,11 @@ RowContext& RowSet::Data::At(std::size_t row) {
         return context_;
     }
     for (std::size_t source = 0; source < rows.keys.size(); ++source) {
-        const jet::RowId key = rows.keys[source][row];
         const jet::Row* kept = rows.kept.Find(row, source);
-        if (kept != nullptr && key == kept->Id()) {
+        if (kept != nullptr && rows.keys[source][row] == kept->Id()) {
             context_.SetRow(source, *kept);
         } else {
-            context_.SetKey(source, key);
+            SetPart(row, source);
         }
     }
     if (!plan.IsKeyed()) {
@@ -55,6 +55,27 @@ RowContext& RowSet::Data::At(std::size_t row) {
     }
     current_ = row;
     return context_;
+}
+
+void RowSet::Data::SetPart(std::size_t row, std::size_t source) {
+    const jet::RowId key = rows.keys[source][row];
+    context_.SetKey(source, key);
+    if (key == kNoRow || key == kDeletedRow || !rows.marks.Asks(row, source)) {
+        return;
+    }
+    if (auto now = plan.tables[source]->Fetch(key)) {
+        if (rows.marks.Fits(row, source, *now)) {
+            context_.SetRow(source, std::move(*now));
+        } else {
+            context_.SetKey(source, kDeletedRow);
+        }
+    }
+}
+
+void RowSet::Data::Remark(std::size_t row, std::size_t source) {
+    const jet::RowId key = rows.keys[source][row];
+    const auto now = key == kNoRow || key == kDeletedRow ? std::nullopt : plan.tables[source]->Fetch(key);
+    rows.marks.Set(row, source, now ? &*now : nullptr);
 }
 
 void RowSet::Data::Forget(std::size_t row) {
@@ -85,10 +106,22 @@ std::size_t RowSet::Data::Append(std::span<const std::optional<jet::RowId>> keys
         unique_[source].reset();
     }
     const std::size_t row = rows.size++;
+    for (std::size_t source = 0; source < rows.keys.size(); ++source) {
+        Remark(row, source);
+    }
     if (!findIndexes.empty()) {
         forgotten.insert(row);
     }
     return row;
+}
+
+void RowSet::Data::Replace(std::size_t row, std::span<const std::optional<jet::RowId>> keys) {
+    for (std::size_t source = 0; source < rows.keys.size(); ++source) {
+        rows.keys[source][row] = keys[source].value_or(kNoRow);
+        Remark(row, source);
+        unique_[source].reset();
+    }
+    Forget(row);
 }
 
 void RowSet::Data::MarkDeleted(std::size_t row, std::size_t source) {
@@ -136,7 +169,7 @@ std::optional<jet::RowId> RowSet::Key(std::size_t row, std::size_t source) const
     if (!HasKeys() || source >= data_->rows.keys.size() || !data_->Has(row)) {
         return std::nullopt;
     }
-    const jet::RowId key = data_->rows.keys[source][row];
+    const jet::RowId key = data_->At(row).KeyOf(source);
     if (key == kDeletedRow) {
         throw basic::RuntimeError(error::kRecordDeleted);
     }
@@ -158,6 +191,27 @@ bool RowSet::IsUpdatable(int column) const {
 
 std::size_t RowSet::Append(std::span<const std::optional<jet::RowId>> keys) {
     return data_->Append(keys);
+}
+
+void RowSet::Replace(std::size_t row, std::span<const std::optional<jet::RowId>> keys) {
+    data_->Replace(row, keys);
+}
+
+void RowSet::TakeKeyOf(const jet::Table& table, jet::RowId key) {
+    if (!HasKeys()) {
+        return;
+    }
+    for (std::size_t source = 0; source < data_->rows.keys.size(); ++source) {
+        if (data_->plan.tables[source].get() != &table) {
+            continue;
+        }
+        const std::vector<jet::RowId>& keys = data_->rows.keys[source];
+        for (std::size_t row = 0; row < keys.size(); ++row) {
+            if (keys[row] == key) {
+                data_->Remark(row, source);
+            }
+        }
+    }
 }
 
 void RowSet::MarkDeleted(std::size_t row, std::size_t source) {

@@ -37,6 +37,7 @@ struct RowSet::Data {
     void Forget(std::size_t row);
     void ForgetAll();
     std::size_t Append(std::span<const std::optional<jet::RowId>> keys);
+    void Replace(std::size_t row, std::span<const std::optional<jet::RowId>> keys);
     void MarkDeleted(std::size_t row, std::size_t source);
     /// Whether no row of a source stands twice in the result.
     [[nodiscard]] bool IsUnique(std::size_t source);
@@ -49,7 +50,13 @@ struct RowSet::Data {
     /// Rows that may have changed since indexes were built.
     std::set<std::size_t> forgotten;
 
+    /// A row's part has come to be, or to have another key, by this program's own doing.
+    void Remark(std::size_t row, std::size_t source);
+
  private:
+    /// Puts a row's part into the context; one in whose place another row lies counts as deleted.
+    void SetPart(std::size_t row, std::size_t source);
+
     std::unique_ptr<PendingRows> pending_;  ///< null once all rows are found
     RowContext context_;
     std::optional<std::size_t> current_;

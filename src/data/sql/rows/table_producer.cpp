@@ -106,8 +106,8 @@ bool TableProducer::Produce(RowContext& row, const Emit& emit) const {
 
 bool TableProducer::Scan(RowContext& row, const Emit& emit) const {
     jet::RowScan scan = table_.Scan();
-    while (auto stored = scan.Next()) {
-        if (Accepts(std::move(*stored), row) && !emit()) {
+    while (row.Advance(source_, scan)) {
+        if (AllTrue(conditions_, row) && !emit()) {
             return false;
         }
     }
@@ -196,6 +196,11 @@ bool IndexOrderProducer::Produce(RowContext& row, const Emit& emit) const {
         }
     }
     return true;
+}
+
+bool KnownRowProducer::Produce(RowContext& row, const Emit& emit) const {
+    row.SetKey(source_, id_);
+    return emit();
 }
 
 bool FilterProducer::Produce(RowContext& row, const Emit& emit) const {

@@ -14,6 +14,7 @@ constexpr std::size_t kMostLooked = 1000;
 IndexSteps::IndexSteps(const jet::Table& table, IndexWalk walk, const TableProducer* conditions,
                        const Tables& tables)
     : cursor_(table.OpenIndex(walk.index)),
+      index_(walk.index),
       backwards_(walk.backwards),
       conditions_(conditions),
       row_(tables) {}
@@ -38,6 +39,11 @@ std::optional<jet::RowId> IndexSteps::Next() {
     return std::nullopt;
 }
 
+std::uint32_t IndexSteps::MarkOf(const jet::KeyMarks& marks) const {
+    const jet::Row* read = row_.ReadRow(0);
+    return marks.Index() == index_ || read == nullptr ? marks.Of(cursor_, index_) : marks.Of(*read);
+}
+
 bool IndexSteps::IsLongWay() const {
     return looked_ >= kMostLooked;
 }
@@ -53,6 +59,10 @@ std::optional<jet::RowId> ScanSteps::Next() {
         }
     }
     return std::nullopt;
+}
+
+std::uint32_t ScanSteps::MarkOf(const jet::KeyMarks& marks) const {
+    return marks.Of(*row_.ReadRow(0));
 }
 
 }  // namespace quardele::sql

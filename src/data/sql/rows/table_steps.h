@@ -15,12 +15,14 @@ class IndexSteps final : public KeySteps {
                const Tables& tables);
 
     [[nodiscard]] std::optional<jet::RowId> Next() override;
+    [[nodiscard]] std::uint32_t MarkOf(const jet::KeyMarks& marks) const override;
     [[nodiscard]] bool IsLongWay() const override;
 
  private:
     bool Advance();
 
     jet::IndexCursor cursor_;
+    int index_;
     bool backwards_;
     bool started_ = false;
     const TableProducer* conditions_;
@@ -35,6 +37,7 @@ class ScanSteps final : public KeySteps {
     ScanSteps(const jet::Table& table, const TableProducer& conditions, const Tables& tables);
 
     [[nodiscard]] std::optional<jet::RowId> Next() override;
+    [[nodiscard]] std::uint32_t MarkOf(const jet::KeyMarks& marks) const override;
 
  private:
     jet::RowScan scan_;

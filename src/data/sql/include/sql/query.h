@@ -59,12 +59,18 @@ class Query : public std::enable_shared_from_this<Query> {
     [[nodiscard]] const std::vector<std::shared_ptr<jet::Table>>& Sources() const;
     /// Whether a source is the "one" side of its join: rows of the others meet one row of it at most.
     [[nodiscard]] bool IsOneSide(std::size_t source) const;
+    /// The parts of a row that has some of them, one per source: for the others what FROM joins to these,
+    /// whatever WHERE says. They stay empty where it joins nothing.
+    [[nodiscard]] std::vector<std::optional<jet::RowId>> Completed(
+        std::vector<std::optional<jet::RowId>> parts) const;
     /// Finds membership and order of the rows now; values are read later (see RowSet).
     [[nodiscard]] RowSet Run() const;
-    /// The same, but where a statement allows it, rows are found when they are first asked for. Whoever
-    /// changes the file through this database, and wants the rows as they were, finds them all beforehand
-    /// (RowSet::Size). When others change it meanwhile, rows that were not found yet are those of the file as
-    /// it is when they are: the order goes on behind the row found last, and no row comes twice.
+    /// The same, but where a statement allows it, rows are found when they are first asked for, and rows of
+    /// tables with a unique key are told from others that come to lie in their places: those count as
+    /// deleted. Whoever changes the file through this database, and wants the rows as they were, finds them
+    /// all beforehand (RowSet::Size). When others change it meanwhile, rows that were not found yet are those
+    /// of the file as it is when they are: the order goes on behind the row found last, and no row comes
+    /// twice.
     [[nodiscard]] RowSet RunInSteps() const;
 
  private:
@@ -89,7 +95,7 @@ class RowSet {
     /// Throws 3167 when the row has been deleted since the run.
     [[nodiscard]] Variant Value(std::size_t row, int column) const;
     /// The identity of a row's part from one source, or empty when the join left it without one or the rows
-    /// hold values only. Throws 3167 for one that was marked as deleted.
+    /// hold values only. Throws 3167 for one that was marked as deleted, or in whose place another one lies.
     [[nodiscard]] std::optional<jet::RowId> Key(std::size_t row, std::size_t source) const;
     /// Whether rows carry identities, so that they can be changed.
     [[nodiscard]] bool HasKeys() const;
@@ -99,6 +105,11 @@ class RowSet {
     /// Takes in a row that was added to the file, behind the others, and returns its position: its
     /// identities, one per source. For rows with identities only.
     std::size_t Append(std::span<const std::optional<jet::RowId>> keys);
+    /// Gives a row other parts, one per source: one of them has been changed so that others are joined to it.
+    /// For rows with identities only.
+    void Replace(std::size_t row, std::span<const std::optional<jet::RowId>> keys);
+    /// Says that this program has given a row of a table another key: it stays what it is.
+    void TakeKeyOf(const jet::Table& table, jet::RowId key);
     /// Says that a row's part from one source was deleted, so that it can never be taken for a row that comes
     /// to lie in its place: whoever reads it gets 3167.
     void MarkDeleted(std::size_t row, std::size_t source);

@@ -4,6 +4,7 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTest>
 
 #include <basic/runtime_error.h>
@@ -130,6 +131,7 @@ class TranslationTest : public QObject {
     void ATextOfTheTableIsTranslated();
     void ATextThatTheTableLacksComesBack_data();
     void ATextThatTheTableLacksComesBack();
+    void NoTextIsKeptFromOneCallToTheNext();
     void BlanksAroundATextStay();
     void ATextOfBlanksIsLookedUpAsTheEmptyText();
     void CaseDoesNotMatter();
@@ -216,6 +218,13 @@ void TranslationTest::ATextThatTheTableLacksComesBack() {
     support::BoxAnswerer boxes;
     QCOMPARE(TRAD(text), text);
     QVERIFY(boxes.Shown().empty());
+}
+
+void TranslationTest::NoTextIsKeptFromOneCallToTheNext() {
+    RaiseTranslation();
+    QCOMPARE(TRAD(QStringLiteral("Confirmation")), QStringLiteral("Potvrzení"));
+    SetTranslation(u"Confirmation", u"Potvrdit");
+    QCOMPARE(TRAD(QStringLiteral("Confirmation")), QStringLiteral("Potvrdit"));
 }
 
 void TranslationTest::BlanksAroundATextStay() {
@@ -369,8 +378,9 @@ void TranslationTest::AFormTakesTheFontOfTheTranslation() {
     services::Translation().TranslationFont = QStringLiteral("DejaVu Serif");
     services::TranslateForm(form);
     const forms::Grid& grid = *form.grid;
-    for (const QWidget* control : std::initializer_list<const QWidget*>{
-             form.label, form.button, form.box, form.frame, form.tabs, &grid, grid.horizontalHeader()}) {
+    for (const QWidget* control :
+         std::initializer_list<const QWidget*>{form.label, form.button, form.box, form.frame, form.tabs,
+                                               form.tabs->tabBar(), &grid, grid.horizontalHeader()}) {
         QCOMPARE(control->font().family(), QStringLiteral("DejaVu Serif"));
     }
 }

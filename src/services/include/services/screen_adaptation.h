@@ -29,7 +29,8 @@ inline constexpr std::int16_t kScaleToMainWindow = 2;
 std::int16_t AdjustForm(forms::Form& form, std::int16_t mode);
 
 /// The same for the welcome form, which fills the main window's width instead: the ratio is main window width
-/// / form width, less on screens wider than 4:3, and the form goes below the main window.
+/// / form width, less on screens wider than 4:3, and the form goes below the main window. Only the launcher
+/// with the welcome picture has such a form; this edition starts without one.
 std::int16_t AdjustWelcomeForm(forms::Form& form, std::int16_t mode);
 
 }  // namespace quardele::services

@@ -1,8 +1,9 @@
-// Translation of user texts. Every text for the operator passes through TRAD on its way to the screen; with
-// the switch off, its state in this edition, texts stay French and no table is touched. UI thread only.
+// Translation of user texts: messages, and the captions, headings and tips of forms, pass through TRAD on
+// their way to the screen. Descriptions of failures, panels of the status bar, entries of lists to choose
+// from, hints in empty grids and the calendar do not: they are French in every edition. With the switch off,
+// its state in this edition, all texts stay French and no table is touched. UI thread only.
 #pragma once
 
-#include <functional>
 #include <memory>
 
 #include <QString>

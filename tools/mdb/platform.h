@@ -16,6 +16,7 @@ namespace quardele::mdb {
 class PlainStreams {
  public:
     PlainStreams();
+    // NOLINTNEXTLINE(performance-trivially-destructible): some systems have something to give back.
     ~PlainStreams();
     PlainStreams(const PlainStreams&) = delete;
     PlainStreams& operator=(const PlainStreams&) = delete;

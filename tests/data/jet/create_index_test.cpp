@@ -96,6 +96,17 @@ TEST_F(CreateIndex, DuplicatesAreRefusedAndNothingIsWritten) {
     EXPECT_EQ(Open()->Indexes().size(), 0U);
 }
 
+TEST_F(CreateIndex, OverATextWhoseOrderIsNotKnownIsRefusedAndNothingIsWritten) {
+    const auto table = Open();
+    const std::vector<ColumnChange> values = {{table->FindColumn(u"Nom"), Text(u"\u65E5\u672C")},
+                                              {table->FindColumn(u"Jour"), basic::DateOf(2026, 1, 1)}};
+    table->Insert(values);
+    const auto before = ReadBytes(file_);
+    EXPECT_EQ(Make({.name = u"n", .columns = {{.column = u"Nom"}}}), basic::error::kOperationNotSupported);
+    EXPECT_EQ(ReadBytes(file_), before);
+    EXPECT_EQ(Open()->Indexes().size(), 0U);
+}
+
 TEST_F(CreateIndex, NullsAreRefusedWhereOneIsRequiredAndRepeatedInAUniqueOne) {
     const auto table = Open();
     for (int i = 0; i < 3; ++i) {

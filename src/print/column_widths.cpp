@@ -44,6 +44,7 @@ std::vector<int> WholeWidths(const Sheet& sheet) {
         }
     }
     std::vector<int> widths;
+    widths.reserve(widest.size());
     for (const double width : widest) {
         widths.push_back(static_cast<int>(std::ceil(width)) + 2 * kCellPadding);
     }

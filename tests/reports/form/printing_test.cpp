@@ -1,5 +1,6 @@
 // Printing on a printer, one that writes its pages into a file.
 #include <QComboBox>
+#include <QDoubleSpinBox>
 #include <QPrintDialog>
 #include <QProcess>
 #include <QRadioButton>
@@ -80,6 +81,20 @@ class PrintingTest : public QObject {
         Print(2);
         QCOMPARE(Printed(), QStringList({"AA BB CC", "DD EE"}));
         QCOMPARE(Info("Page size"), QStringLiteral("595 x 842 pts (A4)"));
+    }
+
+    void MarginsOfTheSetupAreThoseOfThePages() {
+        form_->OnPrintDialogs([](QDialog& dialog) {
+            if (dialog.objectName() == kSetup) {
+                Choose(*dialog.findChild<QComboBox*>(QStringLiteral("pageSizeCombo")), QPageSize::A4);
+                dialog.findChild<QRadioButton*>(QStringLiteral("portrait"))->click();
+                auto* const top = dialog.findChild<QDoubleSpinBox*>(QStringLiteral("topMargin"));
+                top->setValue(top->value() * 8);
+            }
+            ReportWatcher::Accept(dialog);
+        });
+        Print(2);
+        QCOMPARE(Printed(), QStringList({"AA BB", "CC DD", "EE"}));
     }
 
     void ADeclinedSetupLeavesThePaperAsItIs() {

@@ -1,10 +1,8 @@
 #include "evaluator.h"
 
-#include <basic/conversion.h>
+#include "collector.h"
 
 namespace quardele::engine {
-
-using formula::SummaryKind;
 
 namespace {
 
@@ -14,48 +12,6 @@ bool IsSame(const Variant& left, const Variant& right) {
     }
     return left == right;
 }
-
-/// Collects the values of a summary, Null left out.
-class Collector {
- public:
-    explicit Collector(SummaryKind kind) : kind_(kind) {}
-
-    void Add(const Variant& value) {
-        if (value.IsNull()) {
-            return;
-        }
-        ++count_;
-        if (kind_ == SummaryKind::Sum || kind_ == SummaryKind::Average) {
-            sum_ += basic::CDbl(value);
-        } else if (kind_ != SummaryKind::Count && (count_ == 1 || IsBeyond(value))) {
-            extreme_ = value;
-        }
-    }
-
-    [[nodiscard]] Variant Result() const {
-        if (kind_ == SummaryKind::Count) {
-            return static_cast<double>(count_);
-        }
-        if (kind_ == SummaryKind::Sum) {
-            return sum_;
-        }
-        if (count_ == 0) {
-            return basic::Null();
-        }
-        return kind_ == SummaryKind::Average ? Variant(sum_ / static_cast<double>(count_)) : extreme_;
-    }
-
- private:
-    [[nodiscard]] bool IsBeyond(const Variant& value) const {
-        const int order = formula::Compare(value, extreme_);
-        return kind_ == SummaryKind::Minimum ? order < 0 : order > 0;
-    }
-
-    SummaryKind kind_;
-    std::size_t count_ = 0;
-    double sum_ = 0;
-    Variant extreme_;
-};
 
 }  // namespace
 

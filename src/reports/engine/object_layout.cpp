@@ -88,6 +88,7 @@ Strip ObjectLayout::Lay(const std::vector<CompiledObject>& objects, int height) 
         return shift;
     };
     std::vector<Laid*> fromTheTop;
+    fromTheTop.reserve(laid.size());
     for (Laid& object : laid) {
         fromTheTop.push_back(&object);
     }
@@ -224,7 +225,8 @@ ObjectLayout::Laid ObjectLayout::LayFlow(const CompiledObject& object) {
     for (std::size_t row = 0; row < rows; ++row) {
         qreal height = 0;
         for (std::size_t cell = row; cell < cells.size(); cell += rows) {
-            const qreal left = flow.area.x() + pitch * static_cast<qreal>(cell / rows);
+            const std::size_t column = cell / rows;
+            const qreal left = flow.area.x() + pitch * static_cast<qreal>(column);
             for (Piece& piece : cells[cell].pieces) {
                 piece.area.translate(left, top);
                 laid.pieces.push_back(std::move(piece));

@@ -41,7 +41,7 @@ QString Attributes::Text(QLatin1StringView name) {
 }
 
 QString Attributes::Name(QLatin1StringView name) {
-    const QString text = Text(name).trimmed();
+    QString text = Text(name).trimmed();
     if (text.isEmpty()) {
         FailMissing(name);
     }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <ranges>
 #include <utility>
 
 #include <basic/runtime_error.h>
@@ -233,8 +232,12 @@ bool KeysetRecordset::AllowsChanges() const {
         return false;
     }
     const int fields = static_cast<int>(Layout().fields.size());
-    const auto numbers = std::views::iota(0, fields);
-    return std::any_of(numbers.begin(), numbers.end(), [this](int field) { return AllowsChangeOf(field); });
+    for (int field = 0; field < fields; ++field) {
+        if (AllowsChangeOf(field)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void KeysetRecordset::Release() {

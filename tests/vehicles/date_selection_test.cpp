@@ -78,6 +78,15 @@ void OpenFrame() {
     QVERIFY(FrameShown());
 }
 
+/// From the tool, by Tab, as the operator does without a mouse.
+void GoToComparisons() {
+    constexpr int kMostStops = 10;
+    for (int tab = 0; tab < kMostStops && forms::Screen::ActiveControl() != Comparisons(); ++tab) {
+        PressKey(Qt::Key_Tab);
+    }
+    QCOMPARE(forms::Screen::ActiveControl(), Comparisons());
+}
+
 /// Keys that arrive at a widget, those that what stands in it has no use for.
 class KeyWatcher : public QObject {
  public:
@@ -146,6 +155,8 @@ class DateSelectionTest : public QObject {
     void EscapeClosesItAlone_data();
     void EscapeClosesItAlone();
     void EscapeOnABadDateHoldsNobody();
+    void TabsLeadFromTheToolIntoTheFrame();
+    void TheFrameIsStillThereWhenTheHistoryWasClosedAroundIt();
     void EnterLeadsThroughTheFrame();
     void EnterIsLeftToTheBoxes();
     void TheDateIsSelectedWholeWhenEntered();
@@ -275,9 +286,33 @@ void DateSelectionTest::ItsButtonClosesItAndTheQueryStays() {
     QCOMPARE(Source(), selected);
 }
 
+/// The tool keeps the focus, by its key too.
+void DateSelectionTest::TabsLeadFromTheToolIntoTheFrame() {
+    PressKey(Qt::Key_L, Qt::ControlModifier);
+    QVERIFY(FrameShown());
+    QStringList stops;
+    for (int tab = 0; tab < 10; ++tab) {
+        stops.append(forms::Screen::ActiveControl()->objectName());
+        PressKey(Qt::Key_Tab);
+    }
+    QCOMPARE(stops,
+             (QStringList{"Cmd_ToolBar_Histo_0", "Cmd_ToolBar_Histo_1", "Cmd_ToolBar_Histo_2",
+                          "Cmd_ToolBar_Histo_3", "Cmd_ToolBar_Histo_4", "Cmd_CloseHisto", "BXC_ChoixDate",
+                          "CTX_ChoixDate", "Cmd_SelDate_Select", "Cmd_SelDate_Close"}));
+}
+
+/// Escape on the tool is the history's.
+void DateSelectionTest::TheFrameIsStillThereWhenTheHistoryWasClosedAroundIt() {
+    PressKey(Qt::Key_L, Qt::ControlModifier);
+    PressKey(Qt::Key_Escape);
+    QVERIFY(!Shown(Control<QWidget>("FRM_HISTO")));
+    Press("CMD_HistoVis");
+    QVERIFY(FrameShown());
+}
+
 void DateSelectionTest::EnterLeadsThroughTheFrame() {
     OpenFrame();
-    forms::SetFocus(Comparisons());
+    GoToComparisons();
     PressKey(Qt::Key_Down);
     QCOMPARE(Comparisons()->ListIndex(), 0);
     PressKey(Qt::Key_Return);

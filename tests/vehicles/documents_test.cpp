@@ -19,17 +19,17 @@ bool Await(const char* file) {
     return QTest::qWaitFor([file] { return fs::exists(file); }, 20000);
 }
 
-/// The command line as the tool got it: its arguments, which blanks separated.
-QString SeenCommandLine() {
+/// The arguments that the tool got. Only blanks outside of quotes separate them.
+QStringList SeenArguments() {
     if (!Await("tool.seen")) {
-        return QStringLiteral("not started");
+        return {QStringLiteral("not started")};
     }
     QStringList arguments;
     std::ifstream seen("tool.seen");
     for (std::string line; std::getline(seen, line);) {
         arguments.append(QString::fromStdString(line));
     }
-    return arguments.join(u' ');
+    return arguments;
 }
 
 }  // namespace
@@ -44,6 +44,7 @@ class DocumentsTest : public QObject {
 
     void BothFilesMustBeThere_data();
     void BothFilesMustBeThere();
+    void AToolAboveTheCurrentFolderIsNotTheSuites();
     void TheToolGetsFolderModuleAndRegistration_data();
     void TheToolGetsFolderModuleAndRegistration();
     void NobodyWaitsForTheTool();
@@ -61,7 +62,7 @@ class DocumentsTest : public QObject {
 void DocumentsTest::init() {
     program_ = std::make_unique<RunningProgram>();
     program_->OpenVehicles();
-    forms::App::SetPathForTests(QStringLiteral("C:\\QUARDELE\\VEH"));
+    forms::App::SetPathForTests(QStringLiteral("C:\\QUARDELE\\PROG\\VEH"));
     OpenRecordOf(QStringLiteral("KG-361-VP"));
 }
 
@@ -75,9 +76,10 @@ void DocumentsTest::cleanup() {
     program_.reset();
 }
 
-/// Above the program's own folder.
+/// Above the program's own folder, which is not the current one.
 void DocumentsTest::PlaceTool() const {
-    fs::copy_file(QUARDELE_SMALL_TOOL, program_->Files().File("VFoliant.exe"));
+    fs::create_directories(program_->Files().File("PROG"));
+    fs::copy_file(QUARDELE_SMALL_TOOL, program_->Files().File("PROG/VFoliant.exe"));
 }
 
 void DocumentsTest::BothFilesMustBeThere_data() {
@@ -103,22 +105,35 @@ void DocumentsTest::BothFilesMustBeThere() {
     QVERIFY(!fs::exists("tool.seen"));
 }
 
+void DocumentsTest::AToolAboveTheCurrentFolderIsNotTheSuites() {
+    fs::copy_file(QUARDELE_SMALL_TOOL, program_->Files().File("VFoliant.exe"));
+    PlaceDatabase("STOCK/FOLIANT.MDB");
+    support::BoxAnswerer boxes;
+    Press("Cmd_Images");
+    CompareOnlyBox(boxes, kMissing, kNoIcon);
+    QVERIFY(!fs::exists("tool.seen"));
+}
+
 void DocumentsTest::TheToolGetsFolderModuleAndRegistration_data() {
     QTest::addColumn<QString>("registration");
-    QTest::newRow("plain") << QStringLiteral("KG-361-VP");
-    QTest::newRow("blanks") << QStringLiteral("2107 RC 59");
-    QTest::newRow("comma") << QStringLiteral("AB,12");
-    QTest::newRow("empty") << QString();
+    QTest::addColumn<QStringList>("arguments");
+    const QString before = QStringLiteral("C:\\QUARDELE\\STOCK\\,TARVOLE-VEHICULES,");
+    QTest::newRow("plain") << QStringLiteral("KG-361-VP") << QStringList{before + "KG-361-VP"};
+    // Nothing is quoted: the tool has to put the registration together.
+    QTest::newRow("blanks") << QStringLiteral("2107 RC 59") << QStringList{before + "2107", "RC", "59"};
+    QTest::newRow("comma") << QStringLiteral("AB,12") << QStringList{before + "AB,12"};
+    QTest::newRow("empty") << QString() << QStringList{before};
 }
 
 void DocumentsTest::TheToolGetsFolderModuleAndRegistration() {
     QFETCH(const QString, registration);
+    QFETCH(const QStringList, arguments);
     PlaceTool();
     PlaceDatabase("STOCK/FOLIANT.MDB");
     Box("CTX_IMMAT")->SetText(registration);
     support::BoxAnswerer boxes;
     Press("Cmd_Images");
-    QCOMPARE(SeenCommandLine(), QStringLiteral("C:\\QUARDELE\\STOCK\\,TARVOLE-VEHICULES,") + registration);
+    QCOMPARE(SeenArguments(), arguments);
     QVERIFY(boxes.Shown().empty());
 }
 
@@ -142,7 +157,7 @@ void DocumentsTest::WithoutAStockFolderTheCurrentOneIsLookedIn() {
     CompareOnlyBox(boxes, kMissing, kNoIcon);
     PlaceDatabase("VEH/FOLIANT.MDB");
     Press("Cmd_Images");
-    QCOMPARE(SeenCommandLine(), QStringLiteral(",TARVOLE-VEHICULES,KG-361-VP"));
+    QCOMPARE(SeenArguments(), QStringList{",TARVOLE-VEHICULES,KG-361-VP"});
 }
 
 void DocumentsTest::AKeyOpensTheDocuments() {
@@ -152,7 +167,8 @@ void DocumentsTest::AKeyOpensTheDocuments() {
 }
 
 void DocumentsTest::AToolThatCannotBeStartedEndsTheProgram() {
-    PlaceDatabase("VFoliant.exe");
+    fs::create_directories(program_->Files().File("PROG"));
+    PlaceDatabase("PROG/VFoliant.exe");
     PlaceDatabase("STOCK/FOLIANT.MDB");
     const int endsBefore = forms::CatchEndOfProcess(true);
     support::BoxAnswerer boxes;

@@ -39,6 +39,20 @@ void PressTool(int index) {
     QCoreApplication::processEvents();
 }
 
+/// A vehicle with jobs of 2026 and 2024, one that shows no date, and one that has not left.
+void OpenFourJobs() {
+    const QString vehicle = QStringLiteral("ZY-100-AA");
+    AddJob({900001, vehicle, QStringLiteral("2024"), basic::DateOf(2030, 1, 1), {}});
+    AddJobDetail(900001, vehicle, basic::DateOf(2024, 5, 2));
+    AddJob({900002, vehicle, QStringLiteral("2026"), basic::DateOf(1999, 1, 1), {}});
+    AddJobDetail(900002, vehicle, basic::DateOf(2026, 2, 1));
+    AddJob({900003, vehicle, QStringLiteral("prévue"), basic::DateOf(2025, 1, 5), {}});
+    AddJob({900004, vehicle, QStringLiteral("sans date"), {}, basic::DateOf(1999, 12, 31)});
+    OpenRecordOf(kVehicle);
+    Box("CTX_IMMAT")->SetText(vehicle);
+    Press("CMD_HistoVis");
+}
+
 bool IsItalic(int column) {
     forms::Grid& jobs = *Grid("DBG_HISTO");
     jobs.SetRow(0);
@@ -116,6 +130,8 @@ class HistoryTest : public QObject {
     void TheSelectionOfOtherColumnsIsTheDialog();
     void TheSearchWorksHere();
     void TheSortWorksHere();
+    void TheDatesShownCanBeSorted();
+    void ADayCanBeSearchedAmongTheDatesShown();
     void TheExportWorksHere();
     void AColumnWithoutAFieldIsRefused();
     void ASortStaysUntilTheNextOpening();
@@ -553,6 +569,40 @@ void HistoryTest::TheSortWorksHere() {
     sorted.sort(Qt::CaseInsensitive);
     QCOMPARE(labels, sorted);
     QVERIFY(labels.size() > 2);
+}
+
+/// The planned days take their places among the others then; nothing shown comes behind all days.
+void HistoryTest::TheDatesShownCanBeSorted() {
+    OpenFourJobs();
+    const auto dates = [] { return CellsOf(*Grid("DBG_HISTO"), kDateColumn); };
+    QCOMPARE(dates(), (QStringList{"01/02/2026", "02/05/2024", QString(), "05/01/2025"}));
+    QCOMPARE(Grid("DBG_HISTO")->ActiveCol(), kDateColumn);
+    QVERIFY(InDialog([] { PressTool(kSortTool); },
+                     [] {
+                         QTest::keyClick(SortDialog().FND3_OPTClasser(0), Qt::Key_Down);
+                         Click(SortDialog().Cmd_GoClasser);
+                     }));
+    QCOMPARE(dates(), (QStringList{"01/02/2026", "05/01/2025", "02/05/2024", QString()}));
+    QCOMPARE(Data("DBD_HISTO")->RecordSource(),
+             QStringLiteral("SELECT IIF([TAFF_DETAIL_DATSORTIEEFF] IS NOT "
+                            "NULL,[TAFF_DETAIL_DATSORTIEEFF],[TAFF_DATLIVRPREV]) AS DATEVISITE, "
+                            "TAFF.TAFF_NUMAFF, TAFF.TAFF_CODCLI, TAFF.TAFF_CM, TAFF.TAFF_LIBOPE, "
+                            "TAFF.TAFF_DETAILOPE FROM TAFF LEFT JOIN TAFF_DETAIL ON TAFF.TAFF_NUMAFF = "
+                            "TAFF_DETAIL.TAFF_DETAIL_NUMAFF Where "
+                            "(((TAFF_DETAIL.TAFF_DETAIL_IDENT)='ZY-100-AA')) OR "
+                            "(([TAFF_IMMATR]='ZY-100-AA'))  Order by DateVisite DESC;"));
+    QVERIFY(program_->boxes.Shown().empty());
+}
+
+void HistoryTest::ADayCanBeSearchedAmongTheDatesShown() {
+    OpenFourJobs();
+    for (const auto& [day, row] :
+         {std::pair{QStringLiteral("05/01/2025"), 4}, std::pair{QStringLiteral("02/05/2024"), 2}}) {
+        Grid("DBG_HISTO")->SetActiveCell(kDateColumn, 1);
+        QVERIFY(InDialog([] { PressTool(kSearchTool); }, [&day = day] { SearchFor(day); }));
+        QCOMPARE(Grid("DBG_HISTO")->ActiveRow(), row);
+        QVERIFY(program_->boxes.Shown().empty());
+    }
 }
 
 void HistoryTest::TheExportWorksHere() {

@@ -23,6 +23,16 @@ forms::TextBox* SearchBox(int number) {
     return forms::ControlArray<forms::TextBox>(Form().Surface(), QStringLiteral("CTX_USERCHER"))(number);
 }
 
+QList<forms::TextBox*> VisibleBoxes() {
+    QList<forms::TextBox*> boxes;
+    for (int number = 3; number <= 22; ++number) {
+        if (Shown(SearchBox(number))) {
+            boxes.append(SearchBox(number));
+        }
+    }
+    return boxes;
+}
+
 /// The user field of the vehicle that the list stands on.
 QString FieldOfCurrent(int number) {
     return UserBox(number)->Text();
@@ -59,7 +69,8 @@ class QuickSearchTest : public QObject {
     void AChangeInAnyBoxStartsAnew();
     void SeveralBoxesMustAllMatch();
     void AnotherTextOfTheButtonMovesNothing();
-    void AnInvalidDateEndsTheProgram();
+    void ASearchForADateEndsTheProgram_data();
+    void ASearchForADateEndsTheProgram();
     void EnterMovesOn();
     void EnterIsSwallowed();
     void TheFrameOpensInFront();
@@ -209,11 +220,17 @@ void QuickSearchTest::AChangeInAnyBoxStartsAnew() {
     const QString first = Box("CTX_IMMAT")->Text();
     Press("Cmd_GoCherche");
     QVERIFY(Box("CTX_IMMAT")->Text() != first);
-    TypeOver(SearchBox(kColour), QStringLiteral("x"));
-    QCOMPARE(ButtonText(), QStringLiteral("Rechercher"));
-    PressKey(Qt::Key_Backspace);
-    Press("Cmd_GoCherche");
-    QCOMPARE(Box("CTX_IMMAT")->Text(), first);
+    QVERIFY(VisibleBoxes().size() > 5);
+    for (forms::TextBox* const box : VisibleBoxes()) {
+        forms::SetFocus(box);
+        PressKey(Qt::Key_End);
+        QTest::keyClicks(box, QStringLiteral("x"));
+        QCOMPARE(ButtonText(), QStringLiteral("Rechercher"));
+        PressKey(Qt::Key_Backspace);
+        Press("Cmd_GoCherche");
+        QCOMPARE(Box("CTX_IMMAT")->Text(), first);
+        QCOMPARE(ButtonText(), QStringLiteral("Suivant"));
+    }
 }
 
 void QuickSearchTest::SeveralBoxesMustAllMatch() {
@@ -237,7 +254,17 @@ void QuickSearchTest::AnotherTextOfTheButtonMovesNothing() {
     QCOMPARE(ButtonText(), QStringLiteral("Suivant"));
 }
 
-void QuickSearchTest::AnInvalidDateEndsTheProgram() {
+void QuickSearchTest::ASearchForADateEndsTheProgram_data() {
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<int>("error");
+    QTest::newRow("no date") << QStringLiteral("hier") << 3077;
+    // The fields are texts, which are not compared with days.
+    QTest::newRow("a date") << QStringLiteral("03/04/2026") << 3464;
+}
+
+void QuickSearchTest::ASearchForADateEndsTheProgram() {
+    QFETCH(const QString, typed);
+    QFETCH(const int, error);
     program_.reset();
     RunningProgram program;
     SetField(kDataFile, u"TPAR", u"TPAR_Ver = '9.5'", u"TPAR_AFFUSER3_TYP", u"D");
@@ -245,12 +272,12 @@ void QuickSearchTest::AnInvalidDateEndsTheProgram() {
     program.OpenVehicles();
     support::BoxAnswerer boxes;
     Form().OpenQuickSearch();
-    TypeOver(SearchBox(kSerialNumber), QStringLiteral("hier"));
+    TypeOver(SearchBox(kSerialNumber), typed);
     Press("Cmd_GoCherche");
     QCOMPARE(forms::CatchEndOfProcess(true), endsBefore + 1);
     QCOMPARE(boxes.Shown().size(), std::size_t{1});
     QCOMPARE(boxes.Shown().front().icon, QStringLiteral("erreur"));
-    QVERIFY2(boxes.Shown().front().text.startsWith(QStringLiteral("Erreur d'exécution 3077")),
+    QVERIFY2(boxes.Shown().front().text.startsWith(QStringLiteral("Erreur d'exécution %1").arg(error)),
              qPrintable(boxes.Shown().front().text));
 }
 

@@ -131,6 +131,7 @@ class SheetTest : public QObject {
     void FieldsWithoutValueLeaveNoHole();
     void AnUnknownCustomerIsNamedByItsCode();
     void WithoutCustomerUserFieldsAndNotesNothingStandsForThem();
+    void WhatHoldsBlanksOnlyIsLikeNothing();
     void AHiddenFieldIsNotOnTheSheet();
     void AllFieldsOfASite();
     void AFieldBehindTheParametersThatIsLabelledIsSentToo();
@@ -440,6 +441,11 @@ void SheetTest::ASheetWithEverything() {
     SetVehicle(QStringLiteral("RG-194-NE"), u"TVEH_Note1",
                QStringLiteral("Pneus d'été à l'atelier.\r\nClé n° 12."));
     SetVehicle(QStringLiteral("RG-194-NE"), u"TVEH_Note2", QStringLiteral("Contrat jusqu'au 31/12."));
+    // The first two fields the report reads itself.
+    SetLabel(1, QStringLiteral("1er jour d'usage"));
+    SetVehicle(QStringLiteral("RG-194-NE"), u"TVEH_USER1", QStringLiteral("début d'été"));
+    SetLabel(2, QStringLiteral("Km d'origine"));
+    SetVehicle(QStringLiteral("RG-194-NE"), u"TVEH_USER2", QStringLiteral("plus d'un"));
     Open(QStringLiteral("RG-194-NE"));
     QCOMPARE(
         OnlyPage(),
@@ -447,8 +453,8 @@ void SheetTest::ASheetWithEverything() {
             QStringList({QStringLiteral("Marque PEUGEOT"), QStringLiteral("RG-194-NE Complément Boxer HDi"),
                          QStringLiteral("Client (utilisateur) C0303 – VIGNOBLES O'BRIEN 164"),
                          QStringLiteral("Caractéristiques"),
-                         QStringLiteral("1 - 1er usage 03/02/2010 6 - Puissance (CV) 11"),
-                         QStringLiteral("2 - Kilométrage 54727 7 - Couleur Vert forêt"),
+                         QStringLiteral("1 - 1er jour d'usage début d'été 6 - Puissance (CV) 11"),
+                         QStringLiteral("2 - Km d'origine plus d'un 7 - Couleur Vert forêt"),
                          QStringLiteral("3 - N° de série VFQPJNV7737717 8 - N° de parc P1004"),
                          QStringLiteral("4 - Énergie Gazole 10 - Conducteur Hélène Garnier"),
                          QStringLiteral("Notes"), QStringLiteral("Pneus d'été à l'atelier."),
@@ -486,6 +492,22 @@ void SheetTest::WithoutCustomerUserFieldsAndNotesNothingStandsForThem() {
     Open(QStringLiteral("CF-974-BL"));
     QCOMPARE(OnlyPage(), Heading() + QStringList(QStringLiteral("CF-974-BL")) + WorkTable() +
                              QStringList(QStringLiteral("CF-974-BL Page 1/1")));
+}
+
+/// Titles of what is left out are left out too.
+void SheetTest::WhatHoldsBlanksOnlyIsLikeNothing() {
+    for (const char16_t* field :
+         {u"TVEH_MARQUE", u"TVEH_ComplIdent", u"TVEH_USER1", u"TVEH_USER2", u"TVEH_USER3", u"TVEH_USER4",
+          u"TVEH_USER6", u"TVEH_USER8", u"TVEH_USER10", u"TVEH_Note1", u"TVEH_Note2"}) {
+        SetVehicle(QStringLiteral("RG-194-NE"), field, QStringLiteral("  "));
+    }
+    SetLabel(7, QStringLiteral("  "));
+    Open(QStringLiteral("RG-194-NE"));
+    QCOMPARE(OnlyPage(),
+             Heading() +
+                 QStringList({QStringLiteral("Client (utilisateur) C0303 – VIGNOBLES O'BRIEN 164"),
+                              QStringLiteral("RG-194-NE")}) +
+                 WorkTable() + QStringList(QStringLiteral("RG-194-NE Page 1/1")));
 }
 
 void SheetTest::AHiddenFieldIsNotOnTheSheet() {

@@ -70,7 +70,9 @@ class LargeHistoryTest : public testing::Test {
 };
 
 /// Half of the jobs' pages hold one of the vehicle's, and no others are read; nothing leads from a
-/// registration to the detail lines, which are all looked at.
+/// registration to the detail lines, which are all looked at. Pages asked for more than once are counted each
+/// time: they tell what a row costs, while that the jobs are not read through, `read` tells, and the vehicle
+/// with few jobs.
 TEST_F(LargeHistoryTest, TheJobsAreReadThroughTheIndexesThatThereAre) {
     const auto database = jet::Database::Open(File(), jet::OpenMode::ReadOnly);
     const std::size_t jobPages = RowPagesOf(*database, u"TAFF");

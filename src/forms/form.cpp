@@ -349,7 +349,6 @@ void Form::ShowAgain() {
 }
 
 void Form::RunModally() {
-    const QPointer<Form> self = this;
     QEventLoop loop;
     d_->modalLoop = &loop;
     loop.exec();

@@ -1,5 +1,7 @@
 #include <listtools/fcherche.h>
 
+#include <QPointer>
+
 #include <basic/conversion.h>
 #include <basic/date.h>
 #include <basic/locale.h>
@@ -116,7 +118,11 @@ void FCHERCHE::Search(const QString& criterion) {
     } else {
         rows.FindFirst(forms::ToText(criterion));
     }
+    const QPointer<FCHERCHE> self(this);
     forms::DoEvents();
+    if (self == nullptr || !self->Visible()) {
+        return;  // Closed by a click that waited for the end of the search: nobody is left to tell.
+    }
     if (rows.NoMatch()) {
         forms::MsgBox(TRAD(QStringLiteral("Elément non trouvé. Fin de la recherche.")));
         Cmd_GoCherche->setText(kFromTheStart.toString());

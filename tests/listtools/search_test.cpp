@@ -1,5 +1,6 @@
 // The search dialog: states of its button, checks of the value, focus, ends.
 #include <QLabel>
+#include <QMouseEvent>
 #include <QRegularExpression>
 
 #include <forms/combo.h>
@@ -65,6 +66,7 @@ class SearchTest : public QObject {
     void ClosingItEmptiesTheListsOfItsCombos();
     void AnEmptyValueOnlyGetsTheFocus();
     void ThreePressesFindTwoRowsAndTheEnd();
+    void ASearchThatIsClosedWhileItRunsTellsNothing();
     void AnotherValueStartsFromTheFirstRow();
     void AnotherOptionGoesOnFromTheCurrentRow();
     void TheFoundRowStaysCurrentWhenTheDialogCloses();
@@ -202,6 +204,24 @@ void SearchTest::ThreePressesFindTwoRowsAndTheEnd() {
         QCOMPARE(forms::Screen::MousePointer(), 0);
         Click(dialog.Cmd_GoCherche);
         QCOMPARE(ActiveCell(grid, kRegistration), QStringLiteral("FQ-453-HQ"));
+    });
+}
+
+/// The operator did not wait: the click on the closing button is there before the search has ended.
+void SearchTest::ASearchThatIsClosedWhileItRunsTellsNothing() {
+    Open(kMake, [&] {
+        QTest::keyClicks(SearchDialog().CTX3_CHERCHE, QStringLiteral("nulle part"));
+        forms::Button* const close = SearchDialog().Cmd_FinCherche;
+        forms::SetFocus(close);
+        const QPointF place(close->rect().center());
+        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            const auto held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+            QCoreApplication::postEvent(close, new QMouseEvent(type, place, close->mapToGlobal(place),
+                                                               Qt::LeftButton, held, Qt::NoModifier));
+        }
+        SearchDialog().Cmd_GoCherche->click();
+        QCOMPARE(TakeTexts(program_->boxes), QString());
+        QCOMPARE(forms::Screen::MousePointer(), 0);
     });
 }
 

@@ -73,6 +73,7 @@ class RecordCommandsTest : public QObject {
     void DeletingInAFileThatTurnedReadOnlyIsAnUnhandledError();
 
     void RefreshShowsWhatOthersHaveWritten();
+    void RefreshOnTheRecordKeepsTheVisitsOfTheVehicleBefore();
     void EveryCommandSaysWhatItDoes();
     void EveryMessageIsTranslated();
 
@@ -373,6 +374,24 @@ void RecordCommandsTest::RefreshShowsWhatOthersHaveWritten() {
     QCOMPARE(Grid("DBG_Liste")->MaxRows(), vehicles + 1);
     QCOMPARE(Grid("DBG_Liste")->ActiveRow(), 1);
     QCOMPARE(Box("CTX_IMMAT")->Text(), Cell("DBG_Liste", 1, 1));
+}
+
+/// They and the customer's name are renewed where the record is entered from the list.
+void RecordCommandsTest::RefreshOnTheRecordKeepsTheVisitsOfTheVehicleBefore() {
+    OpenRecordOf(kToyota);
+    const QString customer = Box("CTX_RSCLI")->Text();
+    PressKey(Qt::Key_F5);
+    const QString first = Box("CTX_IMMAT")->Text();
+    QVERIFY(first != kToyota);
+    QCOMPARE(Grid("DBG_DETAIL")->MaxRows(), 3);
+    QCOMPARE(Cell("DBG_DETAIL", 1, 1), QStringLiteral("CT"));
+    QCOMPARE(Box("CTX_RSCLI")->Text(), customer);
+    PressKey(Qt::Key_F8);
+    OpenRecordOf(first);
+    QCOMPARE(Grid("DBG_DETAIL")->MaxRows(),
+             static_cast<int>(
+                 StoredRows(program_->DataFile(), "TVEH_DETAIL", QStringLiteral("TVEH_DETAIL_Immat"), first)
+                     .size()));
 }
 
 void RecordCommandsTest::EveryCommandSaysWhatItDoes() {

@@ -149,6 +149,7 @@ class VisitsTest : public QObject {
     void TwoVisitsOfANewVehicleAreTypedAndSavedWithoutTheMouse();
     void ChangedVisitsAreEditedAndNewOnesAppended();
     void ARowNeverLeftThroughItsDateIsLinkedByTheSave();
+    void ACodeThatIsNotLeftForAnotherCellIsSavedUnchecked();
     void APeriodOfZeroIsStored();
     void ATypedVisitHoldsTheOperatorOnTheRecord();
     void CancellingDropsTypedVisits();
@@ -608,6 +609,20 @@ void VisitsTest::ARowNeverLeftThroughItsDateIsLinkedByTheSave() {
     QCOMPARE(Visit(kLink, 4), kToyota);
     QCOMPARE(Stored(kToyota).size(), std::size_t{4});
     QCOMPARE(Stored(kToyota)[3].at(QStringLiteral("TVEH_DETAIL_DATVIS")), QString());
+}
+
+/// Cells are checked on the way to another cell, which the save does not go.
+void VisitsTest::ACodeThatIsNotLeftForAnotherCellIsSavedUnchecked() {
+    ClickCell(Visits(), kType, 1);
+    Type(QStringLiteral("ZZZ"));
+    Key(Qt::Key_S, Qt::ControlModifier);
+    QVERIFY(!PickerIsShown());
+    QStringList codes;
+    for (const StoredRow& visit : Stored(kToyota)) {
+        codes += visit.at(QStringLiteral("TVEH_DETAIL_TypTrav"));
+    }
+    codes.sort();
+    QCOMPARE(codes, (QStringList{"LIM", "VID", "ZZZ"}));
 }
 
 void VisitsTest::APeriodOfZeroIsStored() {

@@ -31,7 +31,7 @@ windows=(g++-mingw-w64-x86-64-posix googletest wine wine64)
 case "${1:-build}" in
     build) wanted=("${tools[@]}" "${build[@]}") ;;
     test | bench) wanted=("${tools[@]}" "${build[@]}" "${test[@]}") ;;
-    fuzz) wanted=("${tools[@]}" "${fuzz[@]}") ;;
+    fuzz) wanted=("${tools[@]}" "${build[@]}" "${fuzz[@]}") ;;
     windows) wanted=("${tools[@]}" "${windows[@]}") ;;
     *)
         echo "Ensemble de paquets inconnu : $1" >&2

@@ -1,4 +1,4 @@
-# Takes the guided tour: three letters and a picture of each stage.
+# Takes the guided tour: three letters and a picture of each stage; of printed pages where pdftoppm makes them.
 file(REMOVE_RECURSE ${FOLDER})
 execute_process(COMMAND ${DEMO} tour ${FOLDER} --images ${FOLDER}/images RESULT_VARIABLE result)
 if(NOT result EQUAL 0)
@@ -9,9 +9,14 @@ list(LENGTH letters count)
 if(NOT count EQUAL 3)
     message(FATAL_ERROR "letters: ${letters}")
 endif()
+find_program(PDFTOPPM pdftoppm)
+set(printed "")
+if(PDFTOPPM)
+    set(printed impression-liste fiche-imprimee lettre)
+endif()
 foreach(stage demarrage liste selection classement liste-choisie recherche fiche historique historique-detail
         historique-date historique-choisi fiche-apercu fiche-types fiche-nouvelle fiche-enregistree fiche-saisie suppression
-        liste-suppression relances relances-cochees modele evolutions)
+        liste-suppression calendrier relances relances-cochees modele evolutions ${printed})
     if(NOT EXISTS ${FOLDER}/images/${stage}.png)
         message(FATAL_ERROR "no picture: ${stage}")
     endif()

@@ -486,6 +486,10 @@ void DateSelectionTest::AListToolOnTheVehiclesWritesTheFilterToo() {
     SelectDate(-1, QString());
     QCOMPARE(Source(), kSelect + kOrder);
     QVERIFY(Grid("DBG_HISTO")->MaxRows() > 1000);
+    // A date typed then is the only condition.
+    SelectDate(2, QStringLiteral("31/12/1999"));
+    QCOMPARE(Source(), Statement(kDate + QStringLiteral("= #12/31/99#")));
+    QCOMPARE(ShownLabels(), QStringList{"1999"});
 }
 
 void DateSelectionTest::TheVehiclesGetTheHistorysFilterToo() {

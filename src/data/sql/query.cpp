@@ -51,7 +51,7 @@ bool Query::IsOneSide(std::size_t source) const {
 
 std::vector<std::optional<jet::RowId>> Query::Completed(std::vector<std::optional<jet::RowId>> parts) const {
     const SelectPlan& plan = select_->Plan();
-    const ProducerPtr rows = PlanAround(parts, plan.from, plan.SourceScope());
+    const ProducerPtr rows = PlanAround(parts, plan.from, plan.where, plan.SourceScope());
     RowContext row(plan.tables);
     rows->Produce(row, [&] {
         RowParts found(parts.size());

@@ -53,4 +53,14 @@ std::optional<NameMeaning> ColumnOf(const Expression& expression) {
     return name->meaning;
 }
 
+std::optional<Link> LinkOf(const Expression& condition) {
+    const auto* comparison = condition.As<Binary>();
+    if (comparison == nullptr || comparison->op != BinaryOperator::Equal) {
+        return std::nullopt;
+    }
+    const auto left = ColumnOf(*comparison->left);
+    const auto right = ColumnOf(*comparison->right);
+    return left && right && left->source != right->source ? std::optional(Link{*left, *right}) : std::nullopt;
+}
+
 }  // namespace quardele::sql

@@ -1,6 +1,7 @@
 // Conditions taken apart at their ANDs.
 #pragma once
 
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -21,6 +22,14 @@ using Conjuncts = std::vector<Conjunct>;
 void AppendConjuncts(const ExpressionPtr& condition, Conjuncts& conjuncts);
 /// Takes out those that look at no source outside a set.
 [[nodiscard]] Conjuncts TakeWithin(Conjuncts& conjuncts, SourceSet set);
+
+/// Two columns of different sources that a condition wants to be equal.
+struct Link {
+    NameMeaning left;
+    NameMeaning right;
+};
+/// What a condition links, empty for any other condition.
+[[nodiscard]] std::optional<Link> LinkOf(const Expression& condition);
 
 /// The source column that an expression is, empty when it is anything else.
 [[nodiscard]] std::optional<NameMeaning> ColumnOf(const Expression& expression);

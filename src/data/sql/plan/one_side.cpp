@@ -27,15 +27,9 @@ ColumnSets JoinedColumns(const Select& select, std::size_t tables) {
     AppendConjuncts(select.where, conjuncts);
     ColumnSets joined(tables);
     for (const Conjunct& conjunct : conjuncts) {
-        const auto* comparison = conjunct.expression->As<Binary>();
-        if (comparison == nullptr || comparison->op != BinaryOperator::Equal) {
-            continue;
-        }
-        const auto left = ColumnOf(*comparison->left);
-        const auto right = ColumnOf(*comparison->right);
-        if (left && right && left->source != right->source) {
-            joined[left->source].insert(left->column);
-            joined[right->source].insert(right->column);
+        if (const auto link = LinkOf(*conjunct.expression)) {
+            joined[link->left.source].insert(link->left.column);
+            joined[link->right.source].insert(link->right.column);
         }
     }
     return joined;

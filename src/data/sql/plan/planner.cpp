@@ -73,7 +73,9 @@ class Planner {
         return plan;
     }
 
-    ProducerPtr Make(const std::vector<FromItem>& from) { return FromList(from, from.size(), {}).rows; }
+    ProducerPtr Make(const std::vector<FromItem>& from, const Conjuncts& links) {
+        return FromList(from, from.size(), links).rows;
+    }
 
  private:
     /// The rows of the whole clause: all at once, or by the ways in which one of the conditions can be true
@@ -145,7 +147,8 @@ class Planner {
         Relation relation;
         relation.sources = {source};
         if (source < known_.size() && known_[source]) {
-            relation.rows = std::make_unique<const KnownRowProducer>(source, *known_[source]);
+            relation.rows = std::make_unique<const FilterProducer>(
+                std::make_unique<const KnownRowProducer>(source, *known_[source]), CompileAll(conditions));
             return relation;
         }
         if (const auto& query = (*scope_.sources)[source].query) {
@@ -332,8 +335,12 @@ Plan MakePlan(const Select& select, const CompileScope& scope) {
     return Planner(scope).Make(select);
 }
 
-ProducerPtr PlanAround(const RowParts& known, const std::vector<FromItem>& from, const CompileScope& scope) {
-    return Planner(scope, known).Make(from);
+ProducerPtr PlanAround(const RowParts& known, const std::vector<FromItem>& from, const ExpressionPtr& where,
+                       const CompileScope& scope) {
+    Conjuncts links;
+    AppendConjuncts(where, links);
+    std::erase_if(links, [](const Conjunct& condition) { return !LinkOf(*condition.expression); });
+    return Planner(scope, known).Make(from, links);
 }
 
 }  // namespace quardele::sql

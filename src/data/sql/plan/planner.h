@@ -21,9 +21,9 @@ struct Plan {
 /// The names of the clauses are bound; `scope` names the tables and must outlive the plan's making only.
 [[nodiscard]] Plan MakePlan(const Select& select, const CompileScope& scope);
 
-/// The rows that a FROM clause alone makes of tables of which some have one known row only; one entry per
-/// source, empty for any row.
+/// The rows that a FROM clause makes of tables of which some have one known row only; one entry per source,
+/// empty for any row. Of the conditions of WHERE those count that link two tables, as they would in FROM.
 [[nodiscard]] ProducerPtr PlanAround(const RowParts& known, const std::vector<FromItem>& from,
-                                     const CompileScope& scope);
+                                     const ExpressionPtr& where, const CompileScope& scope);
 
 }  // namespace quardele::sql

@@ -48,6 +48,7 @@ class PlanMaker {
             plan_.order.clear();
         }
         plan_.from = std::move(bound_.select.from);
+        plan_.where = std::move(bound_.select.where);
         plan_.sources = std::move(bound_.sources);
         plan_.items = std::move(bound_.items);
         return std::move(plan_);

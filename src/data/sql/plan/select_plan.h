@@ -40,6 +40,7 @@ struct SelectPlan {
     std::vector<Source> sources;
     Tables tables;
     std::vector<FromItem> from;  ///< the shape of the joins
+    ExpressionPtr where;         ///< may be empty
     std::vector<bool> oneSides;  ///< see FindOneSides
     std::vector<ResultItem> items;
     std::vector<ResultColumn> columns;

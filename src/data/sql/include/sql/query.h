@@ -59,8 +59,9 @@ class Query : public std::enable_shared_from_this<Query> {
     [[nodiscard]] const std::vector<std::shared_ptr<jet::Table>>& Sources() const;
     /// Whether a source is the "one" side of its join: rows of the others meet one row of it at most.
     [[nodiscard]] bool IsOneSide(std::size_t source) const;
-    /// The parts of a row that has some of them, one per source: for the others what FROM joins to these,
-    /// whatever WHERE says. They stay empty where it joins nothing.
+    /// The parts of a row that has some of them, one per source: for the others what FROM and the equalities
+    /// of WHERE between columns of two tables join to these, whatever else WHERE says. They stay empty where
+    /// nothing is joined.
     [[nodiscard]] std::vector<std::optional<jet::RowId>> Completed(
         std::vector<std::optional<jet::RowId>> parts) const;
     /// Finds membership and order of the rows now; values are read later (see RowSet).

@@ -1,5 +1,9 @@
 // Rows that another user of the file deletes, and others that come to lie in their places: a dynaset knows
 // its records by their keys.
+#include <algorithm>
+#include <array>
+#include <fstream>
+
 #include <jet/database.h>
 #include <jet/step.h>
 
@@ -131,6 +135,48 @@ TEST_F(ReusedPlaceTest, AnAddedRecordIsKnownByItsKeyToo) {
     ExecuteElsewhere("UPDATE TTYP SET TTYP_CODE = 'ZZ' WHERE TTYP_CODE = 'ZZZ'");
     DBEngine::Instance().Idle(1);
     EXPECT_EQ(ErrorOf([&] { (void)rows->Value(0); }), error::kRecordDeleted);
+}
+
+TEST_F(ReusedPlaceTest, ARowSeenInTheOrderOfAnotherIndexIsKnownByItsKeyToo) {
+    ExecuteElsewhere("CREATE INDEX LIBELLE ON TTYP (TTYP_LIBELLE)");
+    const auto rows = OpenDynaset(u"SELECT * FROM TTYP ORDER BY TTYP_LIBELLE");
+    const auto last = OpenDynaset(u"SELECT TOP 3 * FROM TTYP ORDER BY TTYP_LIBELLE DESC");
+    for (Recordset* each : {rows.get(), last.get()}) {
+        each->MoveNext();
+        ASSERT_FALSE(each->Value(u"TTYP_CODE").IsNull());
+    }
+    ReplaceKinds();
+    DBEngine::Instance().Idle(1);
+    for (Recordset* each : {rows.get(), last.get()}) {
+        SCOPED_TRACE(basic::ToUtf8(each->Name()));
+        EXPECT_EQ(ErrorOf([&] { (void)each->Value(u"TTYP_CODE"); }), error::kRecordDeleted);
+        EXPECT_EQ(ErrorOf([&] { each->Edit(); }), error::kRecordDeleted);
+        EXPECT_EQ(ErrorOf([&] { each->Delete(); }), error::kRecordDeleted);
+    }
+    EXPECT_EQ(OpenTable(u"TTYP")->RecordCount(), 12U);
+}
+
+/// As the original engine may have written it: of a text that it can sort and this one cannot, the key in
+/// the index is another one than is made here.
+TEST_F(ReusedPlaceTest, ARecordWhoseKeyIsATextOfUnknownOrderIsNotTakenForAnotherOne) {
+    ExecuteElsewhere("CREATE TABLE TCYR (K TEXT(10) CONSTRAINT PK PRIMARY KEY, N LONG)");
+    ExecuteElsewhere("INSERT INTO TCYR VALUES ('ZQQZ', 1)");
+    const auto file = Installed().File(kData);
+    const std::vector<std::uint8_t> bytes = jet::test::ReadBytes(file);
+    constexpr std::array<std::uint8_t, 6> kStored{0xFF, 0xFE, 'Z', 'Q', 'Q', 'Z'};
+    const auto place = std::search(bytes.begin(), bytes.end(), kStored.begin(), kStored.end());
+    ASSERT_NE(place, bytes.end());
+    ASSERT_EQ(std::search(place + 1, bytes.end(), kStored.begin(), kStored.end()), bytes.end());
+    {
+        std::fstream stream(file, std::ios::binary | std::ios::in | std::ios::out);
+        stream.seekp(place - bytes.begin());
+        stream << "\x2D\x4E\x01\x4E\x2D\x4E";
+    }
+    const auto rows = OpenDynaset(u"TCYR");
+    EXPECT_EQ(rows->Value(u"K"), Variant(u"\u4E2D\u4E01\u4E2D"));
+    ExecuteElsewhere("UPDATE TCYR SET N = 2");
+    DBEngine::Instance().Idle(1);
+    EXPECT_EQ(rows->Value(u"N"), Variant(std::int32_t{2}));
 }
 
 }  // namespace

@@ -49,7 +49,8 @@ std::uint32_t KeyMarks::Of(const Row& row) const {
             values.push_back(
                 ColumnData(table_.Pages(), def.stored[static_cast<std::size_t>(part.column)], layout));
         }
-        return MarkOf(MakeKey(def, index, table_.Layout(), values).bytes);
+        const RowKey key = MakeKey(def, index, table_.Layout(), values);
+        return key.known ? MarkOf(key.bytes) : kNone;
     });
 }
 

@@ -85,11 +85,17 @@ std::uint32_t RowMarks::MarkOf(std::size_t row) const {
 
 bool RowMarks::Asks(std::size_t row, std::size_t source) const {
     return source < parts_.size() && parts_[source] && row < parts_[source]->marks.size() &&
-           parts_[source]->marks[row] != jet::KeyMarks::kNone && State() != state_;
+           !Lacks(row, source) && State() != state_;
+}
+
+bool RowMarks::Lacks(std::size_t row, std::size_t source) const {
+    return source < parts_.size() && parts_[source] && row < parts_[source]->marks.size() &&
+           parts_[source]->marks[row] == jet::KeyMarks::kNone;
 }
 
 bool RowMarks::Fits(std::size_t row, std::size_t source, const jet::Row& now) const {
-    return parts_[source]->keys.Of(now) == parts_[source]->marks[row];
+    const std::uint32_t mark = parts_[source]->keys.Of(now);
+    return mark == jet::KeyMarks::kNone || mark == parts_[source]->marks[row];
 }
 
 void RowMarks::Set(std::size_t row, std::size_t source, const jet::Row* now) {

@@ -35,6 +35,8 @@ class RowMarks {
     [[nodiscard]] bool Fits(std::size_t row, std::size_t source, const jet::Row& now) const;
     /// Whether that must be asked.
     [[nodiscard]] bool Asks(std::size_t row, std::size_t source) const;
+    /// Whether a row's part is not marked although its table has what marks it.
+    [[nodiscard]] bool Lacks(std::size_t row, std::size_t source) const;
     /// A row's part has become another one, or has another key, by this program's own doing.
     void Set(std::size_t row, std::size_t source, const jet::Row* now);
 

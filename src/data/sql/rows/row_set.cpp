@@ -60,16 +60,21 @@ RowContext& RowSet::Data::At(std::size_t row) {
 void RowSet::Data::SetPart(std::size_t row, std::size_t source) {
     const jet::RowId key = rows.keys[source][row];
     context_.SetKey(source, key);
-    if (key == kNoRow || key == kDeletedRow || !rows.marks.Asks(row, source)) {
+    const bool lacksMark = rows.marks.Lacks(row, source);
+    if (key == kNoRow || key == kDeletedRow || !(lacksMark || rows.marks.Asks(row, source))) {
         return;
     }
-    if (auto now = plan.tables[source]->Fetch(key)) {
-        if (rows.marks.Fits(row, source, *now)) {
-            context_.SetRow(source, std::move(*now));
-        } else {
-            context_.SetKey(source, kDeletedRow);
-        }
+    auto now = plan.tables[source]->Fetch(key);
+    if (!now) {
+        return;
     }
+    if (lacksMark) {
+        rows.marks.Set(row, source, &*now);
+    } else if (!rows.marks.Fits(row, source, *now)) {
+        context_.SetKey(source, kDeletedRow);
+        return;
+    }
+    context_.SetRow(source, std::move(*now));
 }
 
 void RowSet::Data::Remark(std::size_t row, std::size_t source) {

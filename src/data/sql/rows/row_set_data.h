@@ -54,7 +54,8 @@ struct RowSet::Data {
     void Remark(std::size_t row, std::size_t source);
 
  private:
-    /// Puts a row's part into the context; one in whose place another row lies counts as deleted.
+    /// Puts a row's part into the context; one in whose place another row lies counts as deleted. A part that
+    /// was not read when it was found is marked now: somebody is going to see it.
     void SetPart(std::size_t row, std::size_t source);
 
     std::unique_ptr<PendingRows> pending_;  ///< null once all rows are found

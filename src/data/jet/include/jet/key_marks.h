@@ -16,7 +16,8 @@ class KeyMarks {
     /// The table must outlive it.
     explicit KeyMarks(const Table& table);
 
-    /// The number of rows that have none: there is no such index.
+    /// The number of rows that have none: there is no such index, or a text in the key has units whose order
+    /// is not known, so that the entry may hold another key than can be made from the row.
     static constexpr std::uint32_t kNone = 0;
     [[nodiscard]] std::uint32_t Of(const Row& row) const;
     /// Of the row of an entry of an index, without a look at the row; kNone for another index.

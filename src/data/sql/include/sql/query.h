@@ -68,10 +68,12 @@ class Query : public std::enable_shared_from_this<Query> {
     [[nodiscard]] RowSet Run() const;
     /// The same, but where a statement allows it, rows are found when they are first asked for, and rows of
     /// tables with a unique key are told from others that come to lie in their places: those count as
-    /// deleted. Whoever changes the file through this database, and wants the rows as they were, finds them
-    /// all beforehand (RowSet::Size). When others change it meanwhile, rows that were not found yet are those
-    /// of the file as it is when they are: the order goes on behind the row found last, and no row comes
-    /// twice.
+    /// deleted. What is found in the order of another index than that of the key is known by its key from the
+    /// first look at it. A row whose key an action statement, or a relation that cascades changes, has given
+    /// another value counts as deleted too, until the statement is run again. Whoever changes the file
+    /// through this database, and wants the rows as they were, finds them all beforehand (RowSet::Size). When
+    /// others change it meanwhile, rows that were not found yet are those of the file as it is when they are:
+    /// the order goes on behind the row found last, and no row comes twice.
     [[nodiscard]] RowSet RunInSteps() const;
 
  private:

@@ -1,5 +1,7 @@
 // Which texts of the tools pass through the translation and which do not, with the switch raised as in a
 // translated edition.
+#include <functional>
+
 #include <forms/strings.h>
 
 #include "list_program.h"
@@ -14,6 +16,22 @@ enum Comparison { StartsWith, Equal, Different, Greater, Less, Contains };
 constexpr int kMake = 2;
 constexpr int kDate = 5;
 constexpr int kNumber = 6;
+
+/// The quote that it holds ends a condition's text.
+const QString kQuote = QStringLiteral("L'OREE");
+
+using Action = std::function<void()>;
+
+void SortOnNoField() {
+    ReplaceColumn(*Vehicles().grid, kMake, QStringLiteral("Absente|TVEH_ABSENTE|8|text|locked"));
+    GoToColumn(*Vehicles().grid, kMake);
+    QVERIFY(InDialog([] { PressTool(Vehicles(), kSortTool); }, [] { Click(SortDialog().Cmd_GoClasser); }));
+}
+
+void SearchForAQuote() {
+    QVERIFY(InDialog([] { listtools::GridToolAction(kSearchTool, *Vehicles().grid, Vehicles().data); },
+                     [] { SearchFor(kQuote); }));
+}
 
 }  // namespace
 
@@ -32,6 +50,7 @@ class TranslatedToolsTest : public QObject {
     void TheBoxesOfTheExportAreTranslatedButForTheNames();
     void TheMessagesOfTheSelectionAreTranslated();
     void OnlyTheEndOfAConversionFailureIsTranslated();
+    void FailuresOfTheToolsAreNotTranslated_data();
     void FailuresOfTheToolsAreNotTranslated();
     void TheMessagesOfTheSearchAreTranslated_data();
     void TheMessagesOfTheSearchAreTranslated();
@@ -113,14 +132,30 @@ void TranslatedToolsTest::OnlyTheEndOfAConversionFailureIsTranslated() {
     CompareBoxes(program_->boxes, {QStringLiteral("SELECTION ERR. 13 A date, please ")});
 }
 
+void TranslatedToolsTest::FailuresOfTheToolsAreNotTranslated_data() {
+    QTest::addColumn<Action>("fail");
+    QTest::addColumn<QString>("beginning");
+    QTest::newRow("selection") << Action([] { SelectOn(Vehicles(), kMake, Equal, kQuote); })
+                               << QStringLiteral("SELECTION (ERREUR");
+    QTest::newRow("sort") << Action(SortOnNoField) << QStringLiteral("CLASSER (ERR.");
+    QTest::newRow("search") << Action(SearchForAQuote) << QStringLiteral("Recherche (ERR.");
+}
+
+/// Neither the whole of them nor a part.
 void TranslatedToolsTest::FailuresOfTheToolsAreNotTranslated() {
-    const QString quote = QStringLiteral("L'OREE");
-    SelectOn(Vehicles(), kMake, Equal, quote);
-    const QString french = program_->boxes.TakeTexts().at(0);
-    SelectOn(Vehicles(), kMake, Equal, QString());
-    support::RaiseTranslation({{forms::ToText(french), u"Failure"}, {u"SELECTION (ERREUR", u"Failure"}});
-    SelectOn(Vehicles(), kMake, Equal, quote);
-    CompareBoxes(program_->boxes, {french});
+    QFETCH(const Action, fail);
+    QFETCH(const QString, beginning);
+    fail();
+    const std::vector<QString> boxes = program_->boxes.TakeTexts();
+    QCOMPARE(boxes.size(), std::size_t{1});
+    const QString& french = boxes.front();
+    QVERIFY2(french.startsWith(beginning), qPrintable(french));
+    // What has failed is in the condition or the order of the list.
+    cleanup();
+    init();
+    support::RaiseMarksFor({french, beginning, french.section(u':', 1)});
+    fail();
+    QCOMPARE(program_->boxes.TakeTexts(), boxes);
 }
 
 void TranslatedToolsTest::TheMessagesOfTheSearchAreTranslated_data() {

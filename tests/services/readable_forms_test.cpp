@@ -1,5 +1,5 @@
-// Every form but the vehicle form, whose size changes with the screen, as a reader finds it: nothing is cut
-// off, nothing stands on something else. A picture of each is kept in the build tree.
+// Every form but the main window and the vehicle form, whose sizes change with the screen, as a reader finds
+// it: nothing is cut off, nothing stands on something else. A picture of each is kept in the build tree.
 #include <functional>
 
 #include <QTest>
@@ -11,12 +11,17 @@
 #include <listtools/list_tool_context.h>
 #include <reminders/fchxmodl.h>
 #include <reminders/frelances.h>
+#include <reports/f_rpt.h>
+#include <reports/report_request.h>
+#include <services/calendar_picker.h>
 #include <shell/f_evolution.h>
 #include <shell/main_window.h>
 #include <shell/session.h>
+#include <support/boxes.h>
 #include <support/installation.h>
 #include <support/readable.h>
 
+#include "forms_of_the_program.h"
 #include "start.h"
 
 using namespace quardele;
@@ -25,6 +30,8 @@ namespace {
 
 struct Case {
     const char* name;
+    /// The form's name in the program.
+    QString formName;
     std::function<forms::Form&()> form;
     /// What the form has on purpose.
     QString known = {};
@@ -49,6 +56,24 @@ forms::Form& ChangeLog(int module) {
     return Shown<shell::F_EVOLUTION>();
 }
 
+/// The sheet of a vehicle in the viewer.
+forms::Form& Report() {
+    reports::ReportRequest& request = reports::TheReportRequest();
+    request.ReportFile = QStringLiteral("IMPVEH.RPT");
+    request.TableLocation(1) = QStringLiteral("C:\\QUARDELE\\DATA\\talmeon.mdb");
+    request.SelectionFormula = QStringLiteral("{TVEH.TVEH_IMMAT}='KG-361-VP'");
+    request.OutputMode = 0;
+    const support::BoxAnswerer confirmation;
+    return Shown<reports::F_RPT>();
+}
+
+/// Over a box with a date.
+template <class Picker>
+forms::Form& Calendar() {
+    forms::SetFocus(static_cast<reminders::FRELANCES&>(Reminders()).CTX_DATEREL);
+    return Shown<Picker>();
+}
+
 const std::vector<Case>& Cases() {
     constexpr int kThisModule = 10;
     constexpr int kAnyModule = 99;
@@ -57,14 +82,18 @@ const std::vector<Case>& Cases() {
     // Two boxes that the program alone uses lie behind the list of templates.
     const QString behindTheList = QStringLiteral("overlap: CTX_PATH/DBG_Liste CTX_PREFDOT/DBG_Liste ");
     static const std::vector<Case> cases{
-        {"reminders", Reminders},
-        {"change log", [=]() -> forms::Form& { return ChangeLog(kThisModule); }, log},
-        {"change log with the choice of a module", [=]() -> forms::Form& { return ChangeLog(kAnyModule); },
-         log},
-        {"choice of a template", Shown<reminders::FCHXMODL>, behindTheList},
-        {"selection", Shown<listtools::FSELECT>},
-        {"sort", Shown<listtools::FCLASSE>},
-        {"search", Shown<listtools::FCHERCHE>},
+        {"reminders", QStringLiteral("FRELANCES"), Reminders},
+        {"change log", QStringLiteral("F_EVOLUTION"),
+         [=]() -> forms::Form& { return ChangeLog(kThisModule); }, log},
+        {"change log with the choice of a module", QStringLiteral("F_EVOLUTION"),
+         [=]() -> forms::Form& { return ChangeLog(kAnyModule); }, log},
+        {"choice of a template", QStringLiteral("FCHXMODL"), Shown<reminders::FCHXMODL>, behindTheList},
+        {"selection", QStringLiteral("FSELECT"), Shown<listtools::FSELECT>},
+        {"sort", QStringLiteral("FCLASSE"), Shown<listtools::FCLASSE>},
+        {"search", QStringLiteral("FCHERCHE"), Shown<listtools::FCHERCHE>},
+        {"report", QStringLiteral("F_RPT"), Report},
+        {"calendar", QStringLiteral("F_CALENDAR"), Calendar<services::F_CALENDAR>},
+        {"calendar on the date of its box", QStringLiteral("F_CALENDAR2"), Calendar<services::F_CALENDAR2>},
     };
     return cases;
 }
@@ -77,6 +106,7 @@ class ReadableFormsTest : public QObject {
  private slots:
     void initTestCase();
     void cleanup() { tests::StopProgram(); }
+    void EveryFormIsLookedAt();
     void NothingIsCutOffOrCovered_data();
     void NothingIsCutOffOrCovered();
 };
@@ -84,6 +114,15 @@ class ReadableFormsTest : public QObject {
 void ReadableFormsTest::initTestCase() {
     forms::CatchEndOfProcess(true);
     QCoreApplication::setApplicationVersion(QStringLiteral("9.5.5"));
+}
+
+void ReadableFormsTest::EveryFormIsLookedAt() {
+    // Their layouts have tests of their own.
+    std::set<QString> seen{QStringLiteral("MDIMENU_VEH"), QStringLiteral("FFICVEH")};
+    for (const Case& shown : Cases()) {
+        seen.insert(shown.formName);
+    }
+    QCOMPARE(seen, tests::FormsOfTheProgram());
 }
 
 void ReadableFormsTest::NothingIsCutOffOrCovered_data() {
@@ -100,6 +139,7 @@ void ReadableFormsTest::NothingIsCutOffOrCovered() {
     QVERIFY(!tests::StartProgram().ended);
     listtools::TheListToolContext().ColumnTitle = QStringLiteral("Immatriculation");
     forms::Form& form = shown.form();
+    QCOMPARE(form.Name(), shown.formName);
     QCoreApplication::processEvents();
     support::KeepPicture(*form.Window(), QLatin1String(shown.name));
     QCOMPARE(support::WhatCannotBeRead(form), shown.known);

@@ -1,6 +1,5 @@
 // The whole program with the translation raised: which of the texts on its forms pass, how often, and which
 // do not.
-#include <filesystem>
 #include <map>
 #include <set>
 
@@ -35,6 +34,7 @@
 #include <support/translation.h>
 #include <vehicles/fficveh.h>
 
+#include "forms_of_the_program.h"
 #include "start.h"
 
 using namespace quardele;
@@ -247,18 +247,6 @@ int ExpectedPasses(const QString& place) {
     return PassesTwice(place) ? 2 : 1;
 }
 
-/// The forms that the program has: one to each layout file, and the calendars, which have none.
-std::set<QString> FormsOfTheProgram() {
-    std::set<QString> names{QStringLiteral("F_CALENDAR"), QStringLiteral("F_CALENDAR2")};
-    const std::filesystem::path source = std::filesystem::path(QUARDELE_SOURCE_DIR) / "src";
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(source)) {
-        if (entry.path().extension() == ".ui") {
-            names.insert(QString::fromStdString(entry.path().stem().string()).toUpper());
-        }
-    }
-    return names;
-}
-
 }  // namespace
 
 class TranslatedProgramTest : public QObject {
@@ -284,7 +272,7 @@ void TranslatedProgramTest::EveryFormIsLookedAt() {
     for (const auto& [place, text] : TextsOfTheProgram()) {
         seen.insert(place.section(u'.', 0, 0));
     }
-    QCOMPARE(seen, FormsOfTheProgram());
+    QCOMPARE(seen, tests::FormsOfTheProgram());
 }
 
 void TranslatedProgramTest::EveryTextOfEveryFormPassesOnce() {

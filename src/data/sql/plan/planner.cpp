@@ -294,14 +294,16 @@ class Planner {
         parts.keepOuter = keepOuter;
         joined.rows = std::make_unique<const JoinProducer>(
             std::move(parts),
-            throughIndex || mayBeFew ? std::optional(ThroughIndex(terms, *indexed)) : std::nullopt,
-            throughIndex ? std::nullopt : std::optional(ThroughHash(terms)));
+            throughIndex || mayBeFew ? std::optional(ThroughIndex(terms, *indexed, throughIndex))
+                                     : std::nullopt,
+            ThroughHash(terms));
         return joined;
     }
 
-    JoinByIndex ThroughIndex(const JoinTerms& terms, const JoinIndex& indexed) {
+    JoinByIndex ThroughIndex(const JoinTerms& terms, const JoinIndex& indexed, bool forMany) {
         JoinByIndex way;
         way.index = indexed.index;
+        way.forMany = forMany;
         for (const std::size_t sought : indexed.columns) {
             way.outerKeys.push_back(Compile(*terms.equalities[sought].outer, scope_));
         }

@@ -7,9 +7,13 @@
 namespace quardele::sql {
 namespace {
 
-/// A Null equals nothing, nor does a text that no index can hold.
-bool IsSeekable(const Variant& value) {
-    return !value.IsNull() && (!value.IsText() || jet::HasSortKey(value.As<Text>()));
+/// Of longer texts an index holds the beginning only.
+constexpr std::size_t kMostIndexedUnits = 255;
+
+/// Whether an index finds all that equals a value, and nothing else.
+bool IsTold(const Variant& value) {
+    return !value.IsText() ||
+           (value.As<Text>().size() <= kMostIndexedUnits && jet::HasSortKey(value.As<Text>()));
 }
 
 }  // namespace
@@ -61,8 +65,13 @@ SoughtInnerRows::SoughtInnerRows(const JoinParts& parts, const JoinByIndex& way)
     single_ = index.unique && index.columns.size() == values_.size();
 }
 
+bool SoughtInnerRows::Take(RowContext& row) {
+    sought_ = !TakeValues(row) && sought_;
+    return sought_ || std::all_of(values_.begin(), values_.end(), IsTold);
+}
+
 bool SoughtInnerRows::Each(RowContext& row, const Emit& use) {
-    if (TakeValues(row) || !sought_) {
+    if (!sought_) {
         Seek(row);
     }
     const std::size_t source = table_.Source();
@@ -98,14 +107,14 @@ bool SoughtInnerRows::TakeText(const Node& node, RowContext& row, Variant& value
     return true;
 }
 
-bool SoughtInnerRows::CanSeek() const {
-    return std::all_of(values_.begin(), values_.end(), IsSeekable);
+bool SoughtInnerRows::HasNull() const {
+    return std::any_of(values_.begin(), values_.end(), [](const Variant& value) { return value.IsNull(); });
 }
 
 void SoughtInnerRows::Seek(RowContext& row) {
     sought_ = true;
     rows_.clear();
-    for (bool found = CanSeek() && cursor_.Seek(jet::SeekOperator::Equal, values_); found;
+    for (bool found = !HasNull() && cursor_.Seek(jet::SeekOperator::Equal, values_); found;
          found = !single_ && cursor_.NextEqual()) {
         if (table_.Accepts(cursor_.Current(), row)) {
             rows_.push_back(*row.ReadRow(table_.Source()));

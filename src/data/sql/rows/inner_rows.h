@@ -49,14 +49,16 @@ class SoughtInnerRows {
     /// All must outlive it.
     SoughtInnerRows(const JoinParts& parts, const JoinByIndex& way);
 
-    /// As HashedInnerRows.
+    /// Takes the values of the outer row; false when the index cannot be asked for one of them.
+    [[nodiscard]] bool Take(RowContext& row);
+    /// As HashedInnerRows, for the row whose values were taken.
     bool Each(RowContext& row, const Emit& use);
 
  private:
-    /// Takes the values of the outer row; false when they are those of the row before.
+    /// False when they are those of the row before.
     bool TakeValues(RowContext& row);
     bool TakeText(const Node& node, RowContext& row, Variant& value);
-    [[nodiscard]] bool CanSeek() const;
+    [[nodiscard]] bool HasNull() const;  ///< which equals nothing
     void Seek(RowContext& row);
 
     const JoinByIndex& way_;

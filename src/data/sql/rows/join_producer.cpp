@@ -18,13 +18,13 @@ void Clear(const std::vector<std::size_t>& sources, RowContext& row) {
 
 double JoinProducer::Estimate() const {
     const double outer = parts_.outer->Estimate();
-    const bool anyRow = !byIndex_ && byHash_->outerKeys.empty();
+    const bool anyRow = !byIndex_ && byHash_.outerKeys.empty();
     return anyRow ? outer * parts_.inner->Estimate() : outer;
 }
 
 double JoinProducer::Cost() const {
     const Producer& outer = *parts_.outer;
-    if (!byHash_) {
+    if (byIndex_ && byIndex_->forMany) {
         return outer.Cost() + outer.Estimate() * (1 + kSeekCost);
     }
     return outer.Cost() + parts_.inner->Cost() + parts_.inner->Estimate() + Estimate();
@@ -34,7 +34,7 @@ std::size_t JoinProducer::MostSeeks() const {
     if (!byIndex_) {
         return 0;
     }
-    return byHash_ ? static_cast<std::size_t>(parts_.inner->Cost() * kSeeksPerHashedRow) : SIZE_MAX;
+    return byIndex_->forMany ? SIZE_MAX : static_cast<std::size_t>(parts_.inner->Cost() * kSeeksPerHashedRow);
 }
 
 bool JoinProducer::Produce(RowContext& row, const Emit& emit) const {
@@ -43,7 +43,7 @@ bool JoinProducer::Produce(RowContext& row, const Emit& emit) const {
     if (byIndex_) {
         sought.emplace(parts_, *byIndex_);
     } else {
-        hashed.emplace(parts_, *byHash_, row);
+        hashed.emplace(parts_, byHash_, row);
     }
     std::size_t seeksLeft = MostSeeks();
     bool matched = false;
@@ -56,8 +56,8 @@ bool JoinProducer::Produce(RowContext& row, const Emit& emit) const {
     };
     return parts_.outer->Produce(row, [&] {
         matched = false;
-        if (!hashed && seeksLeft-- == 0) {
-            hashed.emplace(parts_, *byHash_, row);
+        if (!hashed && (seeksLeft-- == 0 || !sought->Take(row))) {
+            hashed.emplace(parts_, byHash_, row);
         }
         if (!(hashed ? hashed->Each(row, use) : sought->Each(row, use))) {
             return false;

@@ -28,15 +28,15 @@ struct JoinByHash {
 struct JoinByIndex {
     NodeList outerKeys;
     int index = 0;
-    NodeList on;  ///< equalities that the index does not serve
+    NodeList on;           ///< equalities that the index does not serve
+    bool forMany = false;  ///< the better way even when there are many outer rows
 };
 
-/// A join that has both ways begins with the index, and makes the hash when it turns out that there are many
-/// outer rows.
+/// A join that may go through an index begins with it, and makes the hash when it turns out that there are
+/// many outer rows, or at the first whose values the index cannot be asked for.
 class JoinProducer final : public Producer {
  public:
-    /// At least one way.
-    JoinProducer(JoinParts parts, std::optional<JoinByIndex> byIndex, std::optional<JoinByHash> byHash)
+    JoinProducer(JoinParts parts, std::optional<JoinByIndex> byIndex, JoinByHash byHash)
         : parts_(std::move(parts)), byIndex_(std::move(byIndex)), byHash_(std::move(byHash)) {}
 
     bool Produce(RowContext& row, const Emit& emit) const override;
@@ -48,7 +48,7 @@ class JoinProducer final : public Producer {
 
     JoinParts parts_;
     std::optional<JoinByIndex> byIndex_;
-    std::optional<JoinByHash> byHash_;
+    JoinByHash byHash_;
 };
 
 }  // namespace quardele::sql

@@ -57,6 +57,20 @@ TEST_F(DeletedLockFile, NothingIsLostBetweenThoseWhoWereThereAndThoseWhoCome) {
     EXPECT_TRUE(CheckFile(file_).empty());
 }
 
+TEST_F(DeletedLockFile, WhoWasThereTakesTheFileAwayThatItsChangeMakesAnew) {
+    AddKm(*before_, RowAt(*before_, 3));
+    EXPECT_TRUE(fs::exists(LockFile::PathFor(file_)));
+    before_.reset();
+    EXPECT_FALSE(fs::exists(LockFile::PathFor(file_)));
+}
+
+TEST_F(DeletedLockFile, WhoWasThereLeavesTheFileToThoseWhoCameLater) {
+    const auto after = Open();
+    AddKm(*before_, RowAt(*before_, 3));
+    before_.reset();
+    EXPECT_TRUE(fs::exists(LockFile::PathFor(file_)));
+}
+
 TEST_F(DeletedLockFile, ALockedRowStaysLocked) {
     const auto after = Open();
     const RowId row = RowAt(*before_, 3);

@@ -30,6 +30,15 @@ const ChildAction kSecretiveWriter("secretive writer", [](const ChildAction::Arg
     table->Delete(RowAt(*table, 3));
 });
 
+/// The same user, who goes on after somebody has deleted the lock file.
+const ChildAction kSecretiveRemainer("secretive remainer", [](const ChildAction::Arguments& arguments) {
+    ::umask(077);
+    const auto table = Database::Open(PathOf(arguments[0]))->OpenTable(u"VEHICLES");
+    fs::remove(LockFile::PathFor(PathOf(arguments[0])));
+    table->Delete(RowAt(*table, 3));
+    quardele::test::Stay();
+});
+
 /// The same user, alone in the file until the test says to go on.
 const ChildAction kSecretiveOwner("secretive owner", [](const ChildAction::Arguments& arguments) {
     ::umask(077);
@@ -59,6 +68,13 @@ TEST_F(SharedRights, JournalAndLockFileAreForThoseWhoMayUseTheDataFile) {
     // So that somebody else can undo it.
     EXPECT_EQ(ErrorNumber([&] { static_cast<void>(Database::Open(file_)); }), 0);
     EXPECT_FALSE(fs::exists(JournalPath(file_)));
+}
+
+TEST_F(SharedRights, ALockFileThatIsMadeAnewIsForThemAsWell) {
+    auto remainer = kSecretiveRemainer.Keep({Argument(file_)});
+    ASSERT_TRUE(fs::exists(LockFile::PathFor(file_)));
+    EXPECT_EQ(RightsOf(LockFile::PathFor(file_)), kSharedByGroup);
+    EXPECT_EQ(remainer.Wait(), 0);
 }
 
 TEST_F(SharedRights, TheLockFileOfAnExclusiveOpenerIsForThemAsWell) {

@@ -25,6 +25,20 @@ constexpr std::size_t kMostRanges = 256;
     return lock_bytes::kPageWrites + page * lock_bytes::kPerPage;
 }
 
+/// Removes a lock file in which nobody has a place. Who holds all places is alone, and nobody can come in
+/// while the name goes.
+void RemoveWhenAlone(OsFile& file) {
+    try {
+        if (file.TryLock(lock_bytes::kUsers, OsFile::Lock::Exclusive, lock_bytes::kMostUsers) ==
+                OsFile::LockResult::Taken &&
+            IdOf(file.Path()) == file.Id()) {
+            RemoveFile(file.Path());
+        }
+    } catch (const basic::RuntimeError&) {
+        return;  // it stays; without locks in it, it says nothing
+    }
+}
+
 }  // namespace
 
 std::filesystem::path LockFile::PathFor(const std::filesystem::path& dataFile) {
@@ -54,6 +68,7 @@ LockFile::Entry LockFile::Enter(const std::filesystem::path& dataFile, std::span
                              return result == OsFile::LockResult::Unsupported;
                          });
     if (entry == Entry::Entered) {
+        dataFile_ = dataFile;
         file_.ShareLike(dataFile);
         WriteName();
         return entry;
@@ -91,21 +106,15 @@ void LockFile::Leave() {
     if (user_ == 0) {
         return;
     }
-    const std::filesystem::path path = file_.Path();
     held_.clear();
-    commit_.Close();
+    if (commit_.IsOpen()) {
+        // Our own place refuses it, unless this is a file that was made anew.
+        RemoveWhenAlone(commit_);
+        commit_.Close();
+    }
     file_.Unlock(lock_bytes::kUsers + static_cast<std::uint64_t>(user_ - 1));
     user_ = 0;
-    try {
-        // Who holds all places is alone, and nobody can come in while the name goes.
-        if (file_.TryLock(lock_bytes::kUsers, OsFile::Lock::Exclusive, lock_bytes::kMostUsers) ==
-                OsFile::LockResult::Taken &&
-            HasItsName()) {
-            RemoveFile(path);
-        }
-    } catch (const basic::RuntimeError&) {
-        // It stays; without locks in it, it says nothing.
-    }
+    RemoveWhenAlone(file_);
     file_.Close();
 }
 
@@ -142,8 +151,12 @@ bool LockFile::TryHoldPages(std::span<const std::uint32_t> pages) {
     if (user_ == 0) {
         return true;
     }
-    if (!commit_.IsOpen() && !commit_.OpenOrCreate(file_.Path())) {
-        throw basic::RuntimeError(basic::error::kReadOnly);
+    if (!commit_.IsOpen()) {
+        if (!commit_.OpenOrCreate(file_.Path())) {
+            throw basic::RuntimeError(basic::error::kReadOnly);
+        }
+        // Somebody may have deleted the file in spite of us: then this has made it anew.
+        commit_.ShareLike(dataFile_);
     }
     for (const Range& range : RangesOf(pages)) {
         if (commit_.TryLock(range.first, OsFile::Lock::Shared, range.length) != OsFile::LockResult::Taken) {

@@ -58,6 +58,7 @@ class LockFile {
     [[nodiscard]] OsFile::LockResult TakePlace(std::span<const int> avoided);
     void WriteName();
 
+    std::filesystem::path dataFile_;
     OsFile file_;
     OsFile commit_;            ///< as RowLocks' file of a step: its own locks, open from the first commit on
     std::vector<Range> held_;  ///< by commit_

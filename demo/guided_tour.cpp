@@ -280,7 +280,7 @@ class Tour {
 
     void ShowChangeLog() {
         const ModalWatcher watcher([this](QWidget& dialog) {
-            ShowWidget(dialog, "Évolutions du module", "evolutions");
+            ShowWindow(dialog, "Évolutions du module", "evolutions");
             dialog.close();
         });
         ClickMenu(mainWindow_, QStringLiteral("M_INFOS"));

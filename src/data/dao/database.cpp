@@ -31,7 +31,7 @@ bool IsSelect(TextView source) {
     }
     constexpr TextView kSelect = u"SELECT";
     const TextView statement = source.substr(start);
-    const bool isWord = statement.size() == kSelect.size() || !IsNamePart(statement[kSelect.size()]);
+    const bool isWord = statement.size() <= kSelect.size() || !IsNamePart(statement[kSelect.size()]);
     return basic::EqualNoCase(statement.substr(0, kSelect.size()), kSelect) && isWord;
 }
 
